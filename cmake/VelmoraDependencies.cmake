@@ -1,0 +1,31 @@
+# The libraries of the system that the project stands on. What is missing is named together with
+# the Debian package that brings it. The installed package includes this file, too.
+
+find_package(PkgConfig QUIET)
+if(NOT PKG_CONFIG_FOUND)
+  message(FATAL_ERROR "pkg-config is missing: install the package pkg-config")
+endif()
+
+# velmora_require_module(TARGET-NAME MODULE DEBIAN-PACKAGE): a library known to pkg-config,
+# as the target PkgConfig::TARGET-NAME.
+macro(velmora_require_module name module package)
+  pkg_check_modules(${name} QUIET IMPORTED_TARGET GLOBAL ${module})
+  if(NOT ${name}_FOUND)
+    message(FATAL_ERROR "${module} is missing: install the package ${package}")
+  endif()
+endmacro()
+
+# velmora_require_package(CMAKE-PACKAGE DEBIAN-PACKAGE): a library with a CMake package.
+macro(velmora_require_package name package)
+  find_package(${name} QUIET)
+  if(NOT ${name}_FOUND)
+    message(FATAL_ERROR "${name} is missing: install the package ${package}")
+  endif()
+endmacro()
+
+find_package(Threads REQUIRED)
+velmora_require_module(UTF8PROC libutf8proc libutf8proc-dev)
+velmora_require_module(XXHASH libxxhash libxxhash-dev)
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  velmora_require_module(GIO "gio-unix-2.0>=2.74" libglib2.0-dev)
+endif()

@@ -1,0 +1,68 @@
+# How every target of the project is made: one library per folder, the same language level,
+# warnings and sanitizers everywhere, and an installed package that others can link.
+
+function(velmora_common_options target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  if(VELMORA_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(VELMORA_SANITIZERS)
+    target_compile_options(${target} PRIVATE -fsanitize=${VELMORA_SANITIZERS}
+                                             -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PUBLIC $<BUILD_INTERFACE:-fsanitize=${VELMORA_SANITIZERS}>)
+  endif()
+  if(VELMORA_COVERAGE)
+    target_compile_options(${target} PRIVATE --coverage)
+    target_link_options(${target} PUBLIC $<BUILD_INTERFACE:--coverage>)
+  endif()
+endfunction()
+
+# velmora_add_library(NAME [INTERFACE] [SOURCES …] [DEPENDS …] [PRIVATE_DEPENDS …])
+# makes the static library velmora_NAME, exported as velmora::NAME, of the current folder.
+# Headers are included as "folder/Header.h", in the tree and when installed.
+function(velmora_add_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "INTERFACE" "" "SOURCES;DEPENDS;PRIVATE_DEPENDS")
+  set(target velmora_${name})
+  set(scope PUBLIC)
+  if(arg_INTERFACE)
+    set(scope INTERFACE)
+    add_library(${target} INTERFACE)
+    target_compile_features(${target} INTERFACE cxx_std_20)
+  else()
+    add_library(${target} STATIC ${arg_SOURCES})
+    velmora_common_options(${target})
+  endif()
+  add_library(velmora::${name} ALIAS ${target})
+  target_include_directories(
+    ${target} ${scope} $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
+                       $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/velmora>)
+  target_link_libraries(${target} ${scope} ${arg_DEPENDS})
+  if(arg_PRIVATE_DEPENDS)
+    target_link_libraries(${target} PRIVATE ${arg_PRIVATE_DEPENDS})
+  endif()
+  set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
+  install(TARGETS ${target} EXPORT velmora-finder-actions COMPONENT development)
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
+  file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  install(FILES ${headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/velmora/${folder}
+          COMPONENT development)
+endfunction()
+
+function(velmora_install_package)
+  include(CMakePackageConfigHelpers)
+  set(directory ${CMAKE_INSTALL_LIBDIR}/cmake/velmora-finder-actions)
+  install(EXPORT velmora-finder-actions NAMESPACE velmora:: DESTINATION ${directory}
+          COMPONENT development FILE velmora-finder-actions-targets.cmake)
+  configure_package_config_file(
+    ${PROJECT_SOURCE_DIR}/cmake/velmora-finder-actions-config.cmake.in
+    ${PROJECT_BINARY_DIR}/velmora-finder-actions-config.cmake INSTALL_DESTINATION ${directory})
+  write_basic_package_version_file(
+    ${PROJECT_BINARY_DIR}/velmora-finder-actions-config-version.cmake
+    COMPATIBILITY SameMinorVersion)
+  install(FILES ${PROJECT_BINARY_DIR}/velmora-finder-actions-config.cmake
+                ${PROJECT_BINARY_DIR}/velmora-finder-actions-config-version.cmake
+                ${PROJECT_SOURCE_DIR}/cmake/VelmoraDependencies.cmake
+          DESTINATION ${directory} COMPONENT development)
+endfunction()

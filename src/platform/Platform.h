@@ -1,0 +1,37 @@
+// Everything that the core needs from outside, handed to it by each program.
+#pragma once
+
+namespace velmora {
+
+class Clock;
+class ExtensionBundle;
+class FileReader;
+class FileWriter;
+class IdentifierSource;
+class Logger;
+class MainQueue;
+class NotificationCenter;
+class PathStandardizer;
+class PreferredLanguages;
+class SharedDefaults;
+class SharedLocations;
+class Workspace;
+
+/// References only; what they refer to outlives every request.
+struct Platform {
+  const ExtensionBundle& bundle;
+  const FileReader& fileReader;
+  FileWriter& fileWriter;
+  const PathStandardizer& paths;
+  const SharedLocations& locations;
+  const SharedDefaults& defaults;
+  const PreferredLanguages& languages;
+  NotificationCenter& notifications;
+  Workspace& workspace;
+  MainQueue& mainQueue;
+  Logger& logger;
+  const Clock& clock;
+  IdentifierSource& identifiers;
+};
+
+}  // namespace velmora

@@ -1,0 +1,15 @@
+#include "platform/PlatformError.h"
+
+#include <system_error>
+
+namespace velmora {
+
+PlatformError posixError(int code) {
+  return {posixErrorDomain, code, std::generic_category().message(code)};
+}
+
+PlatformError noSuchFileError() {
+  return {cocoaErrorDomain, fileNoSuchFileErrorCode, "The file doesn’t exist."};
+}
+
+}  // namespace velmora

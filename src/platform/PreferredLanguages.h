@@ -1,0 +1,20 @@
+// The languages that the user of the system prefers.
+#pragma once
+
+#include <vector>
+
+#include "text/Text.h"
+
+namespace velmora {
+
+/// Calls may come from any thread.
+class PreferredLanguages {
+ public:
+  virtual ~PreferredLanguages() = default;
+
+  /// The language tags in the platform's spelling, most preferred first, asked afresh. May be
+  /// empty.
+  virtual std::vector<Text> preferredLanguages() const = 0;
+};
+
+}  // namespace velmora

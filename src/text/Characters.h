@@ -1,0 +1,29 @@
+// Whole characters: extended grapheme clusters of Unicode UAX #29.
+//
+// A "/" followed by a combining mark is one character and not a "/": prefix tests, splitting and
+// lengths must never cut through a character. Everything here also respects canonical equivalence
+// (Text.h) and is as cheap as bytes for ASCII.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace velmora {
+
+/// Whether `text` begins with the characters of `prefix`, each canonically equal to its partner.
+/// An empty prefix always matches.
+[[nodiscard]] bool hasCharacterPrefix(std::string_view text, std::string_view prefix);
+
+/// The length in characters. CR LF is one character.
+[[nodiscard]] std::size_t characterCount(std::string_view text);
+
+/// The parts between the characters that are exactly `separator` (ASCII, not CR or LF), empty ones
+/// included: n separators give n + 1 parts. The parts refer to `text`.
+[[nodiscard]] std::vector<std::string_view> splitAtCharacter(std::string_view text, char separator);
+
+/// Whether a character ends directly before `position` in `text`, given that the code point before
+/// `position` is an ASCII character other than CR. `position` may be the end of the text.
+[[nodiscard]] bool isCharacterBoundaryAfterASCII(std::string_view text, std::size_t position);
+
+}  // namespace velmora

@@ -1,0 +1,68 @@
+// Text as the whole system understands it: UTF-8 that is equal when it is canonically equivalent.
+//
+// "é" may be written as one code point or as "e" and a combining accent; users and file systems
+// mix both. A path, identifier or key is therefore a Text and never compared byte by byte.
+// Operations on whole characters (prefix, split, length) are in Characters.h.
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace velmora {
+
+/// Whether `a` and `b` are canonically equivalent (Unicode, UAX #15). Case matters. Bytes that are
+/// not UTF-8 are equal to themselves only. Costs no more than comparing bytes when both are ASCII
+/// or identical.
+[[nodiscard]] bool canonicallyEqual(std::string_view a, std::string_view b);
+
+/// Orders by the code points of the NFC forms (UAX #15); equivalent to canonicallyEqual where
+/// neither is less. Text that is not UTF-8 is ordered by its bytes.
+[[nodiscard]] std::weak_ordering canonicalOrder(std::string_view a, std::string_view b);
+
+/// A hash that is equal for canonically equal texts, seeded at random once per process, so that
+/// nobody can prepare texts that collide.
+[[nodiscard]] std::size_t canonicalHash(std::string_view text);
+
+/// The NFC form (UAX #15), in time linear in the length also for long runs of combining marks (but
+/// for sorting each run). Text that is not UTF-8 is returned unchanged.
+[[nodiscard]] std::string normalizedNFC(std::string_view text);
+
+/// Whether `bytes` are well-formed UTF-8 (RFC 3629).
+[[nodiscard]] bool isUTF8(std::string_view bytes);
+
+/// An owned text. Holds its bytes exactly as given; only comparisons see the canonical form.
+class Text {
+ public:
+  Text() = default;
+  Text(std::string utf8) : utf8_(std::move(utf8)) {}
+  Text(std::string_view utf8) : utf8_(utf8) {}
+  Text(const char* utf8) : utf8_(utf8) {}
+
+  const std::string& utf8() const { return utf8_; }
+  std::string_view view() const { return utf8_; }
+  operator std::string_view() const { return utf8_; }
+  [[nodiscard]] bool empty() const { return utf8_.empty(); }
+
+  friend bool operator==(const Text& a, const Text& b) {
+    return canonicallyEqual(a.utf8_, b.utf8_);
+  }
+  friend std::weak_ordering operator<=>(const Text& a, const Text& b) {
+    return canonicalOrder(a.utf8_, b.utf8_);
+  }
+
+ private:
+  std::string utf8_;
+};
+
+}  // namespace velmora
+
+template <>
+struct std::hash<velmora::Text> {
+  std::size_t operator()(const velmora::Text& text) const noexcept {
+    return velmora::canonicalHash(text.view());
+  }
+};

@@ -1,12 +1,12 @@
 // What the program knows of itself: its identity and its localized resources.
 #pragma once
 
+#include "text/Text.h"
+
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "text/Text.h"
 
 namespace velmora {
 

@@ -1,22 +1,22 @@
 // One request of the extension host: what it hands in, and its two possible ends.
 #pragma once
 
+#include "platform/ItemProvider.h"
+
 #include <memory>
 #include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
-#include "platform/ItemProvider.h"
-
 namespace velmora {
 
 /// The error with which a request is cancelled, as the user gets to see it.
 struct RequestError {
-  std::string domain;
+  std::string domain = {};
   int code = 0;
   /// The whole of the error's user information.
-  std::string localizedDescription;
+  std::string localizedDescription = {};
 
   bool operator==(const RequestError&) const = default;
 };

@@ -1,13 +1,13 @@
 // One selected item as the extension host offers it: a promise of a file URL, loaded on request.
 #pragma once
 
+#include "platform/PlatformError.h"
+#include "text/FileURL.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
 #include <variant>
-
-#include "platform/PlatformError.h"
-#include "text/FileURL.h"
 
 namespace velmora {
 

@@ -1,9 +1,9 @@
 // The languages that the user of the system prefers.
 #pragma once
 
-#include <vector>
-
 #include "text/Text.h"
+
+#include <vector>
 
 namespace velmora {
 

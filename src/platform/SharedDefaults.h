@@ -1,10 +1,10 @@
 // Settings that applications of one group share.
 #pragma once
 
+#include "text/Text.h"
+
 #include <optional>
 #include <string_view>
-
-#include "text/Text.h"
 
 namespace velmora {
 

@@ -1,11 +1,11 @@
 // Where the platform keeps what applications share.
 #pragma once
 
+#include "text/Text.h"
+
 #include <optional>
 #include <string_view>
 #include <vector>
-
-#include "text/Text.h"
 
 namespace velmora {
 

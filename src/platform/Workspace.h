@@ -1,10 +1,10 @@
 // The desktop's applications.
 #pragma once
 
+#include "text/Text.h"
+
 #include <optional>
 #include <string_view>
-
-#include "text/Text.h"
 
 namespace velmora {
 

@@ -1,0 +1,153 @@
+#include "platform/posix/PosixFileWriter.h"
+
+#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/SystemCalls.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+namespace velmora {
+
+namespace {
+
+// Whom a new file and directory belong to is for the user's umask to narrow.
+constexpr mode_t newFileMode = 0666;
+constexpr mode_t newDirectoryMode = 0777;
+
+FileDescriptor openToWrite(const std::string& path, int flags) {
+  return FileDescriptor::adopt(retryingInterrupted(
+      [&] { return ::open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, newFileMode); }));
+}
+
+void writeAll(const FileDescriptor& file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count =
+        retryingInterrupted([&] { return ::write(file.get(), bytes.data(), bytes.size()); });
+    if (count < 0) {
+      throw posixError(errno);
+    }
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+}
+
+void writeDurably(const FileDescriptor& file, std::string_view bytes) {
+  writeAll(file, bytes);
+  if (retryingInterrupted([&] { return ::fsync(file.get()); }) != 0) {
+    throw posixError(errno);
+  }
+}
+
+std::string parentDirectory(const std::string& path) {
+  return std::filesystem::path(path).parent_path().string();
+}
+
+/// Best effort: the file is in place, and no error from here on could take it back.
+void synchronizeDirectory(const std::string& directory) {
+  const FileDescriptor descriptor = FileDescriptor::adopt(
+      retryingInterrupted([&] { return ::open(directory.c_str(), O_RDONLY | O_CLOEXEC); }));
+  if (descriptor.isOpen()) {
+    ::fsync(descriptor.get());
+  }
+}
+
+#ifdef O_TMPFILE
+/// Whether the file is in place. Where a file without a name cannot be made or named, nothing is
+/// left behind; whatever stands in the way, the road through a partial file meets it, too.
+bool writeThroughUnnamedFile(const std::string& path, std::string_view bytes) {
+  const FileDescriptor file = openToWrite(parentDirectory(path), O_TMPFILE);
+  if (!file.isOpen()) {
+    return false;
+  }
+  writeDurably(file, bytes);
+  const std::string link = "/proc/self/fd/" + std::to_string(file.get());
+  return ::linkat(AT_FDCWD, link.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+#else
+bool writeThroughUnnamedFile(const std::string&, std::string_view) { return false; }
+#endif
+
+/// A name that is removed with its owner, unless it has been moved away.
+class PartialFile {
+ public:
+  explicit PartialFile(std::string path) : path_(std::move(path)) {}
+  PartialFile(const PartialFile&) = delete;
+  PartialFile& operator=(const PartialFile&) = delete;
+  ~PartialFile() {
+    if (!path_.empty()) {
+      ::unlink(path_.c_str());
+    }
+  }
+
+  void moveTo(const std::string& destination) {
+    if (::rename(path_.c_str(), destination.c_str()) != 0) {
+      throw posixError(errno);
+    }
+    path_.clear();
+  }
+
+ private:
+  std::string path_;
+};
+
+void writeThroughPartialFile(const std::string& path, std::string_view bytes) {
+  const std::filesystem::path target(path);
+  const std::string partialPath =
+      (target.parent_path() / ("." + target.filename().string() + ".partial")).string();
+  const FileDescriptor file = openToWrite(partialPath, O_CREAT | O_EXCL);
+  if (!file.isOpen()) {
+    throw posixError(errno);
+  }
+  PartialFile partialFile(partialPath);
+  writeDurably(file, bytes);
+  partialFile.moveTo(path);
+}
+
+bool isDirectory(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+/// 0, or the error. A directory that is there, whoever made it and when, is as good as a new one.
+int createDirectory(const std::string& path) {
+  if (::mkdir(path.c_str(), newDirectoryMode) == 0) {
+    return 0;
+  }
+  const int error = errno;
+  return isDirectory(path) ? 0 : error;
+}
+
+void requireDirectory(const std::string& path) {
+  if (const int error = createDirectory(path); error != 0) {
+    throw posixError(error);
+  }
+}
+
+}  // namespace
+
+void PosixFileWriter::createDirectories(std::string_view path) {
+  const std::string directory = systemPath(path);
+  if (createDirectory(directory) != ENOENT) {
+    return requireDirectory(directory);
+  }
+  for (std::size_t slash = directory.find('/', 1); slash != std::string::npos;
+       slash = directory.find('/', slash + 1)) {
+    requireDirectory(directory.substr(0, slash));
+  }
+  requireDirectory(directory);
+}
+
+void PosixFileWriter::writeAtomically(std::string_view path, std::string_view bytes) {
+  const std::string target = systemPath(path);
+  if (!writeThroughUnnamedFile(target, bytes)) {
+    writeThroughPartialFile(target, bytes);
+  }
+  synchronizeDirectory(parentDirectory(target));
+}
+
+}  // namespace velmora

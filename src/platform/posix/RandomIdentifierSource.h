@@ -1,0 +1,13 @@
+// UUIDs from the system's random numbers.
+#pragma once
+
+#include "platform/IdentifierSource.h"
+
+namespace velmora {
+
+class RandomIdentifierSource final : public IdentifierSource {
+ public:
+  std::string uuid() override;
+};
+
+}  // namespace velmora

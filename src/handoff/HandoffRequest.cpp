@@ -1,0 +1,59 @@
+#include "handoff/HandoffRequest.h"
+
+#include "handoff/HandoffRequestEncoding.h"
+#include "handoff/SharedContainer.h"
+#include "platform/Clock.h"
+#include "platform/FileWriter.h"
+#include "platform/IdentifierSource.h"
+#include "platform/NotificationCenter.h"
+#include "platform/PathStandardizer.h"
+#include "platform/Platform.h"
+#include "text/LexicalPath.h"
+
+#include <string>
+#include <unordered_set>
+#include <utility>
+
+namespace velmora {
+
+namespace {
+
+Text handoffDirectory(const Platform& platform) {
+  const Text root = sharedWarpRootURL(platform.locations, platform.paths);
+  return platform.paths.standardizedFileURLPath(appendingPathComponent(root, handoffDirectoryName));
+}
+
+}  // namespace
+
+std::vector<Text> normalizedHandoffPaths(const std::vector<Text>& paths,
+                                         const PathStandardizer& standardizer) {
+  std::vector<Text> normalized;
+  std::unordered_set<Text> seen;
+  for (const Text& path : paths) {
+    Text standardized = standardizer.standardizedFileURLPath(path);
+    if (!standardized.empty() && seen.insert(standardized).second) {
+      normalized.push_back(std::move(standardized));
+    }
+  }
+  return normalized;
+}
+
+void writeHandoffRequest(FinderHandoffAction action, const std::vector<Text>& paths,
+                         const Platform& platform) {
+  std::vector<Text> folderPaths = normalizedHandoffPaths(paths, platform.paths);
+  if (folderPaths.empty()) {
+    return;
+  }
+  const Text directory = handoffDirectory(platform);
+  platform.fileWriter.createDirectories(directory);
+  const std::string request = encodeHandoffRequest({
+      .action = action,
+      .createdAt = platform.clock.now(),
+      .folderPaths = std::move(folderPaths),
+  });
+  const std::string fileName = platform.identifiers.uuid() + ".json";
+  platform.fileWriter.writeAtomically(appendingPathComponent(directory, fileName), request);
+  platform.notifications.post(handoffNotificationName);
+}
+
+}  // namespace velmora

@@ -1,0 +1,154 @@
+#include "CommandLine.h"
+
+#include "extension/ActionKind.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <span>
+#include <utility>
+
+namespace velmora {
+
+namespace {
+
+constexpr const char* description =
+    "Warps the folders at PATH to Velmora, or restores warped ones: hands them to the Velmora\n"
+    "application and opens it. Items that do not suit the action are left out.";
+
+constexpr const char* usage =
+    "Usage: velmora-finder-action [OPTIONS] [--] PATH...\n"
+    "       velmora-finder-action [OPTIONS] --files0-from=-\n";
+
+constexpr const char* footer =
+    "PATH is absolute or relative, or a file: URL. A relative path that looks like a URL is\n"
+    "written with ./ before it.\n"
+    "\n"
+    "Exit status:\n"
+    "  0   handed to the application; with --check: something suits the action\n"
+    "  1   nothing in the selection suits the action\n"
+    "  2   the handoff failed; the system log says why\n"
+    "  64  the command line is wrong";
+
+struct RawOptions {
+  std::string bundleIdentifier;
+  bool isRestore = false;
+  bool isCheck = false;
+  bool isWithoutNotification = false;
+  std::string itemsFile;
+};
+
+class HelpFormatter final : public CLI::Formatter {
+ public:
+  std::string make_usage(const CLI::App*, std::string) const override { return usage; }
+};
+
+void declareOptions(CLI::App& app, RawOptions& options) {
+  app.formatter(std::make_shared<HelpFormatter>());
+  app.footer(footer);
+  app.set_help_flag("--help", "Show this text and exit");
+  app.set_version_flag("--version", "velmora-finder-action " VELMORA_VERSION,
+                       "Show the version and exit");
+  app.add_option("--bundle-identifier", options.bundleIdentifier,
+                 "The identity that decides the action:\n"
+                 "io.tolvane.Velmora.FinderRestoreAction\n"
+                 "is Restore, any other or none is Warp")
+      ->type_name("ID");
+  app.add_flag("--restore", options.isRestore, "Perform Restore")->disable_flag_override();
+  app.add_flag("--check", options.isCheck,
+               "Only tell by the exit status whether the action applies")
+      ->disable_flag_override();
+  app.add_flag("--no-notify", options.isWithoutNotification,
+               "Show no desktop notification of a failure")
+      ->disable_flag_override();
+  app.add_option("--files0-from", options.itemsFile,
+                 "Read the items from standard input, each ended by NUL")
+      ->type_name("-");
+  // Operands are not an option of the parser's: it would take "[a,b]" apart.
+  app.allow_extras();
+}
+
+std::optional<Text> identifierOf(const CLI::App& app, const RawOptions& options) {
+  if (options.isRestore) {
+    return Text(restoreActionIdentifier);
+  }
+  return app.count("--bundle-identifier") > 0 ? std::optional<Text>(options.bundleIdentifier)
+                                              : std::nullopt;
+}
+
+bool isOption(const std::string& argument) {
+  return argument.size() > 1 && argument.front() == '-';
+}
+
+std::optional<UsageError> faultOf(const CommandLine& line, const CLI::App& app,
+                                  const RawOptions& options,
+                                  const std::vector<std::string>& extras) {
+  if (const auto unknown = std::ranges::find_if(extras, isOption); unknown != extras.end()) {
+    return UsageError{"unknown option: " + *unknown};
+  }
+  if (options.isRestore && app.count("--bundle-identifier") > 0) {
+    return UsageError{"--restore and --bundle-identifier exclude each other"};
+  }
+  if (app.count("--files0-from") > 0 && options.itemsFile != "-") {
+    return UsageError{"--files0-from reads standard input only: --files0-from=-"};
+  }
+  if (line.readsStandardInput && !line.operands.empty()) {
+    return UsageError{"--files0-from=- and operands exclude each other"};
+  }
+  if (!line.readsStandardInput && line.operands.empty()) {
+    return UsageError{"no item given; see velmora-finder-action --help"};
+  }
+  return std::nullopt;
+}
+
+/// The parser would take the next argument for the value of an option that has an empty one. An
+/// empty identifier means what none means.
+std::vector<std::string> withoutEmptyIdentifier(std::vector<std::string> arguments) {
+  std::erase(arguments, "--bundle-identifier=");
+  return arguments;
+}
+
+std::string firstLine(std::string_view text) {
+  return std::string(text.substr(0, text.find('\n')));
+}
+
+}  // namespace
+
+std::variant<CommandLine, RequestedText, UsageError> parseCommandLine(
+    const std::vector<std::string>& arguments) {
+  const auto separator = std::ranges::find(arguments, "--");
+  CLI::App app(description);
+  RawOptions options;
+  declareOptions(app, options);
+  std::vector<std::string> parsed = withoutEmptyIdentifier({arguments.begin(), separator});
+  try {
+    // The parser takes the last argument first.
+    std::ranges::reverse(parsed);
+    app.parse(std::move(parsed));
+  } catch (const CLI::CallForHelp&) {
+    return RequestedText{app.help()};
+  } catch (const CLI::CallForVersion&) {
+    return RequestedText{app.version() + "\n"};
+  } catch (const CLI::ParseError& error) {
+    return UsageError{firstLine(error.what())};
+  }
+  const std::vector<std::string> extras = app.remaining();
+  CommandLine line = {
+      .bundleIdentifier = identifierOf(app, options),
+      .isCheck = options.isCheck,
+      .notifiesDesktop = !options.isWithoutNotification,
+      .readsStandardInput = app.count("--files0-from") > 0,
+      .operands = extras,
+  };
+  if (separator != arguments.end()) {
+    line.operands.insert(line.operands.end(), std::next(separator), arguments.end());
+  }
+  if (std::optional<UsageError> fault = faultOf(line, app, options, extras)) {
+    return *std::move(fault);
+  }
+  return line;
+}
+
+}  // namespace velmora

@@ -1,0 +1,37 @@
+// The request that a command line makes, in the place of an extension host's.
+#pragma once
+
+#include "platform/ExtensionContext.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace velmora {
+
+/// How the request ended: without an error when it was completed.
+struct Outcome {
+  std::optional<RequestError> error;
+};
+
+class CommandLineContext final : public ExtensionContext {
+ public:
+  /// Calls `whenEnded` once, on the thread that ends the request. It must not throw.
+  CommandLineContext(std::vector<std::shared_ptr<ItemProvider>> providers,
+                     std::function<void()> whenEnded);
+
+  std::vector<InputItem> inputItems() const override;
+  void completeRequest() noexcept override;
+  void cancelRequest(const RequestError& error) noexcept override;
+
+  /// None as long as the request is being served.
+  const std::optional<Outcome>& outcome() const { return outcome_; }
+
+ private:
+  std::vector<std::shared_ptr<ItemProvider>> providers_;
+  std::function<void()> whenEnded_;
+  std::optional<Outcome> outcome_;
+};
+
+}  // namespace velmora

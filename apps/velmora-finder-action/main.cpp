@@ -1,0 +1,83 @@
+// velmora-finder-action: one request of a file manager's menu, then exit.
+
+#include "CommandLine.h"
+#include "Program.h"
+#include "SelectedItems.h"
+#include "platform/linux/Environment.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <exception>
+#include <iostream>
+#include <iterator>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace {
+
+using velmora::ExitStatus;
+
+/// A file opened under the number of a missing standard stream would receive what is written there.
+void openMissingStandardStreams() {
+  while (true) {
+    const int descriptor = ::open("/dev/null", O_RDWR);
+    if (descriptor < 0) {
+      return;
+    }
+    if (descriptor > STDERR_FILENO) {
+      ::close(descriptor);
+      return;
+    }
+  }
+}
+
+ExitStatus refuse(const std::string& message) {
+  std::cerr << "velmora-finder-action: " << message << std::endl;
+  return ExitStatus::usageError;
+}
+
+std::vector<std::string> itemsOnStandardInput() {
+  const std::string bytes{std::istreambuf_iterator<char>(std::cin), {}};
+  return velmora::splitAtNUL(bytes);
+}
+
+ExitStatus run(velmora::CommandLine commandLine, const velmora::Environment& environment) {
+  if (commandLine.readsStandardInput) {
+    commandLine.operands = itemsOnStandardInput();
+  }
+  return commandLine.isCheck ? checkSelection(commandLine, environment)
+                             : performAction(commandLine, environment);
+}
+
+struct Answer {
+  const velmora::Environment& environment;
+
+  ExitStatus operator()(const velmora::CommandLine& commandLine) const {
+    return run(commandLine, environment);
+  }
+  ExitStatus operator()(const velmora::RequestedText& requested) const {
+    std::cout << requested.text << std::flush;
+    return ExitStatus::completed;
+  }
+  ExitStatus operator()(const velmora::UsageError& error) const { return refuse(error.message); }
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  openMissingStandardStreams();
+  // A reader of our messages that has gone must not take the request with it.
+  std::signal(SIGPIPE, SIG_IGN);
+  const velmora::Environment environment = velmora::captureEnvironment();
+  velmora::detachSessionBusFromLibraries();
+  try {
+    const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+    return static_cast<int>(std::visit(Answer{environment}, velmora::parseCommandLine(arguments)));
+  } catch (const std::exception& error) {
+    std::cerr << "velmora-finder-action: " << error.what() << std::endl;
+    return static_cast<int>(ExitStatus::handoffCancelled);
+  }
+}

@@ -1,0 +1,19 @@
+// Which of the two actions this program performs.
+#pragma once
+
+#include <string_view>
+
+namespace velmora {
+
+class ExtensionBundle;
+
+/// The bundle identifier that makes the program perform Restore.
+inline constexpr std::string_view restoreActionIdentifier =
+    "io.tolvane.Velmora.FinderRestoreAction";
+
+/// The action kind: true for Restore, false for Warp. Restore is performed under
+/// restoreActionIdentifier only, Warp under any other identifier and without one. Never stored:
+/// whoever needs the kind asks again.
+[[nodiscard]] bool isRestoreAction(const ExtensionBundle& bundle);
+
+}  // namespace velmora

@@ -1,0 +1,113 @@
+#include "extension/RequestFlow.h"
+
+#include "extension/ActionKind.h"
+#include "extension/SelectionGathering.h"
+#include "extension/SelectionScreening.h"
+#include "handoff/ApplicationLaunch.h"
+#include "handoff/HandoffRequest.h"
+#include "localization/Messages.h"
+#include "platform/ExtensionContext.h"
+#include "platform/Logger.h"
+#include "platform/Platform.h"
+#include "platform/PlatformError.h"
+
+#include <cerrno>
+#include <exception>
+#include <new>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace velmora {
+
+namespace {
+
+constexpr std::string_view failedHandoffLogPrefix = "Velmora Finder Action handoff failed: ";
+
+void logFailedHandoff(std::string_view description, Logger& logger) noexcept {
+  try {
+    logger.log(std::string(failedHandoffLogPrefix).append(description));
+  } catch (const std::bad_alloc&) {
+    logger.log(failedHandoffLogPrefix);
+  }
+}
+
+void cancelFailedHandoff(std::string_view description, ExtensionContext& context,
+                         const Platform& platform) noexcept {
+  logFailedHandoff(description, platform.logger);
+  RequestError error;
+  try {
+    error = makeHandoffError(isRestoreAction(platform.bundle), platform);
+  } catch (const std::bad_alloc&) {
+    // Not even the message fits into memory: the code alone says what happened.
+    error.code = failedHandoffErrorCode;
+  }
+  context.cancelRequest(error);
+}
+
+/// Runs a part of a request that ends it as its last act, and ends it where that part cannot.
+template <class Step>
+void endingWithHandoffError(ExtensionContext& context, const Platform& platform,
+                            Step step) noexcept {
+  try {
+    step();
+  } catch (const std::bad_alloc&) {
+    cancelFailedHandoff("Cannot allocate memory", context, platform);
+  } catch (const std::exception& error) {
+    cancelFailedHandoff(error.what(), context, platform);
+  }
+}
+
+void cancelUnsuitableSelection(ExtensionContext& context, const Platform& platform) {
+  context.cancelRequest(makeSelectionError(isRestoreAction(platform.bundle), platform));
+}
+
+FinderHandoffAction handoffAction(const Platform& platform) {
+  return isRestoreAction(platform.bundle) ? FinderHandoffAction::restoreMarkerFolder
+                                          : FinderHandoffAction::warpFolder;
+}
+
+void screenAndHandOff(const std::vector<FileURL>& selection, ExtensionContext& context,
+                      const Platform& platform, const WarpedFolders& warpedFolders) {
+  const std::vector<Text> paths = screenSelection(selection, platform, warpedFolders);
+  if (paths.empty()) {
+    cancelUnsuitableSelection(context, platform);
+    return;
+  }
+  writeHandoffRequest(handoffAction(platform), paths, platform);
+  openMainApplication(platform.workspace);
+  context.completeRequest();
+}
+
+void loadAndPerformHandoff(const std::shared_ptr<ExtensionContext>& context,
+                           const Platform& platform, const WarpedFolders& warpedFolders) {
+  const std::vector<std::shared_ptr<ItemProvider>> providers = fileURLProviders(*context);
+  if (providers.empty()) {
+    cancelUnsuitableSelection(*context, platform);
+    return;
+  }
+  loadFileURLs(providers, platform.mainQueue,
+               [context, platform, &warpedFolders](const GatheredFileURLs& selection) {
+                 if (!selection.has_value()) {
+                   cancelFailedHandoff("Cannot allocate memory", *context, platform);
+                   return;
+                 }
+                 performHandoff(*selection, *context, platform, warpedFolders);
+               });
+}
+
+}  // namespace
+
+void performHandoff(const std::vector<FileURL>& selection, ExtensionContext& context,
+                    const Platform& platform, const WarpedFolders& warpedFolders) noexcept {
+  endingWithHandoffError(context, platform,
+                         [&] { screenAndHandOff(selection, context, platform, warpedFolders); });
+}
+
+void beginRequest(const std::shared_ptr<ExtensionContext>& context, const Platform& platform,
+                  const WarpedFolders& warpedFolders) noexcept {
+  endingWithHandoffError(*context, platform,
+                         [&] { loadAndPerformHandoff(context, platform, warpedFolders); });
+}
+
+}  // namespace velmora

@@ -1,0 +1,35 @@
+// The warped folders, prepared for the question in which of them an item lies.
+#pragma once
+
+#include "text/Text.h"
+
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+namespace velmora {
+
+class PathStandardizer;
+
+/// The standardised absolute paths among `paths`, without repetitions, in matching order: longest
+/// in characters first, so that the innermost folder wins; equally long ones in ascending order.
+[[nodiscard]] std::vector<Text> normalizedWarpRoots(const std::vector<Text>& paths,
+                                                    const PathStandardizer& standardizer);
+
+/// The warp roots of one screening. A look-up costs in proportion to the depth of the item, not to
+/// the number of roots.
+class WarpRoots {
+ public:
+  /// `standardizer` outlives the object.
+  WarpRoots(const std::vector<Text>& warpedFolderPaths, const PathStandardizer& standardizer);
+
+  /// The first root in matching order that is the item at `path` or contains it, or none. `path`
+  /// is standardised first; one that is not absolute lies in no root.
+  [[nodiscard]] std::optional<Text> enclosingWarpRoot(const Text& path) const;
+
+ private:
+  const PathStandardizer& standardizer_;
+  std::unordered_map<Text, Text> rootsByNormalizedPath_;
+};
+
+}  // namespace velmora

@@ -13,7 +13,7 @@ namespace velmora {
 /// A well-formed command line.
 struct CommandLine {
   /// The identity that decides the action, or none.
-  std::optional<Text> bundleIdentifier;
+  std::optional<Text> bundleIdentifier = {};
   /// Only tell whether the action applies.
   bool isCheck = false;
   /// Tell the user of a failure through the desktop, where no terminal does.
@@ -21,7 +21,7 @@ struct CommandLine {
   /// The items are on standard input.
   bool readsStandardInput = false;
   /// The operands as they stand: paths and file URLs, in order.
-  std::vector<std::string> operands;
+  std::vector<std::string> operands = {};
 };
 
 /// A text that the user asked for instead of an action.

@@ -42,7 +42,8 @@ constexpr std::chrono::milliseconds sessionBusLimit{2000};
 /// The platform of a Linux desktop. Nothing here connects to anything before it is used.
 struct LinuxPlatform {
   LinuxPlatform(const CommandLine& commandLine, const Environment& environment)
-      : bundle(commandLine.bundleIdentifier,
+      : paths(std::string(environment.absolutePath("HOME").value_or(""))),
+        bundle(commandLine.bundleIdentifier,
                resourceDirectory(environment, VELMORA_RESOURCE_DIRECTORY), fileReader),
         locations(environment, fileReader),
         defaults(environment, fileReader),

@@ -19,6 +19,7 @@
 #include "platform/posix/PosixPathStandardizer.h"
 #include "resolution/WarpedFolders.h"
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <map>
@@ -118,11 +119,12 @@ class FakeFileSystem final : public FileReader, public FileWriter {
     if (writeFailure) {
       writeFailure();
     }
-    if (!directories.contains(path.substr(0, path.rfind('/')))) {
+    if (!directories.contains(path.substr(0, std::max<std::size_t>(path.rfind('/'), 1)))) {
       throw posixError(ENOENT);
     }
-    files[std::string(path)] = bytes;
+    // The file last: when memory runs out, there must be none.
     journal_.push_back("write " + std::string(path));
+    files.insert_or_assign(std::string(path), std::string(bytes));
   }
 
  private:

@@ -5,7 +5,7 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <cstdlib>
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -30,20 +30,18 @@ std::optional<std::string> homeInPasswordDatabase(const std::string& user) {
   return found->pw_dir;
 }
 
-std::optional<std::string> homeDirectory(const std::string& user) {
-  const char* home = user.empty() ? std::getenv("HOME") : nullptr;
-  if (home != nullptr && home[0] == '/') {
-    return home;
-  }
-  return homeInPasswordDatabase(user);
+/// The home directory of `user`, or of the user of this process when that is empty.
+std::optional<std::string> homeDirectory(const std::string& user, const std::string& ownHome) {
+  return user.empty() && ownHome.starts_with('/') ? ownHome : homeInPasswordDatabase(user);
 }
 
-std::string expandingTilde(std::string_view path) {
+std::string expandingTilde(std::string_view path, const std::string& ownHome) {
   if (!path.starts_with('~')) {
     return std::string(path);
   }
   const std::size_t end = std::min(path.find('/'), path.size());
-  const std::optional<std::string> home = homeDirectory(std::string(path.substr(1, end - 1)));
+  const std::optional<std::string> home =
+      homeDirectory(std::string(path.substr(1, end - 1)), ownHome);
   return home.has_value() ? *home + std::string(path.substr(end)) : std::string(path);
 }
 
@@ -63,7 +61,7 @@ Text PosixPathStandardizer::standardizedFileURLPath(const Text& path) const {
 }
 
 Text PosixPathStandardizer::standardizedPath(const Text& path) const {
-  return lexicallyStandardized(expandingTilde(path));
+  return lexicallyStandardized(expandingTilde(path, home_));
 }
 
 }  // namespace velmora

@@ -3,15 +3,24 @@
 
 #include "platform/PathStandardizer.h"
 
+#include <string>
+#include <utility>
+
 namespace velmora {
 
-/// Stateless; see PathStandardizer for the contract. Consults the file system for nothing but the
-/// working directory, and the password database for "~user" alone; "~" is the variable HOME where
-/// that is absolute. A "~" that cannot be expanded stays.
+/// See PathStandardizer for the contract. Consults nothing but the working directory and, for home
+/// directories, the password database. A "~" that cannot be expanded stays.
 class PosixPathStandardizer final : public PathStandardizer {
  public:
+  /// `home` is what "~" stands for when it is absolute, as the variable HOME tells; otherwise the
+  /// home directory in the user's password entry is.
+  explicit PosixPathStandardizer(std::string home = {}) : home_(std::move(home)) {}
+
   Text standardizedFileURLPath(const Text& path) const override;
   Text standardizedPath(const Text& path) const override;
+
+ private:
+  std::string home_;
 };
 
 }  // namespace velmora

@@ -1,0 +1,149 @@
+#include "extension/VelmoraFinderActionExtension.h"
+#include "tests/fakes/FakeExtensionHost.h"
+#include "tests/fakes/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <random>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+class PrincipalClass : public testing::Test {
+ protected:
+  PrincipalClass() {
+    fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
+    fake.fileSystem.directories.insert("/a");
+  }
+
+  FakePlatform fake;
+  FakeWarpedFolders warpedFolders;
+};
+
+TEST_F(PrincipalClass, servesARequest) {
+  const VelmoraFinderActionExtension extension(fake.platform(), warpedFolders);
+  const auto context = contextWith({answeringPath("/a")});
+  extension.beginRequestWithExtensionContext(context);
+  fake.mainQueue.runAll();
+  EXPECT_EQ(context->ends->completedCount, 1);
+}
+
+TEST_F(PrincipalClass, mayGoWhileItsRequestIsServed) {
+  auto extension = std::make_unique<VelmoraFinderActionExtension>(fake.platform(), warpedFolders);
+  const PendingLoad load;
+  const auto context = contextWith({load.provider()});
+  extension->beginRequestWithExtensionContext(context);
+  extension.reset();
+  load.answerPath("/a");
+  fake.mainQueue.runAll();
+  EXPECT_EQ(context->ends->completedCount, 1);
+}
+
+/// Threads that answer loads in an order of their own.
+class LoadingThreads {
+ public:
+  explicit LoadingThreads(unsigned count) {
+    for (unsigned seed = 0; seed < count; ++seed) {
+      threads_.emplace_back([this, seed] { answerAtRandom(std::mt19937(seed)); });
+    }
+  }
+  LoadingThreads(const LoadingThreads&) = delete;
+  LoadingThreads& operator=(const LoadingThreads&) = delete;
+  ~LoadingThreads() {
+    {
+      const std::lock_guard guard(lock_);
+      isClosed_ = true;
+    }
+    changed_.notify_all();
+    for (std::thread& thread : threads_) {
+      thread.join();
+    }
+  }
+
+  void add(std::function<void()> answer) {
+    {
+      const std::lock_guard guard(lock_);
+      answers_.push_back(std::move(answer));
+    }
+    changed_.notify_one();
+  }
+
+ private:
+  void answerAtRandom(std::mt19937 random) {
+    while (std::function<void()> answer = take(random)) {
+      answer();
+    }
+  }
+
+  std::function<void()> take(std::mt19937& random) {
+    std::unique_lock guard(lock_);
+    changed_.wait(guard, [this] { return isClosed_ || !answers_.empty(); });
+    if (answers_.empty()) {
+      return nullptr;
+    }
+    std::swap(answers_[random() % answers_.size()], answers_.back());
+    std::function<void()> answer = std::move(answers_.back());
+    answers_.pop_back();
+    return answer;
+  }
+
+  std::mutex lock_;
+  std::condition_variable changed_;
+  std::deque<std::function<void()>> answers_;
+  bool isClosed_ = false;
+  std::vector<std::thread> threads_;
+};
+
+TEST_F(PrincipalClass, keepsAThousandRequestsInFlightApart) {
+  constexpr int requestCount = 1000;
+  constexpr int providerCount = 32;
+  std::vector<std::shared_ptr<RequestEnds>> ends;
+  std::set<std::string> expectedRequests;
+  {
+    LoadingThreads threads(4);
+    const VelmoraFinderActionExtension extension(fake.platform(), warpedFolders);
+    for (int request = 0; request < requestCount; ++request) {
+      std::vector<std::shared_ptr<ItemProvider>> providers;
+      std::string expectedPaths;
+      for (int position = 0; position < providerCount; ++position) {
+        const std::string path = "/r" + std::to_string(request) + "p" + std::to_string(position);
+        fake.fileSystem.directories.insert(path);
+        expectedPaths += (position == 0 ? "\n    \"\\" : ",\n    \"\\") + path + "\"";
+        providers.push_back(std::make_shared<FakeItemProvider>(
+            [&threads, path](const ItemProvider::LoadCompletion& completion) {
+              threads.add([completion, path] {
+                completion(FileURL{.path = path}, nullptr);
+                completion(FileURL{.path = "/a"}, nullptr);
+              });
+            }));
+      }
+      expectedRequests.insert("[" + expectedPaths + "\n  ]");
+      const auto context = contextWith(std::move(providers));
+      ends.push_back(context->ends);
+      extension.beginRequestWithExtensionContext(context);
+    }
+  }
+  fake.mainQueue.runAll();
+  for (const std::shared_ptr<RequestEnds>& end : ends) {
+    EXPECT_EQ(end->completedCount, 1);
+    EXPECT_EQ(end->cancelledCount, 0);
+  }
+  std::set<std::string> requests;
+  for (const auto& [path, request] : fake.fileSystem.files) {
+    const std::size_t begin = request.find('[');
+    requests.insert(request.substr(begin, request.rfind(']') + 1 - begin));
+  }
+  EXPECT_EQ(requests, expectedRequests);
+}
+
+}  // namespace
+}  // namespace velmora

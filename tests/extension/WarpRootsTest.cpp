@@ -1,0 +1,162 @@
+#include "extension/WarpRoots.h"
+#include "platform/posix/PosixPathStandardizer.h"
+#include "tests/RowName.h"
+#include "tests/data/AnsweredCases.h"
+#include "text/Characters.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+namespace velmora {
+namespace {
+
+using Paths = std::vector<Text>;
+
+const PosixPathStandardizer standardizer;
+
+std::vector<std::string> bytesOf(const Paths& paths) {
+  std::vector<std::string> bytes;
+  for (const Text& path : paths) {
+    bytes.push_back(path.utf8());
+  }
+  return bytes;
+}
+
+struct RootsCase {
+  const char* name;
+  Paths paths;
+  Paths roots;
+};
+
+class NormalizedWarpRoots : public testing::TestWithParam<RootsCase> {};
+
+TEST_P(NormalizedWarpRoots, areInMatchingOrder) {
+  EXPECT_EQ(bytesOf(normalizedWarpRoots(GetParam().paths, standardizer)),
+            bytesOf(GetParam().roots));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lists, NormalizedWarpRoots,
+    testing::Values(
+        RootsCase{"none", {}, {}},
+        RootsCase{"longestFirst", {"/a", "/a/b/c", "/a/b"}, {"/a/b/c", "/a/b", "/a"}},
+        RootsCase{"equalLengthAscending", {"/b", "/a", "/B"}, {"/B", "/a", "/b"}},
+        RootsCase{"standardised", {"/a/./b/", "//c"}, {"/a/b", "/c"}},
+        RootsCase{"unique", {"/a", "/a/", "/x/../a"}, {"/a"}},
+        RootsCase{"firstSpellingOfEquals", {"/e\u0301", "/\u00e9"}, {"/e\u0301"}},
+        RootsCase{"relativeLeftOut", {"a", "", ".", "/b", "../c"}, {"/b"}},
+        RootsCase{"markOnTheFirstSlash", {"/\u0301a", "/b"}, {"/b"}},
+        RootsCase{"unknownUserLeftOut", {"~no such user/a"}, {}},
+        RootsCase{"charactersNotBytes", {"/日", "/abc"}, {"/abc", "/日"}},
+        RootsCase{"charactersNotCodePoints", {"/e\u0301\u0323", "/ab"}, {"/ab", "/e\u0301\u0323"}},
+        RootsCase{"root", {"/", "/a"}, {"/a", "/"}}),
+    RowName());
+
+TEST(NormalizedWarpRootsOfAnsweredCases, agreeWithEveryAnswer) {
+  const std::vector<AnsweredCase> cases = readAnsweredCases("extension/roots.jsonl");
+  ASSERT_FALSE(cases.empty());
+  for (const AnsweredCase& answered : cases) {
+    const Paths paths(answered.paths.begin(), answered.paths.end());
+    EXPECT_EQ(bytesOf(normalizedWarpRoots(paths, standardizer)),
+              answered.expect<std::vector<std::string>>())
+        << answered.name;
+  }
+}
+
+struct EnclosingCase {
+  const char* name;
+  Paths roots;
+  const char* item;
+  std::optional<Text> enclosing;
+};
+
+class EnclosingWarpRoot : public testing::TestWithParam<EnclosingCase> {};
+
+TEST_P(EnclosingWarpRoot, isTheItemOrTheInnermostRootAround) {
+  const WarpRoots roots(GetParam().roots, standardizer);
+  EXPECT_EQ(roots.enclosingWarpRoot(GetParam().item), GetParam().enclosing);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Items, EnclosingWarpRoot,
+    testing::Values(
+        EnclosingCase{"noRoots", {}, "/a", std::nullopt},
+        EnclosingCase{"itself", {"/a/b"}, "/a/b", "/a/b"},
+        EnclosingCase{"inside", {"/a/b"}, "/a/b/c", "/a/b"},
+        EnclosingCase{"deepInside", {"/a"}, "/a/b/c/d/e", "/a"},
+        EnclosingCase{"parent", {"/a/b"}, "/a", std::nullopt},
+        EnclosingCase{"siblingWithSamePrefix", {"/a/b"}, "/a/bc", std::nullopt},
+        EnclosingCase{"innermostWins", {"/a", "/a/b"}, "/a/b/c", "/a/b"},
+        EnclosingCase{"innermostWinsInAnyOrder", {"/a/b", "/a"}, "/a/b/c", "/a/b"},
+        EnclosingCase{"everythingIsInTheRoot", {"/"}, "/x/y", "/"},
+        EnclosingCase{"theRootIsInTheRoot", {"/"}, "/", "/"},
+        EnclosingCase{"theRootIsInNothingElse", {"/a"}, "/", std::nullopt},
+        EnclosingCase{"trailingSlash", {"/a"}, "/a/b/", "/a"},
+        EnclosingCase{"dotDotOut", {"/a"}, "/a/../b", std::nullopt},
+        EnclosingCase{"dotDotIn", {"/a"}, "/b/../a/c", "/a"},
+        EnclosingCase{"relative", {"/", "/a"}, "a/b", std::nullopt},
+        EnclosingCase{"empty", {"/"}, "", std::nullopt},
+        EnclosingCase{"otherNormalForm", {"/caf\u00e9"}, "/cafe\u0301/x", "/caf\u00e9"},
+        EnclosingCase{"otherNormalFormBack", {"/cafe\u0301"}, "/caf\u00e9/x", "/cafe\u0301"},
+        EnclosingCase{"letterCase", {"/a"}, "/A/b", std::nullopt},
+        EnclosingCase{"accentBehindTheRoot", {"/e"}, "/e\u0301/x", std::nullopt},
+        EnclosingCase{"markOnTheSlash", {"/a"}, "/a/\u0301b", std::nullopt},
+        EnclosingCase{"markOnALaterSlash", {"/a"}, "/a/b/\u0301c", "/a"},
+        EnclosingCase{"joinerOnTheSlash", {"/a"}, "/a/\u200db", std::nullopt},
+        EnclosingCase{"prependedToTheSlash", {"/a\u0600"}, "/a\u0600/b", "/a\u0600"},
+        EnclosingCase{"hangul", {"/\u1112\u1161\u11ab"}, "/\ud55c/x", "/\u1112\u1161\u11ab"}),
+    RowName());
+
+TEST(EnclosingWarpRootOfAnsweredCases, agreesWithEveryAnswer) {
+  const std::vector<AnsweredCase> cases = readAnsweredCases("extension/enclosing.jsonl");
+  ASSERT_FALSE(cases.empty());
+  for (const AnsweredCase& answered : cases) {
+    const WarpRoots roots(Paths(answered.paths.begin(), answered.paths.end()), standardizer);
+    EXPECT_EQ(roots.enclosingWarpRoot(answered.input), Text(answered.expect<std::string>()))
+        << answered.name;
+  }
+}
+
+/// The rule as it is told: walk the roots in matching order, compare each.
+std::optional<Text> enclosingRootByWalking(const Text& item, const Paths& paths) {
+  const Text path = standardizer.standardizedPath(item);
+  if (!hasCharacterPrefix(path, "/")) {
+    return std::nullopt;
+  }
+  for (const Text& root : normalizedWarpRoots(paths, standardizer)) {
+    if (path == root || root == Text("/") || hasCharacterPrefix(path, root.utf8() + "/")) {
+      return root;
+    }
+  }
+  return std::nullopt;
+}
+
+TEST(EnclosingWarpRootOfRandomTrees, agreesWithTheWalkOverAllRoots) {
+  const std::vector<std::string> names = {"a",       "ab",     "e",       "e\u0301", "\u00e9",
+                                          "\u0301b", "\u0600", "x\u0600", "日",      "\u200d"};
+  std::mt19937 random(20260301);
+  const auto randomPath = [&](unsigned maximalDepth) {
+    std::string path;
+    for (auto depth = random() % (maximalDepth + 1); depth > 0; --depth) {
+      path += "/" + names[random() % names.size()];
+    }
+    return Text(path.empty() ? "/" : path);
+  };
+  int enclosedCount = 0;
+  for (int round = 0; round < 3000; ++round) {
+    Paths paths;
+    for (auto count = random() % 6; count > 0; --count) {
+      paths.push_back(randomPath(3));
+    }
+    const Text item = randomPath(5);
+    const std::optional<Text> expected = enclosingRootByWalking(item, paths);
+    ASSERT_EQ(WarpRoots(paths, standardizer).enclosingWarpRoot(item), expected) << item.utf8();
+    enclosedCount += expected.has_value() ? 1 : 0;
+  }
+  EXPECT_GT(enclosedCount, 300);
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,133 @@
+#include "platform/PlatformError.h"
+#include "platform/posix/PosixFileReader.h"
+#include "platform/posix/PosixFileWriter.h"
+#include "tests/ScratchDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <thread>
+
+namespace velmora {
+namespace {
+
+class WritingPosixFiles : public testing::Test {
+ protected:
+  template <class Operation>
+  int errorCodeOf(Operation operation) {
+    try {
+      operation();
+    } catch (const PlatformError& error) {
+      return error.code();
+    }
+    return 0;
+  }
+
+  mode_t modeOf(const std::string& name) const {
+    struct stat status {};
+    EXPECT_EQ(::stat(directory.path(name).c_str(), &status), 0);
+    return status.st_mode & 0777;
+  }
+
+  ScratchDirectory directory;
+  PosixFileWriter writer;
+};
+
+TEST_F(WritingPosixFiles, leavesOnlyTheFileItself) {
+  writer.writeAtomically(directory.path("request.json"), "{}");
+  EXPECT_EQ(directory.names(), std::vector<std::string>{"request.json"});
+}
+
+TEST_F(WritingPosixFiles, leavesTheModesToTheUmask) {
+  const mode_t umaskBefore = ::umask(027);
+  writer.createDirectories(directory.path("a/b"));
+  writer.writeAtomically(directory.path("file"), "");
+  ::umask(umaskBefore);
+  EXPECT_EQ(modeOf("a"), 0750U);
+  EXPECT_EQ(modeOf("a/b"), 0750U);
+  EXPECT_EQ(modeOf("file"), 0640U);
+}
+
+TEST_F(WritingPosixFiles, leavesNothingOfAFileThatOutgrowsTheLimit) {
+  // As a full disk does, but without filling one: the write comes to an end half-way.
+  const auto handlerBefore = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+  const rlimit small = {.rlim_cur = 1000, .rlim_max = before.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+  const int code =
+      errorCodeOf([&] { writer.writeAtomically(directory.path("file"), std::string(5000, 'x')); });
+  ::setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, handlerBefore);
+  EXPECT_EQ(code, EFBIG);
+  EXPECT_TRUE(directory.names().empty());
+}
+
+TEST_F(WritingPosixFiles, writesWhereFilesCannotGoWithoutAName) {
+  // /dev/shm can; a directory that no file can be made in without a name is hard to come by, so the
+  // road through the partial file is met where naming the nameless fails: under a name that is
+  // taken.
+  directory.write("file", "before");
+  writer.writeAtomically(directory.path("file"), "after");
+  EXPECT_EQ(PosixFileReader().read(directory.path("file")), "after");
+  EXPECT_EQ(directory.names(), std::vector<std::string>{"file"});
+}
+
+TEST_F(WritingPosixFiles, leavesNothingWhereAPartialFileCannotBeMovedIntoPlace) {
+  writer.createDirectories(directory.path("file"));
+  EXPECT_EQ(errorCodeOf([&] { writer.writeAtomically(directory.path("file"), "bytes"); }), EISDIR);
+  EXPECT_EQ(directory.names(), std::vector<std::string>{"file"});
+}
+
+TEST_F(WritingPosixFiles, keepsItsHandsOffAPartialFileOfSomebodyElse) {
+  directory.write("file", "before");
+  directory.write(".file.partial", "somebody else's");
+  EXPECT_EQ(errorCodeOf([&] { writer.writeAtomically(directory.path("file"), "bytes"); }), EEXIST);
+  EXPECT_EQ(PosixFileReader().read(directory.path(".file.partial")), "somebody else's");
+  EXPECT_EQ(PosixFileReader().read(directory.path("file")), "before");
+}
+
+TEST_F(WritingPosixFiles, makesDirectoriesBehindALink) {
+  writer.createDirectories(directory.path("real"));
+  ASSERT_EQ(::symlink("real", directory.path("link").c_str()), 0);
+  writer.createDirectories(directory.path("link/a"));
+  EXPECT_EQ(directory.names("real"), std::vector<std::string>{"a"});
+}
+
+TEST_F(WritingPosixFiles, makesNoDirectoryBelowAFile) {
+  directory.write("file", "");
+  EXPECT_EQ(errorCodeOf([&] { writer.createDirectories(directory.path("file/a/b")); }), ENOTDIR);
+}
+
+TEST_F(WritingPosixFiles, makesNoDirectoryBehindADanglingLink) {
+  ASSERT_EQ(::symlink("missing", directory.path("link").c_str()), 0);
+  EXPECT_EQ(errorCodeOf([&] { writer.createDirectories(directory.path("link")); }), EEXIST);
+}
+
+TEST_F(WritingPosixFiles, doesNotCutAPathAtNUL) {
+  using std::string_literals::operator""s;
+  EXPECT_EQ(errorCodeOf([&] { writer.createDirectories(directory.path("a") + "\0b"s); }), ENOENT);
+  EXPECT_EQ(errorCodeOf([&] { writer.writeAtomically(directory.path("a") + "\0b"s, ""); }), ENOENT);
+  EXPECT_TRUE(directory.names().empty());
+}
+
+TEST_F(WritingPosixFiles, makesOneDirectoryFromManyThreads) {
+  std::vector<std::jthread> threads;
+  std::atomic<int> failureCount = 0;
+  for (int thread = 0; thread < 8; ++thread) {
+    threads.emplace_back([&] {
+      failureCount += errorCodeOf([&] { writer.createDirectories(directory.path("a/b/c/d")); });
+    });
+  }
+  threads.clear();
+  EXPECT_EQ(failureCount, 0);
+  EXPECT_EQ(directory.names("a/b/c"), std::vector<std::string>{"d"});
+}
+
+}  // namespace
+}  // namespace velmora

@@ -2,7 +2,8 @@
 //
 // A "/" followed by a combining mark is one character and not a "/": prefix tests, splitting and
 // lengths must never cut through a character. Everything here also respects canonical equivalence
-// (Text.h) and is as cheap as bytes for ASCII.
+// (Text.h) and is as cheap as bytes for ASCII. A byte that is not part of well-formed UTF-8 is a
+// character of its own.
 #pragma once
 
 #include <cstddef>
@@ -23,7 +24,7 @@ namespace velmora {
 [[nodiscard]] std::vector<std::string_view> splitAtCharacter(std::string_view text, char separator);
 
 /// Whether a character ends directly before `position` in `text`, given that the code point before
-/// `position` is an ASCII character other than CR. `position` may be the end of the text.
+/// `position` is ASCII. `position` may be the end of the text.
 [[nodiscard]] bool isCharacterBoundaryAfterASCII(std::string_view text, std::size_t position);
 
 }  // namespace velmora

@@ -1,10 +1,10 @@
 // File URLs: the form in which a file manager names what the user selected.
 #pragma once
 
+#include "text/Text.h"
+
 #include <optional>
 #include <string_view>
-
-#include "text/Text.h"
 
 namespace velmora {
 
@@ -17,8 +17,8 @@ struct FileURL {
 
 /// Reads an absolute URL (RFC 3986, RFC 8089). None unless the scheme is "file" in any case, the
 /// authority is absent, empty or "localhost" in any case, the path begins with "/", and the
-/// percent-decoded path is UTF-8 without an encoded NUL or "/". A query or fragment is left out.
-/// Characters that should have been percent-encoded but were not stand for themselves.
+/// percent-decoded path is UTF-8 without an encoded NUL or "/". A query or fragment is left out,
+/// unread. Characters that should have been percent-encoded but were not stand for themselves.
 [[nodiscard]] std::optional<FileURL> fileURLFromURLText(std::string_view url);
 
 /// The URL of an absolute path. None when the path does not begin with "/", holds a NUL, or is not

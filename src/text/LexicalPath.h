@@ -15,7 +15,8 @@ namespace velmora {
 /// nothing is ".". The empty path stays empty.
 [[nodiscard]] std::string lexicallyStandardized(std::string_view path);
 
-/// `path` below `directory`, both as they stand: joined by exactly one "/".
+/// `component` below `directory`, both as they stand. A "/" comes between them unless `directory`
+/// is empty or ends in one.
 [[nodiscard]] std::string appendingPathComponent(std::string_view directory,
                                                  std::string_view component);
 

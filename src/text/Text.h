@@ -62,7 +62,7 @@ class Text {
 
 template <>
 struct std::hash<velmora::Text> {
-  std::size_t operator()(const velmora::Text& text) const noexcept {
+  std::size_t operator()(const velmora::Text& text) const {
     return velmora::canonicalHash(text.view());
   }
 };

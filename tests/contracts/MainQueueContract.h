@@ -1,0 +1,108 @@
+// What every MainQueue promises. Instantiated with an adapter for each implementation.
+#pragma once
+
+#include "platform/MainQueue.h"
+
+#include <gtest/gtest.h>
+
+#include <concepts>
+#include <memory>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace velmora {
+
+template <class Adapter>
+concept MainQueueAdapter = std::default_initializable<Adapter> && requires(Adapter& adapter) {
+  { adapter.queue() } -> std::convertible_to<MainQueue&>;
+  // Runs, on the calling thread, every task given before the call; perhaps also what those give.
+  adapter.runPending();
+};
+
+template <class Adapter>
+class MainQueueContract : public testing::Test {
+  static_assert(MainQueueAdapter<Adapter>);
+
+ protected:
+  Adapter adapter_;
+};
+
+TYPED_TEST_SUITE_P(MainQueueContract);
+
+TYPED_TEST_P(MainQueueContract, neverRunsATaskWithinTheCall) {
+  bool ran = false;
+  this->adapter_.queue().async([&ran] { ran = true; });
+  EXPECT_FALSE(ran);
+  this->adapter_.runPending();
+  EXPECT_TRUE(ran);
+}
+
+TYPED_TEST_P(MainQueueContract, runsEachTaskOnceInTheOrderGiven) {
+  std::vector<int> runs;
+  for (const int number : {1, 2, 3}) {
+    this->adapter_.queue().async([&runs, number] { runs.push_back(number); });
+  }
+  this->adapter_.runPending();
+  this->adapter_.runPending();
+  EXPECT_EQ(runs, (std::vector{1, 2, 3}));
+}
+
+TYPED_TEST_P(MainQueueContract, runsATaskGivenByATaskAfterThoseThatWait) {
+  std::vector<int> runs;
+  MainQueue& queue = this->adapter_.queue();
+  queue.async([&queue, &runs] {
+    queue.async([&runs] { runs.push_back(3); });
+    runs.push_back(1);
+  });
+  queue.async([&runs] { runs.push_back(2); });
+  this->adapter_.runPending();
+  this->adapter_.runPending();
+  EXPECT_EQ(runs, (std::vector{1, 2, 3}));
+}
+
+TYPED_TEST_P(MainQueueContract, runsTasksOfAllThreadsOnOneThreadInTheOrderOfEach) {
+  constexpr int threadCount = 4;
+  constexpr int tasksOfEach = 250;
+  std::vector<std::vector<int>> runs(threadCount);
+  std::vector<std::thread::id> runners;
+  MainQueue& queue = this->adapter_.queue();
+  {
+    std::vector<std::jthread> threads;
+    for (std::vector<int>& runsOfThread : runs) {
+      threads.emplace_back([&queue, &runsOfThread, &runners] {
+        for (int task = 0; task < tasksOfEach; ++task) {
+          queue.async([&runsOfThread, &runners, task] {
+            runsOfThread.push_back(task);
+            runners.push_back(std::this_thread::get_id());
+          });
+        }
+      });
+    }
+  }
+  this->adapter_.runPending();
+
+  std::vector<int> inOrder;
+  for (int task = 0; task < tasksOfEach; ++task) {
+    inOrder.push_back(task);
+  }
+  EXPECT_EQ(runs, std::vector(threadCount, inOrder));
+  EXPECT_EQ(runners, std::vector(threadCount * tasksOfEach, std::this_thread::get_id()));
+}
+
+TYPED_TEST_P(MainQueueContract, keepsNothingOfATaskThatHasRun) {
+  auto captured = std::make_shared<int>();
+  const std::weak_ptr<int> remains = captured;
+  this->adapter_.queue().async([kept = std::move(captured)] {});
+  EXPECT_FALSE(remains.expired());
+  this->adapter_.runPending();
+  EXPECT_TRUE(remains.expired());
+}
+
+REGISTER_TYPED_TEST_SUITE_P(MainQueueContract, neverRunsATaskWithinTheCall,
+                            runsEachTaskOnceInTheOrderGiven,
+                            runsATaskGivenByATaskAfterThoseThatWait,
+                            runsTasksOfAllThreadsOnOneThreadInTheOrderOfEach,
+                            keepsNothingOfATaskThatHasRun);
+
+}  // namespace velmora

@@ -28,9 +28,12 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <string>
+#include <system_error>
 
 namespace velmora {
 
@@ -39,12 +42,23 @@ namespace {
 /// What the user waits for the desktop's services at most, in all.
 constexpr std::chrono::milliseconds sessionBusLimit{2000};
 
+/// The localized texts beside the program, where an installation was moved or this is a build tree;
+/// else the place that they were to be installed at.
+std::string installedResourceDirectory() {
+  std::error_code error;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+  const std::filesystem::path beside =
+      program.parent_path().parent_path() / "share/velmora-finder-action";
+  return std::filesystem::is_directory(beside, error) ? beside.string()
+                                                      : VELMORA_RESOURCE_DIRECTORY;
+}
+
 /// The platform of a Linux desktop. Nothing here connects to anything before it is used.
 struct LinuxPlatform {
   LinuxPlatform(const CommandLine& commandLine, const Environment& environment)
       : paths(std::string(environment.absolutePath("HOME").value_or(""))),
         bundle(commandLine.bundleIdentifier,
-               resourceDirectory(environment, VELMORA_RESOURCE_DIRECTORY), fileReader),
+               resourceDirectory(environment, installedResourceDirectory()), fileReader),
         locations(environment, fileReader),
         defaults(environment, fileReader),
         languages(environment),

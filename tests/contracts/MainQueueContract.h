@@ -6,7 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <concepts>
+#include <cstddef>
 #include <memory>
+#include <numeric>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -62,16 +64,17 @@ TYPED_TEST_P(MainQueueContract, runsATaskGivenByATaskAfterThoseThatWait) {
 }
 
 TYPED_TEST_P(MainQueueContract, runsTasksOfAllThreadsOnOneThreadInTheOrderOfEach) {
-  constexpr int threadCount = 4;
-  constexpr int tasksOfEach = 250;
-  std::vector<std::vector<int>> runs(threadCount);
+  constexpr std::size_t threadCount = 4;
+  constexpr std::size_t tasksOfEach = 250;
+  std::vector<std::vector<std::size_t>> runs(threadCount);
   std::vector<std::thread::id> runners;
   MainQueue& queue = this->adapter_.queue();
   {
     std::vector<std::jthread> threads;
-    for (std::vector<int>& runsOfThread : runs) {
+    threads.reserve(threadCount);
+    for (std::vector<std::size_t>& runsOfThread : runs) {
       threads.emplace_back([&queue, &runsOfThread, &runners] {
-        for (int task = 0; task < tasksOfEach; ++task) {
+        for (std::size_t task = 0; task < tasksOfEach; ++task) {
           queue.async([&runsOfThread, &runners, task] {
             runsOfThread.push_back(task);
             runners.push_back(std::this_thread::get_id());
@@ -82,10 +85,8 @@ TYPED_TEST_P(MainQueueContract, runsTasksOfAllThreadsOnOneThreadInTheOrderOfEach
   }
   this->adapter_.runPending();
 
-  std::vector<int> inOrder;
-  for (int task = 0; task < tasksOfEach; ++task) {
-    inOrder.push_back(task);
-  }
+  std::vector<std::size_t> inOrder(tasksOfEach);
+  std::iota(inOrder.begin(), inOrder.end(), 0U);
   EXPECT_EQ(runs, std::vector(threadCount, inOrder));
   EXPECT_EQ(runners, std::vector(threadCount * tasksOfEach, std::this_thread::get_id()));
 }

@@ -1,0 +1,52 @@
+#include "platform/linux/LinuxNotificationCenter.h"
+
+#include "platform/linux/SessionBus.h"
+
+#include <gio/gio.h>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <exception>
+#include <string>
+
+namespace velmora {
+namespace {
+
+/// A name below the application's. The filter in front of a sandboxed application lets a broadcast
+/// pass only from a sender that owns such a name. Two senders need two names, and an element of a
+/// name must not begin with a digit.
+std::string nameOfThisProcess() {
+  return "io.tolvane.Velmora.FinderAction.p" + std::to_string(getpid());
+}
+
+void emitNotification(SessionBus& bus, std::string_view name) {
+  const std::size_t lastDot = name.rfind('.');
+  if (lastDot == std::string_view::npos) {
+    return;
+  }
+  const std::string interface(name.substr(0, lastDot));
+  const std::string member(name.substr(lastDot + 1));
+  if (!g_dbus_is_interface_name(interface.c_str()) || !g_dbus_is_member_name(member.c_str())) {
+    return;
+  }
+  std::string path = "/" + interface;
+  std::replace(path.begin(), path.end(), '.', '/');
+  bus.requestName(nameOfThisProcess());
+  bus.emitSignal(path, interface, member);
+  bus.flush();
+}
+
+}  // namespace
+
+LinuxNotificationCenter::LinuxNotificationCenter(SessionBus& bus) : bus_(bus) {}
+
+void LinuxNotificationCenter::post(std::string_view name) noexcept {
+  try {
+    emitNotification(bus_, name);
+  } catch (const std::exception&) {
+    // Only a hint is lost: the application looks for requests when it starts, too.
+  }
+}
+
+}  // namespace velmora

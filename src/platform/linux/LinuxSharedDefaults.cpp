@@ -1,0 +1,55 @@
+#include "platform/linux/LinuxSharedDefaults.h"
+
+#include "platform/FileReader.h"
+#include "platform/linux/Environment.h"
+#include "platform/linux/GLibPointers.h"
+
+#include <glib.h>
+
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace velmora {
+namespace {
+
+std::optional<Text> stringInKeyFile(std::string_view bytes, std::string_view key) {
+  const GLibPointer<GKeyFile> file(g_key_file_new());
+  if (!g_key_file_load_from_data(file.get(), bytes.data(), bytes.size(), G_KEY_FILE_NONE,
+                                 nullptr)) {
+    return std::nullopt;
+  }
+  GError* failure = nullptr;
+  const GLibPointer<char> value(
+      g_key_file_get_string(file.get(), "Defaults", std::string(key).c_str(), &failure));
+  // GLib may return half a value together with an error.
+  const GLibPointer<GError> error(failure);
+  if (error || !value) {
+    return std::nullopt;
+  }
+  return Text(value.get());
+}
+
+}  // namespace
+
+LinuxSharedDefaults::LinuxSharedDefaults(const Environment& environment,
+                                         const FileReader& fileReader, HomeLookup homeLookup)
+    : environment_(environment), fileReader_(fileReader), homeLookup_(std::move(homeLookup)) {}
+
+std::optional<Text> LinuxSharedDefaults::string(std::string_view suiteName,
+                                                std::string_view key) const {
+  std::optional<std::string> path = xdgConfigHome(environment_, homeLookup_);
+  if (!path) {
+    return std::nullopt;
+  }
+  path->append("/").append(suiteName).append("/defaults.conf");
+  try {
+    // Not read by GLib itself, which would wait for ever on a named pipe.
+    return stringInKeyFile(fileReader_.read(*path), key);
+  } catch (const std::exception&) {
+    // Settings that cannot be read are settings that nobody made.
+    return std::nullopt;
+  }
+}
+
+}  // namespace velmora

@@ -1,0 +1,38 @@
+#include "platform/linux/LinuxSharedLocations.h"
+
+#include "platform/FileReader.h"
+#include "platform/linux/Environment.h"
+
+#include <string>
+#include <utility>
+
+namespace velmora {
+
+LinuxSharedLocations::LinuxSharedLocations(const Environment& environment,
+                                           const FileReader& fileReader, HomeLookup homeLookup)
+    : environment_(environment), fileReader_(fileReader), homeLookup_(std::move(homeLookup)) {}
+
+std::optional<Text> LinuxSharedLocations::groupContainer(std::string_view groupIdentifier) const {
+  if (const auto place = environment_.absolutePath("VELMORA_GROUP_CONTAINER")) {
+    return Text(*place);
+  }
+  std::optional<std::string> container = xdgDataHome(environment_, homeLookup_);
+  if (!container) {
+    return std::nullopt;
+  }
+  container->append("/").append(groupIdentifier);
+  if (!fileReader_.isDirectory(*container)) {
+    return std::nullopt;
+  }
+  return Text(*std::move(container));
+}
+
+std::vector<Text> LinuxSharedLocations::applicationSupportDirectories() const {
+  std::optional<std::string> dataHome = xdgDataHome(environment_, homeLookup_);
+  if (!dataHome) {
+    return {};
+  }
+  return {Text(*std::move(dataHome))};
+}
+
+}  // namespace velmora

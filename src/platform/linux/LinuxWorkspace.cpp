@@ -1,0 +1,181 @@
+#include "platform/linux/LinuxWorkspace.h"
+
+#include "platform/linux/Environment.h"
+#include "platform/linux/SessionBus.h"
+
+#include <gio/gdesktopappinfo.h>
+#include <gio/gio.h>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace velmora {
+namespace {
+
+constexpr std::string_view entrySuffix = ".desktop";
+
+/// A token with which a launcher lets another program take the front, as it travels in the
+/// environment and in a call of org.freedesktop.Application.
+struct ActivationToken {
+  const char* variable;
+  const char* platformDataKey;
+};
+
+constexpr std::array<ActivationToken, 2> activationTokens = {{
+    {"XDG_ACTIVATION_TOKEN", "activation-token"},
+    {"DESKTOP_STARTUP_ID", "desktop-startup-id"},
+}};
+
+GLibPointer<GKeyFile> readEntry(const std::string& location) {
+  GLibPointer<GKeyFile> entry(g_key_file_new());
+  const bool isRead =
+      g_key_file_load_from_file(entry.get(), location.c_str(), G_KEY_FILE_NONE, nullptr) != FALSE;
+  return isRead ? std::move(entry) : nullptr;
+}
+
+/// The bus name of an application that can be activated over the bus: its entry is named after it.
+std::optional<std::string> activatableName(GKeyFile& entry, std::string_view location) {
+  const bool isActivatable =
+      g_key_file_get_boolean(&entry, G_KEY_FILE_DESKTOP_GROUP,
+                             G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr) != FALSE;
+  if (!isActivatable || !location.ends_with(entrySuffix)) {
+    return std::nullopt;
+  }
+  location.remove_suffix(entrySuffix.size());
+  location.remove_prefix(location.rfind('/') + 1);
+  std::string name(location);
+  if (!g_dbus_is_name(name.c_str()) || g_dbus_is_unique_name(name.c_str())) {
+    return std::nullopt;
+  }
+  return name;
+}
+
+BusMethod activateMethod(const std::string& busName) {
+  std::string path = "/" + busName;
+  std::replace(path.begin(), path.end(), '.', '/');
+  // The one character that a name may hold and a path may not, replaced as for every application.
+  std::replace(path.begin(), path.end(), '-', '_');
+  return {busName, std::move(path), "org.freedesktop.Application", "Activate"};
+}
+
+GLibPointer<GVariant> activateArguments(const Environment& environment) {
+  GVariantBuilder platformData;
+  g_variant_builder_init(&platformData, G_VARIANT_TYPE_VARDICT);
+  for (const ActivationToken& token : activationTokens) {
+    const std::string value(environment.variable(token.variable).value_or(std::string_view()));
+    if (!value.empty() && g_utf8_validate(value.c_str(), -1, nullptr) != FALSE) {
+      g_variant_builder_add(&platformData, "{sv}", token.platformDataKey,
+                            g_variant_new_string(value.c_str()));
+    }
+  }
+  return ownVariant(g_variant_new("(a{sv})", &platformData));
+}
+
+void handOn(GAppLaunchContext& context, const Environment& environment, const char* variable) {
+  if (const auto value = environment.variable(variable)) {
+    g_app_launch_context_setenv(&context, variable, std::string(*value).c_str());
+  } else {
+    g_app_launch_context_unsetenv(&context, variable);
+  }
+}
+
+GObjectRef<GAppLaunchContext> launchContext(const Environment& environment, bool handsTokensOn) {
+  auto context = GObjectRef<GAppLaunchContext>::adopt(g_app_launch_context_new());
+  // This process hides the address from its own libraries.
+  handOn(*context.get(), environment, std::string(sessionBusAddressVariable).c_str());
+  const Environment noTokens;
+  for (const ActivationToken& token : activationTokens) {
+    handOn(*context.get(), handsTokensOn ? environment : noTokens, token.variable);
+  }
+  return context;
+}
+
+/// Runs the entry's command. False when it has none or it cannot be run.
+bool runCommand(GKeyFile& entry, GAppLaunchContext& context) {
+  // GIO would leave an activatable entry to the bus and call that a success whatever happens.
+  g_key_file_remove_key(&entry, G_KEY_FILE_DESKTOP_GROUP, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE,
+                        nullptr);
+  const auto application =
+      GObjectRef<GDesktopAppInfo>::adopt(g_desktop_app_info_new_from_keyfile(&entry));
+  if (!application || g_app_info_get_executable(G_APP_INFO(application.get())) == nullptr) {
+    return false;
+  }
+  // Our pipes would stay open, and our terminal would be its terminal, for as long as it runs.
+  // Standard input is /dev/null anyway.
+  const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
+                                              G_SPAWN_STDERR_TO_DEV_NULL);
+  const GSpawnChildSetupFunc leaveTerminal = [](gpointer) { setsid(); };
+  return g_desktop_app_info_launch_uris_as_manager(
+             application.get(), /*uris=*/nullptr, &context, flags, leaveTerminal,
+             /*user_setup_data=*/nullptr, /*pid_callback=*/nullptr,
+             /*pid_callback_data=*/nullptr, /*error=*/nullptr) != FALSE;
+}
+
+}  // namespace
+
+LinuxWorkspace::LinuxWorkspace(SessionBus& bus, const Environment& environment)
+    : bus_(bus), environment_(environment) {}
+
+LinuxWorkspace::~LinuxWorkspace() = default;
+
+std::optional<Text> LinuxWorkspace::applicationLocation(
+    std::string_view bundleIdentifier) noexcept {
+  try {
+    const std::string fileName = std::string(bundleIdentifier).append(entrySuffix);
+    const auto application =
+        GObjectRef<GDesktopAppInfo>::adopt(g_desktop_app_info_new(fileName.c_str()));
+    if (!application) {
+      return std::nullopt;
+    }
+    return Text(g_desktop_app_info_get_filename(application.get()));
+  } catch (const std::exception&) {
+    // As good as not installed: the request waits for the application's next start.
+    return std::nullopt;
+  }
+}
+
+void LinuxWorkspace::openApplication(const Text& location,
+                                     OpenConfiguration configuration) noexcept {
+  try {
+    open(location, configuration);
+  } catch (const std::exception&) {
+    // The request waits for the application's next start.
+  }
+}
+
+void LinuxWorkspace::open(const Text& location, OpenConfiguration configuration) {
+  // Nothing is opened with the application, so nothing is added to the recent items either way.
+  const GLibPointer<GKeyFile> entry = readEntry(location.utf8());
+  if (!entry) {
+    return;
+  }
+  const std::optional<std::string> name =
+      configuration.activates ? activatableName(*entry, location) : std::nullopt;
+  if (name && bus_.nameHasOwner(*name)) {
+    bus_.send(activateMethod(*name), activateArguments(environment_));
+    bus_.flush();
+    return;
+  }
+  const auto context = launchContext(environment_, configuration.activates);
+  if (runCommand(*entry, *context.get()) || !name) {
+    return;
+  }
+  pendingActivation_ = bus_.startCall(activateMethod(*name), activateArguments(environment_));
+}
+
+void LinuxWorkspace::finishPendingActivation() noexcept {
+  try {
+    if (const auto call = std::exchange(pendingActivation_, nullptr)) {
+      call->answer();
+    }
+  } catch (const std::exception&) {
+    // Nobody is left who would want to know.
+  }
+}
+
+}  // namespace velmora

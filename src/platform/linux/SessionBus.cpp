@@ -1,0 +1,183 @@
+#include "platform/linux/SessionBus.h"
+
+#include "platform/linux/Environment.h"
+#include "platform/linux/SessionBusAddress.h"
+
+#include <gio/gio.h>
+
+#include <algorithm>
+#include <condition_variable>
+#include <mutex>
+#include <stop_token>
+#include <thread>
+
+namespace velmora {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// Cancels an operation that lasts longer than `limit`; until destroyed.
+class Watchdog {
+ public:
+  Watchdog(GCancellable* operation, milliseconds limit)
+      : thread_([this, operation, limit](const std::stop_token& stop) {
+          std::unique_lock lock(mutex_);
+          changed_.wait_for(lock, stop, limit, [] { return false; });
+          if (!stop.stop_requested()) {
+            g_cancellable_cancel(operation);
+          }
+        }) {}
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable_any changed_;
+  std::jthread thread_;
+};
+
+BusMethod busItself(const char* member) {
+  return {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", member};
+}
+
+GLibPointer<GVariant> noArguments() { return ownVariant(g_variant_new("()")); }
+
+}  // namespace
+
+PendingCall::PendingCall(GDBusConnection& connection, const BusMethod& method, GVariant& arguments,
+                         milliseconds limit)
+    : context_(g_main_context_new()),
+      cancellable_(GObjectRef<GCancellable>::adopt(g_cancellable_new())) {
+  const auto finish = [](GObject* source, GAsyncResult* result, gpointer self) {
+    auto& call = *static_cast<PendingCall*>(self);
+    call.answer_.reset(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr));
+    call.finished_ = true;
+  };
+  g_main_context_push_thread_default(context_.get());
+  g_dbus_connection_call(&connection, method.busName.c_str(), method.objectPath.c_str(),
+                         method.interface.c_str(), method.member.c_str(), &arguments,
+                         /*reply_type=*/nullptr, G_DBUS_CALL_FLAGS_NONE,
+                         static_cast<int>(limit.count()), cancellable_.get(), finish, this);
+  g_main_context_pop_thread_default(context_.get());
+}
+
+PendingCall::~PendingCall() {
+  // GLib holds a pointer to this object until the call has ended.
+  g_cancellable_cancel(cancellable_.get());
+  waitUntilFinished();
+}
+
+GLibPointer<GVariant> PendingCall::answer() {
+  waitUntilFinished();
+  return std::move(answer_);
+}
+
+void PendingCall::waitUntilFinished() {
+  while (!finished_) {
+    g_main_context_iteration(context_.get(), /*may_block=*/TRUE);
+  }
+}
+
+void BusDisconnect::operator()(GDBusConnection* connection) const noexcept {
+  // Dropping the last reference is not enough: when GIO's own thread happens to hold one, too, the
+  // connection may stay until the process ends.
+  g_dbus_connection_close_sync(connection, /*cancellable=*/nullptr, /*error=*/nullptr);
+  g_object_unref(connection);
+}
+
+SessionBus::SessionBus(const Environment& environment, milliseconds limit)
+    : environment_(environment), limit_(limit) {}
+
+GLibPointer<GVariant> SessionBus::call(const BusMethod& method, GLibPointer<GVariant> arguments) {
+  const std::unique_ptr<PendingCall> call = startCall(method, std::move(arguments));
+  return call ? call->answer() : nullptr;
+}
+
+std::unique_ptr<PendingCall> SessionBus::startCall(const BusMethod& method,
+                                                   GLibPointer<GVariant> arguments) {
+  GDBusConnection* connection = usableConnection();
+  if (connection == nullptr) {
+    return nullptr;
+  }
+  // The time may have run out just now, and GIO takes -1 for 25 seconds.
+  const milliseconds limit = std::max(remainingTime(), milliseconds(1));
+  return std::make_unique<PendingCall>(*connection, method, *arguments, limit);
+}
+
+void SessionBus::send(const BusMethod& method, GLibPointer<GVariant> arguments) {
+  GDBusConnection* connection = usableConnection();
+  if (connection == nullptr) {
+    return;
+  }
+  // A service started for this call would come up after the bus has dropped it: its sender is gone.
+  g_dbus_connection_call(connection, method.busName.c_str(), method.objectPath.c_str(),
+                         method.interface.c_str(), method.member.c_str(), arguments.get(),
+                         /*reply_type=*/nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, /*timeout=*/-1,
+                         /*cancellable=*/nullptr, /*callback=*/nullptr, /*user_data=*/nullptr);
+}
+
+void SessionBus::emitSignal(const std::string& objectPath, const std::string& interface,
+                            const std::string& member) {
+  GDBusConnection* connection = usableConnection();
+  if (connection == nullptr) {
+    return;
+  }
+  g_dbus_connection_emit_signal(connection, /*destination=*/nullptr, objectPath.c_str(),
+                                interface.c_str(), member.c_str(), /*parameters=*/nullptr,
+                                /*error=*/nullptr);
+}
+
+void SessionBus::requestName(const std::string& name) {
+  constexpr guint32 doNotQueue = 4;
+  call(busItself("RequestName"), ownVariant(g_variant_new("(su)", name.c_str(), doNotQueue)));
+}
+
+bool SessionBus::nameHasOwner(const std::string& name) {
+  const GLibPointer<GVariant> answer =
+      call(busItself("NameHasOwner"), ownVariant(g_variant_new("(s)", name.c_str())));
+  if (!answer || !g_variant_is_of_type(answer.get(), G_VARIANT_TYPE("(b)"))) {
+    return false;
+  }
+  gboolean hasOwner = FALSE;
+  g_variant_get(answer.get(), "(b)", &hasOwner);
+  return hasOwner != FALSE;
+}
+
+void SessionBus::flush() {
+  // An answer to a call comes after all that was sent before it has been taken. GIO's own flushing
+  // knows no limit of time, and is done when the bytes lie in the socket.
+  call(busItself("GetId"), noArguments());
+}
+
+GDBusConnection* SessionBus::usableConnection() {
+  if (!deadline_) {
+    deadline_ = steady_clock::now() + limit_;
+    connection_ = connect();
+  }
+  return remainingTime() > milliseconds::zero() ? connection_.get() : nullptr;
+}
+
+SessionBus::BusConnection SessionBus::connect() const {
+  const std::optional<std::string> address = sessionBusAddress(environment_);
+  if (!address) {
+    return nullptr;
+  }
+  const auto cancellable = GObjectRef<GCancellable>::adopt(g_cancellable_new());
+  const Watchdog watchdog(cancellable.get(), remainingTime());
+  // Not the connection that all users of GIO share, which ends the process when the bus goes away.
+  // Nor as a "message bus connection": GIO then says Hello itself, with a limit of 25 seconds.
+  BusConnection connection(g_dbus_connection_new_for_address_sync(
+      address->c_str(), G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT, /*observer=*/nullptr,
+      cancellable.get(), /*error=*/nullptr));
+  const milliseconds limit = remainingTime();
+  if (!connection || limit <= milliseconds::zero()) {
+    return nullptr;
+  }
+  PendingCall hello(*connection, busItself("Hello"), *noArguments(), limit);
+  return hello.answer() ? std::move(connection) : nullptr;
+}
+
+milliseconds SessionBus::remainingTime() const {
+  return std::chrono::duration_cast<milliseconds>(*deadline_ - steady_clock::now());
+}
+
+}  // namespace velmora

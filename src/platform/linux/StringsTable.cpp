@@ -1,0 +1,209 @@
+#include "platform/linux/StringsTable.h"
+
+#include "text/Text.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+namespace velmora {
+namespace {
+
+/// Thrown at the first fault; never leaves this file.
+struct Fault {};
+
+bool isHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+bool isLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
+std::optional<unsigned> digitValue(char character, unsigned base) {
+  constexpr std::string_view digits = "0123456789abcdef";
+  const bool isUpper = character >= 'A' && character <= 'F';
+  const char lower = isUpper ? static_cast<char>(character - 'A' + 'a') : character;
+  const std::size_t value = digits.find(lower);
+  if (value >= base) {
+    return std::nullopt;
+  }
+  return static_cast<unsigned>(value);
+}
+
+void appendUTF8(std::string& text, char32_t codePoint) {
+  const auto append = [&text](char32_t byte) { text.push_back(static_cast<char>(byte)); };
+  if (codePoint < 0x80) {
+    return append(codePoint);
+  }
+  if (codePoint < 0x800) {
+    append(0xC0 | codePoint >> 6);
+    return append(0x80 | (codePoint & 0x3F));
+  }
+  if (codePoint < 0x10000) {
+    append(0xE0 | codePoint >> 12);
+  } else {
+    append(0xF0 | codePoint >> 18);
+    append(0x80 | (codePoint >> 12 & 0x3F));
+  }
+  append(0x80 | (codePoint >> 6 & 0x3F));
+  append(0x80 | (codePoint & 0x3F));
+}
+
+class Reader {
+ public:
+  explicit Reader(std::string_view rest) : rest_(rest) {}
+
+  StringsTable table() {
+    StringsTable table;
+    for (skipBlanks(); !rest_.empty(); skipBlanks()) {
+      std::string key = quotedText();
+      skipBlanks();
+      require('=');
+      skipBlanks();
+      table.insert_or_assign(std::move(key), quotedText());
+      skipBlanks();
+      require(';');
+    }
+    return table;
+  }
+
+ private:
+  bool skip(std::string_view prefix) {
+    if (!rest_.starts_with(prefix)) {
+      return false;
+    }
+    rest_.remove_prefix(prefix.size());
+    return true;
+  }
+
+  void require(char character) {
+    if (take() != character) {
+      throw Fault();
+    }
+  }
+
+  char take() {
+    if (rest_.empty()) {
+      throw Fault();
+    }
+    const char character = rest_.front();
+    rest_.remove_prefix(1);
+    return character;
+  }
+
+  void skipBlanks() {
+    for (;;) {
+      rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\n\v\f\r"), rest_.size()));
+      if (!skipComment()) {
+        return;
+      }
+    }
+  }
+
+  bool skipComment() {
+    if (skip("//")) {
+      rest_.remove_prefix(std::min(rest_.find_first_of("\n\r"), rest_.size()));
+      return true;
+    }
+    if (!skip("/*")) {
+      return false;
+    }
+    const std::size_t end = rest_.find("*/");
+    if (end == std::string_view::npos) {
+      throw Fault();
+    }
+    rest_.remove_prefix(end + 2);
+    return true;
+  }
+
+  std::string quotedText() {
+    require('"');
+    std::string text;
+    for (char character = take(); character != '"'; character = take()) {
+      if (character == '\\') {
+        appendUTF8(text, escapedCharacter());
+      } else {
+        text.push_back(character);
+      }
+    }
+    return text;
+  }
+
+  char32_t escapedCharacter() {
+    constexpr std::string_view letters = "\"\\abfnrtv";
+    constexpr std::string_view meanings = "\"\\\a\b\f\n\r\t\v";
+    if (digitIsNext(8)) {
+      return octalCharacter();
+    }
+    const char letter = take();
+    if (letter == 'U') {
+      return utf16Character();
+    }
+    const std::size_t index = letters.find(letter);
+    if (index == std::string_view::npos) {
+      throw Fault();
+    }
+    return static_cast<unsigned char>(meanings[index]);
+  }
+
+  bool digitIsNext(unsigned base) const {
+    return !rest_.empty() && digitValue(rest_.front(), base).has_value();
+  }
+
+  char32_t octalCharacter() {
+    char32_t value = 0;
+    for (int digits = 0; digits < 3 && digitIsNext(8); ++digits) {
+      value = value * 8 + *digitValue(take(), 8);
+    }
+    if (value > 0x7F) {
+      throw Fault();
+    }
+    return value;
+  }
+
+  char32_t utf16Character() {
+    const char32_t unit = utf16Unit();
+    if (isLowSurrogate(unit)) {
+      throw Fault();
+    }
+    if (!isHighSurrogate(unit)) {
+      return unit;
+    }
+    if (!skip("\\U")) {
+      throw Fault();
+    }
+    const char32_t low = utf16Unit();
+    if (!isLowSurrogate(low)) {
+      throw Fault();
+    }
+    return 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
+  }
+
+  char32_t utf16Unit() {
+    char32_t unit = 0;
+    for (int digits = 0; digits < 4; ++digits) {
+      if (!digitIsNext(16)) {
+        throw Fault();
+      }
+      unit = unit * 16 + *digitValue(take(), 16);
+    }
+    return unit;
+  }
+
+  std::string_view rest_;
+};
+
+}  // namespace
+
+std::optional<StringsTable> parseStringsTable(std::string_view utf8) {
+  constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+  if (!isUTF8(utf8)) {
+    return std::nullopt;
+  }
+  if (utf8.starts_with(byteOrderMark)) {
+    utf8.remove_prefix(byteOrderMark.size());
+  }
+  try {
+    return Reader(utf8).table();
+  } catch (const Fault&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace velmora

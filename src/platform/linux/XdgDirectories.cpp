@@ -1,0 +1,60 @@
+#include "platform/linux/XdgDirectories.h"
+
+#include "platform/linux/Environment.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string_view>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+std::optional<std::string> homeDirectory(const Environment& environment,
+                                         const HomeLookup& homeLookup) {
+  if (const auto home = environment.absolutePath("HOME")) {
+    return std::string(*home);
+  }
+  return homeLookup();
+}
+
+std::optional<std::string> xdgDirectory(const Environment& environment, std::string_view variable,
+                                        std::string_view belowHome, const HomeLookup& homeLookup) {
+  if (const auto directory = environment.absolutePath(variable)) {
+    return std::string(*directory);
+  }
+  std::optional<std::string> home = homeDirectory(environment, homeLookup);
+  if (home) {
+    home->append(belowHome);
+  }
+  return home;
+}
+
+}  // namespace
+
+std::optional<std::string> passwordEntryHome() {
+  std::vector<char> buffer(1024);
+  passwd entry = {};
+  passwd* found = nullptr;
+  while (getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &found) == ERANGE) {
+    buffer.resize(buffer.size() * 2);
+  }
+  if (found == nullptr || found->pw_dir == nullptr || *found->pw_dir != '/') {
+    return std::nullopt;
+  }
+  return found->pw_dir;
+}
+
+std::optional<std::string> xdgDataHome(const Environment& environment,
+                                       const HomeLookup& homeLookup) {
+  return xdgDirectory(environment, "XDG_DATA_HOME", "/.local/share", homeLookup);
+}
+
+std::optional<std::string> xdgConfigHome(const Environment& environment,
+                                         const HomeLookup& homeLookup) {
+  return xdgDirectory(environment, "XDG_CONFIG_HOME", "/.config", homeLookup);
+}
+
+}  // namespace velmora

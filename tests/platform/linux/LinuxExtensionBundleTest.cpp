@@ -1,0 +1,102 @@
+#include "platform/linux/Environment.h"
+#include "platform/linux/LinuxExtensionBundle.h"
+#include "platform/posix/PosixFileReader.h"
+#include "tests/contracts/ExtensionBundleContract.h"
+#include "tests/platform/linux/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velmora {
+namespace {
+
+std::string tableFile(std::string_view language) {
+  return std::string(language) + ".lproj/Localizable.strings";
+}
+
+std::string stringsLiteral(std::string_view text) {
+  std::string result = "\"";
+  for (const char character : text) {
+    if (character == '"' || character == '\\') {
+      result.push_back('\\');
+    }
+    result.push_back(character);
+  }
+  return result + "\"";
+}
+
+class LinuxBundleAdapter {
+ public:
+  const ExtensionBundle& bundle() { return *bundle_; }
+
+  void identifyAs(const std::optional<std::string>& identifier) {
+    const std::optional<Text> text = identifier ? std::optional<Text>(*identifier) : std::nullopt;
+    bundle_ = std::make_unique<LinuxExtensionBundle>(text, directory_.path(), files_);
+  }
+
+  void localize(std::string_view language, const std::map<std::string, std::string>& texts) {
+    std::string table;
+    for (const auto& [key, value] : texts) {
+      table += stringsLiteral(key) + " = " + stringsLiteral(value) + ";\n";
+    }
+    directory_.write(tableFile(language), table);
+  }
+
+  void localizeUnusably(std::string_view language) {
+    directory_.write(tableFile(language), "\"key\" = \"value\";\nstray");
+  }
+
+ private:
+  TemporaryDirectory directory_;
+  PosixFileReader files_;
+  std::unique_ptr<LinuxExtensionBundle> bundle_ =
+      std::make_unique<LinuxExtensionBundle>(std::nullopt, directory_.path(), files_);
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, ExtensionBundleContract, LinuxBundleAdapter);
+
+class LinuxExtensionBundleTest : public testing::Test {
+ protected:
+  TemporaryDirectory directory_;
+  PosixFileReader files_;
+  LinuxExtensionBundle bundle_{std::nullopt, directory_.path(), files_};
+};
+
+TEST_F(LinuxExtensionBundleTest, takesNoFileForAFolder) {
+  directory_.write("ja.lproj", "");
+  EXPECT_EQ(bundle_.localizationFolder("ja"), nullptr);
+}
+
+TEST_F(LinuxExtensionBundleTest, fallsBackInAFolderWithoutATable) {
+  std::filesystem::create_directory(directory_.path("ja.lproj"));
+  const auto folder = bundle_.localizationFolder("ja");
+  ASSERT_NE(folder, nullptr);
+  EXPECT_EQ(folder->localizedString("key", "fallback"), "fallback");
+}
+
+TEST_F(LinuxExtensionBundleTest, readsTheTableAtTheMomentOfTheLookUp) {
+  directory_.write(tableFile("ja"), R"("key" = "first";)");
+  const auto folder = bundle_.localizationFolder("ja");
+  directory_.write(tableFile("ja"), R"("key" = "second";)");
+  ASSERT_NE(folder, nullptr);
+  EXPECT_EQ(folder->localizedString("key", "fallback"), "second");
+}
+
+TEST(ResourceDirectory, isTheInstalledOneUnlessAnotherIsNamed) {
+  const auto chosen = [](const Environment::Variables& variables) {
+    return resourceDirectory(Environment(variables), "/installed");
+  };
+  EXPECT_EQ(chosen({}), "/installed");
+  EXPECT_EQ(chosen({{"VELMORA_RESOURCE_DIR", "/built"}}), "/built");
+  EXPECT_EQ(chosen({{"VELMORA_RESOURCE_DIR", "built"}}), "/installed");
+  EXPECT_EQ(chosen({{"VELMORA_RESOURCE_DIR", ""}}), "/installed");
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,129 @@
+#include "platform/linux/Environment.h"
+#include "platform/linux/LinuxNotificationCenter.h"
+#include "platform/linux/SessionBus.h"
+#include "tests/contracts/NotificationCenterContract.h"
+#include "tests/platform/linux/BusPeer.h"
+#include "tests/platform/linux/Buses.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr const char* handoffName = "io.tolvane.Velmora.finderHandoff";
+
+Environment at(const std::string& address) {
+  return Environment({{"DBUS_SESSION_BUS_ADDRESS", address}});
+}
+
+/// Posts as this program does, once.
+void post(const std::string& busAddress, std::string_view name,
+          std::chrono::milliseconds limit = 60s) {
+  const Environment environment = at(busAddress);
+  SessionBus bus(environment, limit);
+  LinuxNotificationCenter(bus).post(name);
+}
+
+class LinuxCenterAdapter {
+ public:
+  LinuxCenterAdapter() { receiver_.listen("org.example.Application"); }
+
+  NotificationCenter& center() { return center_; }
+
+  std::vector<std::string> received(std::size_t count) {
+    std::vector<std::string> names;
+    for (const BusMessage& message : receiver_.received(count)) {
+      names.push_back(message.interface + "." + message.member);
+    }
+    return names;
+  }
+
+  void breakDelivery() { daemon_.die(); }
+
+ private:
+  PrivateBus daemon_;
+  BusPeer receiver_{daemon_.address()};
+  Environment environment_ = at(daemon_.address());
+  SessionBus bus_{environment_, 60s};
+  LinuxNotificationCenter center_{bus_};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, NotificationCenterContract, LinuxCenterAdapter);
+
+TEST(LinuxNotificationCenterTest, postsTheHandoffSignalUnderANameOfThisProcess) {
+  const PrivateBus daemon;
+  BusPeer receiver(daemon.address());
+  receiver.listen("io.tolvane.Velmora");
+  const Environment environment = at(daemon.address());
+  SessionBus bus(environment, 60s);
+  LinuxNotificationCenter(bus).post(handoffName);
+
+  const std::string sender =
+      receiver.ownerOf("io.tolvane.Velmora.FinderAction.p" + std::to_string(getpid()));
+  EXPECT_NE(sender, "");
+  EXPECT_EQ(receiver.received(1), (std::vector<BusMessage>{{.sender = sender,
+                                                            .path = "/io/tolvane/Velmora",
+                                                            .interface = "io.tolvane.Velmora",
+                                                            .member = "finderHandoff",
+                                                            .arguments = "()"}}));
+}
+
+TEST(LinuxNotificationCenterTest, postsThoughTheNameIsRefused) {
+  const PrivateBus daemon;
+  BusPeer receiver(daemon.address());
+  receiver.listen("io.tolvane.Velmora");
+  receiver.own("io.tolvane.Velmora.FinderAction.p" + std::to_string(getpid()));
+  post(daemon.address(), handoffName);
+  EXPECT_EQ(receiver.received(1).front().member, "finderHandoff");
+}
+
+TEST(LinuxNotificationCenterTest, reachesASandboxThatHearsTheApplicationsNamesOnly) {
+  const PrivateBus daemon;
+  const FilteringProxy proxy(daemon.address(), {"--own=io.tolvane.Velmora.*"});
+  BusPeer sandboxed(proxy.address());
+  sandboxed.listen("io.tolvane.Velmora");
+  BusPeer nameless(daemon.address());
+  nameless.emitSignal("/io/tolvane/Velmora", "io.tolvane.Velmora", "filteredOut");
+  post(daemon.address(), handoffName);
+  // What the filter lets through keeps its order.
+  EXPECT_EQ(sandboxed.received(1).front().member, "finderHandoff");
+}
+
+TEST(LinuxNotificationCenterTest, postsNothingUnderAnImpossibleName) {
+  const PrivateBus daemon;
+  BusPeer receiver(daemon.address());
+  receiver.listen("io.tolvane.Velmora");
+  for (const std::string_view name :
+       {"", "finderHandoff", "Velmora.finderHandoff", "io.tolvane.Velmora.", ".finderHandoff",
+        "io.tolvane.Velmora.finder handoff", "io..Velmora.finderHandoff",
+        "io.tolvane.Velmora.1st"}) {
+    post(daemon.address(), name);
+  }
+  post(daemon.address(), "io.tolvane.Velmora.last");
+  EXPECT_EQ(receiver.received(1).front().member, "last");
+}
+
+TEST(LinuxNotificationCenterTest, comesBackWhateverTheBusIsLike) {
+  const DeafBus deaf;
+  MuteBus mute;
+  DeafBus crashed;
+  crashed.crash();
+  for (const std::string& address :
+       {std::string(), deaf.address(), mute.address(), crashed.address()}) {
+    post(address, handoffName, 200ms);
+  }
+  // What was posted at the mute bus never got beyond the greeting.
+  EXPECT_EQ(mute.lastWords().find("finderHandoff"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,116 @@
+#include "platform/linux/Environment.h"
+#include "platform/linux/LinuxSharedDefaults.h"
+#include "platform/posix/PosixFileReader.h"
+#include "tests/RowName.h"
+#include "tests/contracts/SharedDefaultsContract.h"
+#include "tests/platform/linux/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velmora {
+namespace {
+
+std::string settingsFile(std::string_view suite) { return std::string(suite) + "/defaults.conf"; }
+
+class LinuxDefaultsAdapter {
+ public:
+  const SharedDefaults& defaults() { return defaults_; }
+
+  void store(std::string_view suite, std::string_view key, std::string_view value) {
+    directory_.write(settingsFile(suite),
+                     "[Defaults]\n" + std::string(key) + "=" + std::string(value) + "\n");
+  }
+
+  void makeUnusable(std::string_view suite) {
+    std::filesystem::remove_all(directory_.path(suite));
+    std::filesystem::create_directories(directory_.path(settingsFile(suite)));
+  }
+
+ private:
+  TemporaryDirectory directory_;
+  PosixFileReader files_;
+  Environment environment_{{{"XDG_CONFIG_HOME", directory_.path()}}};
+  LinuxSharedDefaults defaults_{environment_, files_};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, SharedDefaultsContract, LinuxDefaultsAdapter);
+
+std::optional<std::string> settingIn(const TemporaryDirectory& configHome) {
+  const Environment environment({{"XDG_CONFIG_HOME", configHome.path()}});
+  const PosixFileReader files;
+  const std::optional<Text> value =
+      LinuxSharedDefaults(environment, files).string("suite", "Language.v1");
+  return value ? std::optional(value->utf8()) : std::nullopt;
+}
+
+struct SettingsCase {
+  std::string name;
+  std::string file;
+  std::optional<std::string> value;
+};
+
+void PrintTo(const SettingsCase& row, std::ostream* out) { *out << row.name; }
+
+class SettingsFile : public testing::TestWithParam<SettingsCase> {};
+
+TEST_P(SettingsFile, isReadLikeThis) {
+  const TemporaryDirectory configHome;
+  configHome.write("suite/defaults.conf", GetParam().file);
+  EXPECT_EQ(settingIn(configHome), GetParam().value);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, SettingsFile,
+    testing::Values(
+        SettingsCase{"plain", "[Defaults]\nLanguage.v1=pt-BR\n", "pt-BR"},
+        SettingsCase{"noFinalNewline", "[Defaults]\nLanguage.v1=pt-BR", "pt-BR"},
+        SettingsCase{"blanksAroundTheSign", "[Defaults]\nLanguage.v1 = pt-BR\n", "pt-BR"},
+        SettingsCase{"carriageReturns", "[Defaults]\r\nLanguage.v1=pt-BR\r\n", "pt-BR"},
+        SettingsCase{"comment", "# c\n\n[Defaults]\n# c\nLanguage.v1=ja\n", "ja"},
+        SettingsCase{"duplicates", "[Defaults]\nLanguage.v1=ja\nLanguage.v1=es\n", "es"},
+        SettingsCase{"groupInTwoPieces",
+                     "[Defaults]\nLanguage.v1=ja\n[Other]\n[Defaults]\nLanguage.v1=es\n", "es"},
+        SettingsCase{"quotesAreKept", "[Defaults]\nLanguage.v1=\"ja\"\n", "\"ja\""},
+        SettingsCase{"emptyValue", "[Defaults]\nLanguage.v1=\n", ""},
+        SettingsCase{"escapes", "[Defaults]\nLanguage.v1=a\\sb\\\\c\n", "a b\\c"},
+        SettingsCase{"otherCaseOfKey", "[Defaults]\nlanguage.v1=ja\n", std::nullopt},
+        SettingsCase{"otherGroup", "[Other]\nLanguage.v1=ja\n", std::nullopt},
+        SettingsCase{"noGroup", "Language.v1=ja\n", std::nullopt},
+        SettingsCase{"unknownEscape", "[Defaults]\nLanguage.v1=a\\qb\n", std::nullopt},
+        SettingsCase{"valueNotUTF8", "[Defaults]\nLanguage.v1=a\xFF\n", std::nullopt},
+        SettingsCase{"byteOrderMark", "\xEF\xBB\xBF[Defaults]\nLanguage.v1=ja\n", std::nullopt},
+        SettingsCase{"strayLine", "[Defaults]\nLanguage.v1=ja\nstray\n", std::nullopt},
+        SettingsCase{"empty", "", std::nullopt}),
+    RowName());
+
+TEST(LinuxSharedDefaultsTest, doesNotWaitForTheWriterOfAPipe) {
+  const TemporaryDirectory configHome;
+  std::filesystem::create_directory(configHome.path("suite"));
+  ASSERT_EQ(mkfifo(configHome.path("suite/defaults.conf").c_str(), 0600), 0);
+  EXPECT_EQ(settingIn(configHome), std::nullopt);
+}
+
+TEST(LinuxSharedDefaultsTest, findsTheFileBelowTheHome) {
+  const TemporaryDirectory home;
+  home.write(".config/suite/defaults.conf", "[Defaults]\nLanguage.v1=ja\n");
+  const Environment environment({{"HOME", home.path()}, {"XDG_CONFIG_HOME", "relative"}});
+  const PosixFileReader files;
+  EXPECT_EQ(LinuxSharedDefaults(environment, files).string("suite", "Language.v1"), Text("ja"));
+}
+
+TEST(LinuxSharedDefaultsTest, holdsNothingForAUserWithoutAHome) {
+  const Environment environment;
+  const PosixFileReader files;
+  const LinuxSharedDefaults defaults(environment, files, [] { return std::nullopt; });
+  EXPECT_EQ(defaults.string("suite", "Language.v1"), std::nullopt);
+}
+
+}  // namespace
+}  // namespace velmora

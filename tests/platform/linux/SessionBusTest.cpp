@@ -1,0 +1,232 @@
+// The bus in all its states of health. That a test ends at all shows that nothing waits for ever;
+// the test runner's limit is far above the limits given here.
+#include "platform/linux/Environment.h"
+#include "platform/linux/SessionBus.h"
+#include "platform/posix/FileDescriptor.h"
+#include "tests/platform/linux/BusPeer.h"
+#include "tests/platform/linux/Buses.h"
+#include "tests/platform/linux/TemporaryDirectory.h"
+
+#include <gio/gio.h>
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// More than any healthy bus needs under any sanitizer.
+constexpr std::chrono::milliseconds ample = 60s;
+constexpr std::chrono::milliseconds brief = 200ms;
+/// More than the test runner grants.
+constexpr std::chrono::milliseconds longerThanTheTest = 1h;
+
+Environment at(const std::string& address) {
+  return Environment({{"DBUS_SESSION_BUS_ADDRESS", address}});
+}
+
+const BusMethod echoMethod = {"org.example.Echo", "/org/example/Echo", "org.example.Echo", "Echo"};
+
+constexpr const char* echoInterfaceXml =
+    "<node><interface name='org.example.Echo'>"
+    "<method name='TooEarly'/><method name='Echo'/></interface></node>";
+
+GLibPointer<GVariant> nothing() { return ownVariant(g_variant_new("()")); }
+
+/// Tries everything that a bus can do, many times. Whether any of it was answered.
+bool answersAnything(SessionBus& bus) {
+  // Were each use to wait for itself, this would take minutes.
+  for (int round = 0; round < 1000; ++round) {
+    bus.requestName("org.example.Name");
+    bus.emitSignal("/org/example", "org.example.Signals", "happened");
+    bus.send(echoMethod, nothing());
+    bus.flush();
+    const std::unique_ptr<PendingCall> pending = bus.startCall(echoMethod, nothing());
+    if (bus.nameHasOwner("org.freedesktop.DBus") || bus.call(echoMethod, nothing()) ||
+        (pending && pending->answer())) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool answersAnything(const std::string& address) {
+  const Environment environment = at(address);
+  SessionBus bus(environment, brief);
+  return answersAnything(bus);
+}
+
+TEST(SessionBusTest, tellsWhetherANameHasAnOwner) {
+  const PrivateBus daemon;
+  BusPeer peer(daemon.address());
+  const Environment environment = at(daemon.address());
+  SessionBus bus(environment, ample);
+  EXPECT_FALSE(bus.nameHasOwner("org.example.Echo"));
+  peer.own("org.example.Echo");
+  EXPECT_TRUE(bus.nameHasOwner("org.example.Echo"));
+}
+
+TEST(SessionBusTest, ownsTheNamesThatItIsGranted) {
+  const PrivateBus daemon;
+  BusPeer peer(daemon.address());
+  peer.own("org.example.Taken");
+  const std::string peersName = peer.ownerOf("org.example.Taken");
+  const Environment environment = at(daemon.address());
+  {
+    SessionBus bus(environment, ample);
+    bus.requestName("org.example.Taken");
+    bus.requestName("org.example.Free");
+    EXPECT_EQ(peer.ownerOf("org.example.Taken"), peersName);
+    EXPECT_NE(peer.ownerOf("org.example.Free"), "");
+    EXPECT_NE(peer.ownerOf("org.example.Free"), peersName);
+  }
+}
+
+TEST(SessionBusTest, sendsSignalsThatAreWithTheBusAfterAFlush) {
+  constexpr std::size_t senders = 50;
+  const PrivateBus daemon;
+  BusPeer peer(daemon.address());
+  peer.listen("org.example.Signals");
+  const Environment environment = at(daemon.address());
+  for (std::size_t sender = 0; sender < senders; ++sender) {
+    SessionBus bus(environment, ample);
+    bus.emitSignal("/org/example", "org.example.Signals", "happened");
+    bus.flush();
+  }
+  // In the order of the bus, all of them come before the answer to a call made now.
+  peer.ownerOf("org.example.Name");
+  EXPECT_EQ(peer.received(senders).size(), senders);
+}
+
+TEST(SessionBusTest, returnsTheAnswerToACallAndNoneForAnError) {
+  const PrivateBus daemon;
+  const Environment environment = at(daemon.address());
+  SessionBus bus(environment, ample);
+  const BusMethod getId = {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                           "GetId"};
+  const GLibPointer<GVariant> answer = bus.call(getId, nothing());
+  ASSERT_NE(answer, nullptr);
+  EXPECT_STREQ(g_variant_get_type_string(answer.get()), "(s)");
+  EXPECT_EQ(bus.call(echoMethod, nothing()), nullptr);
+}
+
+TEST(SessionBusTest, startsNothingForACallThatNobodyAwaits) {
+  const PrivateBus daemon;
+  // Would read from this pipe, so that a call made to it would wait as long as this test runs.
+  const TemporaryDirectory directory;
+  const std::string pipe = directory.path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const FileDescriptor writer = FileDescriptor::adopt(open(pipe.c_str(), O_RDWR | O_CLOEXEC));
+  daemon.addService("org.example.Echo", "/bin/cat " + pipe);
+  BusPeer peer(daemon.address());
+  const Environment environment = at(daemon.address());
+  SessionBus bus(environment, ample);
+  bus.send({"org.example.Echo", "/org/example/Echo", "org.example.Echo", "TooEarly"}, nothing());
+  bus.flush();
+  peer.serve("/org/example/Echo", echoInterfaceXml, "()");
+  peer.own("org.example.Echo");
+  bus.send(echoMethod, nothing());
+  EXPECT_EQ(peer.received(1).front().member, "Echo");
+}
+
+TEST(SessionBusTest, hasNoEffectWithoutABus) {
+  const Environment environment;
+  SessionBus bus(environment, ample);
+  EXPECT_FALSE(answersAnything(bus));
+}
+
+TEST(SessionBusTest, hasNoEffectWhereNothingListens) {
+  DeafBus bus;
+  bus.crash();
+  EXPECT_FALSE(answersAnything(bus.address()));
+  EXPECT_FALSE(answersAnything("unix:path=/does/not/exist"));
+  EXPECT_FALSE(answersAnything("no address at all"));
+}
+
+TEST(SessionBusTest, doesNotWaitForABusThatLetsNobodyIn) {
+  const DeafBus bus;
+  EXPECT_FALSE(answersAnything(bus.address()));
+}
+
+TEST(SessionBusTest, doesNotWaitForABusThatDoesNotGreet) {
+  // Often enough for GIO's own limit of 25 seconds to exceed the test runner's.
+  for (int round = 0; round < 6; ++round) {
+    MuteBus bus;
+    EXPECT_FALSE(answersAnything(bus.address()));
+    // It came as far as the greeting, and no further.
+    EXPECT_NE(bus.lastWords().find("Hello"), std::string::npos);
+    EXPECT_EQ(bus.lastWords().find("RequestName"), std::string::npos);
+  }
+}
+
+TEST(SessionBusTest, doesNotWaitForABusThatFreezes) {
+  const PrivateBus daemon;
+  const Environment environment = at(daemon.address());
+  SessionBus bus(environment, 1s);
+  bus.flush();
+  daemon.freeze();
+  EXPECT_FALSE(answersAnything(bus));
+}
+
+TEST(SessionBusTest, staysSilentWhenTheTimeIsOver) {
+  const PrivateBus daemon;
+  BusPeer peer(daemon.address());
+  peer.listen("org.example.Signals");
+  const Environment environment = at(daemon.address());
+  SessionBus slow(environment, brief);
+  slow.requestName("org.example.Name");
+  daemon.freeze();
+  slow.flush();
+  daemon.thaw();
+  slow.emitSignal("/org/example", "org.example.Signals", "tooLate");
+  SessionBus other(environment, ample);
+  other.emitSignal("/org/example", "org.example.Signals", "marker");
+  EXPECT_EQ(peer.received(1).front().member, "marker");
+}
+
+TEST(SessionBusTest, survivesTheEndOfTheBus) {
+  PrivateBus daemon;
+  const Environment environment = at(daemon.address());
+  SessionBus bus(environment, ample);
+  EXPECT_TRUE(bus.nameHasOwner("org.freedesktop.DBus"));
+  daemon.die();
+  EXPECT_FALSE(answersAnything(bus));
+  // Where GIO, left to itself, would end the process.
+  while (g_main_context_iteration(nullptr, FALSE)) {
+  }
+}
+
+TEST(SessionBusTest, endsACallThatNobodyWaitsFor) {
+  const PrivateBus daemon;
+  // Takes calls only while it is asked for them.
+  BusPeer silent(daemon.address());
+  silent.serve("/org/example/Echo", echoInterfaceXml, "()");
+  silent.own("org.example.Echo");
+  const Environment environment = at(daemon.address());
+  SessionBus bus(environment, longerThanTheTest);
+  EXPECT_NE(bus.startCall(echoMethod, nothing()), nullptr);
+  EXPECT_TRUE(bus.nameHasOwner("org.example.Echo"));
+}
+
+TEST(SessionBusTest, hasLeftTheBusWhenItIsGone) {
+  const PrivateBus daemon;
+  BusPeer peer(daemon.address());
+  const Environment environment = at(daemon.address());
+  // More than once: what keeps a connection alive does so now and then.
+  for (int round = 0; round < 100; ++round) {
+    const std::string name = "org.example.Name" + std::to_string(round);
+    SessionBus(environment, ample).requestName(name);
+    while (!peer.ownerOf(name).empty()) {
+    }
+  }
+}
+
+}  // namespace
+}  // namespace velmora

@@ -110,8 +110,12 @@ std::vector<std::string> withoutEmptyIdentifier(std::vector<std::string> argumen
   return arguments;
 }
 
-std::string firstLine(std::string_view text) {
-  return std::string(text.substr(0, text.find('\n')));
+/// What the user gave may hold anything, and ends up in a message of one line.
+UsageError inOneLine(UsageError error) {
+  std::ranges::replace_if(
+      error.message, [](char character) { return static_cast<unsigned char>(character) < ' '; },
+      '?');
+  return error;
 }
 
 }  // namespace
@@ -132,7 +136,7 @@ std::variant<CommandLine, RequestedText, UsageError> parseCommandLine(
   } catch (const CLI::CallForVersion&) {
     return RequestedText{app.version() + "\n"};
   } catch (const CLI::ParseError& error) {
-    return UsageError{firstLine(error.what())};
+    return inOneLine({error.what()});
   }
   const std::vector<std::string> extras = app.remaining();
   CommandLine line = {
@@ -146,7 +150,7 @@ std::variant<CommandLine, RequestedText, UsageError> parseCommandLine(
     line.operands.insert(line.operands.end(), std::next(separator), arguments.end());
   }
   if (std::optional<UsageError> fault = faultOf(line, app, options, extras)) {
-    return *std::move(fault);
+    return inOneLine(*std::move(fault));
   }
   return line;
 }

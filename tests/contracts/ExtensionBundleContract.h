@@ -37,36 +37,36 @@ class ExtensionBundleContract : public testing::Test {
   /// folder.
   std::optional<std::string> text(std::string_view language, std::string_view key) {
     const std::unique_ptr<LocalizationFolder> folder =
-        adapter_.bundle().localizationFolder(language);
+        adapter.bundle().localizationFolder(language);
     if (!folder) {
       return std::nullopt;
     }
     return folder->localizedString(key, "fallback");
   }
 
-  Adapter adapter_;
+  Adapter adapter;
 };
 
 TYPED_TEST_SUITE_P(ExtensionBundleContract);
 
 TYPED_TEST_P(ExtensionBundleContract, mayHaveNoIdentifier) {
-  EXPECT_EQ(this->adapter_.bundle().bundleIdentifier(), std::nullopt);
+  EXPECT_EQ(this->adapter.bundle().bundleIdentifier(), std::nullopt);
 }
 
 TYPED_TEST_P(ExtensionBundleContract, tellsTheIdentifierUnderWhichItRuns) {
-  this->adapter_.identifyAs("org.example.Action");
-  EXPECT_EQ(this->adapter_.bundle().bundleIdentifier(), Text("org.example.Action"));
+  this->adapter.identifyAs("org.example.Action");
+  EXPECT_EQ(this->adapter.bundle().bundleIdentifier(), Text("org.example.Action"));
 }
 
 TYPED_TEST_P(ExtensionBundleContract, hasNoFolderOfALanguageWithoutOne) {
-  this->adapter_.localize("pt-BR", {{"key", "texto"}});
+  this->adapter.localize("pt-BR", {{"key", "texto"}});
   EXPECT_EQ(this->text("ja", "key"), std::nullopt);
   EXPECT_EQ(this->text("pt", "key"), std::nullopt);
 }
 
 TYPED_TEST_P(ExtensionBundleContract, findsTheTextsOfEachLanguage) {
-  this->adapter_.localize("ja", {{"key", "復元"}, {"other.key", "「\"\\」\n"}});
-  this->adapter_.localize("es", {{"key", "Restaurar"}});
+  this->adapter.localize("ja", {{"key", "復元"}, {"other.key", "「\"\\」\n"}});
+  this->adapter.localize("es", {{"key", "Restaurar"}});
   EXPECT_EQ(this->text("ja", "key"), "復元");
   EXPECT_EQ(this->text("ja", "other.key"), "「\"\\」\n");
   EXPECT_EQ(this->text("es", "key"), "Restaurar");
@@ -74,12 +74,12 @@ TYPED_TEST_P(ExtensionBundleContract, findsTheTextsOfEachLanguage) {
 }
 
 TYPED_TEST_P(ExtensionBundleContract, keepsAnEmptyText) {
-  this->adapter_.localize("ja", {{"key", ""}});
+  this->adapter.localize("ja", {{"key", ""}});
   EXPECT_EQ(this->text("ja", "key"), "");
 }
 
 TYPED_TEST_P(ExtensionBundleContract, fallsBackWhenTheTableCannotBeUsed) {
-  this->adapter_.localizeUnusably("ja");
+  this->adapter.localizeUnusably("ja");
   EXPECT_EQ(this->text("ja", "key"), "fallback");
 }
 

@@ -24,7 +24,7 @@ class LoggerContract : public testing::Test {
   static_assert(LoggerAdapter<Adapter>);
 
  protected:
-  Adapter adapter_;
+  Adapter adapter;
 };
 
 TYPED_TEST_SUITE_P(LoggerContract);
@@ -33,15 +33,15 @@ TYPED_TEST_P(LoggerContract, writesLinesExactlyAndInOrder) {
   const std::vector<std::string> lines = {"plain", "", "100%25 %s %n %d %%", "復元 e\u0301",
                                           std::string(5000, 'x')};
   for (const std::string& line : lines) {
-    this->adapter_.logger().log(line);
+    this->adapter.logger().log(line);
   }
-  EXPECT_EQ(this->adapter_.lines(), lines);
+  EXPECT_EQ(this->adapter.lines(), lines);
 }
 
 TYPED_TEST_P(LoggerContract, writesNoMoreThanTheView) {
   const std::string text = "line and what follows it";
-  this->adapter_.logger().log(std::string_view(text).substr(0, 4));
-  EXPECT_EQ(this->adapter_.lines(), std::vector<std::string>{"line"});
+  this->adapter.logger().log(std::string_view(text).substr(0, 4));
+  EXPECT_EQ(this->adapter.lines(), std::vector<std::string>{"line"});
 }
 
 REGISTER_TYPED_TEST_SUITE_P(LoggerContract, writesLinesExactlyAndInOrder, writesNoMoreThanTheView);

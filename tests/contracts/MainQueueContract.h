@@ -27,39 +27,39 @@ class MainQueueContract : public testing::Test {
   static_assert(MainQueueAdapter<Adapter>);
 
  protected:
-  Adapter adapter_;
+  Adapter adapter;
 };
 
 TYPED_TEST_SUITE_P(MainQueueContract);
 
 TYPED_TEST_P(MainQueueContract, neverRunsATaskWithinTheCall) {
   bool ran = false;
-  this->adapter_.queue().async([&ran] { ran = true; });
+  this->adapter.queue().async([&ran] { ran = true; });
   EXPECT_FALSE(ran);
-  this->adapter_.runPending();
+  this->adapter.runPending();
   EXPECT_TRUE(ran);
 }
 
 TYPED_TEST_P(MainQueueContract, runsEachTaskOnceInTheOrderGiven) {
   std::vector<int> runs;
   for (const int number : {1, 2, 3}) {
-    this->adapter_.queue().async([&runs, number] { runs.push_back(number); });
+    this->adapter.queue().async([&runs, number] { runs.push_back(number); });
   }
-  this->adapter_.runPending();
-  this->adapter_.runPending();
+  this->adapter.runPending();
+  this->adapter.runPending();
   EXPECT_EQ(runs, (std::vector{1, 2, 3}));
 }
 
 TYPED_TEST_P(MainQueueContract, runsATaskGivenByATaskAfterThoseThatWait) {
   std::vector<int> runs;
-  MainQueue& queue = this->adapter_.queue();
+  MainQueue& queue = this->adapter.queue();
   queue.async([&queue, &runs] {
     queue.async([&runs] { runs.push_back(3); });
     runs.push_back(1);
   });
   queue.async([&runs] { runs.push_back(2); });
-  this->adapter_.runPending();
-  this->adapter_.runPending();
+  this->adapter.runPending();
+  this->adapter.runPending();
   EXPECT_EQ(runs, (std::vector{1, 2, 3}));
 }
 
@@ -68,7 +68,7 @@ TYPED_TEST_P(MainQueueContract, runsTasksOfAllThreadsOnOneThreadInTheOrderOfEach
   constexpr std::size_t tasksOfEach = 250;
   std::vector<std::vector<std::size_t>> runs(threadCount);
   std::vector<std::thread::id> runners;
-  MainQueue& queue = this->adapter_.queue();
+  MainQueue& queue = this->adapter.queue();
   {
     std::vector<std::jthread> threads;
     threads.reserve(threadCount);
@@ -83,7 +83,7 @@ TYPED_TEST_P(MainQueueContract, runsTasksOfAllThreadsOnOneThreadInTheOrderOfEach
       });
     }
   }
-  this->adapter_.runPending();
+  this->adapter.runPending();
 
   std::vector<std::size_t> inOrder(tasksOfEach);
   std::iota(inOrder.begin(), inOrder.end(), 0U);
@@ -94,9 +94,9 @@ TYPED_TEST_P(MainQueueContract, runsTasksOfAllThreadsOnOneThreadInTheOrderOfEach
 TYPED_TEST_P(MainQueueContract, keepsNothingOfATaskThatHasRun) {
   auto captured = std::make_shared<int>();
   const std::weak_ptr<int> remains = captured;
-  this->adapter_.queue().async([kept = std::move(captured)] {});
+  this->adapter.queue().async([kept = std::move(captured)] {});
   EXPECT_FALSE(remains.expired());
-  this->adapter_.runPending();
+  this->adapter.runPending();
   EXPECT_TRUE(remains.expired());
 }
 

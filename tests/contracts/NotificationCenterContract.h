@@ -28,14 +28,14 @@ class NotificationCenterContract : public testing::Test {
   static_assert(NotificationCenterAdapter<Adapter>);
 
  protected:
-  Adapter adapter_;
+  Adapter adapter;
 };
 
 TYPED_TEST_SUITE_P(NotificationCenterContract);
 
 TYPED_TEST_P(NotificationCenterContract, deliversANotificationUnderItsName) {
-  this->adapter_.center().post("org.example.Application.somethingHappened");
-  EXPECT_EQ(this->adapter_.received(1),
+  this->adapter.center().post("org.example.Application.somethingHappened");
+  EXPECT_EQ(this->adapter.received(1),
             std::vector<std::string>{"org.example.Application.somethingHappened"});
 }
 
@@ -43,16 +43,16 @@ TYPED_TEST_P(NotificationCenterContract, deliversEveryNotificationInOrder) {
   const std::vector<std::string> names = {
       "org.example.Application.one", "org.example.Application.two", "org.example.Application.one"};
   for (const std::string& name : names) {
-    this->adapter_.center().post(name);
+    this->adapter.center().post(name);
   }
-  EXPECT_EQ(this->adapter_.received(names.size()), names);
+  EXPECT_EQ(this->adapter.received(names.size()), names);
 }
 
 TYPED_TEST_P(NotificationCenterContract, bearsTheLossOfANotification) {
-  this->adapter_.center().post("org.example.Application.delivered");
-  const std::vector<std::string> received = this->adapter_.received(1);
-  this->adapter_.breakDelivery();
-  this->adapter_.center().post("org.example.Application.lost");
+  this->adapter.center().post("org.example.Application.delivered");
+  const std::vector<std::string> received = this->adapter.received(1);
+  this->adapter.breakDelivery();
+  this->adapter.center().post("org.example.Application.lost");
   EXPECT_EQ(received, std::vector<std::string>{"org.example.Application.delivered"});
 }
 

@@ -26,37 +26,37 @@ class PreferredLanguagesContract : public testing::Test {
  protected:
   std::vector<std::string> preferred() {
     std::vector<std::string> tags;
-    for (const Text& tag : adapter_.languages().preferredLanguages()) {
+    for (const Text& tag : adapter.languages().preferredLanguages()) {
       tags.push_back(tag.utf8());
     }
     return tags;
   }
 
-  Adapter adapter_;
+  Adapter adapter;
 };
 
 TYPED_TEST_SUITE_P(PreferredLanguagesContract);
 
 TYPED_TEST_P(PreferredLanguagesContract, mayKnowOfNoPreference) {
-  this->adapter_.prefer({});
+  this->adapter.prefer({});
   EXPECT_EQ(this->preferred(), std::vector<std::string>());
 }
 
 TYPED_TEST_P(PreferredLanguagesContract, keepsTheOrderAndTheSpelling) {
   const std::vector<std::string> tags = {"zh_TW", "pt_PT", "es_ES", "en"};
-  this->adapter_.prefer(tags);
+  this->adapter.prefer(tags);
   EXPECT_EQ(this->preferred(), tags);
 }
 
 TYPED_TEST_P(PreferredLanguagesContract, addsNoLanguageOfItsOwn) {
-  this->adapter_.prefer({"zh_TW"});
+  this->adapter.prefer({"zh_TW"});
   EXPECT_EQ(this->preferred(), std::vector<std::string>{"zh_TW"});
 }
 
 TYPED_TEST_P(PreferredLanguagesContract, asksAfreshAtEveryCall) {
-  this->adapter_.prefer({"ja"});
+  this->adapter.prefer({"ja"});
   EXPECT_EQ(this->preferred(), std::vector<std::string>{"ja"});
-  this->adapter_.prefer({"es"});
+  this->adapter.prefer({"es"});
   EXPECT_EQ(this->preferred(), std::vector<std::string>{"es"});
 }
 

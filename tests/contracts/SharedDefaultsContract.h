@@ -28,11 +28,11 @@ class SharedDefaultsContract : public testing::Test {
 
  protected:
   std::optional<std::string> stored(std::string_view suite, std::string_view key) {
-    const std::optional<Text> value = adapter_.defaults().string(suite, key);
+    const std::optional<Text> value = adapter.defaults().string(suite, key);
     return value ? std::optional(value->utf8()) : std::nullopt;
   }
 
-  Adapter adapter_;
+  Adapter adapter;
 };
 
 TYPED_TEST_SUITE_P(SharedDefaultsContract);
@@ -42,7 +42,7 @@ TYPED_TEST_P(SharedDefaultsContract, holdsNothingInASuiteThatNobodyMade) {
 }
 
 TYPED_TEST_P(SharedDefaultsContract, findsAValueUnderItsSuiteAndKeyOnly) {
-  this->adapter_.store("group.org.example", "Key.v1", "value");
+  this->adapter.store("group.org.example", "Key.v1", "value");
   EXPECT_EQ(this->stored("group.org.example", "Key.v1"), "value");
   EXPECT_EQ(this->stored("group.org.example", "Key.v2"), std::nullopt);
   EXPECT_EQ(this->stored("group.org.other", "Key.v1"), std::nullopt);
@@ -50,21 +50,21 @@ TYPED_TEST_P(SharedDefaultsContract, findsAValueUnderItsSuiteAndKeyOnly) {
 
 TYPED_TEST_P(SharedDefaultsContract, returnsValuesAsTheyWereStored) {
   for (const std::string value : {"", "pt-BR", "日本語", "e\u0301", "a b", "\"quoted\""}) {
-    this->adapter_.store("group.org.example", "Key.v1", value);
+    this->adapter.store("group.org.example", "Key.v1", value);
     EXPECT_EQ(this->stored("group.org.example", "Key.v1"), value);
   }
 }
 
 TYPED_TEST_P(SharedDefaultsContract, readsAfreshAtEveryCall) {
-  this->adapter_.store("group.org.example", "Key.v1", "first");
+  this->adapter.store("group.org.example", "Key.v1", "first");
   EXPECT_EQ(this->stored("group.org.example", "Key.v1"), "first");
-  this->adapter_.store("group.org.example", "Key.v1", "second");
+  this->adapter.store("group.org.example", "Key.v1", "second");
   EXPECT_EQ(this->stored("group.org.example", "Key.v1"), "second");
 }
 
 TYPED_TEST_P(SharedDefaultsContract, takesASuiteThatCannotBeOpenedForAnEmptyOne) {
-  this->adapter_.store("group.org.example", "Key.v1", "value");
-  this->adapter_.makeUnusable("group.org.example");
+  this->adapter.store("group.org.example", "Key.v1", "value");
+  this->adapter.makeUnusable("group.org.example");
   EXPECT_EQ(this->stored("group.org.example", "Key.v1"), std::nullopt);
 }
 

@@ -30,32 +30,32 @@ class SharedLocationsContract : public testing::Test {
 
  protected:
   std::optional<std::string> container(std::string_view group) {
-    const std::optional<Text> path = adapter_.locations().groupContainer(group);
+    const std::optional<Text> path = adapter.locations().groupContainer(group);
     return path ? std::optional(path->utf8()) : std::nullopt;
   }
 
   std::vector<std::string> supportDirectories() {
     std::vector<std::string> paths;
-    for (const Text& path : adapter_.locations().applicationSupportDirectories()) {
+    for (const Text& path : adapter.locations().applicationSupportDirectories()) {
       paths.push_back(path.utf8());
     }
     return paths;
   }
 
-  Adapter adapter_;
+  Adapter adapter;
 };
 
 TYPED_TEST_SUITE_P(SharedLocationsContract);
 
 TYPED_TEST_P(SharedLocationsContract, hasNoContainerOfAForeignGroup) {
   EXPECT_EQ(this->container("group.org.example"), std::nullopt);
-  this->adapter_.joinGroup("group.org.other");
+  this->adapter.joinGroup("group.org.other");
   EXPECT_EQ(this->container("group.org.example"), std::nullopt);
 }
 
 TYPED_TEST_P(SharedLocationsContract, findsTheContainerOnceTheProgramHasAPartInTheGroup) {
   EXPECT_EQ(this->container("group.org.example"), std::nullopt);
-  const std::string path = this->adapter_.joinGroup("group.org.example");
+  const std::string path = this->adapter.joinGroup("group.org.example");
   EXPECT_EQ(this->container("group.org.example"), path);
   EXPECT_TRUE(path.starts_with('/')) << path;
 }
@@ -65,7 +65,7 @@ TYPED_TEST_P(SharedLocationsContract, mayKnowOfNoSupportDirectory) {
 }
 
 TYPED_TEST_P(SharedLocationsContract, listsTheSupportDirectoriesInTheirOrder) {
-  const std::vector<std::string> paths = this->adapter_.provideSupportDirectories();
+  const std::vector<std::string> paths = this->adapter.provideSupportDirectories();
   EXPECT_FALSE(paths.empty());
   EXPECT_EQ(this->supportDirectories(), paths);
 }

@@ -32,44 +32,44 @@ class WorkspaceContract : public testing::Test {
   static_assert(WorkspaceAdapter<Adapter>);
 
  protected:
-  static constexpr OpenConfiguration configuration_ = {.activates = true,
-                                                       .addsToRecentItems = false};
+  static constexpr OpenConfiguration configuration = {.activates = true,
+                                                      .addsToRecentItems = false};
 
-  Adapter adapter_;
+  Adapter adapter;
 };
 
 TYPED_TEST_SUITE_P(WorkspaceContract);
 
 TYPED_TEST_P(WorkspaceContract, knowsNoLocationOfAnUnknownApplication) {
-  EXPECT_EQ(this->adapter_.workspace().applicationLocation("org.example.NotInstalled"),
+  EXPECT_EQ(this->adapter.workspace().applicationLocation("org.example.NotInstalled"),
             std::nullopt);
 }
 
 TYPED_TEST_P(WorkspaceContract, tellsApplicationsApart) {
-  Workspace& workspace = this->adapter_.workspace();
-  const auto location = workspace.applicationLocation(this->adapter_.installedApplication());
-  const auto other = workspace.applicationLocation(this->adapter_.otherInstalledApplication());
+  Workspace& workspace = this->adapter.workspace();
+  const auto location = workspace.applicationLocation(this->adapter.installedApplication());
+  const auto other = workspace.applicationLocation(this->adapter.otherInstalledApplication());
   ASSERT_TRUE(location && other);
   EXPECT_NE(location->utf8(), other->utf8());
 }
 
 TYPED_TEST_P(WorkspaceContract, opensTheApplicationAtALocation) {
-  Workspace& workspace = this->adapter_.workspace();
-  const std::string application = this->adapter_.otherInstalledApplication();
+  Workspace& workspace = this->adapter.workspace();
+  const std::string application = this->adapter.otherInstalledApplication();
   const auto location = workspace.applicationLocation(application);
   ASSERT_TRUE(location);
-  workspace.openApplication(*location, this->configuration_);
-  EXPECT_EQ(this->adapter_.opened(1), std::vector{application});
+  workspace.openApplication(*location, this->configuration);
+  EXPECT_EQ(this->adapter.opened(1), std::vector{application});
 }
 
 TYPED_TEST_P(WorkspaceContract, opensWhatItCanAfterWhatItCannot) {
-  Workspace& workspace = this->adapter_.workspace();
-  const std::string application = this->adapter_.installedApplication();
+  Workspace& workspace = this->adapter.workspace();
+  const std::string application = this->adapter.installedApplication();
   const auto location = workspace.applicationLocation(application);
   ASSERT_TRUE(location);
-  workspace.openApplication(this->adapter_.emptyLocation(), this->configuration_);
-  workspace.openApplication(*location, this->configuration_);
-  EXPECT_EQ(this->adapter_.opened(1), std::vector{application});
+  workspace.openApplication(this->adapter.emptyLocation(), this->configuration);
+  workspace.openApplication(*location, this->configuration);
+  EXPECT_EQ(this->adapter.opened(1), std::vector{application});
 }
 
 REGISTER_TYPED_TEST_SUITE_P(WorkspaceContract, knowsNoLocationOfAnUnknownApplication,

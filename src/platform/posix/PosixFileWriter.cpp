@@ -122,9 +122,16 @@ int createDirectory(const std::string& path) {
   return isDirectory(path) ? 0 : error;
 }
 
-void requireDirectory(const std::string& path) {
-  if (const int error = createDirectory(path); error != 0) {
+void requireSuccess(int error) {
+  if (error != 0) {
     throw posixError(error);
+  }
+}
+
+void createDirectoriesAbove(const std::string& path) {
+  for (std::size_t slash = path.find('/', 1); slash != std::string::npos;
+       slash = path.find('/', slash + 1)) {
+    requireSuccess(createDirectory(path.substr(0, slash)));
   }
 }
 
@@ -132,14 +139,12 @@ void requireDirectory(const std::string& path) {
 
 void PosixFileWriter::createDirectories(std::string_view path) {
   const std::string directory = systemPath(path);
-  if (createDirectory(directory) != ENOENT) {
-    return requireDirectory(directory);
+  int error = createDirectory(directory);
+  if (error == ENOENT) {
+    createDirectoriesAbove(directory);
+    error = createDirectory(directory);
   }
-  for (std::size_t slash = directory.find('/', 1); slash != std::string::npos;
-       slash = directory.find('/', slash + 1)) {
-    requireDirectory(directory.substr(0, slash));
-  }
-  requireDirectory(directory);
+  requireSuccess(error);
 }
 
 void PosixFileWriter::writeAtomically(std::string_view path, std::string_view bytes) {

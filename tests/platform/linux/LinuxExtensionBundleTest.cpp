@@ -63,27 +63,27 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Linux, ExtensionBundleContract, LinuxBundleAdapte
 
 class LinuxExtensionBundleTest : public testing::Test {
  protected:
-  TemporaryDirectory directory_;
-  PosixFileReader files_;
-  LinuxExtensionBundle bundle_{std::nullopt, directory_.path(), files_};
+  TemporaryDirectory directory;
+  PosixFileReader files;
+  LinuxExtensionBundle bundle{std::nullopt, directory.path(), files};
 };
 
 TEST_F(LinuxExtensionBundleTest, takesNoFileForAFolder) {
-  directory_.write("ja.lproj", "");
-  EXPECT_EQ(bundle_.localizationFolder("ja"), nullptr);
+  directory.write("ja.lproj", "");
+  EXPECT_EQ(bundle.localizationFolder("ja"), nullptr);
 }
 
 TEST_F(LinuxExtensionBundleTest, fallsBackInAFolderWithoutATable) {
-  std::filesystem::create_directory(directory_.path("ja.lproj"));
-  const auto folder = bundle_.localizationFolder("ja");
+  std::filesystem::create_directory(directory.path("ja.lproj"));
+  const auto folder = bundle.localizationFolder("ja");
   ASSERT_NE(folder, nullptr);
   EXPECT_EQ(folder->localizedString("key", "fallback"), "fallback");
 }
 
 TEST_F(LinuxExtensionBundleTest, readsTheTableAtTheMomentOfTheLookUp) {
-  directory_.write(tableFile("ja"), R"("key" = "first";)");
-  const auto folder = bundle_.localizationFolder("ja");
-  directory_.write(tableFile("ja"), R"("key" = "second";)");
+  directory.write(tableFile("ja"), R"("key" = "first";)");
+  const auto folder = bundle.localizationFolder("ja");
+  directory.write(tableFile("ja"), R"("key" = "second";)");
   ASSERT_NE(folder, nullptr);
   EXPECT_EQ(folder->localizedString("key", "fallback"), "second");
 }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -38,7 +39,7 @@ struct LanguagesCase {
   std::vector<std::string> tags;
 };
 
-void PrintTo(const LanguagesCase& row, std::ostream* out) { *out << row.name; }
+std::ostream& operator<<(std::ostream& out, const LanguagesCase& row) { return out << row.name; }
 
 class LanguageVariables : public testing::TestWithParam<LanguagesCase> {};
 

@@ -11,6 +11,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -56,7 +57,7 @@ struct SettingsCase {
   std::optional<std::string> value;
 };
 
-void PrintTo(const SettingsCase& row, std::ostream* out) { *out << row.name; }
+std::ostream& operator<<(std::ostream& out, const SettingsCase& row) { return out << row.name; }
 
 class SettingsFile : public testing::TestWithParam<SettingsCase> {};
 

@@ -45,38 +45,38 @@ class LinuxSharedLocationsTest : public testing::Test {
  protected:
   std::optional<Text> container(const Environment::Variables& variables) {
     const Environment environment(variables);
-    return LinuxSharedLocations(environment, files_, nowhere).groupContainer("group.org.example");
+    return LinuxSharedLocations(environment, files, nowhere).groupContainer("group.org.example");
   }
 
-  TemporaryDirectory directory_;
-  PosixFileReader files_;
+  TemporaryDirectory directory;
+  PosixFileReader files;
 };
 
 TEST_F(LinuxSharedLocationsTest, takesAnotherContainerFromTheEnvironmentThoughItNeedNotExist) {
-  std::filesystem::create_directory(directory_.path("group.org.example"));
+  std::filesystem::create_directory(directory.path("group.org.example"));
   EXPECT_EQ(container({{"VELMORA_GROUP_CONTAINER", "/does/not/exist"},
-                       {"XDG_DATA_HOME", directory_.path()}}),
+                       {"XDG_DATA_HOME", directory.path()}}),
             Text("/does/not/exist"));
 }
 
 TEST_F(LinuxSharedLocationsTest, ignoresARelativeContainerInTheEnvironment) {
-  std::filesystem::create_directory(directory_.path("group.org.example"));
+  std::filesystem::create_directory(directory.path("group.org.example"));
   EXPECT_EQ(
-      container({{"VELMORA_GROUP_CONTAINER", "relative"}, {"XDG_DATA_HOME", directory_.path()}}),
-      Text(directory_.path("group.org.example")));
+      container({{"VELMORA_GROUP_CONTAINER", "relative"}, {"XDG_DATA_HOME", directory.path()}}),
+      Text(directory.path("group.org.example")));
 }
 
 TEST_F(LinuxSharedLocationsTest, takesNoFileForAContainer) {
-  directory_.write("group.org.example", "");
-  EXPECT_EQ(container({{"XDG_DATA_HOME", directory_.path()}}), std::nullopt);
+  directory.write("group.org.example", "");
+  EXPECT_EQ(container({{"XDG_DATA_HOME", directory.path()}}), std::nullopt);
 }
 
 TEST_F(LinuxSharedLocationsTest, takesALinkToADirectoryForAContainer) {
-  std::filesystem::create_directory(directory_.path("elsewhere"));
-  std::filesystem::create_directory_symlink(directory_.path("elsewhere"),
-                                            directory_.path("group.org.example"));
-  EXPECT_EQ(container({{"XDG_DATA_HOME", directory_.path()}}),
-            Text(directory_.path("group.org.example")));
+  std::filesystem::create_directory(directory.path("elsewhere"));
+  std::filesystem::create_directory_symlink(directory.path("elsewhere"),
+                                            directory.path("group.org.example"));
+  EXPECT_EQ(container({{"XDG_DATA_HOME", directory.path()}}),
+            Text(directory.path("group.org.example")));
 }
 
 TEST_F(LinuxSharedLocationsTest, hasNoContainerWithoutADataHome) {

@@ -24,6 +24,7 @@
 #include <fstream>
 #include <iostream>
 #include <optional>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -120,7 +121,7 @@ struct LookUpCase {
   bool isFound;
 };
 
-void PrintTo(const LookUpCase& row, std::ostream* out) { *out << row.name; }
+std::ostream& operator<<(std::ostream& out, const LookUpCase& row) { return out << row.name; }
 
 class ApplicationLookUp : public testing::TestWithParam<LookUpCase> {};
 
@@ -178,7 +179,7 @@ class LinuxWorkspaceTest : public testing::Test {
     peer.own(application);
   }
 
-  Reports reports_;
+  Reports reports;
 };
 
 TEST_F(LinuxWorkspaceTest, activatesARunningApplicationWithBothTokens) {
@@ -196,7 +197,7 @@ TEST_F(LinuxWorkspaceTest, activatesARunningApplicationWithBothTokens) {
   EXPECT_EQ(received.front().arguments,
             "({'activation-token': <'wayland-token'>, 'desktop-startup-id': <'x11-id'>},)");
   // It was not started as well.
-  EXPECT_EQ(value(reports_.next(), "started"), "org.example.Plain");
+  EXPECT_EQ(value(reports.next(), "started"), "org.example.Plain");
 }
 
 TEST_F(LinuxWorkspaceTest, activatesWithoutTokensThatAreNotThere) {
@@ -215,7 +216,7 @@ TEST_F(LinuxWorkspaceTest, startsAnActivatableApplicationThatDoesNotRun) {
   // What the bus would start ends at once.
   daemon.addService("org.example.Activatable", "/bin/false");
   open("org.example.Activatable", tokensAnd(daemon.address()));
-  const auto report = reports_.next();
+  const auto report = reports.next();
   EXPECT_EQ(value(report, "started"), "org.example.Activatable");
   EXPECT_EQ(value(report, "DBUS_SESSION_BUS_ADDRESS"), daemon.address());
   EXPECT_EQ(value(report, "XDG_ACTIVATION_TOKEN"), "wayland-token");
@@ -227,12 +228,12 @@ TEST_F(LinuxWorkspaceTest, runsTheCommandOfAnApplicationThatIsNotActivatable) {
   BusPeer application(daemon.address());
   runOn(application, "org.example.Plain");
   open("org.example.Plain", tokensAnd(daemon.address()));
-  EXPECT_EQ(value(reports_.next(), "started"), "org.example.Plain");
+  EXPECT_EQ(value(reports.next(), "started"), "org.example.Plain");
 }
 
 TEST_F(LinuxWorkspaceTest, cutsTheCommandOffFromItsStarter) {
   open("org.example.Plain", {});
-  const auto report = reports_.next();
+  const auto report = reports.next();
   for (const std::string_view stream : {"0", "1", "2"}) {
     EXPECT_EQ(value(report, stream), "/dev/null") << stream;
   }
@@ -245,7 +246,7 @@ TEST_F(LinuxWorkspaceTest, cutsTheCommandOffFromItsStarter) {
 
 TEST_F(LinuxWorkspaceTest, givesTheCommandOnlyWhatThisProgramWasGiven) {
   open("org.example.Plain", {});
-  const auto report = reports_.next();
+  const auto report = reports.next();
   EXPECT_EQ(value(report, "DBUS_SESSION_BUS_ADDRESS"), std::nullopt);
   EXPECT_EQ(value(report, "XDG_ACTIVATION_TOKEN"), std::nullopt);
   EXPECT_EQ(value(report, "DESKTOP_STARTUP_ID"), std::nullopt);
@@ -256,7 +257,7 @@ TEST_F(LinuxWorkspaceTest, neitherActivatesNorPassesTokensUnlessAsked) {
   BusPeer application(daemon.address());
   runOn(application, "org.example.Activatable");
   open("org.example.Activatable", tokensAnd(daemon.address()), {.activates = false});
-  const auto report = reports_.next();
+  const auto report = reports.next();
   EXPECT_EQ(value(report, "started"), "org.example.Activatable");
   EXPECT_EQ(value(report, "DBUS_SESSION_BUS_ADDRESS"), daemon.address());
   EXPECT_EQ(value(report, "XDG_ACTIVATION_TOKEN"), std::nullopt);
@@ -269,7 +270,7 @@ TEST_F(LinuxWorkspaceTest, waitsForAnApplicationThatOnlyTheBusCanStart) {
                                                "/exe --application org.example.BusOnly " +
                                                reportsPipe(dataHome()));
   open("org.example.BusOnly", tokensAnd(daemon.address()));
-  EXPECT_EQ(value(reports_.next(), "activated"),
+  EXPECT_EQ(value(reports.next(), "activated"),
             "({'activation-token': <'wayland-token'>, 'desktop-startup-id': <'x11-id'>},)");
 }
 
@@ -280,7 +281,7 @@ TEST_F(LinuxWorkspaceTest, comesBackWhenTheBusCannotStartTheApplication) {
     open("org.example.BusOnly", tokensAnd(address), activating, 200ms);
   }
   open("org.example.Plain", {});
-  EXPECT_EQ(value(reports_.next(), "started"), "org.example.Plain");
+  EXPECT_EQ(value(reports.next(), "started"), "org.example.Plain");
 }
 
 TEST_F(LinuxWorkspaceTest, startsTheApplicationThoughTheBusHangs) {
@@ -288,7 +289,7 @@ TEST_F(LinuxWorkspaceTest, startsTheApplicationThoughTheBusHangs) {
   const MuteBus mute;
   for (const std::string& address : {deaf.address(), mute.address()}) {
     open("org.example.Activatable", tokensAnd(address), activating, 200ms);
-    const auto report = reports_.next();
+    const auto report = reports.next();
     EXPECT_EQ(value(report, "started"), "org.example.Activatable");
     EXPECT_EQ(value(report, "DBUS_SESSION_BUS_ADDRESS"), address);
   }

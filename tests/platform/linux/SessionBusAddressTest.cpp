@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <ostream>
 #include <string>
 
 namespace velmora {
@@ -19,7 +20,7 @@ struct AddressCase {
   std::optional<std::string> address;
 };
 
-void PrintTo(const AddressCase& row, std::ostream* out) { *out << row.name; }
+std::ostream& operator<<(std::ostream& out, const AddressCase& row) { return out << row.name; }
 
 class AddressVariable : public testing::TestWithParam<AddressCase> {};
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <ostream>
 #include <string>
 
 namespace velmora {
@@ -18,7 +19,7 @@ struct TableCase {
   std::optional<StringsTable> table;
 };
 
-void PrintTo(const TableCase& row, std::ostream* out) { *out << row.name; }
+std::ostream& operator<<(std::ostream& out, const TableCase& row) { return out << row.name; }
 
 class StringsTableText : public testing::TestWithParam<TableCase> {};
 

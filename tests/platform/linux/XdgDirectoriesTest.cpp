@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <optional>
+#include <ostream>
 #include <string>
 
 namespace velmora {
@@ -21,7 +22,7 @@ struct DirectoriesCase {
   std::optional<std::string> configHome;
 };
 
-void PrintTo(const DirectoriesCase& row, std::ostream* out) { *out << row.name; }
+std::ostream& operator<<(std::ostream& out, const DirectoriesCase& row) { return out << row.name; }
 
 class XdgDirectories : public testing::TestWithParam<DirectoriesCase> {};
 

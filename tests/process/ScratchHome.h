@@ -1,0 +1,45 @@
+// A home directory for one test: the folders to select, the places of the XDG Base Directory
+// Specification, and the application's container.
+#pragma once
+
+#include "tests/ScratchDirectory.h"
+#include "tests/process/Process.h"
+
+#include <filesystem>
+#include <set>
+#include <string>
+#include <string_view>
+
+namespace velmora::process {
+
+class ScratchHome {
+ public:
+  ScratchHome();
+
+  const std::filesystem::path& path() const { return path_; }
+  std::filesystem::path dataHome() const { return path_ / "data"; }
+  std::filesystem::path configHome() const { return path_ / "config"; }
+  std::filesystem::path runtimeDirectory() const { return path_ / "run"; }
+  std::filesystem::path container() const { return path_ / "container"; }
+  std::filesystem::path requestDirectory() const { return container() / "Warp" / "FinderHandoff"; }
+
+  /// For a program that lives in this home, has no bus, and prefers no language.
+  Environment environment() const;
+
+  /// Make a folder or file to select; return its absolute path.
+  std::string makeFolder(std::string_view name) const;
+  std::string makeFile(std::string_view name) const;
+
+  /// Everything below the home, relative to it; directories end in "/".
+  std::set<std::string> listing() const;
+
+ private:
+  ScratchDirectory directory_;
+  std::filesystem::path path_;
+};
+
+/// Writes a file and the directories above it.
+void writeFile(const std::filesystem::path& path, std::string_view text);
+std::string readFile(const std::filesystem::path& path);
+
+}  // namespace velmora::process

@@ -37,6 +37,10 @@ function(velmora_add_library name)
   else()
     add_library(${target} STATIC ${arg_SOURCES})
     velmora_common_options(${target})
+    # An installed library must link by another compiler than the one that made it, too.
+    if(CMAKE_INTERPROCEDURAL_OPTIMIZATION AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      target_compile_options(${target} PRIVATE -ffat-lto-objects)
+    endif()
   endif()
   add_library(velmora::${name} ALIAS ${target})
   target_include_directories(

@@ -33,8 +33,14 @@ class ScratchDirectory {
     return name.empty() ? path_ : path_ + "/" + std::string(name);
   }
 
-  void write(std::string_view name, std::string_view bytes) const {
-    std::ofstream(path(name), std::ios::binary) << bytes;
+  /// Makes the file `name`, with the directories above it, in the place of what was there.
+  /// Returns its path.
+  std::string write(std::string_view name, std::string_view bytes) const {
+    std::string file = path(name);
+    std::filesystem::create_directories(std::filesystem::path(file).parent_path());
+    std::filesystem::remove_all(file);
+    std::ofstream(file, std::ios::binary) << bytes;
+    return file;
   }
 
   /// The names in `directory` below this one, sorted.

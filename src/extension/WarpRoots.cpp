@@ -45,7 +45,8 @@ std::vector<Text> normalizedWarpRoots(const std::vector<Text>& paths,
   for (const Text& path : paths) {
     Text root = standardizer.standardizedPath(path);
     if (hasCharacterPrefix(root, "/") && seen.insert(root).second) {
-      measured.push_back({.characterCount = characterCount(root), .path = std::move(root)});
+      const std::size_t count = characterCount(root);
+      measured.push_back({.characterCount = count, .path = std::move(root)});
     }
   }
   std::ranges::sort(measured, matchesBefore);

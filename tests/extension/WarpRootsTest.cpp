@@ -1,5 +1,6 @@
 #include "extension/WarpRoots.h"
 #include "platform/posix/PosixPathStandardizer.h"
+#include "tests/Bytes.h"
 #include "tests/RowName.h"
 #include "tests/data/AnsweredCases.h"
 #include "text/Characters.h"
@@ -15,14 +16,6 @@ namespace {
 using Paths = std::vector<Text>;
 
 const PosixPathStandardizer standardizer;
-
-std::vector<std::string> bytesOf(const Paths& paths) {
-  std::vector<std::string> bytes;
-  for (const Text& path : paths) {
-    bytes.push_back(path.utf8());
-  }
-  return bytes;
-}
 
 struct RootsCase {
   const char* name;

@@ -53,17 +53,26 @@ inline std::shared_ptr<FakeItemProvider> answeringPath(const char* path) {
 }
 
 /// Keeps what it is given for the test to call.
-struct PendingLoad {
-  std::shared_ptr<ItemProvider::LoadCompletion> completion =
-      std::make_shared<ItemProvider::LoadCompletion>();
+class PendingLoad {
+ public:
+  PendingLoad() = default;
+  PendingLoad(const PendingLoad&) = delete;
+  PendingLoad& operator=(const PendingLoad&) = delete;
+  /// A load that never ends would keep its request for ever, and the request its provider.
+  ~PendingLoad() { *completion_ = nullptr; }
 
   std::shared_ptr<FakeItemProvider> provider() const {
     return std::make_shared<FakeItemProvider>(
-        [kept = completion](ItemProvider::LoadCompletion given) { *kept = std::move(given); });
+        [kept = completion_](ItemProvider::LoadCompletion given) { *kept = std::move(given); });
   }
 
-  void answer(const LoadedItem& item) const { (*completion)(item, nullptr); }
+  bool hasStarted() const { return *completion_ != nullptr; }
+  void answer(const LoadedItem& item) const { (*completion_)(item, nullptr); }
   void answerPath(const char* path) const { answer(FileURL{.path = path}); }
+
+ private:
+  std::shared_ptr<ItemProvider::LoadCompletion> completion_ =
+      std::make_shared<ItemProvider::LoadCompletion>();
 };
 
 /// How a request ended, as often as it did.

@@ -1,4 +1,5 @@
 #include "handoff/HandoffRequest.h"
+#include "tests/Bytes.h"
 #include "tests/RowName.h"
 #include "tests/fakes/FakePlatform.h"
 
@@ -10,14 +11,6 @@ namespace velmora {
 namespace {
 
 using Paths = std::vector<Text>;
-
-std::vector<std::string> bytesOf(const Paths& paths) {
-  std::vector<std::string> bytes;
-  for (const Text& path : paths) {
-    bytes.push_back(path.utf8());
-  }
-  return bytes;
-}
 
 struct NormalizationCase {
   const char* name;

@@ -2,12 +2,7 @@
 
 #include "platform/linux/Environment.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <string_view>
-#include <vector>
 
 namespace velmora {
 namespace {
@@ -33,19 +28,6 @@ std::optional<std::string> xdgDirectory(const Environment& environment, std::str
 }
 
 }  // namespace
-
-std::optional<std::string> passwordEntryHome() {
-  std::vector<char> buffer(1024);
-  passwd entry = {};
-  passwd* found = nullptr;
-  while (getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &found) == ERANGE) {
-    buffer.resize(buffer.size() * 2);
-  }
-  if (found == nullptr || found->pw_dir == nullptr || *found->pw_dir != '/') {
-    return std::nullopt;
-  }
-  return found->pw_dir;
-}
 
 std::optional<std::string> xdgDataHome(const Environment& environment,
                                        const HomeLookup& homeLookup) {

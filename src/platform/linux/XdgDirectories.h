@@ -3,6 +3,8 @@
 // By hand, because GLib's answers are cached at first use and never "none".
 #pragma once
 
+#include "platform/posix/PasswordDatabase.h"
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -13,9 +15,6 @@ class Environment;
 
 /// Looks up a home directory when the environment names none.
 using HomeLookup = std::function<std::optional<std::string>()>;
-
-/// The absolute home directory in the password entry of the user who runs this process, if any.
-[[nodiscard]] std::optional<std::string> passwordEntryHome();
 
 /// Where the user's applications keep data: $XDG_DATA_HOME or ".local/share" in the home directory.
 /// None when neither is an absolute path. It need not exist.

@@ -97,8 +97,9 @@ class PartialFile {
 
 void writeThroughPartialFile(const std::string& path, std::string_view bytes) {
   const std::filesystem::path target(path);
-  const std::string partialPath =
-      (target.parent_path() / ("." + target.filename().string() + ".partial")).string();
+  const std::string partialName =
+      std::string(".").append(target.filename().string()).append(".partial");
+  const std::string partialPath = (target.parent_path() / partialName).string();
   const FileDescriptor file = openToWrite(partialPath, O_CREAT | O_EXCL);
   if (!file.isOpen()) {
     throw posixError(errno);

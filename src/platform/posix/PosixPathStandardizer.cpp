@@ -1,38 +1,24 @@
 #include "platform/posix/PosixPathStandardizer.h"
 
+#include "platform/posix/PasswordDatabase.h"
 #include "text/LexicalPath.h"
-
-#include <pwd.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <system_error>
-#include <vector>
 
 namespace velmora {
 
 namespace {
 
-std::optional<std::string> homeInPasswordDatabase(const std::string& user) {
-  // Records longer than this exist only to exhaust memory.
-  std::vector<char> buffer(64 * 1024);
-  passwd record{};
-  passwd* found = nullptr;
-  const int error = user.empty()
-                        ? ::getpwuid_r(::getuid(), &record, buffer.data(), buffer.size(), &found)
-                        : ::getpwnam_r(user.c_str(), &record, buffer.data(), buffer.size(), &found);
-  if (error != 0 || found == nullptr || found->pw_dir == nullptr) {
-    return std::nullopt;
-  }
-  return found->pw_dir;
-}
-
 /// The home directory of `user`, or of the user of this process when that is empty.
 std::optional<std::string> homeDirectory(const std::string& user, const std::string& ownHome) {
-  return user.empty() && ownHome.starts_with('/') ? ownHome : homeInPasswordDatabase(user);
+  if (!user.empty()) {
+    return passwordEntryHomeOf(user);
+  }
+  return ownHome.starts_with('/') ? ownHome : passwordEntryHome();
 }
 
 std::string expandingTilde(std::string_view path, const std::string& ownHome) {

@@ -48,7 +48,7 @@ std::optional<std::string> readLine(const FileDescriptor& source) {
   return std::nullopt;
 }
 
-std::string configuration(const TemporaryDirectory& directory) {
+std::string configuration(const ScratchDirectory& directory) {
   return "<!DOCTYPE busconfig PUBLIC '-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN'"
          " 'http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd'>"
          "<busconfig><type>session</type>"
@@ -60,7 +60,7 @@ std::string configuration(const TemporaryDirectory& directory) {
 }
 
 /// Starts a bus and waits until it listens.
-ChildProcess startBus(const TemporaryDirectory& directory) {
+ChildProcess startBus(const ScratchDirectory& directory) {
   std::filesystem::create_directory(directory.path("services"));
   const std::string file = directory.write("bus.conf", configuration(directory));
   Pipe addresses = makePipe();

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/posix/FileDescriptor.h"
-#include "tests/platform/linux/TemporaryDirectory.h"
+#include "tests/ScratchDirectory.h"
 
 #include <sys/types.h>
 
@@ -52,7 +52,7 @@ class PrivateBus {
   void die() { daemon_.end(); }
 
  private:
-  TemporaryDirectory directory_;
+  ScratchDirectory directory_;
   ChildProcess daemon_;
 };
 
@@ -67,7 +67,7 @@ class FilteringProxy {
  private:
   ChildProcess startProxy(const std::string& busAddress, const std::vector<std::string>& policy);
 
-  TemporaryDirectory directory_;
+  ScratchDirectory directory_;
   FileDescriptor lifeline_;
   ChildProcess proxy_;
 };
@@ -85,7 +85,7 @@ class DeafBus {
   void crash() { listener_ = FileDescriptor::adopt(-1); }
 
  private:
-  TemporaryDirectory directory_;
+  ScratchDirectory directory_;
   FileDescriptor listener_;
 };
 

@@ -1,8 +1,8 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/LinuxExtensionBundle.h"
 #include "platform/posix/PosixFileReader.h"
+#include "tests/ScratchDirectory.h"
 #include "tests/contracts/ExtensionBundleContract.h"
-#include "tests/platform/linux/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -53,7 +53,7 @@ class LinuxBundleAdapter {
   }
 
  private:
-  TemporaryDirectory directory_;
+  ScratchDirectory directory_;
   PosixFileReader files_;
   std::unique_ptr<LinuxExtensionBundle> bundle_ =
       std::make_unique<LinuxExtensionBundle>(std::nullopt, directory_.path(), files_);
@@ -63,7 +63,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Linux, ExtensionBundleContract, LinuxBundleAdapte
 
 class LinuxExtensionBundleTest : public testing::Test {
  protected:
-  TemporaryDirectory directory;
+  ScratchDirectory directory;
   PosixFileReader files;
   LinuxExtensionBundle bundle{std::nullopt, directory.path(), files};
 };

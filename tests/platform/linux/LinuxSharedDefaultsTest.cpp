@@ -2,8 +2,8 @@
 #include "platform/linux/LinuxSharedDefaults.h"
 #include "platform/posix/PosixFileReader.h"
 #include "tests/RowName.h"
+#include "tests/ScratchDirectory.h"
 #include "tests/contracts/SharedDefaultsContract.h"
-#include "tests/platform/linux/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -35,7 +35,7 @@ class LinuxDefaultsAdapter {
   }
 
  private:
-  TemporaryDirectory directory_;
+  ScratchDirectory directory_;
   PosixFileReader files_;
   Environment environment_{{{"XDG_CONFIG_HOME", directory_.path()}}};
   LinuxSharedDefaults defaults_{environment_, files_};
@@ -43,7 +43,7 @@ class LinuxDefaultsAdapter {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, SharedDefaultsContract, LinuxDefaultsAdapter);
 
-std::optional<std::string> settingIn(const TemporaryDirectory& configHome) {
+std::optional<std::string> settingIn(const ScratchDirectory& configHome) {
   const Environment environment({{"XDG_CONFIG_HOME", configHome.path()}});
   const PosixFileReader files;
   const std::optional<Text> value =
@@ -62,7 +62,7 @@ std::ostream& operator<<(std::ostream& out, const SettingsCase& row) { return ou
 class SettingsFile : public testing::TestWithParam<SettingsCase> {};
 
 TEST_P(SettingsFile, isReadLikeThis) {
-  const TemporaryDirectory configHome;
+  const ScratchDirectory configHome;
   configHome.write("suite/defaults.conf", GetParam().file);
   EXPECT_EQ(settingIn(configHome), GetParam().value);
 }
@@ -92,14 +92,14 @@ INSTANTIATE_TEST_SUITE_P(
     RowName());
 
 TEST(LinuxSharedDefaultsTest, doesNotWaitForTheWriterOfAPipe) {
-  const TemporaryDirectory configHome;
+  const ScratchDirectory configHome;
   std::filesystem::create_directory(configHome.path("suite"));
   ASSERT_EQ(mkfifo(configHome.path("suite/defaults.conf").c_str(), 0600), 0);
   EXPECT_EQ(settingIn(configHome), std::nullopt);
 }
 
 TEST(LinuxSharedDefaultsTest, findsTheFileBelowTheHome) {
-  const TemporaryDirectory home;
+  const ScratchDirectory home;
   home.write(".config/suite/defaults.conf", "[Defaults]\nLanguage.v1=ja\n");
   const Environment environment({{"HOME", home.path()}, {"XDG_CONFIG_HOME", "relative"}});
   const PosixFileReader files;

@@ -1,8 +1,8 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/LinuxSharedLocations.h"
 #include "platform/posix/PosixFileReader.h"
+#include "tests/ScratchDirectory.h"
 #include "tests/contracts/SharedLocationsContract.h"
-#include "tests/platform/linux/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -33,7 +33,7 @@ class LinuxLocationsAdapter {
   }
 
  private:
-  TemporaryDirectory directory_;
+  ScratchDirectory directory_;
   PosixFileReader files_;
   Environment environment_;
   LinuxSharedLocations locations_{environment_, files_, nowhere};
@@ -48,7 +48,7 @@ class LinuxSharedLocationsTest : public testing::Test {
     return LinuxSharedLocations(environment, files, nowhere).groupContainer("group.org.example");
   }
 
-  TemporaryDirectory directory;
+  ScratchDirectory directory;
   PosixFileReader files;
 };
 

@@ -5,10 +5,10 @@
 #include "platform/linux/SessionBus.h"
 #include "platform/posix/FileDescriptor.h"
 #include "tests/RowName.h"
+#include "tests/ScratchDirectory.h"
 #include "tests/contracts/WorkspaceContract.h"
 #include "tests/platform/linux/BusPeer.h"
 #include "tests/platform/linux/Buses.h"
-#include "tests/platform/linux/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -320,7 +320,7 @@ printf '%s\nend\n' "$report" > "$2"
 )sh";
 
 /// Makes a desktop in `home`.
-void makeDesktop(const TemporaryDirectory& home) {
+void makeDesktop(const ScratchDirectory& home) {
   const std::string reports = reportsPipe(home.path());
   if (mkfifo(reports.c_str(), 0600) != 0) {
     throw std::runtime_error(reports);
@@ -346,7 +346,7 @@ void makeDesktop(const TemporaryDirectory& home) {
 }
 
 int runTests() {
-  const TemporaryDirectory home;
+  const ScratchDirectory home;
   makeDesktop(home);
   setenv("XDG_DATA_HOME", home.path().c_str(), 1);
   setenv("XDG_DATA_DIRS", home.path("none").c_str(), 1);

@@ -1,8 +1,8 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/SessionBusAddress.h"
 #include "tests/RowName.h"
+#include "tests/ScratchDirectory.h"
 #include "tests/platform/linux/Buses.h"
-#include "tests/platform/linux/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -71,7 +71,7 @@ TEST(SessionBusAddress, prefersTheVariable) {
 
 TEST(SessionBusAddress, escapesTheRuntimeDirectory) {
   const DeafBus bus;
-  const TemporaryDirectory directory;
+  const ScratchDirectory directory;
   const std::string runtimeDirectory = directory.path("a,b;c");
   std::filesystem::create_directory(runtimeDirectory);
   std::filesystem::create_symlink(bus.path(), runtimeDirectory + "/bus");
@@ -79,7 +79,7 @@ TEST(SessionBusAddress, escapesTheRuntimeDirectory) {
 }
 
 TEST(SessionBusAddress, isNoneWithoutASocketInTheRuntimeDirectory) {
-  const TemporaryDirectory directory;
+  const ScratchDirectory directory;
   EXPECT_EQ(addressIn(directory.path()), std::nullopt);
   directory.write("bus", "");
   EXPECT_EQ(addressIn(directory.path()), std::nullopt);

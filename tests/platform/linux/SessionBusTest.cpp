@@ -3,9 +3,9 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/SessionBus.h"
 #include "platform/posix/FileDescriptor.h"
+#include "tests/ScratchDirectory.h"
 #include "tests/platform/linux/BusPeer.h"
 #include "tests/platform/linux/Buses.h"
-#include "tests/platform/linux/TemporaryDirectory.h"
 
 #include <gio/gio.h>
 #include <gtest/gtest.h>
@@ -120,7 +120,7 @@ TEST(SessionBusTest, returnsTheAnswerToACallAndNoneForAnError) {
 TEST(SessionBusTest, startsNothingForACallThatNobodyAwaits) {
   const PrivateBus daemon;
   // Would read from this pipe, so that a call made to it would wait as long as this test runs.
-  const TemporaryDirectory directory;
+  const ScratchDirectory directory;
   const std::string pipe = directory.path("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   const FileDescriptor writer = FileDescriptor::adopt(open(pipe.c_str(), O_RDWR | O_CLOEXEC));

@@ -1,0 +1,53 @@
+// A table of localized texts: what is accepted, written out again with every byte that needs it
+// escaped, is read as the same table.
+#include "fuzz/Property.h"
+#include "platform/linux/StringsTable.h"
+#include "text/Text.h"
+
+#include <optional>
+#include <string>
+
+namespace velmora {
+namespace {
+
+void appendQuoted(std::string& table, std::string_view text) {
+  table += '"';
+  for (const char character : text) {
+    if (character == '"' || character == '\\') {
+      table += '\\';
+    }
+    table += character;
+  }
+  table += '"';
+}
+
+std::string written(const StringsTable& table) {
+  std::string text;
+  for (const auto& [key, value] : table) {
+    appendQuoted(text, key);
+    text += "/**/=// \n";
+    appendQuoted(text, value);
+    text += ';';
+  }
+  return text;
+}
+
+void requireStable(std::string_view text) {
+  const std::optional<StringsTable> table = parseStringsTable(text);
+  if (!table) {
+    return;
+  }
+  for (const auto& [key, value] : *table) {
+    require(isUTF8(key) && isUTF8(value));
+  }
+  require(parseStringsTable(written(*table)) == table);
+  require(parseStringsTable(std::string(text) + "\"unfinished\" = \"entry\"") == std::nullopt);
+}
+
+}  // namespace
+}  // namespace velmora
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  velmora::requireStable(velmora::textOf(data, size));
+  return 0;
+}

@@ -1,0 +1,44 @@
+#include "platform/posix/PasswordDatabase.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <concepts>
+#include <cstddef>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+/// Calls one of the reentrant look-ups, `lookUp(record, buffer, size, found)`, with as much room as
+/// it asks for.
+template <std::invocable<passwd*, char*, std::size_t, passwd**> LookUp>
+std::optional<std::string> homeIn(LookUp lookUp) {
+  std::vector<char> buffer(1024);
+  passwd record = {};
+  passwd* found = nullptr;
+  while (lookUp(&record, buffer.data(), buffer.size(), &found) == ERANGE) {
+    buffer.resize(buffer.size() * 2);
+  }
+  if (found == nullptr || found->pw_dir == nullptr || *found->pw_dir != '/') {
+    return std::nullopt;
+  }
+  return found->pw_dir;
+}
+
+}  // namespace
+
+std::optional<std::string> passwordEntryHome() {
+  return homeIn([](passwd* record, char* buffer, std::size_t size, passwd** found) {
+    return ::getpwuid_r(::getuid(), record, buffer, size, found);
+  });
+}
+
+std::optional<std::string> passwordEntryHomeOf(const std::string& userName) {
+  return homeIn([&](passwd* record, char* buffer, std::size_t size, passwd** found) {
+    return ::getpwnam_r(userName.c_str(), record, buffer, size, found);
+  });
+}
+
+}  // namespace velmora

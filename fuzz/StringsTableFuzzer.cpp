@@ -41,7 +41,8 @@ void requireStable(std::string_view text) {
     require(isUTF8(key) && isUTF8(value));
   }
   require(parseStringsTable(written(*table)) == table);
-  require(parseStringsTable(std::string(text) + "\"unfinished\" = \"entry\"") == std::nullopt);
+  // On a line of its own: the table may end in a comment.
+  require(parseStringsTable(std::string(text) + "\n\"unfinished\" = \"entry\"") == std::nullopt);
 }
 
 }  // namespace

@@ -69,8 +69,6 @@ struct LanguageCase {
   const char* language;
 };
 
-void PrintTo(const LanguageCase& row, std::ostream* out) { *out << row.name; }
-
 class LanguageTest : public CancellationTest, public ::testing::WithParamInterface<LanguageCase> {};
 
 TEST_P(LanguageTest, sentenceIsInTheUsersLanguage) {

@@ -14,8 +14,6 @@ struct CheckCase {
   int exitStatus;
 };
 
-void PrintTo(const CheckCase& row, std::ostream* out) { *out << row.name; }
-
 class CheckTest : public ProcessTest, public ::testing::WithParamInterface<CheckCase> {};
 
 TEST_P(CheckTest, answersByTheExitStatusOnly) {

@@ -14,8 +14,6 @@ struct UsageCase {
   std::vector<std::string> arguments;
 };
 
-void PrintTo(const UsageCase& row, std::ostream* out) { *out << row.name; }
-
 class UsageTest : public ProcessTest, public ::testing::WithParamInterface<UsageCase> {};
 
 TEST_P(UsageTest, isAnErrorOfOneLine) {

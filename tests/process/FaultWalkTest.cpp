@@ -134,8 +134,6 @@ struct WalkCase {
   Road road = Road::unnamedFile;
 };
 
-void PrintTo(const WalkCase& row, std::ostream* out) { *out << row.name; }
-
 std::vector<WalkCase> walkCases() {
   const std::pair<const char*, int> errors[] = {
       {"EACCES", EACCES}, {"ENOSPC", ENOSPC}, {"EIO", EIO}, {"EROFS", EROFS}, {"EMFILE", EMFILE}};
@@ -192,8 +190,6 @@ struct KillCase {
   std::string name;
   Road road = Road::unnamedFile;
 };
-
-void PrintTo(const KillCase& row, std::ostream* out) { *out << row.name; }
 
 class KillWalkTest : public FaultWalkTest, public ::testing::WithParamInterface<KillCase> {};
 

@@ -113,8 +113,6 @@ struct PlaceCase {
   const char* requestDirectory;
 };
 
-void PrintTo(const PlaceCase& row, std::ostream* out) { *out << row.name; }
-
 class PlaceTest : public ProcessTest, public ::testing::WithParamInterface<PlaceCase> {};
 
 TEST_P(PlaceTest, requestGoesToTheSharedRoot) {

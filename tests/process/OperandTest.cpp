@@ -18,8 +18,6 @@ struct OperandCase {
   std::vector<std::string> accepted;
 };
 
-void PrintTo(const OperandCase& row, std::ostream* out) { *out << row.name; }
-
 class OperandTest : public ProcessTest, public ::testing::WithParamInterface<OperandCase> {
  protected:
   /// "@" in an operand stands for the working directory.

@@ -12,6 +12,7 @@ case ${1-} in
 esac
 
 script=$(basename "$0")
+unset CDPATH
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 fail() {
@@ -25,4 +26,18 @@ usage_error() {
 
 cores() {
   getconf _NPROCESSORS_ONLN
+}
+
+# Under some kernels' larger address randomisation, libraries land where the sanitizers of gcc 12
+# and clang 14 keep their own memory, and every program ends before main.
+largest_randomisation_that_sanitizers_bear=28
+
+without_randomisation() {
+  local bits
+  bits=$(cat /proc/sys/vm/mmap_rnd_bits 2>/dev/null || echo 0)
+  if [[ $bits -gt $largest_randomisation_that_sanitizers_bear ]]; then
+    setarch --addr-no-randomize "$@"
+  else
+    "$@"
+  fi
 }

@@ -34,6 +34,8 @@ constexpr const char* footer =
 
 struct RawOptions {
   std::string bundleIdentifier;
+  /// Whether there is one, be it empty.
+  bool hasIdentifier = false;
   bool isRestore = false;
   bool isCheck = false;
   bool isWithoutNotification = false;
@@ -64,18 +66,17 @@ void declareOptions(CLI::App& app, RawOptions& options) {
                "Show no desktop notification of a failure")
       ->disable_flag_override();
   app.add_option("--files0-from", options.itemsFile,
-                 "Read the items from standard input, each ended by NUL")
+                 "Read the items from standard input, separated by NUL")
       ->type_name("-");
   // Operands are not an option of the parser's: it would take "[a,b]" apart.
   app.allow_extras();
 }
 
-std::optional<Text> identifierOf(const CLI::App& app, const RawOptions& options) {
+std::optional<Text> identifierOf(const RawOptions& options) {
   if (options.isRestore) {
     return Text(restoreActionIdentifier);
   }
-  return app.count("--bundle-identifier") > 0 ? std::optional<Text>(options.bundleIdentifier)
-                                              : std::nullopt;
+  return options.hasIdentifier ? std::optional<Text>(options.bundleIdentifier) : std::nullopt;
 }
 
 bool isOption(const std::string& argument) {
@@ -88,7 +89,7 @@ std::optional<UsageError> faultOf(const CommandLine& line, const CLI::App& app,
   if (const auto unknown = std::ranges::find_if(extras, isOption); unknown != extras.end()) {
     return UsageError{"unknown option: " + *unknown};
   }
-  if (options.isRestore && app.count("--bundle-identifier") > 0) {
+  if (options.isRestore && options.hasIdentifier) {
     return UsageError{"--restore and --bundle-identifier exclude each other"};
   }
   if (app.count("--files0-from") > 0 && options.itemsFile != "-") {
@@ -103,17 +104,27 @@ std::optional<UsageError> faultOf(const CommandLine& line, const CLI::App& app,
   return std::nullopt;
 }
 
-/// The parser would take the next argument for the value of an option that has an empty one. An
-/// empty identifier means what none means.
-std::vector<std::string> withoutEmptyIdentifier(std::vector<std::string> arguments) {
-  std::erase(arguments, "--bundle-identifier=");
-  return arguments;
+/// The parser would take the next argument for the value of an option that has an empty one.
+/// Whether there was such an identifier.
+bool takeEmptyIdentifier(std::vector<std::string>& arguments) {
+  return std::erase(arguments, "--bundle-identifier=") > 0;
+}
+
+/// Whether an option stands where the identifier should: an empty variable in a script leaves that,
+/// and the parser would take the option for the identifier.
+bool lacksIdentifier(const std::vector<std::string>& arguments) {
+  const auto option = std::ranges::find(arguments, "--bundle-identifier");
+  return option != arguments.end() && std::next(option) != arguments.end() &&
+         isOption(*std::next(option));
 }
 
 /// What the user gave may hold anything, and ends up in a message of one line.
 UsageError inOneLine(UsageError error) {
   std::ranges::replace_if(
-      error.message, [](char character) { return static_cast<unsigned char>(character) < ' '; },
+      error.message,
+      [](char character) {
+        return static_cast<unsigned char>(character) < ' ' || character == '\x7F';
+      },
       '?');
   return error;
 }
@@ -126,7 +137,11 @@ std::variant<CommandLine, RequestedText, UsageError> parseCommandLine(
   CLI::App app(description);
   RawOptions options;
   declareOptions(app, options);
-  std::vector<std::string> parsed = withoutEmptyIdentifier({arguments.begin(), separator});
+  std::vector<std::string> parsed(arguments.begin(), separator);
+  const bool hasEmptyIdentifier = takeEmptyIdentifier(parsed);
+  if (lacksIdentifier(parsed)) {
+    return UsageError{"--bundle-identifier without an identifier"};
+  }
   try {
     // The parser takes the last argument first.
     std::ranges::reverse(parsed);
@@ -138,9 +153,10 @@ std::variant<CommandLine, RequestedText, UsageError> parseCommandLine(
   } catch (const CLI::ParseError& error) {
     return inOneLine({error.what()});
   }
+  options.hasIdentifier = hasEmptyIdentifier || app.count("--bundle-identifier") > 0;
   const std::vector<std::string> extras = app.remaining();
   CommandLine line = {
-      .bundleIdentifier = identifierOf(app, options),
+      .bundleIdentifier = identifierOf(options),
       .isCheck = options.isCheck,
       .notifiesDesktop = !options.isWithoutNotification,
       .readsStandardInput = app.count("--files0-from") > 0,

@@ -1,16 +1,21 @@
 #include "CommandLineContext.h"
 
+#include "SelectedItems.h"
+
 #include <new>
 #include <utility>
 
 namespace velmora {
 
-CommandLineContext::CommandLineContext(std::vector<std::shared_ptr<ItemProvider>> providers,
+CommandLineContext::CommandLineContext(std::vector<std::string> operands,
+                                       const PathStandardizer& standardizer,
                                        std::function<void()> whenEnded)
-    : providers_(std::move(providers)), whenEnded_(std::move(whenEnded)) {}
+    : operands_(std::move(operands)),
+      standardizer_(standardizer),
+      whenEnded_(std::move(whenEnded)) {}
 
 std::vector<InputItem> CommandLineContext::inputItems() const {
-  return {ExtensionItem{.attachments = providers_}};
+  return {ExtensionItem{.attachments = providersFromOperands(operands_, standardizer_)}};
 }
 
 void CommandLineContext::completeRequest() noexcept {

@@ -4,11 +4,13 @@
 #include "platform/ExtensionContext.h"
 
 #include <functional>
-#include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace velmora {
+
+class PathStandardizer;
 
 /// How the request ended: without an error when it was completed.
 struct Outcome {
@@ -17,8 +19,9 @@ struct Outcome {
 
 class CommandLineContext final : public ExtensionContext {
  public:
-  /// Calls `whenEnded` once, on the thread that ends the request. It must not throw.
-  CommandLineContext(std::vector<std::shared_ptr<ItemProvider>> providers,
+  /// The selection is what the operands stand for, in their order; `standardizer` outlives the
+  /// request. Calls `whenEnded` once, on the thread that ends the request. It must not throw.
+  CommandLineContext(std::vector<std::string> operands, const PathStandardizer& standardizer,
                      std::function<void()> whenEnded);
 
   std::vector<InputItem> inputItems() const override;
@@ -29,7 +32,8 @@ class CommandLineContext final : public ExtensionContext {
   const std::optional<Outcome>& outcome() const { return outcome_; }
 
  private:
-  std::vector<std::shared_ptr<ItemProvider>> providers_;
+  std::vector<std::string> operands_;
+  const PathStandardizer& standardizer_;
   std::function<void()> whenEnded_;
   std::optional<Outcome> outcome_;
 };

@@ -5,8 +5,8 @@
 
 namespace velmora {
 
-/// Knows of no warped folder, because the application's record of them is not read yet: every
-/// folder can be warped, and none restored.
+/// Knows of no warped folder, since this program does not read the application's record of them:
+/// every folder can be warped, and none restored.
 class NoWarpedFolders final : public WarpedFolders {
  public:
   std::vector<Text> confirmedOriginalFolderPaths() const override { return {}; }

@@ -28,6 +28,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -47,6 +48,9 @@ constexpr std::chrono::milliseconds sessionBusLimit{2000};
 std::string installedResourceDirectory() {
   std::error_code error;
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+  if (error) {
+    return VELMORA_RESOURCE_DIRECTORY;
+  }
   const std::filesystem::path beside =
       program.parent_path().parent_path() / "share/velmora-finder-action";
   return std::filesystem::is_directory(beside, error) ? beside.string()
@@ -64,7 +68,7 @@ struct LinuxPlatform {
         languages(environment),
         sessionBus(environment, sessionBusLimit),
         notifications(sessionBus),
-        workspace(sessionBus, environment) {}
+        workspace(sessionBus, environment, fileReader) {}
 
   Platform references() {
     return {.bundle = bundle,
@@ -99,6 +103,10 @@ struct LinuxPlatform {
 };
 
 void tellUser(const RequestError& error, const CommandLine& commandLine, SessionBus& sessionBus) {
+  if (error.localizedDescription.empty()) {
+    // Memory ran out before a message could be found; the log has a line.
+    return;
+  }
   std::cerr << error.localizedDescription << std::endl;
   if (commandLine.notifiesDesktop && ::isatty(STDERR_FILENO) == 0) {
     notifyDesktop(sessionBus, error.localizedDescription);
@@ -115,7 +123,7 @@ ExitStatus exitStatusOf(const Outcome& outcome) {
 
 }  // namespace
 
-ExitStatus checkSelection(const CommandLine& commandLine, const Environment& environment) {
+ExitStatus checkSelection(const CommandLine& commandLine, const Environment& environment) try {
   LinuxPlatform platform(commandLine, environment);
   const NoWarpedFolders warpedFolders;
   bool suits = false;
@@ -127,14 +135,16 @@ ExitStatus checkSelection(const CommandLine& commandLine, const Environment& env
                });
   platform.mainQueue.run();
   return suits ? ExitStatus::completed : ExitStatus::selectionCancelled;
+} catch (const std::exception&) {
+  // Nobody reads a message of a check; what cannot be told does not apply.
+  return ExitStatus::selectionCancelled;
 }
 
 ExitStatus performAction(const CommandLine& commandLine, const Environment& environment) {
   LinuxPlatform platform(commandLine, environment);
   const NoWarpedFolders warpedFolders;
   const auto context = std::make_shared<CommandLineContext>(
-      providersFromOperands(commandLine.operands, platform.paths),
-      [&platform] { platform.mainQueue.quit(); });
+      commandLine.operands, platform.paths, [&platform] { platform.mainQueue.quit(); });
   const VelmoraFinderActionExtension extension(platform.references(), warpedFolders);
   extension.beginRequestWithExtensionContext(context);
   platform.mainQueue.run();

@@ -3,15 +3,18 @@
 #include "CommandLine.h"
 #include "Program.h"
 #include "SelectedItems.h"
+#include "platform/PlatformError.h"
 #include "platform/linux/Environment.h"
+#include "platform/posix/SystemCalls.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
+#include <cstddef>
 #include <exception>
 #include <iostream>
-#include <iterator>
 #include <string>
 #include <variant>
 #include <vector>
@@ -39,14 +42,30 @@ ExitStatus refuse(const std::string& message) {
   return ExitStatus::usageError;
 }
 
-std::vector<std::string> itemsOnStandardInput() {
-  const std::string bytes{std::istreambuf_iterator<char>(std::cin), {}};
-  return velmora::splitAtNUL(bytes);
+std::string standardInput() {
+  std::string bytes;
+  char piece[16 * 1024];
+  while (true) {
+    const ssize_t count =
+        velmora::retryingInterrupted([&] { return ::read(STDIN_FILENO, piece, sizeof piece); });
+    if (count < 0) {
+      throw velmora::posixError(errno);
+    }
+    if (count == 0) {
+      return bytes;
+    }
+    bytes.append(piece, static_cast<std::size_t>(count));
+  }
 }
 
 ExitStatus run(velmora::CommandLine commandLine, const velmora::Environment& environment) {
   if (commandLine.readsStandardInput) {
-    commandLine.operands = itemsOnStandardInput();
+    try {
+      commandLine.operands = velmora::splitAtNUL(standardInput());
+    } catch (const velmora::PlatformError& error) {
+      // A part of a selection must not be taken for all of it.
+      return refuse(std::string("cannot read standard input: ") + error.what());
+    }
   }
   return commandLine.isCheck ? checkSelection(commandLine, environment)
                              : performAction(commandLine, environment);
@@ -71,9 +90,11 @@ int main(int argc, char** argv) {
   openMissingStandardStreams();
   // A reader of our messages that has gone must not take the request with it.
   std::signal(SIGPIPE, SIG_IGN);
-  const velmora::Environment environment = velmora::captureEnvironment();
-  velmora::detachSessionBusFromLibraries();
+  // A limit on the size of files fails the write (EFBIG), and is told like any other failure.
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
+    const velmora::Environment environment = velmora::captureEnvironment();
+    velmora::detachSessionBusFromLibraries();
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     return static_cast<int>(std::visit(Answer{environment}, velmora::parseCommandLine(arguments)));
   } catch (const std::exception& error) {

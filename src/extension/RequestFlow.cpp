@@ -9,20 +9,20 @@
 #include "platform/ExtensionContext.h"
 #include "platform/Logger.h"
 #include "platform/Platform.h"
-#include "platform/PlatformError.h"
 
-#include <cerrno>
 #include <exception>
 #include <new>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace velmora {
 
 namespace {
 
 constexpr std::string_view failedHandoffLogPrefix = "Velmora Finder Action handoff failed: ";
+
+/// The text of ENOMEM, which cannot be asked for when memory is out.
+constexpr std::string_view outOfMemoryDescription = "Cannot allocate memory";
 
 void logFailedHandoff(std::string_view description, Logger& logger) noexcept {
   try {
@@ -52,9 +52,12 @@ void endingWithHandoffError(ExtensionContext& context, const Platform& platform,
   try {
     step();
   } catch (const std::bad_alloc&) {
-    cancelFailedHandoff("Cannot allocate memory", context, platform);
+    cancelFailedHandoff(outOfMemoryDescription, context, platform);
   } catch (const std::exception& error) {
     cancelFailedHandoff(error.what(), context, platform);
+  } catch (...) {
+    // A host's objects may throw what is no exception of ours.
+    cancelFailedHandoff("Unknown error", context, platform);
   }
 }
 
@@ -89,7 +92,7 @@ void loadAndPerformHandoff(const std::shared_ptr<ExtensionContext>& context,
   loadFileURLs(providers, platform.mainQueue,
                [context, platform, &warpedFolders](const GatheredFileURLs& selection) {
                  if (!selection.has_value()) {
-                   cancelFailedHandoff("Cannot allocate memory", *context, platform);
+                   cancelFailedHandoff(outOfMemoryDescription, *context, platform);
                    return;
                  }
                  performHandoff(*selection, *context, platform, warpedFolders);

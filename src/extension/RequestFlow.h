@@ -16,6 +16,8 @@ struct Platform;
 /// and opens that. Returns once all loads are started; the rest follows on the main queue and
 /// holds `context` until then. A selection that offers no file URL is cancelled within this call.
 ///
+/// (Without the memory to reach the main queue, the request is cancelled where that shows.)
+///
 /// The request ends exactly once: completed, cancelled because nothing in the selection suits
 /// (makeSelectionError), or cancelled because the handoff failed or memory ran out
 /// (makeHandoffError, after one line in the system log). Nothing is ever thrown.

@@ -36,7 +36,9 @@ class Gathering : public std::enable_shared_from_this<Gathering> {
                           self->answer(position, item);
                         });
     } catch (const std::bad_alloc&) {
-      noteMemoryRanOut();
+      if (!answered_[position]) {
+        noteMemoryRanOut();
+      }
       answer(position, {});
     } catch (...) {
       // A provider that throws has delivered nothing.

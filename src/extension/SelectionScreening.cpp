@@ -9,6 +9,7 @@
 #include "text/LexicalPath.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <string_view>
 #include <unordered_set>

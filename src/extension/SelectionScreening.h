@@ -4,6 +4,7 @@
 #include "text/FileURL.h"
 #include "text/Text.h"
 
+#include <string_view>
 #include <vector>
 
 namespace velmora {

@@ -4,6 +4,8 @@
 #include "text/Characters.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <unordered_set>

@@ -16,8 +16,8 @@ class PathStandardizer;
 [[nodiscard]] std::vector<Text> normalizedWarpRoots(const std::vector<Text>& paths,
                                                     const PathStandardizer& standardizer);
 
-/// The warp roots of one screening. A look-up costs in proportion to the depth of the item, not to
-/// the number of roots.
+/// The warp roots of one screening. A look-up takes one search for each folder around the item,
+/// whatever the number of roots.
 class WarpRoots {
  public:
   /// `standardizer` outlives the object.

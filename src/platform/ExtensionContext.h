@@ -32,7 +32,8 @@ struct ForeignObject {};
 using InputItem = std::variant<ExtensionItem, ForeignObject>;
 
 /// Lives until the request has ended; whoever still serves it shares its ownership. Exactly one of
-/// the two ends is called, once, on the main queue or within the call that began the request.
+/// the two ends is called, once: on the main queue or within the call that began the request; on
+/// another thread only where memory ran out.
 class ExtensionContext {
  public:
   virtual ~ExtensionContext() = default;

@@ -11,7 +11,7 @@ namespace velmora {
 
 /// The domain whose codes are `errno` values.
 inline constexpr std::string_view posixErrorDomain = "NSPOSIXErrorDomain";
-/// The domain of the two codes below.
+/// The domain of the code below.
 inline constexpr std::string_view cocoaErrorDomain = "NSCocoaErrorDomain";
 
 /// In cocoaErrorDomain: a file or place that does not exist.

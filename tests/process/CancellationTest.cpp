@@ -61,6 +61,26 @@ TEST_F(CancellationTest, identifierDecidesTheAction) {
   }
 }
 
+TEST_F(CancellationTest, sentenceIsFoundBesideTheProgram) {
+  command.environment.erase("VELMORA_RESOURCE_DIR");
+  command.environment["LANG"] = "ja_JP.UTF-8";
+  expectNothingSuits(run({home.makeFile("file")}), message("ja", chooseWarpFolders));
+}
+
+TEST_F(CancellationTest, sentenceIsFoundBesideAProgramThatWasMoved) {
+  command.environment.erase("VELMORA_RESOURCE_DIR");
+  command.environment["LANG"] = "es_ES.UTF-8";
+  std::filesystem::create_directories(home.path() / "moved" / "bin");
+  std::filesystem::create_directories(home.path() / "moved" / "share");
+  const std::filesystem::path program = home.path() / "moved" / "bin" / "velmora-finder-action";
+  std::filesystem::copy_file(VELMORA_TEST_PROGRAM, program);
+  std::filesystem::copy(VELMORA_TEST_RESOURCES,
+                        home.path() / "moved" / "share" / "velmora-finder-action",
+                        std::filesystem::copy_options::recursive);
+  command.arguments = {program};
+  expectNothingSuits(run({home.makeFile("file")}), message("es", chooseWarpFolders));
+}
+
 struct LanguageCase {
   const char* name;
   std::vector<std::pair<const char*, const char*>> variables;

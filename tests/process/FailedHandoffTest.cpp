@@ -115,6 +115,13 @@ TEST_F(FailedHandoffTest, requestDirectoryIsReadOnly) {
   expectHandoffFails(EACCES);
 }
 
+TEST_F(FailedHandoffTest, filesMustNotGrow) {
+  // As by the shell's "ulimit -f 0", whose signal would end the program.
+  filesystem::create_directories(home.requestDirectory());
+  command.arguments = {"prlimit", "--fsize=0", "--", VELMORA_TEST_PROGRAM};
+  expectHandoffFails(EFBIG);
+}
+
 TEST_F(FailedHandoffTest, userIsUnknownAndHasNoHome) {
   for (const char* variable : {"HOME", "XDG_DATA_HOME", "VELMORA_GROUP_CONTAINER"}) {
     command.environment.erase(variable);

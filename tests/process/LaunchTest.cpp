@@ -5,6 +5,8 @@
 
 #include <gio/gio.h>
 
+#include <sys/stat.h>
+
 #include <memory>
 
 namespace velmora::process {
@@ -63,6 +65,15 @@ class LaunchTest : public ProcessTest {
 
   std::string folder = home.makeFolder("A");
 };
+
+TEST_F(LaunchTest, entryThatIsAPipeIsNotWaitedFor) {
+  const std::filesystem::path entry =
+      home.dataHome() / "applications" / "io.tolvane.Velmora.desktop";
+  std::filesystem::create_directories(entry.parent_path());
+  ASSERT_EQ(::mkfifo(entry.c_str(), 0600), 0);
+  expectCompleted(run({folder}));
+  EXPECT_TRUE(leftRunning().empty());
+}
 
 TEST_F(LaunchTest, plainApplicationIsStarted) {
   const PrivateBus bus(home);

@@ -56,6 +56,10 @@ std::vector<Text> LinuxPreferredLanguages::preferredLanguages() const {
   }
   while (!list.empty()) {
     const std::string_view entry = list.substr(0, list.find(':'));
+    // From here on the user wants the program's own language.
+    if (entry == "C" || entry == "POSIX") {
+      break;
+    }
     appendTag(tags, entry);
     list.remove_prefix(std::min(entry.size() + 1, list.size()));
   }

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxWorkspace.h"
 
+#include "platform/FileReader.h"
 #include "platform/linux/Environment.h"
 #include "platform/linux/SessionBus.h"
 
@@ -10,9 +11,11 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <exception>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -31,11 +34,29 @@ constexpr std::array<ActivationToken, 2> activationTokens = {{
     {"DESKTOP_STARTUP_ID", "desktop-startup-id"},
 }};
 
-GLibPointer<GKeyFile> readEntry(const std::string& location) {
+GLibPointer<GKeyFile> readEntry(const std::string& location, const FileReader& fileReader) {
+  // Not read by GLib itself, which would wait for ever on a named pipe.
+  const std::string bytes = fileReader.read(location);
   GLibPointer<GKeyFile> entry(g_key_file_new());
-  const bool isRead =
-      g_key_file_load_from_file(entry.get(), location.c_str(), G_KEY_FILE_NONE, nullptr) != FALSE;
+  const bool isRead = g_key_file_load_from_data(entry.get(), bytes.data(), bytes.size(),
+                                                G_KEY_FILE_NONE, nullptr) != FALSE;
   return isRead ? std::move(entry) : nullptr;
+}
+
+/// Throws unless every entry of that name can be read: GIO would wait for ever on one that is a
+/// named pipe.
+void requireReadable(const std::string& fileName, const FileReader& fileReader) {
+  std::vector<std::string> directories = {g_get_user_data_dir()};
+  for (const char* const* directory = g_get_system_data_dirs(); *directory != nullptr;
+       ++directory) {
+    directories.emplace_back(*directory);
+  }
+  for (const std::string& directory : directories) {
+    const std::string path = directory + "/applications/" + fileName;
+    if (fileReader.exists(path)) {
+      static_cast<void>(fileReader.read(path));
+    }
+  }
 }
 
 /// The bus name of an application that can be activated over the bus: its entry is named after it.
@@ -109,7 +130,11 @@ bool runCommand(GKeyFile& entry, GAppLaunchContext& context) {
   // Standard input is /dev/null anyway.
   const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
                                               G_SPAWN_STDERR_TO_DEV_NULL);
-  const GSpawnChildSetupFunc leaveTerminal = [](gpointer) { setsid(); };
+  const GSpawnChildSetupFunc leaveTerminal = [](gpointer) {
+    setsid();
+    // What this process ignores, its children would.
+    std::signal(SIGXFSZ, SIG_DFL);
+  };
   return g_desktop_app_info_launch_uris_as_manager(
              application.get(), /*uris=*/nullptr, &context, flags, leaveTerminal,
              /*user_setup_data=*/nullptr, /*pid_callback=*/nullptr,
@@ -118,8 +143,9 @@ bool runCommand(GKeyFile& entry, GAppLaunchContext& context) {
 
 }  // namespace
 
-LinuxWorkspace::LinuxWorkspace(SessionBus& bus, const Environment& environment)
-    : bus_(bus), environment_(environment) {}
+LinuxWorkspace::LinuxWorkspace(SessionBus& bus, const Environment& environment,
+                               const FileReader& fileReader)
+    : bus_(bus), environment_(environment), fileReader_(fileReader) {}
 
 LinuxWorkspace::~LinuxWorkspace() = default;
 
@@ -127,6 +153,7 @@ std::optional<Text> LinuxWorkspace::applicationLocation(
     std::string_view bundleIdentifier) noexcept {
   try {
     const std::string fileName = std::string(bundleIdentifier).append(entrySuffix);
+    requireReadable(fileName, fileReader_);
     const auto application =
         GObjectRef<GDesktopAppInfo>::adopt(g_desktop_app_info_new(fileName.c_str()));
     if (!application) {
@@ -150,7 +177,7 @@ void LinuxWorkspace::openApplication(const Text& location,
 
 void LinuxWorkspace::open(const Text& location, OpenConfiguration configuration) {
   // Nothing is opened with the application, so nothing is added to the recent items either way.
-  const GLibPointer<GKeyFile> entry = readEntry(location.utf8());
+  const GLibPointer<GKeyFile> entry = readEntry(location.utf8(), fileReader_);
   if (!entry) {
     return;
   }

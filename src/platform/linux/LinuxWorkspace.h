@@ -10,6 +10,7 @@
 namespace velmora {
 
 class Environment;
+class FileReader;
 class PendingCall;
 class SessionBus;
 
@@ -24,8 +25,8 @@ class SessionBus;
 /// detachSessionBusFromLibraries(): GIO would connect to the bus at every launch.
 class LinuxWorkspace final : public Workspace {
  public:
-  /// Both references are kept.
-  LinuxWorkspace(SessionBus& bus, const Environment& environment);
+  /// The references are kept.
+  LinuxWorkspace(SessionBus& bus, const Environment& environment, const FileReader& fileReader);
   LinuxWorkspace(const LinuxWorkspace&) = delete;
   LinuxWorkspace& operator=(const LinuxWorkspace&) = delete;
   ~LinuxWorkspace() override;
@@ -43,6 +44,7 @@ class LinuxWorkspace final : public Workspace {
 
   SessionBus& bus_;
   const Environment& environment_;
+  const FileReader& fileReader_;
   std::unique_ptr<PendingCall> pendingActivation_;
 };
 

@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 namespace velmora {
 
@@ -48,7 +49,7 @@ std::string parentDirectory(const std::string& path) {
 }
 
 /// Best effort: the file is in place, and no error from here on could take it back.
-void synchronizeDirectory(const std::string& directory) {
+void synchronizeDirectory(const std::string& directory) noexcept {
   const FileDescriptor descriptor = FileDescriptor::adopt(
       retryingInterrupted([&] { return ::open(directory.c_str(), O_RDONLY | O_CLOEXEC); }));
   if (descriptor.isOpen()) {
@@ -150,10 +151,12 @@ void PosixFileWriter::createDirectories(std::string_view path) {
 
 void PosixFileWriter::writeAtomically(std::string_view path, std::string_view bytes) {
   const std::string target = systemPath(path);
+  // Made before the file is: what fails from then on would deny a request that is in place.
+  const std::string directory = parentDirectory(target);
   if (!writeThroughUnnamedFile(target, bytes)) {
     writeThroughPartialFile(target, bytes);
   }
-  synchronizeDirectory(parentDirectory(target));
+  synchronizeDirectory(directory);
 }
 
 }  // namespace velmora

@@ -192,14 +192,12 @@ MuteBus::MuteBus()
         }
       }) {}
 
-MuteBus::~MuteBus() {
-  // Ends the waiting for a client that never came.
-  shutdown(socket_.listener().get(), SHUT_RDWR);
-  lastWords();
-}
+MuteBus::~MuteBus() { lastWords(); }
 
 const std::string& MuteBus::lastWords() {
   if (server_.joinable()) {
+    // Ends the waiting for a client that never came.
+    shutdown(socket_.listener().get(), SHUT_RDWR);
     server_.join();
   }
   return lastWords_;

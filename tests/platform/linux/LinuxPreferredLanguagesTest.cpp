@@ -74,6 +74,8 @@ INSTANTIATE_TEST_SUITE_P(
         LanguagesCase{"listReplacesTheLocale",
                       {{"LANG", "en_US.UTF-8"}, {"LANGUAGE", "pt_PT:es_ES.UTF-8"}},
                       {"pt_PT", "es_ES"}},
+        LanguagesCase{"cEndsTheList", {{"LANG", "en"}, {"LANGUAGE", "es:C:ja"}}, {"es"}},
+        LanguagesCase{"posixFirst", {{"LANG", "es"}, {"LANGUAGE", "POSIX:ja"}}, {}},
         LanguagesCase{"emptyListIsNone", {{"LANG", "ja_JP"}, {"LANGUAGE", ""}}, {"ja_JP"}},
         LanguagesCase{"emptyEntries", {{"LANG", "en"}, {"LANGUAGE", ":ja::@x:es:"}}, {"ja", "es"}},
         LanguagesCase{"listOfNothing", {{"LANG", "ja_JP"}, {"LANGUAGE", ":"}}, {}},

@@ -4,6 +4,7 @@
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/SessionBus.h"
 #include "platform/posix/FileDescriptor.h"
+#include "platform/posix/PosixFileReader.h"
 #include "tests/RowName.h"
 #include "tests/ScratchDirectory.h"
 #include "tests/contracts/WorkspaceContract.h"
@@ -109,7 +110,8 @@ class LinuxWorkspaceAdapter {
   PrivateBus daemon_;
   Environment environment_{{{"DBUS_SESSION_BUS_ADDRESS", daemon_.address()}}};
   SessionBus bus_{environment_, 60s};
-  LinuxWorkspace workspace_{bus_, environment_};
+  PosixFileReader fileReader_;
+  LinuxWorkspace workspace_{bus_, environment_, fileReader_};
   Reports reports_;
 };
 
@@ -128,7 +130,8 @@ class ApplicationLookUp : public testing::TestWithParam<LookUpCase> {};
 TEST_P(ApplicationLookUp, findsTheDesktopEntry) {
   const Environment environment;
   SessionBus bus(environment, 60s);
-  LinuxWorkspace workspace(bus, environment);
+  const PosixFileReader fileReader;
+  LinuxWorkspace workspace(bus, environment, fileReader);
   const std::string file = dataHome() + "/applications/" + GetParam().application + ".desktop";
   EXPECT_EQ(workspace.applicationLocation(GetParam().application),
             GetParam().isFound ? std::optional<Text>(file) : std::nullopt);
@@ -165,7 +168,8 @@ class LinuxWorkspaceTest : public testing::Test {
                    std::chrono::milliseconds limit = 60s) {
     const Environment environment(variables);
     SessionBus bus(environment, limit);
-    LinuxWorkspace workspace(bus, environment);
+    const PosixFileReader fileReader;
+    LinuxWorkspace workspace(bus, environment, fileReader);
     const std::optional<Text> location = workspace.applicationLocation(application);
     if (!location) {
       throw std::invalid_argument(application);

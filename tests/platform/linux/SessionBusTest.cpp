@@ -25,6 +25,8 @@ using namespace std::chrono_literals;
 /// More than any healthy bus needs under any sanitizer.
 constexpr std::chrono::milliseconds ample = 60s;
 constexpr std::chrono::milliseconds brief = 200ms;
+/// For a bus that has to hear from us before the time is over, however busy the machine.
+constexpr std::chrono::milliseconds unhurried = 3s;
 /// More than the test runner grants.
 constexpr std::chrono::milliseconds longerThanTheTest = 1h;
 
@@ -57,9 +59,9 @@ bool answersAnything(SessionBus& bus) {
   return false;
 }
 
-bool answersAnything(const std::string& address) {
+bool answersAnything(const std::string& address, std::chrono::milliseconds limit = brief) {
   const Environment environment = at(address);
-  SessionBus bus(environment, brief);
+  SessionBus bus(environment, limit);
   return answersAnything(bus);
 }
 
@@ -159,7 +161,7 @@ TEST(SessionBusTest, doesNotWaitForABusThatDoesNotGreet) {
   // Often enough for GIO's own limit of 25 seconds to exceed the test runner's.
   for (int round = 0; round < 6; ++round) {
     MuteBus bus;
-    EXPECT_FALSE(answersAnything(bus.address()));
+    EXPECT_FALSE(answersAnything(bus.address(), unhurried));
     // It came as far as the greeting, and no further.
     EXPECT_NE(bus.lastWords().find("Hello"), std::string::npos);
     EXPECT_EQ(bus.lastWords().find("RequestName"), std::string::npos);

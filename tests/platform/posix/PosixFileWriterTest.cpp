@@ -68,10 +68,8 @@ TEST_F(WritingPosixFiles, leavesNothingOfAFileThatOutgrowsTheLimit) {
   EXPECT_TRUE(directory.names().empty());
 }
 
-TEST_F(WritingPosixFiles, writesWhereFilesCannotGoWithoutAName) {
-  // /dev/shm can; a directory that no file can be made in without a name is hard to come by, so the
-  // road through the partial file is met where naming the nameless fails: under a name that is
-  // taken.
+TEST_F(WritingPosixFiles, replacesAFileThatIsThere) {
+  // A file without a name cannot be given one that is taken: this goes through the partial file.
   directory.write("file", "before");
   writer.writeAtomically(directory.path("file"), "after");
   EXPECT_EQ(PosixFileReader().read(directory.path("file")), "after");

@@ -51,8 +51,8 @@ void requireReadable(const std::string& fileName, const FileReader& fileReader) 
        ++directory) {
     directories.emplace_back(*directory);
   }
-  for (const std::string& directory : directories) {
-    const std::string path = directory + "/applications/" + fileName;
+  for (std::string& path : directories) {
+    path.append("/applications/").append(fileName);
     if (fileReader.exists(path)) {
       static_cast<void>(fileReader.read(path));
     }

@@ -1,35 +1,28 @@
 #include "CommandLineContext.h"
 #include "platform/posix/PosixPathStandardizer.h"
-
-#include <gtest/gtest.h>
+#include "tests/contracts/ExtensionHostContract.h"
 
 namespace velmora {
 namespace {
 
-const PosixPathStandardizer standardizer;
+class CommandLineContextAdapter {
+ public:
+  ExtensionContext& context() { return context_; }
+  int endCount() const { return endCount_; }
+  std::optional<RequestError> error() const { return context_.outcome().value().error; }
 
-TEST(CommandLineContexts, offerTheirProvidersAsOneItem) {
-  const CommandLineContext context({"/a", "/b"}, standardizer, [] {});
-  const std::vector<InputItem> items = context.inputItems();
-  ASSERT_EQ(items.size(), 1U);
-  EXPECT_EQ(std::get<ExtensionItem>(items[0]).attachments->size(), 2U);
-}
+ private:
+  int endCount_ = 0;
+  PosixPathStandardizer standardizer_;
+  CommandLineContext context_{{"/a", "/b"}, standardizer_, [this] { ++endCount_; }};
+};
 
-TEST(CommandLineContexts, tellHowTheRequestEnded) {
-  int endCount = 0;
-  CommandLineContext completed({}, standardizer, [&] { ++endCount; });
-  EXPECT_FALSE(completed.outcome().has_value());
-  completed.completeRequest();
-  ASSERT_TRUE(completed.outcome().has_value());
-  EXPECT_EQ(completed.outcome()->error, std::nullopt);
-  EXPECT_EQ(endCount, 1);
+INSTANTIATE_TYPED_TEST_SUITE_P(CommandLine, ExtensionHostContract, CommandLineContextAdapter);
 
-  const RequestError error = {.domain = "d", .code = 2, .localizedDescription = "text"};
-  CommandLineContext cancelled({}, standardizer, [&] { ++endCount; });
-  cancelled.cancelRequest(error);
-  ASSERT_TRUE(cancelled.outcome().has_value());
-  EXPECT_EQ(cancelled.outcome()->error, error);
-  EXPECT_EQ(endCount, 2);
+TEST(CommandLineContexts, haveNoOutcomeWhileTheRequestIsServed) {
+  const PosixPathStandardizer standardizer;
+  const CommandLineContext context({"/a"}, standardizer, [] {});
+  EXPECT_FALSE(context.outcome().has_value());
 }
 
 }  // namespace

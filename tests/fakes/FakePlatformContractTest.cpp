@@ -1,6 +1,9 @@
 // The fakes keep the same promises as what they stand for.
 
+#include "tests/contracts/ClockContract.h"
 #include "tests/contracts/ExtensionBundleContract.h"
+#include "tests/contracts/ExtensionHostContract.h"
+#include "tests/contracts/IdentifierSourceContract.h"
 #include "tests/contracts/LoggerContract.h"
 #include "tests/contracts/MainQueueContract.h"
 #include "tests/contracts/NotificationCenterContract.h"
@@ -8,6 +11,7 @@
 #include "tests/contracts/SharedDefaultsContract.h"
 #include "tests/contracts/SharedLocationsContract.h"
 #include "tests/contracts/WorkspaceContract.h"
+#include "tests/fakes/FakeExtensionHost.h"
 #include "tests/fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>
@@ -133,6 +137,32 @@ class WorkspaceUnderTest {
   FakeWorkspace workspace_{journal_};
 };
 
+class ClockAdapter {
+ public:
+  const Clock& clock() const { return clock_; }
+  std::chrono::system_clock::time_point time() const { return clock_.time; }
+
+ private:
+  FakeClock clock_;
+};
+
+class HostAdapter {
+ public:
+  ExtensionContext& context() { return *context_; }
+  int endCount() const { return context_->ends->count(); }
+  std::optional<RequestError> error() const {
+    const std::vector<RequestError>& errors = context_->ends->errors;
+    return errors.empty() ? std::nullopt : std::optional(errors.front());
+  }
+
+ private:
+  std::shared_ptr<FakeExtensionContext> context_ =
+      contextWith({answeringPath("/a"), answeringPath("/b")});
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, ClockContract, ClockAdapter);
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, ExtensionHostContract, HostAdapter);
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, IdentifierSourceContract, FakeIdentifierSource);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, ExtensionBundleContract, BundleAdapter);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, LoggerContract, LoggerUnderTest);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, MainQueueContract, QueueAdapter);

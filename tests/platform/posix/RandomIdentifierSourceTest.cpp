@@ -1,39 +1,10 @@
 #include "platform/posix/RandomIdentifierSource.h"
-
-#include <gtest/gtest.h>
-
-#include <set>
-#include <string_view>
+#include "tests/contracts/IdentifierSourceContract.h"
 
 namespace velmora {
 namespace {
 
-bool isUpperCaseUUIDOfVersion4(std::string_view text) {
-  constexpr std::string_view form = "XXXXXXXX-XXXX-4XXX-YXXX-XXXXXXXXXXXX";
-  if (text.size() != form.size()) {
-    return false;
-  }
-  for (std::size_t index = 0; index < form.size(); ++index) {
-    const std::string_view allowed = form[index] == 'X'   ? "0123456789ABCDEF"
-                                     : form[index] == 'Y' ? "89AB"
-                                                          : form.substr(index, 1);
-    if (allowed.find(text[index]) == std::string_view::npos) {
-      return false;
-    }
-  }
-  return true;
-}
-
-TEST(RandomIdentifiers, areUpperCaseUUIDsThatDiffer) {
-  RandomIdentifierSource source;
-  std::set<std::string> seen;
-  for (int round = 0; round < 1000; ++round) {
-    const std::string uuid = source.uuid();
-    EXPECT_TRUE(isUpperCaseUUIDOfVersion4(uuid)) << uuid;
-    seen.insert(uuid);
-  }
-  EXPECT_EQ(seen.size(), 1000U);
-}
+INSTANTIATE_TYPED_TEST_SUITE_P(Random, IdentifierSourceContract, RandomIdentifierSource);
 
 }  // namespace
 }  // namespace velmora

@@ -1,0 +1,30 @@
+// What every Clock promises. Instantiated with an adapter for each implementation.
+#pragma once
+
+#include "platform/Clock.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace velmora {
+
+/// An adapter has `const Clock& clock()` and `time_point time()`, the time of day in its world.
+template <class Adapter>
+class ClockContract : public testing::Test {
+ protected:
+  Adapter adapter_;
+};
+
+TYPED_TEST_SUITE_P(ClockContract);
+
+TYPED_TEST_P(ClockContract, tellsTheTimeOfDay) {
+  const std::chrono::system_clock::time_point before = this->adapter_.time();
+  const std::chrono::system_clock::time_point now = this->adapter_.clock().now();
+  EXPECT_LE(before, now);
+  EXPECT_LE(now, this->adapter_.time());
+}
+
+REGISTER_TYPED_TEST_SUITE_P(ClockContract, tellsTheTimeOfDay);
+
+}  // namespace velmora

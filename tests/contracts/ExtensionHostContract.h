@@ -1,0 +1,79 @@
+// What every ExtensionContext and its ItemProviders promise. Instantiated with an adapter for each
+// implementation.
+#pragma once
+
+#include "platform/ExtensionContext.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace velmora {
+
+/// An adapter is a request for the folders /a and /b. It has `ExtensionContext& context()`,
+/// `int endCount()`, and `std::optional<RequestError> error()`, the error it ended with.
+template <class Adapter>
+class ExtensionHostContract : public testing::Test {
+ protected:
+  std::vector<std::shared_ptr<ItemProvider>> attachments() {
+    std::vector<std::shared_ptr<ItemProvider>> result;
+    for (const InputItem& item : adapter_.context().inputItems()) {
+      const auto& list = std::get<ExtensionItem>(item).attachments.value();
+      result.insert(result.end(), list.begin(), list.end());
+    }
+    return result;
+  }
+
+  /// What the providers deliver, each answer in turn.
+  std::vector<FileURL> loadedURLs() {
+    std::vector<FileURL> urls;
+    for (const std::shared_ptr<ItemProvider>& provider : attachments()) {
+      provider->loadItem(fileURLTypeIdentifier,
+                         [&urls](const LoadedItem& item, const PlatformError* error) {
+                           EXPECT_EQ(error, nullptr);
+                           urls.push_back(std::get<FileURL>(item));
+                         });
+    }
+    return urls;
+  }
+
+  Adapter adapter_;
+};
+
+TYPED_TEST_SUITE_P(ExtensionHostContract);
+
+TYPED_TEST_P(ExtensionHostContract, offersFileURLsAndNothingElse) {
+  for (const std::shared_ptr<ItemProvider>& provider : this->attachments()) {
+    EXPECT_TRUE(provider->hasItemConformingTo("public.file-url"));
+    EXPECT_FALSE(provider->hasItemConformingTo("public.image"));
+  }
+}
+
+TYPED_TEST_P(ExtensionHostContract, deliversTheSelectionInOrderEachItemOnceAtEveryCall) {
+  const std::vector<FileURL> selection = {{"/a"}, {"/b"}};
+  EXPECT_EQ(this->loadedURLs(), selection);
+  EXPECT_EQ(this->loadedURLs(), selection);
+}
+
+TYPED_TEST_P(ExtensionHostContract, endsWithoutAnErrorWhenCompleted) {
+  EXPECT_EQ(this->adapter_.endCount(), 0);
+  this->adapter_.context().completeRequest();
+  EXPECT_EQ(this->adapter_.endCount(), 1);
+  EXPECT_EQ(this->adapter_.error(), std::nullopt);
+}
+
+TYPED_TEST_P(ExtensionHostContract, endsWithTheErrorWhenCancelled) {
+  const RequestError error = {.domain = "d", .code = 2, .localizedDescription = "text"};
+  this->adapter_.context().cancelRequest(error);
+  EXPECT_EQ(this->adapter_.endCount(), 1);
+  EXPECT_EQ(this->adapter_.error(), error);
+}
+
+REGISTER_TYPED_TEST_SUITE_P(ExtensionHostContract, offersFileURLsAndNothingElse,
+                            deliversTheSelectionInOrderEachItemOnceAtEveryCall,
+                            endsWithoutAnErrorWhenCompleted, endsWithTheErrorWhenCancelled);
+
+}  // namespace velmora

@@ -7,12 +7,11 @@
 #include "platform/Platform.h"
 #include "resolution/WarpedFolders.h"
 #include "text/LexicalPath.h"
+#include "text/UniquePaths.h"
 
 #include <algorithm>
-#include <iterator>
 #include <optional>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 
 namespace velmora {
@@ -41,14 +40,6 @@ std::vector<Text> warpedFolderPaths(const WarpedFolders& warpedFolders,
     return standardizer.standardizedFileURLPath(path);
   });
   return paths;
-}
-
-std::vector<Text> uniquePaths(const std::vector<Text>& paths) {
-  std::vector<Text> unique;
-  std::unordered_set<Text> seen;
-  std::ranges::copy_if(paths, std::back_inserter(unique),
-                       [&](const Text& path) { return seen.insert(path).second; });
-  return unique;
 }
 
 std::vector<Text> screenSelection(const std::vector<FileURL>& selection, const Platform& platform,

@@ -20,9 +20,6 @@ inline constexpr std::string_view warpMarkerFileName = ".velmora-warped.json";
 [[nodiscard]] std::vector<Text> warpedFolderPaths(const WarpedFolders& warpedFolders,
                                                   const PathStandardizer& standardizer);
 
-/// `paths` without repetitions; of equal ones the first is kept.
-[[nodiscard]] std::vector<Text> uniquePaths(const std::vector<Text>& paths);
-
 /// The standardised paths of the items that suit the action, without repetitions, in the order of
 /// the selection; empty when none does.
 ///

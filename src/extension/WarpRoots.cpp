@@ -2,14 +2,13 @@
 
 #include "platform/PathStandardizer.h"
 #include "text/Characters.h"
+#include "text/UniquePaths.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <string>
 #include <string_view>
-#include <unordered_set>
-#include <utility>
 
 namespace velmora {
 
@@ -42,15 +41,15 @@ std::vector<std::string_view> ancestors(std::string_view path) {
 
 std::vector<Text> normalizedWarpRoots(const std::vector<Text>& paths,
                                       const PathStandardizer& standardizer) {
+  std::vector<Text> standardized;
+  std::ranges::transform(paths, std::back_inserter(standardized),
+                         [&](const Text& path) { return standardizer.standardizedPath(path); });
+  std::erase_if(standardized, [](const Text& path) { return !hasCharacterPrefix(path, "/"); });
   std::vector<MeasuredPath> measured;
-  std::unordered_set<Text> seen;
-  for (const Text& path : paths) {
-    Text root = standardizer.standardizedPath(path);
-    if (hasCharacterPrefix(root, "/") && seen.insert(root).second) {
-      const std::size_t count = characterCount(root);
-      measured.push_back({.characterCount = count, .path = std::move(root)});
-    }
-  }
+  std::ranges::transform(
+      uniquePaths(standardized), std::back_inserter(measured), [](const Text& path) {
+        return MeasuredPath{.characterCount = characterCount(path), .path = path};
+      });
   std::ranges::sort(measured, matchesBefore);
   std::vector<Text> roots;
   std::ranges::transform(measured, std::back_inserter(roots), &MeasuredPath::path);

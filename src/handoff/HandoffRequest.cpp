@@ -9,9 +9,9 @@
 #include "platform/PathStandardizer.h"
 #include "platform/Platform.h"
 #include "text/LexicalPath.h"
+#include "text/UniquePaths.h"
 
 #include <string>
-#include <unordered_set>
 #include <utility>
 
 namespace velmora {
@@ -28,14 +28,13 @@ Text handoffDirectory(const Platform& platform) {
 std::vector<Text> normalizedHandoffPaths(const std::vector<Text>& paths,
                                          const PathStandardizer& standardizer) {
   std::vector<Text> normalized;
-  std::unordered_set<Text> seen;
   for (const Text& path : paths) {
     Text standardized = standardizer.standardizedFileURLPath(path);
-    if (!standardized.empty() && seen.insert(standardized).second) {
+    if (!standardized.empty()) {
       normalized.push_back(std::move(standardized));
     }
   }
-  return normalized;
+  return uniquePaths(normalized);
 }
 
 void writeHandoffRequest(FinderHandoffAction action, const std::vector<Text>& paths,

@@ -113,10 +113,5 @@ TEST(WarpedFolderPaths, areStandardisedInTheirOrder) {
             (std::vector<std::string>{"/b/c", "/a"}));
 }
 
-TEST(UniquePaths, keepTheFirstOfEquals) {
-  EXPECT_EQ(bytesOf(uniquePaths({"/\u00e9", "/b", "/e\u0301", "/B", "/b"})),
-            (std::vector<std::string>{"/\u00e9", "/b", "/B"}));
-}
-
 }  // namespace
 }  // namespace velmora

@@ -13,16 +13,16 @@ namespace velmora {
 template <class Adapter>
 class ClockContract : public testing::Test {
  protected:
-  Adapter adapter_;
+  Adapter adapter;
 };
 
 TYPED_TEST_SUITE_P(ClockContract);
 
 TYPED_TEST_P(ClockContract, tellsTheTimeOfDay) {
-  const std::chrono::system_clock::time_point before = this->adapter_.time();
-  const std::chrono::system_clock::time_point now = this->adapter_.clock().now();
+  const std::chrono::system_clock::time_point before = this->adapter.time();
+  const std::chrono::system_clock::time_point now = this->adapter.clock().now();
   EXPECT_LE(before, now);
-  EXPECT_LE(now, this->adapter_.time());
+  EXPECT_LE(now, this->adapter.time());
 }
 
 REGISTER_TYPED_TEST_SUITE_P(ClockContract, tellsTheTimeOfDay);

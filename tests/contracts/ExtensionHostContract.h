@@ -20,7 +20,7 @@ class ExtensionHostContract : public testing::Test {
  protected:
   std::vector<std::shared_ptr<ItemProvider>> attachments() {
     std::vector<std::shared_ptr<ItemProvider>> result;
-    for (const InputItem& item : adapter_.context().inputItems()) {
+    for (const InputItem& item : adapter.context().inputItems()) {
       const auto& list = std::get<ExtensionItem>(item).attachments.value();
       result.insert(result.end(), list.begin(), list.end());
     }
@@ -40,7 +40,7 @@ class ExtensionHostContract : public testing::Test {
     return urls;
   }
 
-  Adapter adapter_;
+  Adapter adapter;
 };
 
 TYPED_TEST_SUITE_P(ExtensionHostContract);
@@ -59,17 +59,17 @@ TYPED_TEST_P(ExtensionHostContract, deliversTheSelectionInOrderEachItemOnceAtEve
 }
 
 TYPED_TEST_P(ExtensionHostContract, endsWithoutAnErrorWhenCompleted) {
-  EXPECT_EQ(this->adapter_.endCount(), 0);
-  this->adapter_.context().completeRequest();
-  EXPECT_EQ(this->adapter_.endCount(), 1);
-  EXPECT_EQ(this->adapter_.error(), std::nullopt);
+  EXPECT_EQ(this->adapter.endCount(), 0);
+  this->adapter.context().completeRequest();
+  EXPECT_EQ(this->adapter.endCount(), 1);
+  EXPECT_EQ(this->adapter.error(), std::nullopt);
 }
 
 TYPED_TEST_P(ExtensionHostContract, endsWithTheErrorWhenCancelled) {
   const RequestError error = {.domain = "d", .code = 2, .localizedDescription = "text"};
-  this->adapter_.context().cancelRequest(error);
-  EXPECT_EQ(this->adapter_.endCount(), 1);
-  EXPECT_EQ(this->adapter_.error(), error);
+  this->adapter.context().cancelRequest(error);
+  EXPECT_EQ(this->adapter.endCount(), 1);
+  EXPECT_EQ(this->adapter.error(), error);
 }
 
 REGISTER_TYPED_TEST_SUITE_P(ExtensionHostContract, offersFileURLsAndNothingElse,

@@ -31,7 +31,7 @@ inline bool isUpperCaseUUIDOfVersion4(std::string_view text) {
 template <class Source>
 class IdentifierSourceContract : public testing::Test {
  protected:
-  Source source_;
+  Source source;
 };
 
 TYPED_TEST_SUITE_P(IdentifierSourceContract);
@@ -39,7 +39,7 @@ TYPED_TEST_SUITE_P(IdentifierSourceContract);
 TYPED_TEST_P(IdentifierSourceContract, makesUpperCaseUUIDsThatDiffer) {
   std::set<std::string> seen;
   for (int round = 0; round < 1000; ++round) {
-    const std::string uuid = this->source_.uuid();
+    const std::string uuid = this->source.uuid();
     EXPECT_TRUE(isUpperCaseUUIDOfVersion4(uuid)) << uuid;
     seen.insert(uuid);
   }

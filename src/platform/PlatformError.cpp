@@ -12,4 +12,8 @@ PlatformError noSuchFileError() {
   return {cocoaErrorDomain, fileNoSuchFileErrorCode, "The file doesn’t exist."};
 }
 
+PlatformError corruptFileError() {
+  return {cocoaErrorDomain, fileReadCorruptFileErrorCode, "The file isn’t in the correct format."};
+}
+
 }  // namespace velmora

@@ -11,11 +11,13 @@ namespace velmora {
 
 /// The domain whose codes are `errno` values.
 inline constexpr std::string_view posixErrorDomain = "NSPOSIXErrorDomain";
-/// The domain of the code below.
+/// The domain of the codes below.
 inline constexpr std::string_view cocoaErrorDomain = "NSCocoaErrorDomain";
 
 /// In cocoaErrorDomain: a file or place that does not exist.
 inline constexpr int fileNoSuchFileErrorCode = 4;
+/// In cocoaErrorDomain: a file that could be read, but holds something else than it has to.
+inline constexpr int fileReadCorruptFileErrorCode = 259;
 
 /// An error of the platform. `what()` is the localized description, for people.
 class PlatformError : public std::runtime_error {
@@ -43,5 +45,8 @@ class PlatformError : public std::runtime_error {
 
 /// Nothing is where something has to be: fileNoSuchFileErrorCode, with no further information.
 [[nodiscard]] PlatformError noSuchFileError();
+
+/// A file does not hold what it has to: fileReadCorruptFileErrorCode, with no further information.
+[[nodiscard]] PlatformError corruptFileError();
 
 }  // namespace velmora

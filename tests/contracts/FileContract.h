@@ -9,7 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstddef>
 #include <string>
+#include <vector>
 
 namespace velmora {
 
@@ -28,6 +31,14 @@ class FileContract : public testing::Test {
     return 0;
   }
 
+  /// What `entryNames` tells of the directory `name`.
+  std::vector<std::string> namesIn(std::string_view name) {
+    return fixture.reader().entryNames(fixture.path(name));
+  }
+
+  /// More than any file of these tests has.
+  static constexpr std::size_t plenty = 1000;
+
   Fixture fixture;
 };
 
@@ -37,7 +48,8 @@ TYPED_TEST_P(FileContract, nothingIsThereAtFirst) {
   const std::string path = this->fixture.path("missing");
   EXPECT_FALSE(this->fixture.reader().exists(path));
   EXPECT_FALSE(this->fixture.reader().isDirectory(path));
-  EXPECT_EQ(this->errorCodeOf([&] { this->fixture.reader().read(path); }), ENOENT);
+  EXPECT_EQ(this->errorCodeOf([&] { this->fixture.reader().read(path, this->plenty); }), ENOENT);
+  EXPECT_EQ(this->errorCodeOf([&] { this->fixture.reader().entryNames(path); }), ENOENT);
 }
 
 TYPED_TEST_P(FileContract, makesEveryMissingDirectory) {
@@ -59,12 +71,13 @@ TYPED_TEST_P(FileContract, readsBackWhatItWrote) {
   this->fixture.writer().writeAtomically(this->fixture.path("file.json"), bytes);
   EXPECT_TRUE(this->fixture.reader().exists(this->fixture.path("file.json")));
   EXPECT_FALSE(this->fixture.reader().isDirectory(this->fixture.path("file.json")));
-  EXPECT_EQ(this->fixture.reader().read(this->fixture.path("file.json")), bytes);
+  EXPECT_EQ(this->fixture.reader().read(this->fixture.path("file.json"), this->plenty), bytes);
 }
 
 TYPED_TEST_P(FileContract, writesAnEmptyFile) {
   this->fixture.writer().writeAtomically(this->fixture.path("empty"), "");
-  EXPECT_EQ(this->fixture.reader().read(this->fixture.path("empty")), "");
+  EXPECT_EQ(this->fixture.reader().read(this->fixture.path("empty"), this->plenty), "");
+  EXPECT_EQ(this->fixture.reader().read(this->fixture.path("empty"), 0), "");
 }
 
 TYPED_TEST_P(FileContract, makesNoDirectoryInAFilesPlace) {
@@ -83,13 +96,45 @@ TYPED_TEST_P(FileContract, writesNoFileWithoutItsDirectory) {
 
 TYPED_TEST_P(FileContract, readsNoDirectory) {
   this->fixture.writer().createDirectories(this->fixture.path("a"));
-  EXPECT_EQ(this->errorCodeOf([&] { this->fixture.reader().read(this->fixture.path("a")); }),
-            EISDIR);
+  for (const std::size_t maximumLength : {std::size_t{0}, this->plenty}) {
+    EXPECT_EQ(this->errorCodeOf(
+                  [&] { this->fixture.reader().read(this->fixture.path("a"), maximumLength); }),
+              EISDIR);
+  }
+}
+
+TYPED_TEST_P(FileContract, readsUpToTheMaximumLengthOnly) {
+  const std::string path = this->fixture.path("file");
+  this->fixture.writer().writeAtomically(path, "12345");
+  EXPECT_EQ(this->fixture.reader().read(path, 6), "12345");
+  EXPECT_EQ(this->fixture.reader().read(path, 5), "12345");
+  for (const std::size_t maximumLength : {4U, 1U, 0U}) {
+    EXPECT_EQ(this->errorCodeOf([&] { this->fixture.reader().read(path, maximumLength); }), EFBIG)
+        << maximumLength;
+  }
+}
+
+TYPED_TEST_P(FileContract, tellsTheNamesInADirectorySorted) {
+  this->fixture.writer().createDirectories(this->fixture.path("a/directory/below"));
+  this->fixture.writer().createDirectories(this->fixture.path("ab/beside"));
+  for (const std::string name : {"é", "b", "B", ".hidden", "b.json", "..."}) {
+    this->fixture.writer().writeAtomically(this->fixture.path("a/" + name), "");
+  }
+  const std::vector<std::string> names = {"...", ".hidden", "B", "b", "b.json", "directory", "é"};
+  EXPECT_EQ(this->namesIn("a"), names);
+  EXPECT_EQ(this->namesIn("a/directory"), std::vector<std::string>{"below"});
+  EXPECT_TRUE(this->namesIn("a/directory/below").empty());
+}
+
+TYPED_TEST_P(FileContract, tellsNoNamesInAFile) {
+  this->fixture.writer().writeAtomically(this->fixture.path("file"), "");
+  EXPECT_EQ(this->errorCodeOf([&] { this->namesIn("file"); }), ENOTDIR);
 }
 
 REGISTER_TYPED_TEST_SUITE_P(FileContract, nothingIsThereAtFirst, makesEveryMissingDirectory,
                             acceptsAnExistingDirectory, readsBackWhatItWrote, writesAnEmptyFile,
                             makesNoDirectoryInAFilesPlace, writesNoFileWithoutItsDirectory,
-                            readsNoDirectory);
+                            readsNoDirectory, readsUpToTheMaximumLengthOnly,
+                            tellsTheNamesInADirectorySorted, tellsNoNamesInAFile);
 
 }  // namespace velmora

@@ -17,10 +17,11 @@
 #include "platform/SharedLocations.h"
 #include "platform/Workspace.h"
 #include "platform/posix/PosixPathStandardizer.h"
-#include "resolution/WarpedFolders.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -86,6 +87,7 @@ class FakeFileSystem final : public FileReader, public FileWriter {
   /// Thrown by the operation whenever set.
   std::function<void()> createDirectoriesFailure;
   std::function<void()> writeFailure;
+  std::function<void()> entryNamesFailure;
 
   bool exists(std::string_view path) const override {
     return directories.contains(path) || files.contains(path);
@@ -93,7 +95,7 @@ class FakeFileSystem final : public FileReader, public FileWriter {
 
   bool isDirectory(std::string_view path) const override { return directories.contains(path); }
 
-  std::string read(std::string_view path) const override {
+  std::string read(std::string_view path, std::size_t maximumLength) const override {
     if (directories.contains(path)) {
       throw posixError(EISDIR);
     }
@@ -101,7 +103,27 @@ class FakeFileSystem final : public FileReader, public FileWriter {
     if (file == files.end()) {
       throw posixError(ENOENT);
     }
+    if (file->second.size() > maximumLength) {
+      throw posixError(EFBIG);
+    }
     return file->second;
+  }
+
+  std::vector<std::string> entryNames(std::string_view path) const override {
+    if (entryNamesFailure) {
+      entryNamesFailure();
+    }
+    if (!directories.contains(path)) {
+      throw posixError(files.contains(path) ? ENOTDIR : ENOENT);
+    }
+    std::set<std::string> names;
+    for (const std::string& directory : directories) {
+      addName(names, directory, path);
+    }
+    for (const auto& [file, bytes] : files) {
+      addName(names, file, path);
+    }
+    return {names.begin(), names.end()};
   }
 
   void createDirectories(std::string_view path) override {
@@ -128,6 +150,16 @@ class FakeFileSystem final : public FileReader, public FileWriter {
   }
 
  private:
+  /// Adds the last name of `entry` where that lies directly in `directory`.
+  static void addName(std::set<std::string>& names, std::string_view entry,
+                      std::string_view directory) {
+    const std::size_t slash = entry.rfind('/');
+    const std::string_view name = entry.substr(slash + 1);
+    if (!name.empty() && entry.substr(0, std::max<std::size_t>(slash, 1)) == directory) {
+      names.emplace(name);
+    }
+  }
+
   void createDirectory(std::string_view path) {
     if (files.contains(path)) {
       throw posixError(EEXIST);
@@ -257,20 +289,6 @@ class FakeIdentifierSource final : public IdentifierSource {
 
  private:
   int count_ = 0;
-};
-
-class FakeWarpedFolders final : public WarpedFolders {
- public:
-  std::vector<Text> paths;
-  /// Thrown by the look-up whenever set.
-  std::function<void()> failure;
-
-  std::vector<Text> confirmedOriginalFolderPaths() const override {
-    if (failure) {
-      failure();
-    }
-    return paths;
-  }
 };
 
 /// One of each, and a platform made of them; paths are standardised by the real thing.

@@ -4,11 +4,15 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/StringsTable.h"
 
+#include <cstddef>
 #include <exception>
 #include <utility>
 
 namespace velmora {
 namespace {
+
+/// A longer file is no table of messages: ours have a thousandth.
+constexpr std::size_t maximumTableLength = 1024 * 1024;
 
 class StringsFolder final : public LocalizationFolder {
  public:
@@ -24,7 +28,8 @@ class StringsFolder final : public LocalizationFolder {
  private:
   StringsTable readTable() const {
     try {
-      return parseStringsTable(fileReader_.read(directory_ + "/Localizable.strings"))
+      return parseStringsTable(
+                 fileReader_.read(directory_ + "/Localizable.strings", maximumTableLength))
           .value_or(StringsTable());
     } catch (const std::exception&) {
       // A table that cannot be read counts like one with a fault: the English texts show.

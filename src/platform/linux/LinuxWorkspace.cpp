@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <cstddef>
 #include <exception>
 #include <string>
 #include <utility>
@@ -21,6 +22,9 @@ namespace velmora {
 namespace {
 
 constexpr std::string_view entrySuffix = ".desktop";
+
+/// A longer file is no desktop entry, in however many languages it tells its name.
+constexpr std::size_t maximumEntryLength = 1024 * 1024;
 
 /// A token with which a launcher lets another program take the front, as it travels in the
 /// environment and in a call of org.freedesktop.Application.
@@ -36,7 +40,7 @@ constexpr std::array<ActivationToken, 2> activationTokens = {{
 
 GLibPointer<GKeyFile> readEntry(const std::string& location, const FileReader& fileReader) {
   // Not read by GLib itself, which would wait for ever on a named pipe.
-  const std::string bytes = fileReader.read(location);
+  const std::string bytes = fileReader.read(location, maximumEntryLength);
   GLibPointer<GKeyFile> entry(g_key_file_new());
   const bool isRead = g_key_file_load_from_data(entry.get(), bytes.data(), bytes.size(),
                                                 G_KEY_FILE_NONE, nullptr) != FALSE;
@@ -44,7 +48,7 @@ GLibPointer<GKeyFile> readEntry(const std::string& location, const FileReader& f
 }
 
 /// Throws unless every entry of that name can be read: GIO would wait for ever on one that is a
-/// named pipe.
+/// named pipe, and take one of any length into memory.
 void requireReadable(const std::string& fileName, const FileReader& fileReader) {
   std::vector<std::string> directories = {g_get_user_data_dir()};
   for (const char* const* directory = g_get_system_data_dirs(); *directory != nullptr;
@@ -54,7 +58,7 @@ void requireReadable(const std::string& fileName, const FileReader& fileReader) 
   for (std::string& path : directories) {
     path.append("/applications/").append(fileName);
     if (fileReader.exists(path)) {
-      static_cast<void>(fileReader.read(path));
+      static_cast<void>(fileReader.read(path, maximumEntryLength));
     }
   }
 }

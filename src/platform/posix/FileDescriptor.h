@@ -29,6 +29,9 @@ class FileDescriptor {
   [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
   [[nodiscard]] int get() const { return descriptor_; }
 
+  /// The descriptor, which is the caller's to close from now on.
+  [[nodiscard]] int release() { return std::exchange(descriptor_, -1); }
+
  private:
   explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
 

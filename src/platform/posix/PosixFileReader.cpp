@@ -2,14 +2,21 @@
 
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/SystemCalls.h"
+#include "platform/posix/WholeContent.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
+#include <memory>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 
 namespace velmora {
 
@@ -24,17 +31,55 @@ std::optional<struct stat> statusOf(std::string_view path) {
   return status;
 }
 
-FileDescriptor openRegularFile(const std::string& path) {
+FileDescriptor openToRead(const std::string& path, int flags) {
   FileDescriptor file = FileDescriptor::adopt(retryingInterrupted(
-      [&] { return ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY); }));
+      [&] { return ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY | flags); }));
+  if (!file.isOpen()) {
+    throw posixError(errno);
+  }
+  return file;
+}
+
+/// The length that a regular file claims to have.
+std::uintmax_t claimedLength(const FileDescriptor& file) {
   struct stat status {};
-  if (!file.isOpen() || ::fstat(file.get(), &status) != 0) {
+  if (::fstat(file.get(), &status) != 0) {
     throw posixError(errno);
   }
   if (!S_ISREG(status.st_mode)) {
     throw posixError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
   }
-  return file;
+  return static_cast<std::uintmax_t>(std::max<off_t>(status.st_size, 0));
+}
+
+struct DirectoryCloser {
+  void operator()(DIR* directory) const { ::closedir(directory); }
+};
+
+using Directory = std::unique_ptr<DIR, DirectoryCloser>;
+
+Directory readingDirectory(FileDescriptor file) {
+  Directory directory(::fdopendir(file.get()));
+  if (!directory) {
+    throw posixError(errno);
+  }
+  // Closed with the directory from now on.
+  static_cast<void>(file.release());
+  return directory;
+}
+
+/// The next entry's name, "." and ".." included; none at the end.
+std::optional<std::string> nextName(DIR& directory) {
+  // The end leaves errno as it was; nothing else tells it from a failure.
+  errno = 0;
+  const dirent* const entry = ::readdir(&directory);
+  if (entry != nullptr) {
+    return std::string(static_cast<const char*>(entry->d_name));
+  }
+  if (errno != 0) {
+    throw posixError(errno);
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -46,22 +91,24 @@ bool PosixFileReader::isDirectory(std::string_view path) const {
   return status.has_value() && S_ISDIR(status->st_mode);
 }
 
-std::string PosixFileReader::read(std::string_view path) const {
-  const FileDescriptor file = openRegularFile(systemPath(path));
-  // Grown by what arrives, never by the size that the file claims: it may be sparse or change.
-  std::string content;
-  char piece[16 * 1024];
-  while (true) {
-    const ssize_t count =
-        retryingInterrupted([&] { return ::read(file.get(), piece, sizeof piece); });
-    if (count < 0) {
-      throw posixError(errno);
+std::string PosixFileReader::read(std::string_view path, std::size_t maximumLength) const {
+  const FileDescriptor file = openToRead(systemPath(path), 0);
+  const std::uintmax_t length = claimedLength(file);
+  return wholeContent(length, maximumLength, [&](char* room, std::size_t size) {
+    return retryingInterrupted([&] { return ::read(file.get(), room, size); });
+  });
+}
+
+std::vector<std::string> PosixFileReader::entryNames(std::string_view path) const {
+  const Directory directory = readingDirectory(openToRead(systemPath(path), O_DIRECTORY));
+  // A set: a directory that changes while it is read may tell a name twice.
+  std::set<std::string> names;
+  while (std::optional<std::string> name = nextName(*directory)) {
+    if (*name != "." && *name != "..") {
+      names.insert(*std::move(name));
     }
-    if (count == 0) {
-      return content;
-    }
-    content.append(piece, static_cast<std::size_t>(count));
   }
+  return {names.begin(), names.end()};
 }
 
 }  // namespace velmora

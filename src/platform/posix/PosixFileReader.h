@@ -5,13 +5,15 @@
 
 namespace velmora {
 
-/// Stateless; see FileReader for the contract. `read` opens without blocking and takes regular
-/// files only, so that a FIFO or device in a file's place cannot hold the caller up.
+/// Stateless; see FileReader for the contract. Files and directories are opened without blocking,
+/// and what was opened is looked at before anything is read from it, so that a FIFO or device in
+/// their place cannot hold the caller up.
 class PosixFileReader final : public FileReader {
  public:
   bool exists(std::string_view path) const override;
   bool isDirectory(std::string_view path) const override;
-  std::string read(std::string_view path) const override;
+  std::string read(std::string_view path, std::size_t maximumLength) const override;
+  std::vector<std::string> entryNames(std::string_view path) const override;
 };
 
 }  // namespace velmora

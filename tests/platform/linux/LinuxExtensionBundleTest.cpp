@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -86,6 +87,18 @@ TEST_F(LinuxExtensionBundleTest, readsTheTableAtTheMomentOfTheLookUp) {
   directory.write(tableFile("ja"), R"("key" = "second";)");
   ASSERT_NE(folder, nullptr);
   EXPECT_EQ(folder->localizedString("key", "fallback"), "second");
+}
+
+TEST_F(LinuxExtensionBundleTest, fallsBackForATableLongerThanTheLimit) {
+  constexpr std::size_t limit = 1024 * 1024;
+  std::string table = R"("key" = "value"; //)";
+  const auto textWithTableOf = [&](std::size_t length) {
+    table.resize(length, 'x');
+    directory.write(tableFile("ja"), table);
+    return bundle.localizationFolder("ja")->localizedString("key", "fallback");
+  };
+  EXPECT_EQ(textWithTableOf(limit), "value");
+  EXPECT_EQ(textWithTableOf(limit + 1), "fallback");
 }
 
 TEST(ResourceDirectory, isTheInstalledOneUnlessAnotherIsNamed) {

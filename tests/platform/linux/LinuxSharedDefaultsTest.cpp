@@ -9,6 +9,7 @@
 
 #include <sys/stat.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <ostream>
@@ -59,6 +60,13 @@ struct SettingsCase {
 
 std::ostream& operator<<(std::ostream& out, const SettingsCase& row) { return out << row.name; }
 
+/// Settings that a comment makes so long.
+std::string settingsOfLength(std::size_t length) {
+  std::string settings = "[Defaults]\nLanguage.v1=ja\n#";
+  settings.resize(length, 'x');
+  return settings;
+}
+
 class SettingsFile : public testing::TestWithParam<SettingsCase> {};
 
 TEST_P(SettingsFile, isReadLikeThis) {
@@ -87,6 +95,8 @@ INSTANTIATE_TEST_SUITE_P(
         SettingsCase{"unknownEscape", "[Defaults]\nLanguage.v1=a\\qb\n", std::nullopt},
         SettingsCase{"valueNotUTF8", "[Defaults]\nLanguage.v1=a\xFF\n", std::nullopt},
         SettingsCase{"byteOrderMark", "\xEF\xBB\xBF[Defaults]\nLanguage.v1=ja\n", std::nullopt},
+        SettingsCase{"asLongAsTheLimit", settingsOfLength(1024 * 1024), "ja"},
+        SettingsCase{"longerThanTheLimit", settingsOfLength(1024 * 1024 + 1), std::nullopt},
         SettingsCase{"strayLine", "[Defaults]\nLanguage.v1=ja\nstray\n", std::nullopt},
         SettingsCase{"empty", "", std::nullopt}),
     RowName());

@@ -146,6 +146,7 @@ INSTANTIATE_TEST_SUITE_P(
                     LookUpCase{"hidden", "org.example.Hidden", false},
                     LookUpCase{"tryExecMissing", "org.example.TryExecMissing", false},
                     LookUpCase{"commandMissing", "org.example.CommandMissing", false},
+                    LookUpCase{"longerThanTheLimit", "org.example.TooLong", false},
                     LookUpCase{"noEntry", "org.example.Absent", false},
                     LookUpCase{"fileName", "org.example.Plain.desktop", false},
                     LookUpCase{"empty", "", false}),
@@ -347,6 +348,8 @@ void makeDesktop(const ScratchDirectory& home) {
   install("org.example.TryExecMissing",
           "TryExec=/does/not/exist\n" + command("org.example.TryExecMissing"));
   install("org.example.CommandMissing", "Exec=/does/not/exist\n");
+  install("org.example.TooLong",
+          command("org.example.TooLong") + "#" + std::string(1024 * 1024, 'x') + "\n");
 }
 
 int runTests() {

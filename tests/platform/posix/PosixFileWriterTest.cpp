@@ -34,6 +34,10 @@ class WritingPosixFiles : public testing::Test {
     return status.st_mode & 0777;
   }
 
+  std::string contentOf(const std::string& name) const {
+    return PosixFileReader().read(directory.path(name), 1000);
+  }
+
   ScratchDirectory directory;
   PosixFileWriter writer;
 };
@@ -72,7 +76,7 @@ TEST_F(WritingPosixFiles, replacesAFileThatIsThere) {
   // A file without a name cannot be given one that is taken: this goes through the partial file.
   directory.write("file", "before");
   writer.writeAtomically(directory.path("file"), "after");
-  EXPECT_EQ(PosixFileReader().read(directory.path("file")), "after");
+  EXPECT_EQ(contentOf("file"), "after");
   EXPECT_EQ(directory.names(), std::vector<std::string>{"file"});
 }
 
@@ -86,8 +90,8 @@ TEST_F(WritingPosixFiles, keepsItsHandsOffAPartialFileOfSomebodyElse) {
   directory.write("file", "before");
   directory.write(".file.partial", "somebody else's");
   EXPECT_EQ(errorCodeOf([&] { writer.writeAtomically(directory.path("file"), "bytes"); }), EEXIST);
-  EXPECT_EQ(PosixFileReader().read(directory.path(".file.partial")), "somebody else's");
-  EXPECT_EQ(PosixFileReader().read(directory.path("file")), "before");
+  EXPECT_EQ(contentOf(".file.partial"), "somebody else's");
+  EXPECT_EQ(contentOf("file"), "before");
 }
 
 TEST_F(WritingPosixFiles, makesDirectoriesBehindALink) {

@@ -1,0 +1,67 @@
+#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/PosixRecordLocks.h"
+#include "tests/LockProbe.h"
+#include "tests/ScratchDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+
+namespace velmora {
+namespace {
+
+class PosixRecordLocksTest : public testing::Test {
+ protected:
+  static bool isOpen(int descriptor) { return ::fcntl(descriptor, F_GETFD) >= 0; }
+
+  /// Opens the lock file.
+  int open() const { return ::open(path.c_str(), O_RDWR | O_CLOEXEC); }
+
+  ScratchDirectory directory;
+  std::string path = directory.write("lock", "some bytes");
+  LockProbe otherProcess{path};
+  PosixRecordLocks locks;
+};
+
+TEST_F(PosixRecordLocksTest, unlocksAFileThatStaysOpen) {
+  const FileDescriptor file = FileDescriptor::adopt(open());
+  ASSERT_TRUE(setRecordLock(file.get(), F_WRLCK));
+  EXPECT_FALSE(otherProcess.canLock());
+  locks.unlockWholeFile(file.get());
+  EXPECT_TRUE(otherProcess.canLock());
+  EXPECT_TRUE(isOpen(file.get()));
+}
+
+TEST_F(PosixRecordLocksTest, unlocksFromTheBeginningWhereverTheFileStands) {
+  const FileDescriptor file = FileDescriptor::adopt(open());
+  ASSERT_TRUE(setRecordLock(file.get(), F_WRLCK));
+  ASSERT_EQ(::lseek(file.get(), 5, SEEK_SET), 5);
+  ASSERT_EQ(::ftruncate(file.get(), 1'000'000), 0);
+  locks.unlockWholeFile(file.get());
+  EXPECT_TRUE(otherProcess.canLock());
+}
+
+TEST_F(PosixRecordLocksTest, closesAFileAndDropsItsLock) {
+  const int descriptor = open();
+  ASSERT_TRUE(setRecordLock(descriptor, F_WRLCK));
+  EXPECT_FALSE(otherProcess.canLock());
+  locks.close(descriptor);
+  EXPECT_TRUE(otherProcess.canLock());
+  EXPECT_FALSE(isOpen(descriptor));
+}
+
+TEST_F(PosixRecordLocksTest, saysNothingOfAFileThatIsNotOpen) {
+  const int descriptor = open();
+  locks.close(descriptor);
+  locks.unlockWholeFile(descriptor);
+  locks.close(descriptor);
+  EXPECT_FALSE(isOpen(descriptor));
+  EXPECT_TRUE(otherProcess.canLock());
+}
+
+}  // namespace
+}  // namespace velmora

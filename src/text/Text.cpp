@@ -27,16 +27,25 @@ struct CodePointRange {
 // Every code point here is NFC_Quick_Check=Yes with combining class 0: text of nothing else is its
 // own NFC form. Not a complete list, but the scripts, symbols and emoji in which most names are
 // written, so that these cost no normalization.
-constexpr std::array<CodePointRange, 9> inertRanges = {{
+constexpr std::array<CodePointRange, 18> inertRanges = {{
     {0x0000, 0x02FF},    // Latin
     {0x3030, 0x3098},    // Hiragana
     {0x309B, 0x9FFF},    // Katakana, Han
     {0xAC00, 0xD7A3},    // Hangul syllables
     {0x0400, 0x0482},    // Cyrillic
+    {0x1E00, 0x1EFF},    // Latin with two marks, as of Vietnamese
     {0x2002, 0x20CF},    // punctuation, joiners, currency
     {0x3000, 0x3029},    // punctuation of East Asia
+    {0x0388, 0x03FF},    // Greek
+    {0x0620, 0x064A},    // Arabic letters
+    {0x0E01, 0x0E37},    // Thai letters and vowels
+    {0x05D0, 0x05F4},    // Hebrew letters
+    {0xFF01, 0xFF9F},    // wide Latin, narrow Katakana
     {0xFE00, 0xFE0F},    // variation selectors
     {0x1F000, 0x1FAFF},  // emoji
+    {0x048A, 0x0588},    // more Cyrillic, Armenian
+    {0x2150, 0x2328},    // arrows, mathematics
+    {0x232B, 0x2ADB},    // technical signs, shapes, dingbats
 }};
 
 bool isInert(std::int32_t codePoint) {
@@ -75,17 +84,14 @@ void appendDecomposed(CodePoints& codePoints, std::int32_t codePoint) {
   codePoints.insert(codePoints.end(), parts.begin(), parts.begin() + count);
 }
 
-// None when the text is not UTF-8. Marks are in the order of the text.
-std::optional<CodePoints> canonicallyDecomposed(std::string_view text) {
+// The parts of `text`, which is UTF-8. Marks are in the order of the text.
+CodePoints canonicallyDecomposed(std::string_view text) {
   CodePoints codePoints;
   codePoints.reserve(text.size());
-  for (std::size_t position = 0; position < text.size();) {
-    const CodePoint codePoint = codePointAt(text, position);
-    if (!codePoint.isUTF8()) {
-      return std::nullopt;
-    }
+  while (!text.empty()) {
+    const CodePoint codePoint = codePointAt(text, 0);
     appendDecomposed(codePoints, codePoint.value);
-    position += codePoint.length;
+    text.remove_prefix(codePoint.length);
   }
   return codePoints;
 }
@@ -126,17 +132,37 @@ void appendComposed(std::string& text, std::span<utf8proc_int32_t> decomposed) {
 // Hangul syllable and drops it. So the code points are composed in pieces that end before each.
 constexpr utf8proc_int32_t vowelBeforeFinalConsonants = 0x11A7;
 
-std::string composed(CodePoints decomposed) {
-  std::string text;
-  text.reserve(decomposed.size());
-  std::span<utf8proc_int32_t> rest(decomposed);
-  while (!rest.empty()) {
-    const auto next = std::find(rest.begin() + 1, rest.end(), vowelBeforeFinalConsonants);
-    const auto length = static_cast<std::size_t>(next - rest.begin());
-    appendComposed(text, rest.first(length));
-    rest = rest.subspan(length);
+void appendAllComposed(std::string& text, std::span<utf8proc_int32_t> decomposed) {
+  while (!decomposed.empty()) {
+    const auto next =
+        std::find(decomposed.begin() + 1, decomposed.end(), vowelBeforeFinalConsonants);
+    const auto length = static_cast<std::size_t>(next - decomposed.begin());
+    appendComposed(text, decomposed.first(length));
+    decomposed = decomposed.subspan(length);
   }
-  return text;
+}
+
+// What is normalized together, so that a few accents in a long path do not cost the whole path:
+// an ASCII character composes with nothing before it, so that each may begin a piece. These are the
+// ones at the beginning of `text` that are their own normal form, whatever follows.
+std::size_t asciiBeforeNextPiece(std::string_view text) {
+  const std::size_t run = asciiPrefixLength(text);
+  return run == text.size() || run == 0 ? run : run - 1;
+}
+
+std::size_t pieceLength(std::string_view text) {
+  return static_cast<std::size_t>(std::find_if(text.begin() + 1, text.end(), isASCII) -
+                                  text.begin());
+}
+
+void appendNormalizedPiece(std::string& text, std::string_view piece) {
+  if (!mayNeedNormalization(piece)) {
+    text += piece;
+    return;
+  }
+  CodePoints codePoints = canonicallyDecomposed(piece);
+  putMarksInCanonicalOrder(codePoints);
+  appendAllComposed(text, codePoints);
 }
 
 // The bytes that stand for `text` in comparisons: its NFC form, or the text itself where it is not
@@ -197,15 +223,22 @@ std::size_t canonicalHash(std::string_view text) {
 }
 
 std::string normalizedNFC(std::string_view text) {
-  if (!mayNeedNormalization(text)) {
+  if (!mayNeedNormalization(text) || !isUTF8(text)) {
     return std::string(text);
   }
-  std::optional<CodePoints> codePoints = canonicallyDecomposed(text);
-  if (!codePoints) {
-    return std::string(text);
+  std::string normalized;
+  normalized.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t run = asciiBeforeNextPiece(text);
+    normalized += text.substr(0, run);
+    text.remove_prefix(run);
+    if (!text.empty()) {
+      const std::size_t length = pieceLength(text);
+      appendNormalizedPiece(normalized, text.substr(0, length));
+      text.remove_prefix(length);
+    }
   }
-  putMarksInCanonicalOrder(*codePoints);
-  return composed(std::move(*codePoints));
+  return normalized;
 }
 
 bool isUTF8(std::string_view bytes) {

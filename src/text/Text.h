@@ -2,7 +2,8 @@
 //
 // "é" may be written as one code point or as "e" and a combining accent; users and file systems
 // mix both. A path, identifier or key is therefore a Text and never compared byte by byte.
-// Operations on whole characters (prefix, split, length) are in Characters.h.
+// TextView is the same for bytes that somebody else keeps. Operations on whole characters (prefix,
+// split, length) are in Characters.h.
 #pragma once
 
 #include <compare>
@@ -58,11 +59,41 @@ class Text {
   std::string utf8_;
 };
 
+/// A text whose bytes lie elsewhere and must outlive it. Compares and hashes as the Text of the
+/// same bytes does, also with such a Text.
+class TextView {
+ public:
+  TextView() = default;
+  TextView(std::string_view utf8) : utf8_(utf8) {}
+  TextView(const std::string& utf8) : utf8_(utf8) {}
+  TextView(const Text& text) : utf8_(text.view()) {}
+  TextView(const char* utf8) : utf8_(utf8) {}
+
+  std::string_view view() const { return utf8_; }
+  operator std::string_view() const { return utf8_; }
+  [[nodiscard]] bool empty() const { return utf8_.empty(); }
+
+  friend bool operator==(TextView a, TextView b) { return canonicallyEqual(a.utf8_, b.utf8_); }
+  friend std::weak_ordering operator<=>(TextView a, TextView b) {
+    return canonicalOrder(a.utf8_, b.utf8_);
+  }
+
+ private:
+  std::string_view utf8_;
+};
+
 }  // namespace velmora
 
 template <>
 struct std::hash<velmora::Text> {
   std::size_t operator()(const velmora::Text& text) const {
+    return velmora::canonicalHash(text.view());
+  }
+};
+
+template <>
+struct std::hash<velmora::TextView> {
+  std::size_t operator()(velmora::TextView text) const {
     return velmora::canonicalHash(text.view());
   }
 };

@@ -427,5 +427,32 @@ TEST(TextTest, setHoldsEquivalentTextsOnce) {
   EXPECT_FALSE(set.contains(Text("\xFE")));
 }
 
+TEST(TextTest, viewComparesAsTheTextOfItsBytes) {
+  const std::string bytes = "/e\u0301";
+  const TextView decomposed(bytes);
+  const TextView composed("/\u00e9");
+  EXPECT_EQ(decomposed.view().data(), bytes.data());
+  EXPECT_EQ(decomposed, composed);
+  EXPECT_NE(decomposed, TextView("/e"));
+  EXPECT_LT(TextView("/e"), decomposed);
+  EXPECT_GT(composed, TextView(std::string_view("/f")));
+  EXPECT_EQ(std::hash<TextView>()(decomposed), std::hash<TextView>()(composed));
+  EXPECT_TRUE(TextView().empty());
+  EXPECT_FALSE(composed.empty());
+}
+
+TEST(TextTest, textsAndViewsCompareWithEachOther) {
+  const Text text("/\u00e9");
+  const TextView same = text;
+  EXPECT_EQ(same.view().data(), text.view().data());
+  EXPECT_EQ(text, TextView("/e\u0301"));
+  EXPECT_EQ(TextView("/e\u0301"), text);
+  EXPECT_NE(text, TextView("/e"));
+  EXPECT_LT(TextView("/e"), text);
+  EXPECT_GT(text, TextView("/f"));
+  EXPECT_EQ(std::hash<TextView>()(same), std::hash<Text>()(text));
+  EXPECT_EQ(Text(same).utf8(), "/\u00e9");
+}
+
 }  // namespace
 }  // namespace velmora

@@ -1,0 +1,331 @@
+#include "json/JSONReader.h"
+
+#include "json/DecodingError.h"
+#include "json/ExactInteger.h"
+#include "json/JSONString.h"
+#include "json/VacatedByte.h"
+#include "text/UTF8.h"
+
+#include <simdjson.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <new>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace velmora {
+
+namespace {
+
+[[noreturn]] void refuse(const char* description, std::optional<std::size_t> byteOffset) {
+  throw DecodingError(DecodingErrorKind::dataCorrupted, description, byteOffset);
+}
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+/// Refuses a document with a string that a control character or the document's end breaks off.
+[[noreturn]] void refuseBrokenString(std::string_view document) {
+  bool isInString = false;
+  std::size_t lastQuote = 0;
+  for (std::size_t position = 0; position < document.size(); ++position) {
+    const char byte = document[position];
+    if (byte == '"') {
+      isInString = !isInString;
+      lastQuote = position;
+    } else if (byte == '\\') {
+      if (!isInString) {
+        // The search for tokens takes a quote behind it for one that begins no string.
+        refuse("A backslash stands outside of strings.", position);
+      }
+      ++position;
+    } else if (isInString && static_cast<unsigned char>(byte) < 0x20) {
+      refuse("A string holds an unescaped control character.", position);
+    }
+  }
+  refuse("A string does not end.", lastQuote);
+}
+
+std::size_t notUTF8Offset(std::string_view document) {
+  std::size_t position = 0;
+  while (position < document.size()) {
+    const CodePoint step = codePointAt(document, position);
+    if (!step.isUTF8()) {
+      break;
+    }
+    position += step.length;
+  }
+  return position;
+}
+
+using StageOne = simdjson::internal::dom_parser_implementation;
+
+/// Finds where the tokens of `document` begin; this also makes sure of UTF-8 and that every string
+/// ends and holds no control character.
+void findTokens(StageOne& stageOne, std::string_view document) {
+  const simdjson::error_code error =
+      document.empty() ? simdjson::EMPTY
+                       : stageOne.stage1(reinterpret_cast<const std::uint8_t*>(document.data()),
+                                         document.size(), simdjson::stage1_mode::regular);
+  switch (error) {
+    case simdjson::SUCCESS:
+      return;
+    case simdjson::EMPTY:
+      refuse("The document is empty.", std::nullopt);
+    case simdjson::UTF8_ERROR:
+      refuse("The document is not UTF-8.", notUTF8Offset(document));
+    case simdjson::UNCLOSED_STRING:
+    case simdjson::UNESCAPED_CHARS:
+      refuseBrokenString(document);
+    case simdjson::MEMALLOC:
+      throw std::bad_alloc();
+    default:
+      refuse(simdjson::error_message(error), std::nullopt);
+  }
+}
+
+/// Checks the grammar over the tokens and prepares them for walking: resolves the escapes of
+/// strings, and notes how far containers reach.
+class GrammarCheck {
+ public:
+  GrammarCheck(char* bytes, std::uint32_t* tokens, const std::uint32_t* end,
+               std::vector<JSONContainer>& containers)
+      : bytes_(bytes), token_(tokens), end_(end), containers_(containers) {}
+
+  void run() {
+    readValue();
+    while (depth_ > 0) {
+      readRestOfMemberOrElement();
+    }
+    if (token_ != end_) {
+      refuseToken("Something follows the document's value.");
+    }
+  }
+
+ private:
+  struct OpenContainer {
+    std::uint32_t* token;
+    bool isObject;
+  };
+
+  [[nodiscard]] char firstByte() const { return bytes_[*token_]; }
+
+  [[noreturn]] void refuseToken(const char* description) const {
+    refuse(token_ == end_ ? "The document ends early." : description, *token_);
+  }
+
+  /// Reads a value; of a container that is not empty, up to the end of its first value.
+  void readValue() {
+    while (true) {
+      switch (firstByte()) {
+        case '{':
+          open(true);
+          if (firstByte() == '}') {
+            close();
+            return;
+          }
+          readKey();
+          break;
+        case '[':
+          open(false);
+          if (firstByte() == ']') {
+            close();
+            return;
+          }
+          break;
+        case '"':
+          readString();
+          return;
+        case 't':
+          readLiteral("true");
+          return;
+        case 'f':
+          readLiteral("false");
+          return;
+        case 'n':
+          readLiteral("null");
+          return;
+        default:
+          readNumber();
+          return;
+      }
+    }
+  }
+
+  void readRestOfMemberOrElement() {
+    const bool isInObject = open_[depth_ - 1].isObject;
+    const char byte = firstByte();
+    if (byte == ',') {
+      ++token_;
+      if (isInObject) {
+        readKey();
+      }
+      readValue();
+    } else if (byte == (isInObject ? '}' : ']')) {
+      close();
+    } else {
+      refuseToken(isInObject ? "Expected a comma or the end of the object."
+                             : "Expected a comma or the end of the array.");
+    }
+  }
+
+  void open(bool isObject) {
+    if (depth_ == deepestJSONNesting) {
+      refuseToken("Arrays and objects lie too deeply in each other.");
+    }
+    open_[depth_] = {.token = token_, .isObject = isObject};
+    ++depth_;
+    const auto place = static_cast<std::uint32_t>(containers_.size());
+    containers_.push_back({.byteOffset = *token_, .tokenCount = 0});
+    *token_ = JSONDocument::containerFlag | place;
+    ++token_;
+  }
+
+  void close() {
+    ++token_;
+    --depth_;
+    std::uint32_t* const opening = open_[depth_].token;
+    containers_[*opening & ~JSONDocument::containerFlag].tokenCount =
+        static_cast<std::uint32_t>(token_ - opening);
+  }
+
+  void readKey() {
+    if (firstByte() != '"') {
+      refuseToken("Expected a key.");
+    }
+    readString();
+    if (firstByte() != ':') {
+      refuseToken("Expected a colon behind the key.");
+    }
+    ++token_;
+  }
+
+  void readString() {
+    const std::uint32_t opening = *token_;
+    const std::uint32_t closing = lastByteOfToken();
+    if (closing == opening || bytes_[closing] != '"') {
+      refuseToken("A string does not end.");
+    }
+    if (nextBackslash_ < closing) {
+      if (nextBackslash_ < opening) {
+        findBackslash(opening);
+      }
+      if (nextBackslash_ < closing) {
+        resolve(opening, closing);
+        findBackslash(closing);
+      }
+    }
+    ++token_;
+  }
+
+  void resolve(std::uint32_t opening, std::uint32_t closing) {
+    const std::span<char> content(bytes_ + opening + 1, bytes_ + closing);
+    const std::optional<std::size_t> length = resolveEscapes(content);
+    if (!length.has_value()) {
+      refuse("A string holds an escape that is none of JSON's.", opening);
+    }
+    const std::size_t vacated = content.size() - *length;
+    std::memset(bytes_ + opening, vacatedByte, vacated);
+    bytes_[opening + vacated] = '"';
+    *token_ = static_cast<std::uint32_t>(opening + vacated);
+  }
+
+  void findBackslash(std::uint32_t from) {
+    const void* const found = std::memchr(bytes_ + from, '\\', *end_ - from);
+    nextBackslash_ = found == nullptr
+                         ? *end_
+                         : static_cast<std::uint32_t>(static_cast<const char*>(found) - bytes_);
+  }
+
+  void readLiteral(std::string_view literal) {
+    if (tokenText() != literal) {
+      refuseToken("Expected a value.");
+    }
+    ++token_;
+  }
+
+  void readNumber() {
+    if (!isJSONNumber(tokenText())) {
+      refuseToken("Expected a value.");
+    }
+    ++token_;
+  }
+
+  [[nodiscard]] std::string_view tokenText() const {
+    return {bytes_ + *token_, token_ == end_ ? 0 : lastByteOfToken() + 1 - *token_};
+  }
+
+  [[nodiscard]] std::uint32_t lastByteOfToken() const {
+    std::uint32_t last = token_[1] - 1;
+    while (isBlank(bytes_[last])) {
+      --last;
+    }
+    return last;
+  }
+
+  static bool isBlank(char byte) {
+    return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t';
+  }
+
+  char* bytes_;
+  std::uint32_t* token_;
+  /// Behind the last token; it holds the document's length.
+  const std::uint32_t* end_;
+  std::vector<JSONContainer>& containers_;
+  std::array<OpenContainer, deepestJSONNesting> open_;
+  std::size_t depth_ = 0;
+  /// The first backslash at or behind some place before which all strings are read.
+  std::uint32_t nextBackslash_ = 0;
+};
+
+}  // namespace
+
+class JSONReader::Memory {
+ public:
+  /// The part of the reader's library that finds tokens, able to take `length` bytes.
+  StageOne& stageOne(std::size_t length) {
+    if (stageOne_ == nullptr || stageOne_->capacity() < length) {
+      stageOne_.reset();
+      const simdjson::error_code error =
+          simdjson::get_active_implementation()->create_dom_parser_implementation(
+              std::bit_ceil(length), deepestJSONNesting, stageOne_);
+      if (error != simdjson::SUCCESS) {
+        throw std::bad_alloc();
+      }
+    }
+    return *stageOne_;
+  }
+
+  std::vector<JSONContainer> containers;
+
+ private:
+  std::unique_ptr<StageOne> stageOne_;
+};
+
+JSONReader::JSONReader() : memory_(std::make_unique<Memory>()) {}
+
+JSONReader::~JSONReader() = default;
+
+JSONValue JSONReader::read(std::string& bytes) {
+  if (bytes.size() > longestJSONDocument) {
+    refuse("The document is too long.", std::nullopt);
+  }
+  if (bytes.starts_with(byteOrderMark)) {
+    std::ranges::fill_n(bytes.begin(), byteOrderMark.size(), ' ');
+  }
+  auto& stageOne = memory_->stageOne(bytes.size());
+  findTokens(stageOne, bytes);
+  std::uint32_t* const tokens = stageOne.structural_indexes.get();
+  std::uint32_t* const end = tokens + stageOne.n_structural_indexes;
+  *end = static_cast<std::uint32_t>(bytes.size());
+  memory_->containers.clear();
+  GrammarCheck(bytes.data(), tokens, end, memory_->containers).run();
+  return {{.bytes = bytes.data(), .containers = memory_->containers.data()}, tokens};
+}
+
+}  // namespace velmora

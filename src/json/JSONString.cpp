@@ -1,0 +1,192 @@
+#include "json/JSONString.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+namespace velmora {
+
+namespace {
+
+using Block = std::uint64_t;
+
+constexpr Block everyByte(unsigned char byte) { return 0x0101010101010101U * byte; }
+
+/// Marks the top bit of every byte of `block` that is a backslash.
+constexpr Block backslashes(Block block) {
+  constexpr Block low = everyByte(0x7F);
+  const Block difference = block ^ everyByte('\\');
+  return ~(((difference & low) + low) | difference | low);
+}
+
+/// How many bytes of memory come before the first one marked; all when none is.
+constexpr std::size_t bytesBefore(Block marks) {
+  const int bits = std::endian::native == std::endian::little ? std::countr_zero(marks)
+                                                              : std::countl_zero(marks);
+  return static_cast<std::size_t>(bits) / 8;
+}
+
+/// The first `count` bytes in memory of `block`, followed by those of `other`.
+constexpr Block joined(Block block, Block other, std::size_t count) {
+  if (count == sizeof(Block)) {
+    return block;
+  }
+  const Block high = std::endian::native == std::endian::little ? ~Block{0} << (8 * count)
+                                                                : ~Block{0} >> (8 * count);
+  return (block & ~high) | (other & high);
+}
+
+/// Moves the text before the next escape from `source` down to `target`.
+void moveToEscape(char*& target, const char*& source, const char* end) {
+  while (end - source >= static_cast<std::ptrdiff_t>(sizeof(Block))) {
+    Block block = 0;
+    Block there = 0;
+    std::memcpy(&block, source, sizeof block);
+    std::memcpy(&there, target, sizeof there);
+    const std::size_t count = bytesBefore(backslashes(block));
+    // The bytes behind the escape may be source that is yet to be read: they stay as they are.
+    block = joined(block, there, count);
+    std::memcpy(target, &block, sizeof block);
+    source += count;
+    target += count;
+    if (count < sizeof block) {
+      return;
+    }
+  }
+  while (source != end && *source != '\\') {
+    *target++ = *source++;
+  }
+}
+
+std::optional<std::uint32_t> hexadecimalDigit(char character) {
+  if (character >= '0' && character <= '9') {
+    return static_cast<std::uint32_t>(character - '0');
+  }
+  if (character >= 'a' && character <= 'f') {
+    return static_cast<std::uint32_t>(character - 'a' + 10);
+  }
+  if (character >= 'A' && character <= 'F') {
+    return static_cast<std::uint32_t>(character - 'A' + 10);
+  }
+  return std::nullopt;
+}
+
+/// Reads the four digits after "\u".
+std::optional<std::uint32_t> takeCodeUnit(const char*& source, const char* end) {
+  constexpr std::ptrdiff_t digitCount = 4;
+  if (end - source < digitCount) {
+    return std::nullopt;
+  }
+  std::uint32_t unit = 0;
+  for (const char* const stop = source + digitCount; source != stop; ++source) {
+    const std::optional<std::uint32_t> digit = hexadecimalDigit(*source);
+    if (!digit.has_value()) {
+      return std::nullopt;
+    }
+    unit = unit << 4 | *digit;
+  }
+  return unit;
+}
+
+/// Reads what follows "\u": a code point, which may take another "\u" for its second half.
+std::optional<std::uint32_t> takeCodePoint(const char*& source, const char* end) {
+  const std::optional<std::uint32_t> unit = takeCodeUnit(source, end);
+  if (!unit.has_value() || *unit < 0xD800 || *unit > 0xDFFF) {
+    return unit;
+  }
+  if (*unit > 0xDBFF || end - source < 2 || source[0] != '\\' || source[1] != 'u') {
+    return std::nullopt;
+  }
+  source += 2;
+  const std::optional<std::uint32_t> second = takeCodeUnit(source, end);
+  if (!second.has_value() || *second < 0xDC00 || *second > 0xDFFF) {
+    return std::nullopt;
+  }
+  return 0x10000 + ((*unit - 0xD800) << 10) + (*second - 0xDC00);
+}
+
+void putUTF8(char*& target, std::uint32_t codePoint) {
+  const auto put = [&target](std::uint32_t byte) { *target++ = static_cast<char>(byte); };
+  const auto putContinuation = [&](int shift) { put(0x80 | (codePoint >> shift & 0x3F)); };
+  if (codePoint < 0x80) {
+    put(codePoint);
+  } else if (codePoint < 0x800) {
+    put(0xC0 | codePoint >> 6);
+    putContinuation(0);
+  } else if (codePoint < 0x10000) {
+    put(0xE0 | codePoint >> 12);
+    putContinuation(6);
+    putContinuation(0);
+  } else {
+    put(0xF0 | codePoint >> 18);
+    putContinuation(12);
+    putContinuation(6);
+    putContinuation(0);
+  }
+}
+
+std::optional<char> simpleEscape(char character) {
+  switch (character) {
+    case '"':
+    case '\\':
+    case '/':
+      return character;
+    case 'b':
+      return '\b';
+    case 'f':
+      return '\f';
+    case 'n':
+      return '\n';
+    case 'r':
+      return '\r';
+    case 't':
+      return '\t';
+    default:
+      return std::nullopt;
+  }
+}
+
+/// Reads the escape at `source`.
+bool takeEscape(char*& target, const char*& source, const char* end) {
+  ++source;
+  if (source == end) {
+    return false;
+  }
+  const char selector = *source++;
+  if (selector == 'u') {
+    const std::optional<std::uint32_t> codePoint = takeCodePoint(source, end);
+    if (codePoint.has_value()) {
+      putUTF8(target, *codePoint);
+    }
+    return codePoint.has_value();
+  }
+  const std::optional<char> character = simpleEscape(selector);
+  if (character.has_value()) {
+    *target++ = *character;
+  }
+  return character.has_value();
+}
+
+}  // namespace
+
+std::optional<std::size_t> resolveEscapes(std::span<char> content) {
+  char* const begin = content.data();
+  char* target = begin;
+  const char* source = begin;
+  const char* const end = begin + content.size();
+  while (true) {
+    moveToEscape(target, source, end);
+    if (source == end) {
+      break;
+    }
+    if (!takeEscape(target, source, end)) {
+      return std::nullopt;
+    }
+  }
+  const auto length = static_cast<std::size_t>(target - begin);
+  std::memmove(begin + (content.size() - length), begin, length);
+  return length;
+}
+
+}  // namespace velmora

@@ -1,0 +1,174 @@
+#include "text/CanonicalTextSet.h"
+#include "text/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <iterator>
+#include <limits>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+TEST(CanonicalTextSetTest, holdsEachTextOnce) {
+  CanonicalTextSet set;
+  EXPECT_TRUE(set.empty());
+  EXPECT_FALSE(set.contains("/a"));
+  EXPECT_TRUE(set.insert("/a"));
+  EXPECT_TRUE(set.insert("/b"));
+  EXPECT_FALSE(set.insert("/a"));
+  EXPECT_TRUE(set.insert("/A"));
+  EXPECT_EQ(set.size(), 3U);
+  EXPECT_TRUE(set.contains("/b"));
+  EXPECT_FALSE(set.contains("/B"));
+  EXPECT_FALSE(set.contains("/"));
+}
+
+TEST(CanonicalTextSetTest, equivalentTextsAreOne) {
+  CanonicalTextSet set;
+  EXPECT_TRUE(set.insert("/caf\u00e9"));
+  EXPECT_FALSE(set.insert("/cafe\u0301"));
+  EXPECT_TRUE(set.insert("/\u1112\u1161\u11ab"));
+  EXPECT_FALSE(set.insert("/\ud55c"));
+  EXPECT_TRUE(set.insert("K"));
+  EXPECT_TRUE(set.contains("\u212a"));
+  EXPECT_TRUE(set.insert("/cafe"));
+  EXPECT_TRUE(set.insert("/cafe\u0300"));
+  EXPECT_EQ(set.size(), 5U);
+}
+
+TEST(CanonicalTextSetTest, textsThatAreNotUTF8AreTheirBytes) {
+  CanonicalTextSet set;
+  EXPECT_TRUE(set.insert("/\xFF"));
+  EXPECT_TRUE(set.insert("/\xFE"));
+  EXPECT_FALSE(set.insert("/\xFF"));
+  EXPECT_TRUE(set.insert("/\xFF\u00e9"));
+  EXPECT_TRUE(set.insert("/\xFF\u0065\u0301"));
+  EXPECT_TRUE(set.insert("/\ufffd"));
+  EXPECT_EQ(set.size(), 5U);
+}
+
+TEST(CanonicalTextSetTest, emptyTextIsAText) {
+  CanonicalTextSet set;
+  EXPECT_FALSE(set.contains(""));
+  EXPECT_TRUE(set.insert(std::string_view()));
+  EXPECT_FALSE(set.insert(""));
+  EXPECT_TRUE(set.insert({"\0", 1}));
+  EXPECT_FALSE(set.insert({"\0", 1}));
+  EXPECT_EQ(set.size(), 2U);
+}
+
+// Paths as in one folder: all alike but for a few characters.
+std::vector<std::string> numberedPaths(std::size_t count) {
+  std::vector<std::string> paths;
+  for (std::size_t number = 0; number < count; ++number) {
+    std::string digits = std::to_string(number);
+    paths.push_back("/Users/a/Documents/" + std::string(7 - digits.size(), '0') + digits);
+  }
+  return paths;
+}
+
+void expectAllNew(CanonicalTextSet& set, const std::vector<std::string>& paths) {
+  for (const std::string& path : paths) {
+    ASSERT_TRUE(set.insert(path)) << path;
+  }
+  EXPECT_EQ(set.size(), paths.size());
+}
+
+void expectAllThere(CanonicalTextSet& set, const std::vector<std::string>& paths) {
+  for (const std::string& path : paths) {
+    ASSERT_TRUE(set.contains(path)) << path;
+    ASSERT_FALSE(set.insert(std::string(path))) << path;
+  }
+  EXPECT_EQ(set.size(), paths.size());
+}
+
+TEST(CanonicalTextSetTest, keepsWhatItHoldsWhenItGrows) {
+  const std::vector<std::string> paths = numberedPaths(200);
+  CanonicalTextSet set;
+  for (std::size_t count = 0; count < paths.size(); ++count) {
+    EXPECT_TRUE(set.insert(paths[count]));
+    for (std::size_t number = 0; number < paths.size(); ++number) {
+      ASSERT_EQ(set.contains(paths[number]), number <= count) << number << " of " << count;
+    }
+  }
+}
+
+TEST(CanonicalTextSetTest, holdsManyTextsOfOneLength) {
+  const std::vector<std::string> paths = numberedPaths(65'536);
+  CanonicalTextSet set;
+  expectAllNew(set, paths);
+  expectAllThere(set, paths);
+  EXPECT_FALSE(set.contains("/Users/a/Documents/0065536"));
+}
+
+TEST(CanonicalTextSetTest, clearedSetHoldsNothing) {
+  const std::vector<std::string> many = numberedPaths(5'000);
+  const std::vector<std::string> few = numberedPaths(50);
+  CanonicalTextSet set;
+  set.clear();
+  // Few texts leave a table that many have made by another road than many.
+  for (const std::vector<std::string>* paths : {&many, &few, &few, &many}) {
+    expectAllNew(set, *paths);
+    expectAllThere(set, *paths);
+    set.clear();
+    EXPECT_TRUE(set.empty());
+    for (const std::string& path : many) {
+      ASSERT_FALSE(set.contains(path)) << path;
+    }
+  }
+}
+
+TEST(CanonicalTextSetTest, roomThatWasMadeHoldsTexts) {
+  const std::vector<std::string> paths = numberedPaths(1'000);
+  CanonicalTextSet set;
+  set.reserve(10);
+  set.reserve(0);
+  EXPECT_TRUE(set.insert(paths.front()));
+  set.reserve(paths.size());
+  EXPECT_FALSE(set.insert(paths.front()));
+  set.reserve(1);
+  for (const std::string& path : paths) {
+    EXPECT_EQ(set.insert(path), &path != &paths.front());
+  }
+  expectAllThere(set, paths);
+}
+
+TEST(CanonicalTextSetTest, roomForTooManyIsRefused) {
+  CanonicalTextSet set;
+  EXPECT_TRUE(set.insert("/a"));
+  EXPECT_THROW(set.reserve((std::size_t{1} << 30U) + 1), std::length_error);
+  EXPECT_THROW(set.reserve(std::numeric_limits<std::size_t>::max()), std::length_error);
+  EXPECT_FALSE(set.insert("/a"));
+}
+
+TEST(CanonicalTextSetTest, isASetOfTexts) {
+  static constexpr std::string_view parts[] = {"a",      "e",      "\u00e9", "\u0301", "\u0323",
+                                               "\u1e69", "\u212a", "K",      "/",      "\xFF"};
+  std::mt19937_64 engine(20240303);
+  std::uniform_int_distribution<std::size_t> anyPart(0, std::size(parts) - 1);
+  std::uniform_int_distribution<int> anyLength(0, 5);
+  std::vector<std::string> texts;
+  for (int count = 0; count < 20'000; ++count) {
+    std::string text;
+    for (int length = anyLength(engine); length > 0; --length) {
+      text += parts[anyPart(engine)];
+    }
+    texts.push_back(std::move(text));
+  }
+  CanonicalTextSet set;
+  std::unordered_set<Text> reference;
+  for (const std::string& text : texts) {
+    ASSERT_EQ(set.contains(text), reference.contains(Text(text)));
+    ASSERT_EQ(set.insert(text), reference.insert(Text(text)).second);
+    ASSERT_EQ(set.size(), reference.size());
+  }
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,37 @@
+// Points in time, as files write them.
+#pragma once
+
+#include <compare>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velmora {
+
+/// An instant, counted from 2001-01-01T00:00:00Z. Days have 86,400 seconds: no leap seconds.
+struct Date {
+  double secondsSinceReferenceDate = 0;
+
+  friend bool operator==(const Date&, const Date&) = default;
+  friend std::partial_ordering operator<=>(const Date& a, const Date& b) {
+    return a.secondsSinceReferenceDate <=> b.secondsSinceReferenceDate;
+  }
+};
+
+/// Whether `date` is an instant at all: neither infinite nor not a number.
+[[nodiscard]] bool isFinite(const Date& date);
+
+/// The instant that `text` names in the internet date-time format (RFC 3339) without fractions:
+/// exactly "YYYY-MM-DDThh:mm:ss" and "Z" or "±hh:mm", in upper case. A day of the Gregorian
+/// calendar from year 0000 to 9999, also before that was introduced; no leap second; offsets up to
+/// 23:59. None for any other text.
+[[nodiscard]] std::optional<Date> parseInternetDateTime(std::string_view text);
+
+/// `date` in the internet date-time format, in UTC with "Z". The few instants that
+/// parseInternetDateTime yields but UTC writes with a year outside 0000 to 9999 have the offset
+/// +23:59 or -23:59 instead, so that each reads back as the same date. `date` must be one that
+/// parseInternetDateTime can yield: whole seconds from 0000-01-01T00:00:00+23:59 to
+/// 9999-12-31T23:59:59-23:59.
+[[nodiscard]] std::string internetDateTime(const Date& date);
+
+}  // namespace velmora

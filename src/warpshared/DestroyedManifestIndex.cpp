@@ -1,0 +1,70 @@
+#include "warpshared/DestroyedManifestIndex.h"
+
+#include "json/JSONReader.h"
+#include "json/RecordDecoding.h"
+#include "json/RecordEncoding.h"
+#include "platform/FileReader.h"
+#include "platform/PathStandardizer.h"
+#include "platform/PlatformError.h"
+#include "text/CanonicalTextSet.h"
+#include "text/LexicalPath.h"
+#include "warpshared/PathPredicates.h"
+#include "warpshared/RecordValues.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace velmora {
+
+namespace {
+
+/// A megabyte holds the tombstones of some thousand folders.
+constexpr std::size_t longestIndex = std::size_t{256} << 20;
+
+}  // namespace
+
+VelmoraWarpSharedDestroyedManifestIndex decodeDestroyedManifestIndex(std::string& bytes) {
+  JSONReader documents;
+  VelmoraWarpSharedDestroyedManifestIndex index;
+  RecordReader reader(documents.read(bytes), index);
+  reader.read<"version">();
+  if (index.version != destroyedManifestIndexVersion) {
+    reader.refuse<"version">("Unsupported restored-Warp tombstone index version.");
+  }
+  reader.read<"generatedAt", "records">();
+  return index;
+}
+
+void validateDestroyedManifestIndex(const VelmoraWarpSharedDestroyedManifestIndex& index) {
+  CanonicalTextSet warpIDs;
+  CanonicalTextSet manifestKeys;
+  const auto isSound = [&](const VelmoraWarpSharedDestroyedManifestRecord& record) {
+    return !record.warpID.empty() && isSafeRelativeObjectKey(record.manifestKey) &&
+           isFinite(record.destroyedAt) && isCanonicalAbsolutePath(record.originalFolderPath) &&
+           warpIDs.insert(record.warpID) && manifestKeys.insert(record.manifestKey);
+  };
+  if (!isFinite(index.generatedAt) || !std::ranges::all_of(index.records, isSound)) {
+    throw corruptFileError();
+  }
+}
+
+std::string encodeDestroyedManifestIndex(const VelmoraWarpSharedDestroyedManifestIndex& index) {
+  std::string json;
+  encode(json, index);
+  return json;
+}
+
+std::vector<VelmoraWarpSharedDestroyedManifestRecord> loadDestroyedManifestRecords(
+    const Text& sharedWarpRoot, const FileReader& files, const PathStandardizer& paths) {
+  const Text path = paths.standardizedFileURLPath(
+      appendingPathComponent(sharedWarpRoot, destroyedManifestIndexFileName));
+  if (!files.exists(path)) {
+    return {};
+  }
+  std::string bytes = files.read(path, longestIndex);
+  VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
+  validateDestroyedManifestIndex(index);
+  return std::move(index.records);
+}
+
+}  // namespace velmora

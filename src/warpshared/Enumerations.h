@@ -1,0 +1,57 @@
+// The words that the shared formats allow.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+#include <type_traits>
+
+namespace velmora {
+
+enum class VelmoraWarpSharedStatus { uploading, verified, replaced, failed, needsAttention };
+
+enum class VelmoraWarpSharedEntryKind { file, directory, symlink };
+
+/// How a payload is stored: as it is, or compressed by LZFSE.
+enum class VelmoraWarpSharedPayloadEncoding { raw, lzfse };
+
+/// Which storage area an object lives in.
+enum class VelmoraPayloadNamespace { backup, warp };
+
+/// The words of an enumeration in the order of its cases.
+template <class Enumeration>
+struct RawValues;
+
+template <>
+struct RawValues<VelmoraWarpSharedStatus> {
+  static constexpr std::array<std::string_view, 5> list = {"uploading", "verified", "replaced",
+                                                           "failed", "needsAttention"};
+};
+
+template <>
+struct RawValues<VelmoraWarpSharedEntryKind> {
+  static constexpr std::array<std::string_view, 3> list = {"file", "directory", "symlink"};
+};
+
+template <>
+struct RawValues<VelmoraWarpSharedPayloadEncoding> {
+  static constexpr std::array<std::string_view, 2> list = {"raw", "lzfse"};
+};
+
+template <>
+struct RawValues<VelmoraPayloadNamespace> {
+  static constexpr std::array<std::string_view, 2> list = {"backup", "warp"};
+};
+
+template <class Enumeration>
+concept EnumerationWithRawValues = requires {
+  RawValues<Enumeration>::list;
+};
+
+/// The word that stands for `value` in a file.
+template <EnumerationWithRawValues Enumeration>
+[[nodiscard]] constexpr std::string_view rawValue(Enumeration value) {
+  return RawValues<Enumeration>::list[static_cast<std::size_t>(value)];
+}
+
+}  // namespace velmora

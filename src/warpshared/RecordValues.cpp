@@ -1,0 +1,22 @@
+#include "warpshared/RecordValues.h"
+
+#include <optional>
+
+namespace velmora {
+
+void decode(JSONValue value, Date& date) {
+  requireType(value, JSONType::string);
+  const std::optional<Date> parsed = parseInternetDateTime(value.text());
+  if (!parsed.has_value()) {
+    refuseData(value, "Expected a date such as 2025-03-01T12:00:00Z.");
+  }
+  date = *parsed;
+}
+
+void encode(std::string& json, const Date& date) { appendJSONString(json, internetDateTime(date)); }
+
+void refuseWord(JSONValue value) {
+  refuseData(value, "The text is none of the words that may stand here.");
+}
+
+}  // namespace velmora

@@ -1,0 +1,139 @@
+#include "json/RecordEncoding.h"
+#include "tests/json/AnsweredFields.h"
+#include "tests/json/Faults.h"
+#include "tests/json/ReadDocument.h"
+#include "warpshared/RecordValues.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace velmora {
+namespace {
+
+template <class Value>
+Value decoded(const std::string& document) {
+  const ReadDocument read(document);
+  Value value{};
+  decode(read.value(), value);
+  return value;
+}
+
+template <class Value>
+std::string faultIn(const std::string& document) {
+  return faultOf([&document] { static_cast<void>(decoded<Value>(document)); });
+}
+
+template <class Value>
+std::string encoded(const Value& value) {
+  std::string json;
+  encode(json, value);
+  return json;
+}
+
+std::string quoted(std::string_view text) {
+  std::string json;
+  appendJSONString(json, text);
+  return json;
+}
+
+/// What a value that stands as a text raises for every other JSON type.
+template <class Value>
+void expectTextsOnly() {
+  EXPECT_EQ(faultIn<Value>("null"), "valueNotFound @0: Expected a string but found null.");
+  EXPECT_EQ(faultIn<Value>("true"), "typeMismatch @0: Expected a string but found a boolean.");
+  EXPECT_EQ(faultIn<Value>("0"), "typeMismatch @0: Expected a string but found a number.");
+  EXPECT_EQ(faultIn<Value>("[]"), "typeMismatch @0: Expected a string but found an array.");
+  EXPECT_EQ(faultIn<Value>("{}"), "typeMismatch @0: Expected a string but found an object.");
+}
+
+TEST(RecordValuesTest, datesAndWordsStandAsTexts) {
+  expectTextsOnly<Date>();
+  expectTextsOnly<VelmoraWarpSharedStatus>();
+  expectTextsOnly<VelmoraWarpSharedEntryKind>();
+  expectTextsOnly<VelmoraWarpSharedPayloadEncoding>();
+  expectTextsOnly<VelmoraPayloadNamespace>();
+}
+
+TEST(RecordValuesTest, datesAreRead) {
+  EXPECT_EQ(decoded<Date>(R"("2001-01-01T00:00:00Z")"), Date{0});
+  EXPECT_EQ(decoded<Date>(R"("2001-01-01T00:00:00\u005a")"), Date{0});
+  EXPECT_EQ(decoded<Date>(R"("2001-01-01T00:00:00-01:30")"), Date{5400});
+}
+
+TEST(RecordValuesTest, otherTextsAreNoDates) {
+  for (const char* const text :
+       {"", " 2001-01-01T00:00:00Z", "2001-01-01", "2001-01-01t00:00:00Z", "2001-01-01T00:00:00.0Z",
+        "2001-02-29T00:00:00Z", R"(2001-01-01T00:00:00Z\u0000)"}) {
+    SCOPED_TRACE(text);
+    EXPECT_EQ(faultIn<Date>(" \"" + std::string(text) + '"'),
+              "dataCorrupted @1: Expected a date such as 2025-03-01T12:00:00Z.");
+  }
+}
+
+TEST(RecordValuesTest, datesAreWrittenAndReadBack) {
+  EXPECT_EQ(encoded(Date{0}), R"("2001-01-01T00:00:00Z")");
+  for (const double seconds : {-63113904000.0, -1.0, 0.0, 762523200.0, 252423993599.0}) {
+    EXPECT_EQ(decoded<Date>(encoded(Date{seconds})), Date{seconds}) << seconds;
+  }
+}
+
+TEST(RecordValuesTest, answersTheDateCases) {
+  expectAnsweredFields<Date>("warpshared/date.jsonl", 29, [](const Date& date) {
+    return std::to_string(static_cast<std::int64_t>(date.secondsSinceReferenceDate));
+  });
+}
+
+/// What an enumeration says to each of its words, and to texts that are like them.
+template <class Enumeration>
+void expectItsWordsOnly() {
+  std::size_t index = 0;
+  for (const std::string_view word : RawValues<Enumeration>::list) {
+    SCOPED_TRACE(word);
+    const auto value = static_cast<Enumeration>(index);
+    EXPECT_EQ(decoded<Enumeration>(quoted(word)), value);
+    EXPECT_EQ(encoded(value), quoted(word));
+    std::string capitalized(word);
+    capitalized.front() = static_cast<char>(capitalized.front() - 'a' + 'A');
+    for (const std::string& other :
+         {capitalized, std::string(word) + " ", " " + std::string(word), std::string(word) + "s",
+          std::string(word) + "\u0301", std::string(word) + std::string(1, '\0'),
+          std::string(word.substr(1)), std::to_string(index), std::string()}) {
+      EXPECT_EQ(faultIn<Enumeration>(" " + quoted(other)),
+                "dataCorrupted @1: The text is none of the words that may stand here.")
+          << other;
+    }
+    ++index;
+  }
+}
+
+TEST(RecordValuesTest, enumerationsAreWordsByteForByte) {
+  expectItsWordsOnly<VelmoraWarpSharedStatus>();
+  expectItsWordsOnly<VelmoraWarpSharedEntryKind>();
+  expectItsWordsOnly<VelmoraWarpSharedPayloadEncoding>();
+  expectItsWordsOnly<VelmoraPayloadNamespace>();
+}
+
+TEST(RecordValuesTest, theWordsStandForTheirCases) {
+  using Status = VelmoraWarpSharedStatus;
+  using Kind = VelmoraWarpSharedEntryKind;
+  EXPECT_EQ(decoded<Status>(R"("uploading")"), Status::uploading);
+  EXPECT_EQ(decoded<Status>(R"("verified")"), Status::verified);
+  EXPECT_EQ(decoded<Status>(R"("replaced")"), Status::replaced);
+  EXPECT_EQ(decoded<Status>(R"("failed")"), Status::failed);
+  EXPECT_EQ(decoded<Status>(R"("needs\u0041ttention")"), Status::needsAttention);
+  EXPECT_EQ(decoded<Kind>(R"("file")"), Kind::file);
+  EXPECT_EQ(decoded<Kind>(R"("directory")"), Kind::directory);
+  EXPECT_EQ(decoded<Kind>(R"("symlink")"), Kind::symlink);
+  EXPECT_EQ(decoded<VelmoraWarpSharedPayloadEncoding>(R"("raw")"),
+            VelmoraWarpSharedPayloadEncoding::raw);
+  EXPECT_EQ(decoded<VelmoraWarpSharedPayloadEncoding>(R"("lzfse")"),
+            VelmoraWarpSharedPayloadEncoding::lzfse);
+  EXPECT_EQ(decoded<VelmoraPayloadNamespace>(R"("backup")"), VelmoraPayloadNamespace::backup);
+  EXPECT_EQ(decoded<VelmoraPayloadNamespace>(R"("warp")"), VelmoraPayloadNamespace::warp);
+}
+
+}  // namespace
+}  // namespace velmora

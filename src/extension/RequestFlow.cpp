@@ -71,8 +71,9 @@ FinderHandoffAction handoffAction(const Platform& platform) {
 }
 
 void screenAndHandOff(const std::vector<FileURL>& selection, ExtensionContext& context,
-                      const Platform& platform, const WarpedFolders& warpedFolders) {
-  const std::vector<Text> paths = screenSelection(selection, platform, warpedFolders);
+                      const Platform& platform) {
+  ScreeningObserver unobserved;
+  const std::vector<Text> paths = screenSelection(selection, platform, unobserved);
   if (paths.empty()) {
     cancelUnsuitableSelection(context, platform);
     return;
@@ -83,34 +84,33 @@ void screenAndHandOff(const std::vector<FileURL>& selection, ExtensionContext& c
 }
 
 void loadAndPerformHandoff(const std::shared_ptr<ExtensionContext>& context,
-                           const Platform& platform, const WarpedFolders& warpedFolders) {
+                           const Platform& platform) {
   const std::vector<std::shared_ptr<ItemProvider>> providers = fileURLProviders(*context);
   if (providers.empty()) {
     cancelUnsuitableSelection(*context, platform);
     return;
   }
   loadFileURLs(providers, platform.mainQueue,
-               [context, platform, &warpedFolders](const GatheredFileURLs& selection) {
+               [context, platform](const GatheredFileURLs& selection) {
                  if (!selection.has_value()) {
                    cancelFailedHandoff(outOfMemoryDescription, *context, platform);
                    return;
                  }
-                 performHandoff(*selection, *context, platform, warpedFolders);
+                 performHandoff(*selection, *context, platform);
                });
 }
 
 }  // namespace
 
 void performHandoff(const std::vector<FileURL>& selection, ExtensionContext& context,
-                    const Platform& platform, const WarpedFolders& warpedFolders) noexcept {
+                    const Platform& platform) noexcept {
   endingWithHandoffError(context, platform,
-                         [&] { screenAndHandOff(selection, context, platform, warpedFolders); });
+                         [&] { screenAndHandOff(selection, context, platform); });
 }
 
-void beginRequest(const std::shared_ptr<ExtensionContext>& context, const Platform& platform,
-                  const WarpedFolders& warpedFolders) noexcept {
-  endingWithHandoffError(*context, platform,
-                         [&] { loadAndPerformHandoff(context, platform, warpedFolders); });
+void beginRequest(const std::shared_ptr<ExtensionContext>& context,
+                  const Platform& platform) noexcept {
+  endingWithHandoffError(*context, platform, [&] { loadAndPerformHandoff(context, platform); });
 }
 
 }  // namespace velmora

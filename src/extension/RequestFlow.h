@@ -9,7 +9,6 @@
 namespace velmora {
 
 class ExtensionContext;
-class WarpedFolders;
 struct Platform;
 
 /// Serves the request of `context`: loads the selection, screens it, hands it to the application
@@ -22,12 +21,12 @@ struct Platform;
 /// (makeSelectionError), or cancelled because the handoff failed or memory ran out
 /// (makeHandoffError, after one line in the system log). Nothing is ever thrown.
 ///
-/// What `platform` refers to and `warpedFolders` outlive the request.
-void beginRequest(const std::shared_ptr<ExtensionContext>& context, const Platform& platform,
-                  const WarpedFolders& warpedFolders) noexcept;
+/// What `platform` refers to outlives the request.
+void beginRequest(const std::shared_ptr<ExtensionContext>& context,
+                  const Platform& platform) noexcept;
 
 /// The last step of a request: everything after the loading, synchronously. Main thread only.
 void performHandoff(const std::vector<FileURL>& selection, ExtensionContext& context,
-                    const Platform& platform, const WarpedFolders& warpedFolders) noexcept;
+                    const Platform& platform) noexcept;
 
 }  // namespace velmora

@@ -2,55 +2,81 @@
 
 #include "extension/ActionKind.h"
 #include "extension/WarpRoots.h"
+#include "handoff/SharedContainer.h"
 #include "platform/FileReader.h"
 #include "platform/PathStandardizer.h"
 #include "platform/Platform.h"
-#include "resolution/WarpedFolders.h"
-#include "text/LexicalPath.h"
+#include "platform/PlatformError.h"
+#include "resolution/ManifestMirror.h"
+#include "resolution/WarpMarker.h"
 #include "text/UniquePaths.h"
 
 #include <algorithm>
-#include <optional>
-#include <string_view>
+#include <iterator>
 #include <utility>
 
 namespace velmora {
 
 namespace {
 
-bool suitsWarp(const Text& path, const WarpRoots& roots, const FileReader& files) {
-  return files.isDirectory(path) && !roots.enclosingWarpRoot(path).has_value();
+ScreenedItem screenForWarp(const Text& path, const WarpRoots& roots, const FileReader& files) {
+  if (!files.isDirectory(path)) {
+    return {.path = path, .verdict = ItemVerdict::notADirectory, .root = std::nullopt};
+  }
+  std::optional<Text> root = roots.enclosingWarpRoot(path);
+  if (!root.has_value()) {
+    return {.path = path, .verdict = ItemVerdict::accepted, .root = std::nullopt};
+  }
+  const ItemVerdict verdict =
+      *root == path ? ItemVerdict::alreadyWarped : ItemVerdict::insideWarpedFolder;
+  return {.path = path, .verdict = verdict, .root = std::move(root)};
 }
 
-bool suitsRestore(const Text& path, const WarpRoots& roots, const FileReader& files) {
-  if (!files.exists(appendingPathComponent(path, warpMarkerFileName))) {
-    return false;
+ScreenedItem screenForRestore(const Text& path, const WarpRoots& roots, const FileReader& files) {
+  if (!files.exists(warpMarkerPath(path))) {
+    return {.path = path, .verdict = ItemVerdict::noMarker, .root = std::nullopt};
+  }
+  std::optional<Text> root = roots.enclosingWarpRoot(path);
+  if (!root.has_value()) {
+    return {.path = path, .verdict = ItemVerdict::notWarped, .root = std::nullopt};
   }
   // Only the warped folder itself can be restored: a stray marker inside one proves nothing.
-  const std::optional<Text> root = roots.enclosingWarpRoot(path);
-  return root.has_value() && *root == path;
+  const ItemVerdict verdict =
+      *root == path ? ItemVerdict::accepted : ItemVerdict::insideWarpedFolder;
+  return {.path = path, .verdict = verdict, .root = std::move(root)};
 }
 
 }  // namespace
 
-std::vector<Text> warpedFolderPaths(const WarpedFolders& warpedFolders,
-                                    const PathStandardizer& standardizer) {
-  std::vector<Text> paths = warpedFolders.confirmedOriginalFolderPaths();
-  std::ranges::transform(paths, paths.begin(), [&](const Text& path) {
-    return standardizer.standardizedFileURLPath(path);
-  });
-  return paths;
+std::vector<Text> warpedFolderPaths(const Platform& platform, ResolutionObserver& observer) {
+  Text root;
+  try {
+    root = sharedWarpRootURL(platform.locations, platform.paths);
+  } catch (const PlatformError& error) {
+    observer.didFailToLocateRoot(error);
+    return {};
+  }
+  std::vector<Text> folders;
+  std::ranges::transform(
+      confirmedWarpManifests(mirroredManifests(root, platform.fileReader, platform.paths, observer),
+                             root, platform.fileReader, platform.paths, observer),
+      std::back_inserter(folders), [&](const MirroredManifest& mirrored) {
+        return platform.paths.standardizedFileURLPath(mirrored.manifest.originalFolderPath);
+      });
+  return folders;
 }
 
 std::vector<Text> screenSelection(const std::vector<FileURL>& selection, const Platform& platform,
-                                  const WarpedFolders& warpedFolders) {
-  const WarpRoots roots(warpedFolderPaths(warpedFolders, platform.paths), platform.paths);
-  const auto suitsAction = isRestoreAction(platform.bundle) ? suitsRestore : suitsWarp;
+                                  ScreeningObserver& observer) {
+  const WarpRoots roots(warpedFolderPaths(platform, observer), platform.paths);
+  const auto screen = isRestoreAction(platform.bundle) ? screenForRestore : screenForWarp;
   std::vector<Text> accepted;
   for (const FileURL& url : selection) {
-    Text path = platform.paths.standardizedFileURLPath(url.path);
-    if (suitsAction(path, roots, platform.fileReader)) {
-      accepted.push_back(std::move(path));
+    ScreenedItem item =
+        screen(platform.paths.standardizedFileURLPath(url.path), roots, platform.fileReader);
+    observer.didScreenItem(item);
+    if (item.verdict == ItemVerdict::accepted) {
+      accepted.push_back(std::move(item.path));
     }
   }
   return uniquePaths(accepted);

@@ -1,24 +1,51 @@
 // Which of the selected items the action may be applied to.
 #pragma once
 
+#include "resolution/ResolutionObserver.h"
 #include "text/FileURL.h"
 #include "text/Text.h"
 
-#include <string_view>
+#include <optional>
 #include <vector>
 
 namespace velmora {
 
-class PathStandardizer;
-class WarpedFolders;
 struct Platform;
 
-/// The name of the file that the application leaves in a warped folder.
-inline constexpr std::string_view warpMarkerFileName = ".velmora-warped.json";
+/// Why an item suits the action or does not.
+enum class ItemVerdict {
+  accepted,
+  /// Warp: nothing is there, or no directory.
+  notADirectory,
+  /// Warp: the item is a warped folder.
+  alreadyWarped,
+  /// Warp and Restore: the item lies in a warped folder.
+  insideWarpedFolder,
+  /// Restore: the item holds no marker.
+  noMarker,
+  /// Restore: the item is no warped folder and lies in none.
+  notWarped,
+};
 
-/// The standardised paths of the folders that count as warped, newest Warp first.
-[[nodiscard]] std::vector<Text> warpedFolderPaths(const WarpedFolders& warpedFolders,
-                                                  const PathStandardizer& standardizer);
+/// A selected item with its verdict.
+struct ScreenedItem {
+  /// Standardised.
+  Text path;
+  ItemVerdict verdict = ItemVerdict::accepted;
+  /// The innermost warped folder that the item is or lies in, where that was asked for.
+  std::optional<Text> root;
+};
+
+/// Hears of the look-up of the warped folders, and then of each selected item.
+class ScreeningObserver : public ResolutionObserver {
+ public:
+  virtual void didScreenItem(const ScreenedItem& /*item*/) {}
+};
+
+/// The standardised paths of the folders that are warped now, newest Warp first. Reads the shared
+/// Warp root afresh. Never fails outward: without a root, the list is empty.
+[[nodiscard]] std::vector<Text> warpedFolderPaths(const Platform& platform,
+                                                  ResolutionObserver& observer);
 
 /// The standardised paths of the items that suit the action, without repetitions, in the order of
 /// the selection; empty when none does.
@@ -30,6 +57,6 @@ inline constexpr std::string_view warpMarkerFileName = ".velmora-warped.json";
 /// change meanwhile. Throws only when memory runs out.
 [[nodiscard]] std::vector<Text> screenSelection(const std::vector<FileURL>& selection,
                                                 const Platform& platform,
-                                                const WarpedFolders& warpedFolders);
+                                                ScreeningObserver& observer);
 
 }  // namespace velmora

@@ -6,7 +6,7 @@ namespace velmora {
 
 void VelmoraFinderActionExtension::beginRequestWithExtensionContext(
     const std::shared_ptr<ExtensionContext>& context) const noexcept {
-  beginRequest(context, platform_, warpedFolders_);
+  beginRequest(context, platform_);
 }
 
 }  // namespace velmora

@@ -8,15 +8,13 @@
 namespace velmora {
 
 class ExtensionContext;
-class WarpedFolders;
 
 /// Keeps nothing of a request and is captured by none: a request goes on when the object is gone.
 /// Any number of requests may be in flight; they share nothing but the file system.
 class VelmoraFinderActionExtension {
  public:
-  /// What `platform` refers to and `warpedFolders` outlive every request.
-  VelmoraFinderActionExtension(const Platform& platform, const WarpedFolders& warpedFolders)
-      : platform_(platform), warpedFolders_(warpedFolders) {}
+  /// What `platform` refers to outlives every request.
+  explicit VelmoraFinderActionExtension(const Platform& platform) : platform_(platform) {}
 
   /// Serves one request (see beginRequest); returns once its loads are started. Called on any
   /// thread, once for each request. Never throws.
@@ -25,7 +23,6 @@ class VelmoraFinderActionExtension {
 
  private:
   Platform platform_;
-  const WarpedFolders& warpedFolders_;
 };
 
 }  // namespace velmora

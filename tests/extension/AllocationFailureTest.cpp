@@ -119,7 +119,7 @@ class FailingAllocations : public testing::TestWithParam<bool> {
                     logger,
                     platform.clock,
                     platform.identifiers};
-    const VelmoraFinderActionExtension extension(silent, warpedFolders);
+    const VelmoraFinderActionExtension extension(silent);
     const auto context = std::make_shared<CountingContext>(std::vector<InputItem>{
         ExtensionItem{.attachments = {{answeringPath("/a folder with a long name"),
                                        answering(DataBlob{"file:///a%20second%20folder"})}}}});
@@ -144,7 +144,6 @@ class FailingAllocations : public testing::TestWithParam<bool> {
   }
 
   FakePlatform fake;
-  FakeWarpedFolders warpedFolders;
   CountingQueue queue;
   SilentLogger logger;
   SilentNotificationCenter notifications;

@@ -2,6 +2,7 @@
 #include "tests/RowName.h"
 #include "tests/fakes/FakeExtensionHost.h"
 #include "tests/fakes/FakePlatform.h"
+#include "tests/fakes/RecordedWarps.h"
 
 #include <gtest/gtest.h>
 
@@ -30,7 +31,7 @@ class RequestFlow : public testing::Test {
 
   void begin(const std::shared_ptr<FakeExtensionContext>& context) {
     ends = context->ends;
-    beginRequest(context, fake.platform(), warpedFolders);
+    beginRequest(context, fake.platform());
   }
 
   void expectCompleted() const {
@@ -61,7 +62,6 @@ class RequestFlow : public testing::Test {
   }
 
   FakePlatform fake;
-  FakeWarpedFolders warpedFolders;
   std::shared_ptr<RequestEnds> ends;
 };
 
@@ -106,8 +106,7 @@ TEST_F(RequestFlow, handsTheSuitableItemsOverAndCompletes) {
 
 TEST_F(RequestFlow, performsRestoreUnderTheRestoreIdentifier) {
   fake.bundle.identifier = restoreIdentifier;
-  fake.fileSystem.files["/a/.velmora-warped.json"] = "{}";
-  warpedFolders.paths = {"/a"};
+  recordWarp(fake, "/a", "warp");
   begin({answeringPath("/a"), answeringPath("/b")});
   fake.mainQueue.runAll();
   expectCompleted();
@@ -213,7 +212,7 @@ TEST_F(RequestFlow, cancelsAndLogsAnyOtherError) {
 }
 
 TEST_F(RequestFlow, endsWithTheHandoffErrorWhenScreeningRunsOutOfMemory) {
-  warpedFolders.failure = throwing(std::bad_alloc());
+  fake.fileSystem.entryNamesFailure = throwing(std::bad_alloc());
   begin({answeringPath("/a")});
   fake.mainQueue.runAll();
   expectHandoffError("Cannot allocate memory");
@@ -233,8 +232,7 @@ TEST_F(RequestFlow, endsWithTheHandoffErrorWhenTheMainQueueCannotBeReached) {
 
 TEST_F(RequestFlow, cancelsAFailedRestoreWithItsOwnMessage) {
   fake.bundle.identifier = restoreIdentifier;
-  fake.fileSystem.files["/a/.velmora-warped.json"] = "{}";
-  warpedFolders.paths = {"/a"};
+  recordWarp(fake, "/a", "warp");
   fake.fileSystem.writeFailure = throwing(posixError(EIO));
   begin({answeringPath("/a")});
   fake.mainQueue.runAll();

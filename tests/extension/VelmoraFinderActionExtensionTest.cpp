@@ -26,11 +26,10 @@ class PrincipalClass : public testing::Test {
   }
 
   FakePlatform fake;
-  FakeWarpedFolders warpedFolders;
 };
 
 TEST_F(PrincipalClass, servesARequest) {
-  const VelmoraFinderActionExtension extension(fake.platform(), warpedFolders);
+  const VelmoraFinderActionExtension extension(fake.platform());
   const auto context = contextWith({answeringPath("/a")});
   extension.beginRequestWithExtensionContext(context);
   fake.mainQueue.runAll();
@@ -38,7 +37,7 @@ TEST_F(PrincipalClass, servesARequest) {
 }
 
 TEST_F(PrincipalClass, mayGoWhileItsRequestIsServed) {
-  auto extension = std::make_unique<VelmoraFinderActionExtension>(fake.platform(), warpedFolders);
+  auto extension = std::make_unique<VelmoraFinderActionExtension>(fake.platform());
   const PendingLoad load;
   const auto context = contextWith({load.provider()});
   extension->beginRequestWithExtensionContext(context);
@@ -110,7 +109,7 @@ TEST_F(PrincipalClass, keepsAThousandRequestsInFlightApart) {
   std::set<std::string> expectedRequests;
   {
     LoadingThreads threads(4);
-    const VelmoraFinderActionExtension extension(fake.platform(), warpedFolders);
+    const VelmoraFinderActionExtension extension(fake.platform());
     for (int request = 0; request < requestCount; ++request) {
       std::vector<std::shared_ptr<ItemProvider>> providers;
       std::string expectedPaths;

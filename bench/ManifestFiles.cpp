@@ -1,0 +1,47 @@
+#include "bench/ManifestFiles.h"
+
+#include <simdjson.h>
+
+#include <algorithm>
+#include <fstream>
+
+namespace velmora {
+namespace {
+
+// Those who read in steps of a vector step over the end.
+constexpr std::size_t roomBehindBytes = simdjson::SIMDJSON_PADDING;
+
+}  // namespace
+
+std::string readManifestBytes(const std::filesystem::path& path) {
+  std::string bytes;
+  const std::size_t size = std::filesystem::file_size(path);
+  bytes.reserve(size + roomBehindBytes);
+  bytes.resize(size);
+  std::ifstream file;
+  file.exceptions(std::ios::failbit | std::ios::badbit);
+  file.open(path, std::ios::binary);
+  file.read(bytes.data(), static_cast<std::streamsize>(size));
+  return bytes;
+}
+
+ManifestSet::ManifestSet(const std::filesystem::path& directory)
+    : name_((directory / "").parent_path().filename().string()) {
+  std::vector<std::filesystem::path> paths(std::filesystem::directory_iterator(directory), {});
+  std::ranges::sort(paths);
+  for (const std::filesystem::path& path : paths) {
+    files_.push_back(readManifestBytes(path));
+    byteCount_ += files_.back().size();
+  }
+  copies_.resize(files_.size());
+}
+
+std::vector<std::string>& ManifestSet::freshCopies() {
+  for (std::size_t index = 0; index < files_.size(); ++index) {
+    copies_[index].reserve(files_[index].size() + roomBehindBytes);
+    copies_[index].assign(files_[index]);
+  }
+  return copies_;
+}
+
+}  // namespace velmora

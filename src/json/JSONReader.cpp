@@ -93,6 +93,7 @@ void findTokens(StageOne& stageOne, std::string_view document) {
 /// strings, and notes how far containers reach.
 class GrammarCheck {
  public:
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): of open_, only what is open is read.
   GrammarCheck(char* bytes, std::uint32_t* tokens, const std::uint32_t* end,
                std::vector<JSONContainer>& containers)
       : bytes_(bytes), token_(tokens), end_(end), containers_(containers) {}

@@ -191,9 +191,11 @@ Faults indexFaults() {
       {"originalFolderPath", "\"a\""},
       {"warpID", "\"W-b\""},
       {"manifestKey", "\"manifests/b\""}};
-  for (const auto& [key, value] : unsoundValues) {
-    faults.push_back({std::string("/records/1/") + key,
-                      [=](JSONTree& document) { document["records"][1][key] = value; }, corrupt});
+  for (const auto& unsound : unsoundValues) {
+    faults.push_back(
+        {std::string("/records/1/") + unsound.first,
+         [=](JSONTree& document) { document["records"][1][unsound.first] = unsound.second; },
+         corrupt});
   }
   return faults;
 }

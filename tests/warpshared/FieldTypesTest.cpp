@@ -202,11 +202,11 @@ TEST_P(FieldTypes, refuseEveryOtherTypeOfJSON) {
       {"{}", [](FieldType type) { return type == record; }},
   };
   for (const FieldDescription& field : GetParam().fields) {
-    for (const auto& [value, isOfType] : values) {
-      if (!isOfType(field.type)) {
-        EXPECT_EQ(verdictAfter([&](JSONTree& record) { record[field.key] = value; }),
+    for (const auto& value : values) {
+      if (!value.second(field.type)) {
+        EXPECT_EQ(verdictAfter([&](JSONTree& record) { record[field.key] = value.first; }),
                   errorAt("typeMismatch", field))
-            << value;
+            << value.first;
       }
     }
   }

@@ -33,7 +33,7 @@ std::string encoded(const Value& value) {
   return json;
 }
 
-std::string quoted(std::string_view text) {
+std::string jsonText(std::string_view text) {
   std::string json;
   appendJSONString(json, text);
   return json;
@@ -93,15 +93,15 @@ void expectItsWordsOnly() {
   for (const std::string_view word : RawValues<Enumeration>::list) {
     SCOPED_TRACE(word);
     const auto value = static_cast<Enumeration>(index);
-    EXPECT_EQ(decoded<Enumeration>(quoted(word)), value);
-    EXPECT_EQ(encoded(value), quoted(word));
+    EXPECT_EQ(decoded<Enumeration>(jsonText(word)), value);
+    EXPECT_EQ(encoded(value), jsonText(word));
     std::string capitalized(word);
     capitalized.front() = static_cast<char>(capitalized.front() - 'a' + 'A');
     for (const std::string& other :
          {capitalized, std::string(word) + " ", " " + std::string(word), std::string(word) + "s",
           std::string(word) + "\u0301", std::string(word) + std::string(1, '\0'),
           std::string(word.substr(1)), std::to_string(index), std::string()}) {
-      EXPECT_EQ(faultIn<Enumeration>(" " + quoted(other)),
+      EXPECT_EQ(faultIn<Enumeration>(" " + jsonText(other)),
                 "dataCorrupted @1: The text is none of the words that may stand here.")
           << other;
     }

@@ -1,0 +1,34 @@
+// An index of destroyed manifests: the verdict does not depend on how the document is written, and
+// what decodes reads back as itself, whether or not it is valid.
+#include "fuzz/Verdict.h"
+#include "warpshared/DestroyedManifestIndex.h"
+
+#include <string_view>
+
+namespace velmora {
+namespace {
+
+VelmoraWarpSharedDestroyedManifestIndex decodedAndValidated(std::string& bytes) {
+  VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
+  validateDestroyedManifestIndex(index);
+  return index;
+}
+
+void requireOneVerdict(std::string_view document) {
+  const auto decoded = verdictOn(document, decodeDestroyedManifestIndex);
+  requireSameInOtherWords(document, decoded, decodeDestroyedManifestIndex);
+  requireToReadBack(decoded, encodeDestroyedManifestIndex, decodeDestroyedManifestIndex);
+  const auto validated = verdictOn(document, decodedAndValidated);
+  requireSameInOtherWords(document, validated, decodedAndValidated);
+  require(decoded.fault() == nullptr || validated == decoded);
+  require(validated.fault() == nullptr || decoded.fault() != nullptr ||
+          !validated.fault()->kind.has_value());
+}
+
+}  // namespace
+}  // namespace velmora
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  velmora::requireOneVerdict(velmora::textOf(data, size));
+  return 0;
+}

@@ -1,0 +1,32 @@
+// A marker: the verdict does not depend on how the document is written, and what is accepted reads
+// back as itself.
+#include "fuzz/Verdict.h"
+#include "json/RecordEncoding.h"
+#include "resolution/WarpMarker.h"
+
+#include <string_view>
+
+namespace velmora {
+namespace {
+
+std::string encodedMarker(const WarpMarker& marker) {
+  std::string json;
+  encode(json, marker);
+  return json;
+}
+
+void requireOneVerdict(std::string_view document) {
+  JSONReader reader;
+  const auto decode = [&reader](std::string& bytes) { return decodeWarpMarker(bytes, reader); };
+  const Verdict<WarpMarker> verdict = verdictOn(document, decode);
+  requireSameInOtherWords(document, verdict, decode);
+  requireToReadBack(verdict, encodedMarker, decode);
+}
+
+}  // namespace
+}  // namespace velmora
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  velmora::requireOneVerdict(velmora::textOf(data, size));
+  return 0;
+}

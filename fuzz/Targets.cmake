@@ -1,0 +1,20 @@
+# The fuzz targets, by velmora_fuzz_target(NAME SOURCES … DEPENDS …), which whoever includes this
+# file defines: fuzz/ makes libFuzzer programs of them, tests/fuzz/ tests of their seeds. Sources
+# are given from this folder on.
+velmora_fuzz_target(text SOURCES TextFuzzer.cpp DEPENDS velmora::text)
+velmora_fuzz_target(file_url SOURCES FileURLFuzzer.cpp DEPENDS velmora::text)
+velmora_fuzz_target(lexical_path SOURCES LexicalPathFuzzer.cpp DEPENDS velmora::text)
+velmora_fuzz_target(
+  path_predicates SOURCES PathPredicatesFuzzer.cpp DEPENDS velmora::warpshared velmora::text)
+velmora_fuzz_target(
+  json SOURCES JSONFuzzer.cpp ../tests/json/JSONJudge.cpp ../tests/json/JSONRewriting.cpp
+  DEPENDS velmora::json PkgConfig::SIMDJSON)
+velmora_fuzz_target(manifest SOURCES ManifestFuzzer.cpp ../tests/json/JSONRewriting.cpp
+                    DEPENDS velmora::warpshared)
+velmora_fuzz_target(index SOURCES IndexFuzzer.cpp ../tests/json/JSONRewriting.cpp
+                    DEPENDS velmora::warpshared)
+velmora_fuzz_target(marker SOURCES MarkerFuzzer.cpp ../tests/json/JSONRewriting.cpp
+                    DEPENDS velmora::resolution)
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  velmora_fuzz_target(strings_table SOURCES StringsTableFuzzer.cpp DEPENDS velmora::platform_linux)
+endif()

@@ -1,0 +1,133 @@
+#include "tests/json/JSONRewriting.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+#include <random>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+struct Member {
+  std::string_view key;
+  JSONValue value;
+};
+
+/// Puts the members that `shuffled` has for a key into the order in which `members` has them.
+void keepDuplicatesInOrder(const std::vector<Member>& members, std::vector<Member>& shuffled) {
+  std::map<std::string_view, std::vector<JSONValue>> values;
+  for (const Member& member : members) {
+    values[member.key].push_back(member.value);
+  }
+  std::map<std::string_view, std::size_t> used;
+  for (Member& member : shuffled) {
+    member.value = values[member.key][used[member.key]++];
+  }
+}
+
+/// Writes without recursion: what is still to write lies on a stack.
+class Rewriter {
+ public:
+  explicit Rewriter(const JSONRewriting& rewriting)
+      : rewriting_(rewriting), random_(rewriting.shuffleSeed.value_or(0)) {}
+
+  std::string run(JSONValue value) {
+    pending_.emplace_back(value);
+    while (!pending_.empty()) {
+      const std::variant<std::string, JSONValue> next = std::move(pending_.back());
+      pending_.pop_back();
+      if (const auto* const text = std::get_if<std::string>(&next)) {
+        json_ += *text;
+      } else {
+        write(std::get<JSONValue>(next));
+      }
+    }
+    return std::move(json_);
+  }
+
+ private:
+  void write(JSONValue value) {
+    switch (value.type()) {
+      case JSONType::null:
+        json_ += "null";
+        break;
+      case JSONType::boolean:
+        json_ += value.boolean() ? "true" : "false";
+        break;
+      case JSONType::number:
+        json_ += value.number();
+        break;
+      case JSONType::string:
+        appendJSONString(json_, value.text(), rewriting_.slashes);
+        break;
+      case JSONType::array:
+        writeArray(value);
+        break;
+      case JSONType::object:
+        writeObject(value);
+        break;
+    }
+  }
+
+  void writeArray(JSONValue array) {
+    std::vector<JSONValue> values;
+    for (JSONElements elements(array); !elements.atEnd(); elements.advance()) {
+      values.push_back(elements.value());
+    }
+    json_ += punctuation("[");
+    pending_.emplace_back(punctuation("]"));
+    for (auto value = values.rbegin(); value != values.rend(); ++value) {
+      pending_.emplace_back(*value);
+      if (value + 1 != values.rend()) {
+        pending_.emplace_back(punctuation(","));
+      }
+    }
+  }
+
+  void writeObject(JSONValue object) {
+    const std::vector<Member> members = membersOf(object);
+    json_ += punctuation("{");
+    pending_.emplace_back(punctuation("}"));
+    for (auto member = members.rbegin(); member != members.rend(); ++member) {
+      pending_.emplace_back(member->value);
+      std::string key = member + 1 == members.rend() ? "" : punctuation(",");
+      appendJSONString(key, member->key, rewriting_.slashes);
+      pending_.emplace_back(key + punctuation(":"));
+    }
+  }
+
+  std::vector<Member> membersOf(JSONValue object) {
+    std::vector<Member> members;
+    for (JSONMembers rest(object); !rest.atEnd(); rest.advance()) {
+      members.push_back({.key = rest.key(), .value = rest.value()});
+    }
+    if (rewriting_.shuffleSeed.has_value()) {
+      std::vector<Member> shuffled = members;
+      std::ranges::shuffle(shuffled, random_);
+      keepDuplicatesInOrder(members, shuffled);
+      return shuffled;
+    }
+    return members;
+  }
+
+  [[nodiscard]] std::string punctuation(std::string_view mark) const {
+    return rewriting_.isSpacious ? " \t" + std::string(mark) + "\r\n" : std::string(mark);
+  }
+
+  const JSONRewriting& rewriting_;
+  std::mt19937_64 random_;
+  std::string json_;
+  std::vector<std::variant<std::string, JSONValue>> pending_;
+};
+
+}  // namespace
+
+std::string rewritten(JSONValue value, const JSONRewriting& rewriting) {
+  return Rewriter(rewriting).run(value);
+}
+
+}  // namespace velmora

@@ -1,0 +1,209 @@
+#include "json/JSONString.h"
+#include "text/UTF8.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velmora {
+namespace {
+
+constexpr char guard = '\xFE';
+
+/// Resolves `content` in place, between bytes that must stay as they are.
+std::optional<std::string> resolved(const std::string& content) {
+  constexpr std::size_t margin = 16;
+  std::string bytes = std::string(margin, guard) + content + std::string(margin, guard);
+  const std::optional<std::size_t> length = resolveEscapes({bytes.data() + margin, content.size()});
+  EXPECT_EQ(bytes.substr(0, margin), std::string(margin, guard));
+  EXPECT_EQ(bytes.substr(margin + content.size()), std::string(margin, guard));
+  if (!length.has_value()) {
+    return std::nullopt;
+  }
+  EXPECT_LE(*length, content.size());
+  return bytes.substr(margin + content.size() - *length, *length);
+}
+
+struct EscapeCase {
+  std::string_view escape;
+  std::string_view text;
+};
+
+constexpr EscapeCase escapes[] = {
+    {.escape = "\\\"", .text = "\""},
+    {.escape = "\\\\", .text = "\\"},
+    {.escape = "\\/", .text = "/"},
+    {.escape = "\\b", .text = "\b"},
+    {.escape = "\\f", .text = "\f"},
+    {.escape = "\\n", .text = "\n"},
+    {.escape = "\\r", .text = "\r"},
+    {.escape = "\\t", .text = "\t"},
+    {.escape = "\\u0000", .text = {"\0", 1}},
+    {.escape = "\\u0022", .text = "\""},
+    {.escape = "\\u005C", .text = "\\"},
+    {.escape = "\\u007f", .text = "\x7F"},
+    {.escape = "\\u0080", .text = "\u0080"},
+    {.escape = "\\u07FF", .text = "\u07ff"},
+    {.escape = "\\u0800", .text = "\u0800"},
+    {.escape = "\\uD7ff", .text = "\ud7ff"},
+    {.escape = "\\uE000", .text = "\ue000"},
+    {.escape = "\\uFfFf", .text = "\uffff"},
+    {.escape = "\\uD800\\uDC00", .text = "\U00010000"},
+    {.escape = "\\ud83d\\ude00", .text = "\U0001F600"},
+    {.escape = "\\uDBFF\\uDFFF", .text = "\U0010FFFF"},
+};
+
+TEST(JSONStringTest, textWithoutEscapesStays) {
+  for (std::size_t length = 0; length <= 100; ++length) {
+    EXPECT_EQ(resolved(std::string(length, 'x')), std::string(length, 'x'));
+  }
+  EXPECT_EQ(resolved("\u00e9/\u65e5 \x7F\U0001F600"), "\u00e9/\u65e5 \x7F\U0001F600");
+}
+
+TEST(JSONStringTest, escapesAreResolvedInEveryPlace) {
+  for (const EscapeCase& row : escapes) {
+    SCOPED_TRACE(row.escape);
+    for (std::size_t before = 0; before <= 17; ++before) {
+      for (std::size_t behind = 0; behind <= 17; ++behind) {
+        const std::string left(before, 'l');
+        const std::string right(behind, 'r');
+        EXPECT_EQ(resolved(left + std::string(row.escape) + right),
+                  left + std::string(row.text) + right);
+      }
+    }
+  }
+}
+
+TEST(JSONStringTest, escapesAreResolvedBehindEachOther) {
+  // Bytes that look like the ones that are searched for, but for one bit.
+  constexpr std::string_view between = "[]{|}~\xC3\x9C\xDC\x8C";
+  for (const EscapeCase& first : escapes) {
+    for (const EscapeCase& second : escapes) {
+      for (std::size_t length = 0; length <= between.size(); ++length) {
+        const std::string_view middle = between.substr(0, length);
+        std::string content;
+        std::string text;
+        for (const EscapeCase* row : {&first, &second, &first, &first, &second}) {
+          content.append(row->escape).append(middle);
+          text.append(row->text).append(middle);
+        }
+        EXPECT_EQ(resolved(content), text);
+      }
+    }
+  }
+}
+
+TEST(JSONStringTest, longRunsAreResolved) {
+  std::string content;
+  std::string text;
+  for (int count = 0; count < 10'000; ++count) {
+    content += "\\/\\u0041";
+    text += "/A";
+  }
+  EXPECT_EQ(resolved(content), text);
+  EXPECT_EQ(resolved("\\n" + std::string(100'000, 'x')), "\n" + std::string(100'000, 'x'));
+  EXPECT_EQ(resolved(std::string(100'000, 'x') + "\\n"), std::string(100'000, 'x') + "\n");
+}
+
+std::string escapeOf(std::uint32_t unit) {
+  std::array<char, 7> text{};
+  static_cast<void>(std::snprintf(text.data(), text.size(), "\\u%04X", unit));
+  return text.data();
+}
+
+TEST(JSONStringTest, everyCodeUnitIsResolvedUnlessItIsHalfOfAPair) {
+  for (std::uint32_t unit = 0; unit <= 0xFFFF; ++unit) {
+    const std::optional<std::string> text = resolved(escapeOf(unit));
+    const bool isSurrogate = unit >= 0xD800 && unit <= 0xDFFF;
+    ASSERT_EQ(text.has_value(), !isSurrogate) << unit;
+    if (text.has_value()) {
+      const CodePoint codePoint = codePointAt(*text, 0);
+      EXPECT_EQ(codePoint.value, static_cast<std::int32_t>(unit));
+      EXPECT_EQ(codePoint.length, text->size());
+    }
+  }
+}
+
+TEST(JSONStringTest, pairsOfSurrogatesAreResolved) {
+  for (std::uint32_t codePoint = 0x10000; codePoint <= 0x10FFFF; codePoint += 0x3FF) {
+    const std::uint32_t leading = 0xD800 + ((codePoint - 0x10000) >> 10);
+    const std::uint32_t trailing = 0xDC00 + ((codePoint - 0x10000) & 0x3FF);
+    const std::optional<std::string> text = resolved(escapeOf(leading) + escapeOf(trailing));
+    ASSERT_TRUE(text.has_value()) << codePoint;
+    EXPECT_EQ(codePointAt(*text, 0).value, static_cast<std::int32_t>(codePoint));
+    EXPECT_EQ(text->size(), 4U);
+    EXPECT_EQ(resolved(escapeOf(trailing) + escapeOf(leading)), std::nullopt);
+  }
+}
+
+TEST(JSONStringTest, everyOtherCharacterBehindABackslashIsRefused) {
+  constexpr std::string_view allowed = "\"\\/bfnrt";
+  for (int byte = 0; byte < 256; ++byte) {
+    const char character = static_cast<char>(byte);
+    EXPECT_EQ(resolved({'\\', character}).has_value(),
+              allowed.find(character) != std::string_view::npos)
+        << byte;
+  }
+}
+
+TEST(JSONStringTest, brokenEscapesAreRefused) {
+  constexpr std::string_view broken[] = {
+      "\\",
+      "\\u",
+      "\\u0",
+      "\\u00",
+      "\\u004",
+      "\\u004g",
+      "\\u004G",
+      "\\u004 ",
+      "\\u+041",
+      "\\u 041",
+      "\\u0x41",
+      "\\U0041",
+      "\\x41",
+      "\\u004\\n",
+      "\\ud834",
+      "\\ud834\\",
+      "\\ud834\\u",
+      "\\ud834\\udd1",
+      "\\ud834\\udd1g",
+      "\\ud834\\n",
+      "\\ud834xdd1e",
+      "\\ud834\\xdd1e",
+      "\\ud834\\u0041",
+      "\\ud834\\ue000",
+      "\\ud834\\udbff",
+      "\\udc00",
+      "\\udfff",
+      "\\\\\\",
+      "\\n\\",
+  };
+  for (const std::string_view content : broken) {
+    SCOPED_TRACE(content);
+    for (std::size_t before = 0; before <= 17; ++before) {
+      const std::string left(before, 'l');
+      EXPECT_EQ(resolved(left + std::string(content)), std::nullopt);
+    }
+  }
+}
+
+TEST(JSONStringTest, everyByteThatIsNoDigitIsRefusedInEachPlace) {
+  constexpr std::string_view digits = "0123456789abcdefABCDEF";
+  for (std::size_t place = 2; place < 6; ++place) {
+    for (int byte = 0; byte < 256; ++byte) {
+      std::string content = "\\u1111";
+      content[place] = static_cast<char>(byte);
+      EXPECT_EQ(resolved(content).has_value(),
+                digits.find(content[place]) != std::string_view::npos)
+          << content;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,72 @@
+#include "json/JSONWriting.h"
+#include "tests/json/ReadDocument.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace velmora {
+namespace {
+
+std::string written(std::string_view text, SlashStyle slashes = SlashStyle::plain) {
+  std::string json;
+  appendJSONString(json, text, slashes);
+  return json;
+}
+
+struct WritingCase {
+  const char* name;
+  std::string_view text;
+  std::string_view json;
+};
+
+constexpr WritingCase writingCases[] = {
+    {.name = "empty", .text = "", .json = R"("")"},
+    {.name = "plain", .text = "a b", .json = R"("a b")"},
+    {.name = "quote", .text = "a\"b", .json = R"("a\"b")"},
+    {.name = "backslash", .text = "a\\b", .json = R"("a\\b")"},
+    {.name = "slash", .text = "a/b", .json = R"("a/b")"},
+    {.name = "shortEscapes", .text = "\b\f\n\r\t", .json = R"("\b\f\n\r\t")"},
+    {.name = "nul", .text = {"a\0b", 3}, .json = R"("a\u0000b")"},
+    {.name = "controls", .text = "\x01\x0B\x0E\x1F", .json = R"("\u0001\u000b\u000e\u001f")"},
+    {.name = "delete", .text = "\x7F", .json = "\"\x7F\""},
+    {.name = "beyondASCII",
+     .text = "\u0080\u00e9\u2028\u65e5\U0001F600",
+     .json = "\"\u0080\u00e9\u2028\u65e5\U0001F600\""},
+    {.name = "markup", .text = "<a href='&'>", .json = R"("<a href='&'>")"},
+};
+
+TEST(JSONWritingTest, escapesWhatMustBeAndNothingElse) {
+  for (const WritingCase& row : writingCases) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(written(row.text), row.json);
+  }
+}
+
+TEST(JSONWritingTest, escapesSlashesOnRequest) {
+  EXPECT_EQ(written("/a//b/", SlashStyle::escaped), R"("\/a\/\/b\/")");
+  EXPECT_EQ(written("/\\/", SlashStyle::escaped), R"("\/\\\/")");
+}
+
+TEST(JSONWritingTest, appends) {
+  std::string json = "[";
+  appendJSONString(json, "a");
+  appendJSONString(json, "b");
+  EXPECT_EQ(json, R"(["a""b")");
+}
+
+TEST(JSONWritingTest, whatIsWrittenReadsBack) {
+  std::string all;
+  for (char character = 0; character < 0x7F; ++character) {
+    all += character;
+    all += "\u00e9";
+    EXPECT_EQ(ReadDocument(written({&character, 1})).value().text(),
+              std::string_view(&character, 1));
+  }
+  EXPECT_EQ(ReadDocument(written(all)).value().text(), all);
+  EXPECT_EQ(ReadDocument(written(all, SlashStyle::escaped)).value().text(), all);
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,27 @@
+// A document that a test reads.
+#pragma once
+
+#include "json/JSONReader.h"
+
+#include <string>
+#include <utility>
+
+namespace velmora {
+
+/// Keeps all that the values of a document need. Throws what reading raises.
+class ReadDocument {
+ public:
+  explicit ReadDocument(std::string bytes)
+      : bytes_(std::move(bytes)), value_(reader_.read(bytes_)) {}
+  ReadDocument(const ReadDocument&) = delete;
+  ReadDocument& operator=(const ReadDocument&) = delete;
+
+  [[nodiscard]] JSONValue value() const { return value_; }
+
+ private:
+  std::string bytes_;
+  JSONReader reader_;
+  JSONValue value_;
+};
+
+}  // namespace velmora

@@ -1,0 +1,219 @@
+#include "json/JSONWriting.h"
+#include "json/ValueDecoding.h"
+#include "tests/json/AnsweredFields.h"
+#include "tests/json/Faults.h"
+#include "tests/json/ReadDocument.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+template <class Value>
+Value decoded(const std::string& document) {
+  const ReadDocument read(document);
+  Value value{};
+  decode(read.value(), value);
+  return value;
+}
+
+template <class Value>
+std::string faultIn(const std::string& document) {
+  return faultOf([&document] { static_cast<void>(decoded<Value>(document)); });
+}
+
+struct JSONTypeCase {
+  std::string document;
+  std::string type;
+};
+
+const JSONTypeCase jsonTypes[] = {
+    {.document = "true", .type = "a boolean"}, {.document = "1", .type = "a number"},
+    {.document = "1.5", .type = "a number"},   {.document = "\"1\"", .type = "a string"},
+    {.document = "[1]", .type = "an array"},   {.document = "{\"1\":1}", .type = "an object"},
+};
+
+/// What a type raises for all JSON types but its own, which is named `expected`.
+template <class Value>
+void expectOneJSONType(const std::string& expected) {
+  EXPECT_EQ(faultIn<Value>(" null "),
+            "valueNotFound @1: Expected " + expected + " but found null.");
+  for (const JSONTypeCase& row : jsonTypes) {
+    if (row.type != expected) {
+      SCOPED_TRACE(row.document);
+      EXPECT_EQ(faultIn<Value>("  " + row.document),
+                "typeMismatch @2: Expected " + expected + " but found " + row.type + ".");
+    }
+  }
+}
+
+TEST(ValueDecodingTest, eachTypeTakesItsOwnJSONTypeOnly) {
+  expectOneJSONType<std::int64_t>("a number");
+  expectOneJSONType<std::uint64_t>("a number");
+  expectOneJSONType<std::uint32_t>("a number");
+  expectOneJSONType<std::uint16_t>("a number");
+  expectOneJSONType<bool>("a boolean");
+  expectOneJSONType<Text>("a string");
+  expectOneJSONType<TextView>("a string");
+  expectOneJSONType<std::vector<Text>>("an array");
+  expectOneJSONType<std::vector<std::int64_t>>("an array");
+}
+
+TEST(ValueDecodingTest, scalarsAreDecoded) {
+  EXPECT_TRUE(decoded<bool>("true"));
+  EXPECT_FALSE(decoded<bool>("false"));
+  EXPECT_EQ(decoded<Text>(R"("a\u0000\/")").utf8(), (std::string{"a\0/", 3}));
+  EXPECT_EQ(decoded<Text>("\"e\u0301\"").utf8(), "e\u0301");
+  EXPECT_EQ(decoded<std::int64_t>("-0"), 0);
+  EXPECT_EQ(decoded<std::uint16_t>("40e-1"), 4);
+}
+
+TEST(ValueDecodingTest, textViewsReferToTheDocument) {
+  const ReadDocument document(R"("\/a")");
+  TextView view;
+  decode(document.value(), view);
+  EXPECT_EQ(view.view(), "/a");
+  EXPECT_EQ(view.view().data(), document.value().text().data());
+}
+
+/// `number` without its sign, plus one.
+std::string oneMore(std::string number) {
+  std::size_t position = number.size() - 1;
+  for (; number[position] == '9'; --position) {
+    number[position] = '0';
+  }
+  ++number[position];
+  return number;
+}
+
+template <class Integer>
+void expectBoundaries() {
+  using Limits = std::numeric_limits<Integer>;
+  const std::string smallest = std::to_string(Limits::min());
+  const std::string largest = std::to_string(Limits::max());
+  for (const char* const ending : {"", ".0", "e0", ".00E-0"}) {
+    SCOPED_TRACE(ending);
+    EXPECT_EQ(decoded<Integer>(smallest + ending), Limits::min());
+    EXPECT_EQ(decoded<Integer>(largest + ending), Limits::max());
+  }
+  const std::string bits = std::to_string(8 * sizeof(Integer));
+  const std::string tooLarge = "dataCorrupted @0: The number does not fit into " + bits +
+                               (Limits::is_signed ? " bits with a sign." : " bits without a sign.");
+  const std::string tooSmall = Limits::is_signed ? oneMore(smallest) : "-1";
+  EXPECT_EQ(faultIn<Integer>(tooSmall), tooLarge);
+  EXPECT_EQ(faultIn<Integer>("-18446744073709551615"), tooLarge);
+  if (oneMore(largest) != "18446744073709551616") {
+    EXPECT_EQ(faultIn<Integer>(oneMore(largest)), tooLarge);
+    EXPECT_EQ(faultIn<Integer>("18446744073709551615"), tooLarge);
+  }
+  for (const char* const number :
+       {"0.5", "-0.5", "1e-400", "1e400", "-1e400", "18446744073709551616", "-18446744073709551616",
+        "99999999999999999999", "1e999999999999"}) {
+    SCOPED_TRACE(number);
+    EXPECT_EQ(faultIn<Integer>(number), "dataCorrupted @0: The number is not whole, or too large.");
+  }
+}
+
+TEST(ValueDecodingTest, integersReachToTheBoundariesOfTheirType) {
+  expectBoundaries<std::int8_t>();
+  expectBoundaries<std::uint8_t>();
+  expectBoundaries<std::int16_t>();
+  expectBoundaries<std::uint16_t>();
+  expectBoundaries<std::int32_t>();
+  expectBoundaries<std::uint32_t>();
+  expectBoundaries<std::int64_t>();
+  expectBoundaries<std::uint64_t>();
+}
+
+TEST(ValueDecodingTest, nullStandsForAnAbsentValue) {
+  EXPECT_EQ(decoded<std::optional<bool>>("null"), std::nullopt);
+  EXPECT_EQ(decoded<std::optional<bool>>("false"), false);
+  EXPECT_EQ(decoded<std::optional<std::vector<Text>>>("null"), std::nullopt);
+  EXPECT_EQ(faultIn<std::optional<bool>>("1"),
+            "typeMismatch @0: Expected a boolean but found a number.");
+  std::optional<Text> text = "before";
+  decode(ReadDocument("null").value(), text);
+  EXPECT_EQ(text, std::nullopt);
+}
+
+TEST(ValueDecodingTest, arraysAreDecodedInOrder) {
+  EXPECT_EQ(decoded<std::vector<std::int64_t>>("[]"), (std::vector<std::int64_t>{}));
+  EXPECT_EQ(decoded<std::vector<std::int64_t>>("[3,-1, 2.0]"),
+            (std::vector<std::int64_t>{3, -1, 2}));
+  EXPECT_EQ((decoded<std::vector<std::vector<Text>>>(R"([["a"],[],["b","c"]])")),
+            (std::vector<std::vector<Text>>{{"a"}, {}, {"b", "c"}}));
+}
+
+TEST(ValueDecodingTest, anArrayTakesThePlaceOfWhatWasThere) {
+  std::vector<Text> texts = {"x", "y", "z"};
+  decode(ReadDocument(R"(["a"])").value(), texts);
+  EXPECT_EQ(texts, (std::vector<Text>{"a"}));
+}
+
+TEST(ValueDecodingTest, theCodingPathLeadsToTheElement) {
+  EXPECT_EQ(faultIn<std::vector<Text>>(R"(["a",1])"),
+            "typeMismatch 1 @5: Expected a string but found a number.");
+  EXPECT_EQ(faultIn<std::vector<Text>>(R"([null,1])"),
+            "valueNotFound 0 @1: Expected a string but found null.");
+  EXPECT_EQ(faultIn<std::vector<std::vector<std::uint16_t>>>("[[],[1,2,-1]]"),
+            "dataCorrupted 1.2 @9: The number does not fit into 16 bits without a sign.");
+  EXPECT_EQ(faultIn<std::vector<std::vector<Text>>>("[[],{}]"),
+            "typeMismatch 1 @4: Expected an array but found an object.");
+}
+
+TEST(ValueDecodingTest, elementsAreHandedOverWithTheirIndex) {
+  const ReadDocument document(R"(["a",[],2])");
+  std::vector<std::size_t> indexes;
+  decodeElements(document.value(), [&indexes](JSONValue element, std::size_t index) {
+    indexes.push_back(index * 100 + element.byteOffset());
+  });
+  EXPECT_EQ(indexes, (std::vector<std::size_t>{1, 105, 208}));
+}
+
+TEST(ValueDecodingTest, refusedDataIsToldByItsPlace) {
+  const ReadDocument document(R"({"\u0061":"\n\n"})");
+  const JSONValue value = JSONMembers(document.value()).value();
+  EXPECT_EQ(faultOf([value] { refuseData(value, "No."); }), "dataCorrupted @10: No.");
+}
+
+template <class Integer>
+std::string quoted(Integer integer) {
+  return '"' + std::to_string(integer) + '"';
+}
+
+TEST(ValueDecodingTest, answersTheInt64Cases) {
+  expectAnsweredFields<std::int64_t>("json/int64.jsonl", 30, quoted<std::int64_t>);
+}
+
+TEST(ValueDecodingTest, answersTheUInt64Cases) {
+  expectAnsweredFields<std::uint64_t>("json/uint64.jsonl", 32, quoted<std::uint64_t>);
+}
+
+TEST(ValueDecodingTest, answersTheUInt32Cases) {
+  expectAnsweredFields<std::uint32_t>("json/uint32.jsonl", 20, quoted<std::uint32_t>);
+}
+
+TEST(ValueDecodingTest, answersTheUInt16Cases) {
+  expectAnsweredFields<std::uint16_t>("json/uint16.jsonl", 20, quoted<std::uint16_t>);
+}
+
+TEST(ValueDecodingTest, answersTheBooleanCases) {
+  expectAnsweredFields<bool>("json/bool.jsonl", 28,
+                             [](bool value) { return value ? "true" : "false"; });
+}
+
+TEST(ValueDecodingTest, answersTheStringCases) {
+  expectAnsweredFields<Text>("json/string.jsonl", 24, [](const Text& text) {
+    std::string json;
+    appendJSONString(json, text);
+    return json;
+  });
+}
+
+}  // namespace
+}  // namespace velmora

@@ -29,6 +29,19 @@ struct JSONDocument {
   const JSONContainer* containers;
 };
 
+/// Where a token ends that another one follows at `nextToken`: there is nothing between the two but
+/// blanks.
+inline std::uint32_t endOfJSONToken(const char* bytes, std::uint32_t nextToken) {
+  const auto isBlank = [](char byte) {
+    return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t';
+  };
+  std::uint32_t end = nextToken;
+  while (isBlank(bytes[end - 1])) {
+    --end;
+  }
+  return end;
+}
+
 /// One value: a view of its document, cheap to copy.
 class JSONValue {
  public:
@@ -90,17 +103,8 @@ class JSONValue {
     return token_ + (isContainer() ? container().tokenCount : 1);
   }
 
-  /// Between a scalar and the next token, there is nothing but blanks.
   [[nodiscard]] std::uint32_t endOfScalar() const {
-    std::uint32_t end = token_[1];
-    while (isBlank(document_.bytes[end - 1])) {
-      --end;
-    }
-    return end;
-  }
-
-  static bool isBlank(char byte) {
-    return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t';
+    return endOfJSONToken(document_.bytes, token_[1]);
   }
 
   JSONDocument document_;

@@ -1,6 +1,5 @@
 #include "resolution/ManifestMirror.h"
 
-#include "json/JSONReader.h"
 #include "platform/FileReader.h"
 #include "platform/PathStandardizer.h"
 #include "platform/PlatformError.h"
@@ -37,7 +36,7 @@ std::optional<ManifestSummary> readManifest(const Text& path, const FileReader& 
                                             ManifestDecoder& decoder,
                                             ResolutionObserver& observer) {
   try {
-    std::string bytes = files.read(path, longestJSONDocument);
+    std::string bytes = files.read(path, longestSharedWarpManifest);
     return decoder.decodeSummary(bytes);
   } catch (const std::exception& error) {
     observer.didRefuseManifest(path, error);

@@ -30,7 +30,8 @@ enum class ManifestVerdict {
 };
 
 /// Ignores everything; who wants to know something overrides that. Each function is called at its
-/// moment, on the thread that looks the folders up, and references live for the call only.
+/// moment, on the thread that looks the folders up, and references live for the call only. What it
+/// throws passes through, and ends the look-up.
 class ResolutionObserver {
  public:
   ResolutionObserver() = default;

@@ -5,6 +5,7 @@
 #include "json/RecordDecoding.h"
 #include "platform/FileReader.h"
 #include "platform/PathStandardizer.h"
+#include "platform/PlatformError.h"
 #include "resolution/ResolutionObserver.h"
 #include "text/CanonicalTextSet.h"
 #include "text/LexicalPath.h"
@@ -18,21 +19,19 @@ namespace velmora {
 
 namespace {
 
-/// The application writes a marker of some hundred bytes.
-constexpr std::size_t longestMarker = std::size_t{16} << 20;
-
 std::vector<VelmoraWarpSharedDestroyedManifestRecord> tombstones(const Text& sharedWarpRoot,
                                                                  const FileReader& files,
                                                                  const PathStandardizer& paths,
                                                                  ResolutionObserver& observer) {
+  std::vector<VelmoraWarpSharedDestroyedManifestRecord> records;
   try {
-    auto records = loadDestroyedManifestRecords(sharedWarpRoot, files, paths);
-    observer.didLoadTombstones(records.size());
-    return records;
+    records = loadDestroyedManifestRecords(sharedWarpRoot, files, paths);
   } catch (const std::exception& error) {
     observer.didFailToLoadTombstones(error);
     return {};
   }
+  observer.didLoadTombstones(records.size());
+  return records;
 }
 
 /// Judges one manifest after the other.
@@ -41,6 +40,8 @@ class ManifestJudge {
   ManifestJudge(std::vector<VelmoraWarpSharedDestroyedManifestRecord> tombstones,
                 const FileReader& files, ResolutionObserver& observer)
       : tombstones_(std::move(tombstones)), files_(files), observer_(observer) {
+    destroyedWarpIDs_.reserve(tombstones_.size());
+    destroyedManifestKeys_.reserve(tombstones_.size());
     for (const VelmoraWarpSharedDestroyedManifestRecord& tombstone : tombstones_) {
       destroyedWarpIDs_.insert(tombstone.warpID);
       destroyedManifestKeys_.insert(tombstone.manifestKey);
@@ -48,16 +49,18 @@ class ManifestJudge {
   }
 
   bool confirms(const MirroredManifest& mirrored) {
+    ManifestVerdict verdict = ManifestVerdict::confirmed;
     try {
-      const ManifestVerdict verdict = verdictOn(mirrored.manifest);
-      observer_.didJudgeManifest(mirrored, verdict, nullptr);
-      return verdict == ManifestVerdict::confirmed;
+      verdict = verdictOn(mirrored.manifest);
     } catch (const DecodingError& error) {
       observer_.didJudgeManifest(mirrored, ManifestVerdict::malformedMarker, &error);
-    } catch (const std::exception& error) {
+      return false;
+    } catch (const PlatformError& error) {
       observer_.didJudgeManifest(mirrored, ManifestVerdict::unreadableMarker, &error);
+      return false;
     }
-    return false;
+    observer_.didJudgeManifest(mirrored, verdict, nullptr);
+    return verdict == ManifestVerdict::confirmed;
   }
 
  private:
@@ -72,7 +75,7 @@ class ManifestJudge {
     if (!files_.exists(path)) {
       return ManifestVerdict::noMarker;
     }
-    std::string bytes = files_.read(path, longestMarker);
+    std::string bytes = files_.read(path, longestWarpMarker);
     return decodeWarpMarker(bytes, reader_).warpID == manifest.warpID
                ? ManifestVerdict::confirmed
                : ManifestVerdict::markerOfAnotherWarp;

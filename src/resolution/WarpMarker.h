@@ -6,6 +6,7 @@
 #include "resolution/ManifestMirror.h"
 #include "text/Text.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -20,6 +21,9 @@ class ResolutionObserver;
 
 /// The name of the marker, directly inside the warped folder.
 inline constexpr std::string_view warpMarkerFileName = ".velmora-warped.json";
+
+/// A longer marker is not read. (The application writes one of some hundred bytes.)
+inline constexpr std::size_t longestWarpMarker = std::size_t{16} << 20;
 
 /// What is read of a marker; the application may write more.
 struct WarpMarker {
@@ -45,7 +49,8 @@ struct RecordFields<WarpMarker> {
 ///
 /// Never fails outward: an index of destroyed manifests that cannot be read or breaks a rule
 /// counts as if there were none, and a manifest whose marker cannot be read is left out; `observer`
-/// hears of it. Takes no lock; the files may change meanwhile. Any thread.
+/// hears of it. Throws only when memory runs out over a marker: a warped folder must not be taken
+/// for an ordinary one then. Takes no lock; the files may change meanwhile. Any thread.
 [[nodiscard]] std::vector<MirroredManifest> confirmedWarpManifests(
     std::vector<MirroredManifest> manifests, const Text& sharedWarpRoot, const FileReader& files,
     const PathStandardizer& paths, ResolutionObserver& observer);

@@ -181,8 +181,6 @@ bool haveEqualCanonicalForms(std::string_view a, std::string_view b) {
   return canonicalForm(a, storageOfA) == canonicalForm(b, storageOfB);
 }
 
-bool isASCIIText(std::string_view text) { return asciiPrefixLength(text) == text.size(); }
-
 }  // namespace
 
 bool canonicallyEqual(std::string_view a, std::string_view b) {

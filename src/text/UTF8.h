@@ -32,6 +32,10 @@ struct CodePoint {
 /// How many bytes at the beginning of `text` are ASCII.
 [[nodiscard]] std::size_t asciiPrefixLength(std::string_view text);
 
+[[nodiscard]] inline bool isASCIIText(std::string_view text) {
+  return asciiPrefixLength(text) == text.size();
+}
+
 /// How many bytes at the beginning of `a` and `b` are the same.
 [[nodiscard]] std::size_t commonPrefixLength(std::string_view a, std::string_view b);
 

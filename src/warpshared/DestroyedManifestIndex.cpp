@@ -16,13 +16,6 @@
 
 namespace velmora {
 
-namespace {
-
-/// A megabyte holds the tombstones of some thousand folders.
-constexpr std::size_t longestIndex = std::size_t{256} << 20;
-
-}  // namespace
-
 VelmoraWarpSharedDestroyedManifestIndex decodeDestroyedManifestIndex(std::string& bytes) {
   JSONReader documents;
   VelmoraWarpSharedDestroyedManifestIndex index;
@@ -61,7 +54,7 @@ std::vector<VelmoraWarpSharedDestroyedManifestRecord> loadDestroyedManifestRecor
   if (!files.exists(path)) {
     return {};
   }
-  std::string bytes = files.read(path, longestIndex);
+  std::string bytes = files.read(path, longestDestroyedManifestIndex);
   VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
   validateDestroyedManifestIndex(index);
   return std::move(index.records);

@@ -2,10 +2,12 @@
 // about from a Warp that no longer exists.
 #pragma once
 
+#include "json/JSONValue.h"
 #include "json/RecordFields.h"
 #include "text/Text.h"
 #include "warpshared/Date.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -22,6 +24,9 @@ inline constexpr std::int64_t destroyedManifestIndexVersion = 1;
 
 /// The name of the index below the shared Warp root.
 inline constexpr std::string_view destroyedManifestIndexFileName = "destroyed-manifest-index.json";
+
+/// A longer index is not read. (A megabyte holds the tombstones of some thousand folders.)
+inline constexpr std::size_t longestDestroyedManifestIndex = std::size_t{256} << 20;
 
 struct VelmoraWarpSharedDestroyedManifestRecord {
   Text warpID;
@@ -60,6 +65,9 @@ struct RecordFields<VelmoraWarpSharedDestroyedManifestIndex> {
       RecordField{"records", &Index::records},
   };
 };
+
+/// An index is read as a whole document only, so that its version is looked at.
+void decode(JSONValue value, VelmoraWarpSharedDestroyedManifestIndex& index) = delete;
 
 /// Reads an index from JSON. The first fault in the order of the fields raises a DecodingError;
 /// another version is refused before anything else is read. `bytes` are scratch afterwards. The

@@ -1,10 +1,9 @@
-#include "warpshared/EntryDecoding.h"
-
 #include "json/RecordDecoding.h"
 #include "text/CanonicalTextSet.h"
 #include "warpshared/EncodedValues.h"
 #include "warpshared/PathPredicates.h"
 #include "warpshared/RecordValues.h"
+#include "warpshared/VelmoraWarpSharedManifest.h"
 
 #include <algorithm>
 #include <concepts>
@@ -31,10 +30,19 @@ bool hasAllMetadata(const EntryView& entry) {
          entry.hasExtendedAttributesMetadata && entry.hasACLMetadata;
 }
 
+/// Files have a handful of attributes with short names: comparing each with each is quicker than a
+/// set then.
+bool areFewAndShort(const std::vector<AttributeView>& attributes) {
+  constexpr std::size_t fewAttributes = 16;
+  constexpr std::size_t shortLength = 255;
+  return attributes.size() <= fewAttributes &&
+         std::ranges::all_of(attributes, [](const AttributeView& attribute) {
+           return attribute.name.view().size() <= shortLength;
+         });
+}
+
 bool hasEqualNames(const std::vector<AttributeView>& attributes) {
-  // Files have a handful of attributes: comparing each with each is quicker than a set.
-  constexpr std::size_t handful = 16;
-  if (attributes.size() <= handful) {
+  if (areFewAndShort(attributes)) {
     for (auto attribute = attributes.begin(); attribute != attributes.end(); ++attribute) {
       if (std::find_if(attributes.begin(), attribute, [&](const AttributeView& earlier) {
             return earlier.name == attribute->name;

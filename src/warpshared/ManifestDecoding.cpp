@@ -2,7 +2,6 @@
 
 #include "json/RecordDecoding.h"
 #include "text/Characters.h"
-#include "warpshared/EntryDecoding.h"
 #include "warpshared/PathPredicates.h"
 #include "warpshared/RecordValues.h"
 
@@ -50,7 +49,6 @@ bool areDatesFinite(const VelmoraWarpSharedManifest& manifest) {
 
 }  // namespace
 
-/// Reads the manifest of `bytes` but for its entries, each of which it hands to `useEntry`.
 VelmoraWarpSharedManifest ManifestDecoder::decodeDocument(
     std::string& bytes, const std::function<void(const EntryView&)>& useEntry) {
   const JSONValue document = reader_.read(bytes);
@@ -65,7 +63,10 @@ VelmoraWarpSharedManifest ManifestDecoder::decodeDocument(
     reader.refuse<"originalFolderPath">(
         "Shared Warp identity, object key, or original path is unsafe.");
   }
-  reader.read<"displayName", "rootMetadata">();
+  reader.read<"displayName", "failureDescription">();
+  reader.readBy<"verificationSampleAbsolutePaths">(
+      [&](JSONValue samples) { velmora::decode(samples, samples_); });
+  reader.read<"rootMetadata">();
   const OriginalFolder folder(manifest.originalFolderPath);
   bool areEntriesConsistent = true;
   entryPaths_.clear();
@@ -73,8 +74,9 @@ VelmoraWarpSharedManifest ManifestDecoder::decodeDocument(
   reader.readBy<"entries">([&](JSONValue entries) {
     decodeElements(entries, [&](JSONValue value, std::size_t) {
       velmora::decode(value, entry_);
-      areEntriesConsistent &=
-          entryPaths_.insert(entry_.relativePath) && folder.owns(entry_.relativePath);
+      // Not asked again once it is known: a foreign path may take as long as the folder's is.
+      areEntriesConsistent = areEntriesConsistent && entryPaths_.insert(entry_.relativePath) &&
+                             folder.owns(entry_.relativePath);
       if (entry_.hardLinkPrimaryPath.has_value()) {
         hardLinks_.push_back(
             {.path = entry_.relativePath, .primaryPath = *entry_.hardLinkPrimaryPath});
@@ -83,12 +85,12 @@ VelmoraWarpSharedManifest ManifestDecoder::decodeDocument(
     });
   });
   samplePaths_.clear();
-  const auto isSampleConsistent = [&](const Text& path) {
+  const auto isSampleConsistent = [&](TextView path) {
     return samplePaths_.insert(path) && isCanonicalAbsolutePath(path) && folder.owns(path);
   };
   if (!areDatesFinite(manifest) ||
       manifest.rootMetadata.relativePath != manifest.originalFolderPath || !areEntriesConsistent ||
-      !std::ranges::all_of(manifest.verificationSampleRelativePaths, isSampleConsistent)) {
+      !std::ranges::all_of(samples_, isSampleConsistent)) {
     reader.refuse<"entries">(
         "Shared Warp manifest dates or original-path ownership are inconsistent.");
   }
@@ -105,6 +107,7 @@ VelmoraWarpSharedManifest ManifestDecoder::decode(std::string& bytes) {
   std::vector<VelmoraWarpSharedEntry> entries;
   VelmoraWarpSharedManifest manifest = decodeDocument(
       bytes, [&entries](const EntryView& entry) { entries.push_back(ownedEntry(entry)); });
+  manifest.verificationSampleRelativePaths = std::vector<Text>(samples_.begin(), samples_.end());
   manifest.entries = std::move(entries);
   return manifest;
 }
@@ -119,7 +122,7 @@ ManifestSummary ManifestDecoder::decodeSummary(std::string& bytes) {
           .createdAt = manifest.createdAt,
           .status = manifest.status,
           .entryCount = entryCount,
-          .sampleCount = manifest.verificationSampleRelativePaths.size()};
+          .sampleCount = samples_.size()};
 }
 
 }  // namespace velmora

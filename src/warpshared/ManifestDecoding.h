@@ -18,6 +18,9 @@ namespace velmora {
 /// The one format version that is read.
 inline constexpr std::int64_t sharedWarpManifestVersion = 4;
 
+/// A longer manifest is not read. (A gigabyte holds a million entries.)
+inline constexpr std::size_t longestSharedWarpManifest = longestJSONDocument;
+
 /// What is needed of a manifest to tell which folder it says is warped.
 struct ManifestSummary {
   Text warpID;
@@ -52,12 +55,14 @@ class ManifestDecoder {
     TextView primaryPath;
   };
 
-  /// Reads all but the entries, and hands each of them to `useEntry`.
+  /// Reads all but the entries, each of which it hands to `useEntry`, and the samples, which it
+  /// leaves in `samples_`.
   VelmoraWarpSharedManifest decodeDocument(std::string& bytes,
                                            const std::function<void(const EntryView&)>& useEntry);
 
   JSONReader reader_;
   EntryView entry_;
+  std::vector<TextView> samples_;
   CanonicalTextSet entryPaths_;
   CanonicalTextSet samplePaths_;
   std::vector<HardLink> hardLinks_;

@@ -107,8 +107,6 @@ bool beginsWithName(std::string_view text) {
   return PaddedEnd(text.substr(0, lookAhead)).beginsWithName();
 }
 
-bool isASCIIText(std::string_view text) { return asciiPrefixLength(text) == text.size(); }
-
 bool isName(std::string_view component) {
   return !component.empty() && component != "." && component != "..";
 }

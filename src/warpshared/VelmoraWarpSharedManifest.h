@@ -7,6 +7,7 @@
 // entries that come from JSON have passed every check (ManifestDecoding.h).
 #pragma once
 
+#include "json/JSONValue.h"
 #include "json/RecordFields.h"
 #include "text/Text.h"
 #include "warpshared/Date.h"
@@ -129,6 +130,21 @@ struct VelmoraWarpSharedManifest {
 
   bool operator==(const VelmoraWarpSharedManifest&) const = default;
 };
+
+/// Reads `value` into `entry`, which refers to the document then, in the memory of the entry that
+/// was there before. The fields are read in their order; a path or a size that is not allowed is
+/// refused at once, all else when every field is read. Each fault is a DecodingError: dataCorrupted
+/// at the key concerned, or what reading the field raised. `entry` is worth nothing then.
+void decode(JSONValue value, WarpSharedEntry<TextView>& entry);
+
+/// As above, into an entry of its own.
+void decode(JSONValue value, VelmoraWarpSharedEntry& entry);
+
+/// A manifest is read by a ManifestDecoder only, so that no check is left out.
+void decode(JSONValue value, VelmoraWarpSharedManifest& manifest) = delete;
+
+/// A copy that owns its texts.
+[[nodiscard]] VelmoraWarpSharedEntry ownedEntry(const WarpSharedEntry<TextView>& entry);
 
 /// The manifest as JSON, without blanks; it decodes to an equal value. Dates are as
 /// internetDateTime (Date.h) wants them.

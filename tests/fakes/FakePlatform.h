@@ -88,6 +88,7 @@ class FakeFileSystem final : public FileReader, public FileWriter {
   std::function<void()> createDirectoriesFailure;
   std::function<void()> writeFailure;
   std::function<void()> entryNamesFailure;
+  std::function<void()> readFailure;
 
   bool exists(std::string_view path) const override {
     return directories.contains(path) || files.contains(path);
@@ -96,6 +97,9 @@ class FakeFileSystem final : public FileReader, public FileWriter {
   bool isDirectory(std::string_view path) const override { return directories.contains(path); }
 
   std::string read(std::string_view path, std::size_t maximumLength) const override {
+    if (readFailure) {
+      readFailure();
+    }
     if (directories.contains(path)) {
       throw posixError(EISDIR);
     }

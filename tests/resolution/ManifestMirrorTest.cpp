@@ -145,6 +145,13 @@ TEST_F(Mirror, isReadAfresh) {
   EXPECT_EQ(read().size(), 1);
 }
 
+TEST_F(Mirror, leavesOutWhatDoesNotFitIntoMemory) {
+  add("a.json", manifestOf("/a", "warp"));
+  fake.fileSystem.readFailure = throwing(std::bad_alloc());
+  EXPECT_TRUE(read().empty());
+  EXPECT_EQ(observer.refusals.size(), 1);
+}
+
 TEST_F(Mirror, isNotTakenForEmptyWhenMemoryRunsOut) {
   fake.fileSystem.entryNamesFailure = throwing(std::bad_alloc());
   EXPECT_THROW(static_cast<void>(read()), std::bad_alloc);

@@ -8,7 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <exception>
 #include <map>
+#include <new>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -73,6 +76,33 @@ TEST_F(Markers, thatCannotBeReadConfirmNothing) {
   EXPECT_TRUE(confirmed().empty());
   EXPECT_EQ(observer.verdicts.at("/mirror/W.json"), ManifestVerdict::unreadableMarker);
   EXPECT_EQ(observer.markerErrors.at("/mirror/W.json"), "Is a directory");
+}
+
+TEST_F(Markers, areNotTakenForMissingWhenMemoryRunsOut) {
+  mark(fake, "/a", "W");
+  fake.fileSystem.readFailure = throwing(std::bad_alloc());
+  EXPECT_THROW(static_cast<void>(confirmed()), std::bad_alloc);
+}
+
+/// Wants no more after the first verdict, and keeps it.
+class ThrowingObserver final : public ResolutionObserver {
+ public:
+  std::vector<ManifestVerdict> verdicts;
+
+  void didJudgeManifest(const MirroredManifest&, ManifestVerdict verdict,
+                        const std::exception*) override {
+    verdicts.push_back(verdict);
+    throw std::runtime_error("enough");
+  }
+};
+
+TEST_F(Markers, getOneVerdictFromAnObserverThatThrows) {
+  mark(fake, "/a", "W");
+  ThrowingObserver impatient;
+  EXPECT_THROW(static_cast<void>(confirmedWarpManifests(manifests, recordedWarpRoot,
+                                                        fake.fileSystem, fake.paths, impatient)),
+               std::runtime_error);
+  EXPECT_EQ(impatient.verdicts, std::vector<ManifestVerdict>{ManifestVerdict::confirmed});
 }
 
 TEST_F(Markers, keepTheOrderOfTheManifests) {

@@ -1,7 +1,7 @@
 #include "json/JSONReader.h"
 #include "tests/RowName.h"
 #include "tests/warpshared/SharedWarpDocuments.h"
-#include "warpshared/EntryDecoding.h"
+#include "warpshared/VelmoraWarpSharedManifest.h"
 
 #include <gtest/gtest.h>
 
@@ -225,6 +225,11 @@ const std::vector<EntryCase> entryCases = {
     {"attributesThatDifferInCase", attributes({{"a", ""}, {"A", ""}})},
     {"manyAttributes", attributes(manyAttributes("another"))},
     {"attributeTwiceAmongMany", attributes(manyAttributes("attribute 7")), incomplete},
+    {"attributeTwiceWithALongName",
+     attributes({{std::string(300, 'x') + "\u00e9", ""}, {std::string(300, 'x') + "e\u0301", ""}}),
+     incomplete},
+    {"attributesWithLongNames",
+     attributes({{std::string(300, 'x') + "a", ""}, {std::string(300, 'x') + "b", ""}})},
     {"attributeWithoutName", attributes({{"", ""}}), incomplete},
     {"attributeWithNUL", attributes({{"a\\u0000", ""}}), incomplete},
     {"valueOfOneByte", attributes({{"a", "QQ=="}})},

@@ -341,6 +341,27 @@ TEST(ManifestDecoding, tellsWhereTheFaultIs) {
   }
 }
 
+// In time that grows with the square of the length, this one would not end.
+TEST(ManifestDecoding, endsSoonWhenManyPathsLieBesideALongFolder) {
+  constexpr int count = 2000;
+  std::string folder = "/e";
+  for (int mark = 0; mark < count * 250; ++mark) {
+    folder += "\u0301";
+  }
+  JSONTree document = manifestDocument();
+  moving(folder, "/\u00e9")(document);
+  document["verificationSampleAbsolutePaths"] = "[]";
+  const JSONTree entry = document["entries"][0];
+  for (int number = 0; number < count; ++number) {
+    JSONTree another = entry;
+    another["absolutePath"] = "\"/\u00e9" + std::to_string(number) + '"';
+    document["entries"].elements().push_back(std::move(another));
+  }
+  std::string bytes = document.text();
+  EXPECT_EQ(verdictOf([&] { static_cast<void>(ManifestDecoder().decodeSummary(bytes)); }),
+            inconsistent);
+}
+
 TEST(ManifestDecoding, takesManyEntries) {
   JSONTree document = manifestDocument();
   document["entries"].elements().clear();

@@ -79,10 +79,6 @@ std::optional<Text> identifierOf(const RawOptions& options) {
   return options.hasIdentifier ? std::optional<Text>(options.bundleIdentifier) : std::nullopt;
 }
 
-bool isOption(const std::string& argument) {
-  return argument.size() > 1 && argument.front() == '-';
-}
-
 std::optional<UsageError> faultOf(const CommandLine& line, const CLI::App& app,
                                   const RawOptions& options,
                                   const std::vector<std::string>& extras) {
@@ -118,17 +114,6 @@ bool lacksIdentifier(const std::vector<std::string>& arguments) {
          isOption(*std::next(option));
 }
 
-/// What the user gave may hold anything, and ends up in a message of one line.
-UsageError inOneLine(UsageError error) {
-  std::ranges::replace_if(
-      error.message,
-      [](char character) {
-        return static_cast<unsigned char>(character) < ' ' || character == '\x7F';
-      },
-      '?');
-  return error;
-}
-
 }  // namespace
 
 std::variant<CommandLine, RequestedText, UsageError> parseCommandLine(
@@ -151,7 +136,7 @@ std::variant<CommandLine, RequestedText, UsageError> parseCommandLine(
   } catch (const CLI::CallForVersion&) {
     return RequestedText{app.version() + "\n"};
   } catch (const CLI::ParseError& error) {
-    return inOneLine({error.what()});
+    return usageErrorInOneLine(error.what());
   }
   options.hasIdentifier = hasEmptyIdentifier || app.count("--bundle-identifier") > 0;
   const std::vector<std::string> extras = app.remaining();
@@ -166,7 +151,7 @@ std::variant<CommandLine, RequestedText, UsageError> parseCommandLine(
     line.operands.insert(line.operands.end(), std::next(separator), arguments.end());
   }
   if (std::optional<UsageError> fault = faultOf(line, app, options, extras)) {
-    return inOneLine(*std::move(fault));
+    return usageErrorInOneLine(std::move(fault->message));
   }
   return line;
 }

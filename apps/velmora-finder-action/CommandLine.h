@@ -1,6 +1,7 @@
 // What the user of the program may say, and what is wrong with what was said.
 #pragma once
 
+#include "common/UsageError.h"
 #include "text/Text.h"
 
 #include <optional>
@@ -22,16 +23,6 @@ struct CommandLine {
   bool readsStandardInput = false;
   /// The operands as they stand: paths and file URLs, in order.
   std::vector<std::string> operands = {};
-};
-
-/// A text that the user asked for instead of an action.
-struct RequestedText {
-  std::string text;
-};
-
-/// A command line that says nothing the program understands; one line, without a newline.
-struct UsageError {
-  std::string message;
 };
 
 /// Reads the arguments that follow the program's name. What follows "--" is an operand, whatever

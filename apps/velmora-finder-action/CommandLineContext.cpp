@@ -1,6 +1,6 @@
 #include "CommandLineContext.h"
 
-#include "SelectedItems.h"
+#include "common/SelectedItems.h"
 
 #include <new>
 #include <utility>

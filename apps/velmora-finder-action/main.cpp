@@ -2,17 +2,12 @@
 
 #include "CommandLine.h"
 #include "Program.h"
-#include "SelectedItems.h"
+#include "common/SelectedItems.h"
+#include "common/StandardStreams.h"
 #include "platform/PlatformError.h"
 #include "platform/linux/Environment.h"
-#include "platform/posix/SystemCalls.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <csignal>
-#include <cstddef>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -23,45 +18,15 @@ namespace {
 
 using velmora::ExitStatus;
 
-/// A file opened under the number of a missing standard stream would receive what is written there.
-void openMissingStandardStreams() {
-  while (true) {
-    const int descriptor = ::open("/dev/null", O_RDWR);
-    if (descriptor < 0) {
-      return;
-    }
-    if (descriptor > STDERR_FILENO) {
-      ::close(descriptor);
-      return;
-    }
-  }
-}
-
 ExitStatus refuse(const std::string& message) {
   std::cerr << "velmora-finder-action: " << message << std::endl;
   return ExitStatus::usageError;
 }
 
-std::string standardInput() {
-  std::string bytes;
-  char piece[16 * 1024];
-  while (true) {
-    const ssize_t count =
-        velmora::retryingInterrupted([&] { return ::read(STDIN_FILENO, piece, sizeof piece); });
-    if (count < 0) {
-      throw velmora::posixError(errno);
-    }
-    if (count == 0) {
-      return bytes;
-    }
-    bytes.append(piece, static_cast<std::size_t>(count));
-  }
-}
-
 ExitStatus run(velmora::CommandLine commandLine, const velmora::Environment& environment) {
   if (commandLine.readsStandardInput) {
     try {
-      commandLine.operands = velmora::splitAtNUL(standardInput());
+      commandLine.operands = velmora::splitAtNUL(velmora::readStandardInput());
     } catch (const velmora::PlatformError& error) {
       // A part of a selection must not be taken for all of it.
       return refuse(std::string("cannot read standard input: ") + error.what());
@@ -87,7 +52,7 @@ struct Answer {
 }  // namespace
 
 int main(int argc, char** argv) {
-  openMissingStandardStreams();
+  velmora::openMissingStandardStreams();
   // A reader of our messages that has gone must not take the request with it.
   std::signal(SIGPIPE, SIG_IGN);
   // A limit on the size of files fails the write (EFBIG), and is told like any other failure.

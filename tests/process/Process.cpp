@@ -85,6 +85,17 @@ Connection terminal() {
   return {std::move(master), std::move(slave)};
 }
 
+Connection outputConnection(StandardOutput kind) {
+  if (kind == StandardOutput::terminal) {
+    return terminal();
+  }
+  Connection pipe = outputPipe();
+  if (kind == StandardOutput::brokenPipe) {
+    pipe.ours = FileDescriptor::adopt(-1);
+  }
+  return pipe;
+}
+
 class SpawnActions {
  public:
   SpawnActions() { posix_spawn_file_actions_init(&actions_); }
@@ -270,7 +281,7 @@ Outcome run(const Command& command) {
   // A program may end before it has read all of its input.
   std::signal(SIGPIPE, SIG_IGN);
   Connection input = command.input ? inputPipe() : emptyInput();
-  Connection output = outputPipe();
+  Connection output = outputConnection(command.standardOutput);
   Connection error = command.standardError == StandardError::terminal ? terminal() : outputPipe();
   SpawnActions actions;
   actions.give(input.theirs, STDIN_FILENO);
@@ -282,7 +293,8 @@ Outcome run(const Command& command) {
     connection->theirs = FileDescriptor::adopt(-1);
   }
   Feeder feeder{std::move(input.ours), command.input ? *command.input : std::string_view()};
-  Collector outputCollector{std::move(output.ours), {}};
+  const bool hasReader = output.ours.isOpen();
+  Collector outputCollector{std::move(output.ours), {}, !hasReader};
   Collector errorCollector{std::move(error.ours), {}};
   serveUntilEnd(outcome.process, feeder, outputCollector, errorCollector);
   const int status = awaitEnd(outcome.process);

@@ -30,6 +30,13 @@ Environment helperEnvironment();
 
 enum class StandardError { pipe, terminal };
 
+enum class StandardOutput {
+  pipe,
+  terminal,
+  /// A pipe that its reader has closed.
+  brokenPipe,
+};
+
 struct Command {
   /// The program first. Without a slash it is looked up on the path.
   std::vector<std::string> arguments;
@@ -38,6 +45,7 @@ struct Command {
   std::optional<std::string> input;
   std::string workingDirectory = "/";
   StandardError standardError = StandardError::pipe;
+  StandardOutput standardOutput = StandardOutput::pipe;
 };
 
 /// How a program ended.

@@ -1,4 +1,4 @@
-#include "SelectedItems.h"
+#include "common/SelectedItems.h"
 
 #include "platform/PathStandardizer.h"
 

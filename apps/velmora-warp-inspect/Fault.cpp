@@ -1,0 +1,118 @@
+#include "Fault.h"
+
+#include "DisplayText.h"
+#include "JSONObject.h"
+#include "json/JSONReader.h"
+#include "platform/FileReader.h"
+#include "platform/PlatformError.h"
+
+#include <algorithm>
+#include <new>
+#include <variant>
+
+namespace velmora::inspect {
+
+namespace {
+
+bool isCorruptFileError(const PlatformError& error) {
+  return error.domain() == cocoaErrorDomain && error.code() == fileReadCorruptFileErrorCode;
+}
+
+std::string pathJSON(const std::vector<CodingKey>& codingPath) {
+  std::vector<std::string> elements;
+  for (const CodingKey& key : codingPath) {
+    const auto* const name = std::get_if<std::string>(&key);
+    elements.push_back(name != nullptr ? jsonString(*name)
+                                       : std::to_string(std::get<std::size_t>(key)));
+  }
+  return jsonArray(elements);
+}
+
+/// entries[0].size
+std::string pathText(const std::vector<CodingKey>& codingPath) {
+  std::string text;
+  for (const CodingKey& key : codingPath) {
+    if (const auto* const name = std::get_if<std::string>(&key)) {
+      text.append(text.empty() ? "" : ".").append(displayText(*name));
+    } else {
+      text.append("[").append(std::to_string(std::get<std::size_t>(key))).append("]");
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+Fault faultOf(const std::exception& error) {
+  if (const auto* const decoding = dynamic_cast<const DecodingError*>(&error)) {
+    return {.kind = std::string(name(decoding->kind())),
+            .codingPath = decoding->codingPath(),
+            .message = decoding->what(),
+            .byteOffset = decoding->byteOffset(),
+            .place = std::nullopt};
+  }
+  const auto* const platform = dynamic_cast<const PlatformError*>(&error);
+  const bool isCorrupt = platform != nullptr && isCorruptFileError(*platform);
+  const bool isOutOfMemory = dynamic_cast<const std::bad_alloc*>(&error) != nullptr;
+  return {.kind = isCorrupt ? "corruptFile" : "unreadable",
+          .codingPath = std::nullopt,
+          .message = isOutOfMemory ? "Cannot allocate memory" : error.what(),
+          .byteOffset = std::nullopt,
+          .place = std::nullopt};
+}
+
+std::optional<Place> placeOf(std::size_t byteOffset, std::string_view bytes) {
+  if (byteOffset > bytes.size()) {
+    return std::nullopt;
+  }
+  const std::string_view before = bytes.substr(0, byteOffset);
+  const std::size_t lineStart = before.rfind('\n') + 1;
+  return Place{.line = static_cast<std::size_t>(std::ranges::count(before, '\n')) + 1,
+               .column = byteOffset - lineStart + 1};
+}
+
+Fault faultInFile(const std::exception& error, std::string_view path, const FileReader& files) {
+  Fault fault = faultOf(error);
+  if (fault.byteOffset.has_value()) {
+    try {
+      fault.place = placeOf(*fault.byteOffset, files.read(path, longestJSONDocument));
+    } catch (const std::exception&) {
+      // The file has gone meanwhile, or memory has; the offset is told all the same.
+    }
+  }
+  return fault;
+}
+
+std::string toJSON(const Fault& fault) {
+  JSONObject object;
+  object.addText("kind", fault.kind);
+  if (fault.codingPath.has_value()) {
+    object.addJSON("codingPath", pathJSON(*fault.codingPath));
+  }
+  object.addText("message", fault.message);
+  if (fault.byteOffset.has_value()) {
+    object.addNumber("byteOffset", *fault.byteOffset);
+  }
+  if (fault.place.has_value()) {
+    object.addNumber("line", fault.place->line);
+    object.addNumber("column", fault.place->column);
+  }
+  return object.json();
+}
+
+std::string toText(const Fault& fault) {
+  std::string text;
+  if (fault.place.has_value()) {
+    text.append("line ").append(std::to_string(fault.place->line));
+    text.append(", column ").append(std::to_string(fault.place->column)).append(": ");
+  } else if (fault.byteOffset.has_value()) {
+    text.append("byte ").append(std::to_string(*fault.byteOffset)).append(": ");
+  }
+  text.append(fault.kind);
+  if (fault.codingPath.has_value() && !fault.codingPath->empty()) {
+    text.append(" at ").append(pathText(*fault.codingPath));
+  }
+  return text.append(": ").append(displayText(fault.message));
+}
+
+}  // namespace velmora::inspect

@@ -1,0 +1,123 @@
+#include "FileCheck.h"
+
+#include "DisplayText.h"
+#include "JSONObject.h"
+#include "ManifestReport.h"
+#include "platform/FileReader.h"
+#include "warpshared/DestroyedManifestIndex.h"
+
+#include <exception>
+#include <filesystem>
+#include <system_error>
+
+namespace velmora::inspect {
+
+namespace {
+
+constexpr std::size_t verdictWidth = 9;
+constexpr std::size_t kindWidth = 10;
+
+/// Below the working directory as it stands: without what ".." would make of symbolic links.
+std::string absolutePath(const std::string& file) {
+  std::error_code error;
+  const std::filesystem::path path = std::filesystem::absolute(file, error);
+  // Nothing is there then, and whoever tries to read it is told so.
+  return error ? file : path.native();
+}
+
+struct ContentJSON {
+  JSONObject& object;
+
+  void operator()(const ManifestSummary& manifest) const {
+    object.addJSON("manifest", toJSON(manifest));
+  }
+  void operator()(const IndexSummary& index) const {
+    JSONObject inner;
+    inner.addNumber("records", index.recordCount);
+    object.addJSON("index", inner.json());
+  }
+  void operator()(const WarpMarker& marker) const {
+    JSONObject inner;
+    inner.addText("warpID", marker.warpID);
+    object.addJSON("marker", inner.json());
+  }
+  void operator()(const Fault& fault) const { object.addJSON("error", toJSON(fault)); }
+};
+
+struct ContentText {
+  std::string operator()(const ManifestSummary& manifest) const {
+    return internetDateTime(manifest.createdAt)
+        .append("  ")
+        .append(displayText(manifest.originalFolderPath))
+        .append("\n")
+        .append(verdictWidth, ' ')
+        .append(toText(manifest));
+  }
+  std::string operator()(const IndexSummary& index) const {
+    return counted(index.recordCount, "record", "records");
+  }
+  std::string operator()(const WarpMarker& marker) const {
+    return "Warp " + displayText(marker.warpID);
+  }
+  std::string operator()(const Fault& fault) const { return toText(fault); }
+};
+
+std::size_t longestLength(FileKind kind) {
+  switch (kind) {
+    case FileKind::manifest:
+      return longestSharedWarpManifest;
+    case FileKind::index:
+      return longestDestroyedManifestIndex;
+    case FileKind::marker:
+      break;
+  }
+  return longestWarpMarker;
+}
+
+}  // namespace
+
+CheckedFile FileChecker::check(const std::string& file, std::optional<FileKind> kind) {
+  const FileKind wanted = kind.value_or(fileKindOf(file));
+  return {.file = file, .kind = wanted, .content = contentOf(absolutePath(file), wanted)};
+}
+
+std::variant<ManifestSummary, IndexSummary, WarpMarker, Fault> FileChecker::contentOf(
+    const std::string& path, FileKind kind) {
+  try {
+    std::string bytes = files_.read(path, longestLength(kind));
+    switch (kind) {
+      case FileKind::marker:
+        return decodeWarpMarker(bytes, markers_);
+      case FileKind::index: {
+        const VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
+        validateDestroyedManifestIndex(index);
+        return IndexSummary{.recordCount = index.records.size()};
+      }
+      case FileKind::manifest:
+        break;
+    }
+    return manifests_.decodeSummary(bytes);
+  } catch (const std::exception& error) {
+    return faultInFile(error, path, files_);
+  }
+}
+
+std::string toJSON(const CheckedFile& checked) {
+  JSONObject object;
+  object.addText("file", checked.file);
+  object.addText("kind", name(checked.kind));
+  object.addFlag("valid", checked.isValid());
+  std::visit(ContentJSON{object}, checked.content);
+  return object.json();
+}
+
+std::string toText(const CheckedFile& checked, const Style& style) {
+  std::string text = checked.isValid() ? style.word("valid", Tone::good, verdictWidth)
+                                       : style.word("invalid", Tone::bad, verdictWidth);
+  const std::string_view kind = name(checked.kind);
+  text.append(kind).append(kindWidth - kind.size(), ' ').append(displayText(checked.file));
+  text.append("\n").append(verdictWidth, ' ').append(std::visit(ContentText{}, checked.content));
+  return text + "\n";
+}
+
+}  // namespace velmora::inspect

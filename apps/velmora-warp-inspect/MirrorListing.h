@@ -1,0 +1,25 @@
+// The manifests of the mirror, as they are told.
+#pragma once
+
+#include "ResolutionRecorder.h"
+#include "Style.h"
+#include "resolution/ResolutionObserver.h"
+
+#include <functional>
+#include <string_view>
+
+namespace velmora::inspect {
+
+/// "confirmed" and so on.
+[[nodiscard]] std::string_view name(ManifestVerdict verdict);
+
+/// Writes a piece of an answer.
+using Write = std::function<void(std::string_view)>;
+
+/// One JSON object a line.
+void writeJSON(const Resolution& resolution, const Write& write);
+
+/// Lines for people.
+void writeText(const Resolution& resolution, const Style& style, const Write& write);
+
+}  // namespace velmora::inspect

@@ -1,0 +1,167 @@
+#include "Program.h"
+
+#include "CommandLine.h"
+#include "Diagnosis.h"
+#include "DirectoryAccess.h"
+#include "DisplayText.h"
+#include "Explanation.h"
+#include "FileCheck.h"
+#include "MirrorListing.h"
+#include "Output.h"
+#include "Progress.h"
+#include "ResolutionRecorder.h"
+#include "Style.h"
+#include "common/LinuxPlatform.h"
+#include "extension/ActionKind.h"
+#include "platform/linux/Environment.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string_view>
+
+namespace velmora::inspect {
+
+namespace {
+
+constexpr const char* programName = "velmora-warp-inspect";
+
+/// What cannot be shown there is no loss: the exit status says what matters.
+void showOnStandardError(std::string_view bytes) {
+  try {
+    Output(STDERR_FILENO).write(bytes);
+  } catch (const OutputError&) {
+    return;
+  }
+}
+
+class Program {
+ public:
+  Program(const CommandLine& line, const Environment& environment)
+      : line_(line),
+        environment_(environment),
+        platform_(programName,
+                  line.isRestore ? std::optional<Text>(restoreActionIdentifier) : std::nullopt,
+                  environment),
+        style_(::isatty(STDOUT_FILENO) != 0 && wantsColour(environment)),
+        progress_(barOf(environment), std::chrono::steady_clock::now) {}
+
+  ExitStatus check() {
+    FileChecker checker(platform_.fileReader);
+    bool areAllValid = true;
+    progress_.begin(line_.operands.size());
+    for (const std::string& file : line_.operands) {
+      const CheckedFile checked = checker.check(file, line_.kind);
+      areAllValid &= checked.isValid();
+      tell(checked);
+      progress_.advance();
+    }
+    return statusOf(areAllValid);
+  }
+
+  ExitStatus list() {
+    const Platform platform = platform_.references();
+    ResolutionRecorder recorder(platform,
+                                {.willRead = [this](std::size_t count) { progress_.begin(count); },
+                                 .didReadOne = [this] { progress_.advance(); }});
+    static_cast<void>(warpedFolderPaths(platform, recorder));
+    progress_.hide();
+    const auto write = [this](std::string_view bytes) { output_.write(bytes); };
+    if (line_.isJSON) {
+      writeJSON(recorder.resolution(), write);
+    } else {
+      writeText(recorder.resolution(), style_, write);
+    }
+    return statusOf(recorder.resolution().isComplete());
+  }
+
+  ExitStatus explain() {
+    const Platform platform = platform_.references();
+    ResolutionRecorder recorder(platform);
+    bool areAllAccepted = true;
+    for (const ExplainedItem& item : explainItems(line_.operands, platform, recorder)) {
+      areAllAccepted &= item.isAccepted();
+      tell(item);
+    }
+    warnOf(recorder.resolution());
+    return statusOf(areAllAccepted);
+  }
+
+  ExitStatus diagnoseSystem() {
+    const Diagnosis diagnosis = diagnose(
+        platform_.references(), environment_,
+        {.isBusReachable = [this] { return isBusReachable(); },
+         .canHoldNewFiles = [](const Text& directory) { return canHoldNewFiles(directory); }});
+    if (line_.isJSON) {
+      output_.write(toJSON(diagnosis) + "\n");
+    } else {
+      output_.write(toText(diagnosis, style_));
+    }
+    return statusOf(diagnosis.obstacles().empty());
+  }
+
+ private:
+  static std::function<void(std::string_view)> barOf(const Environment& environment) {
+    const bool hasTerminal = ::isatty(STDERR_FILENO) != 0 && canErase(environment);
+    return hasTerminal ? std::function<void(std::string_view)>(showOnStandardError) : nullptr;
+  }
+
+  static ExitStatus statusOf(bool isPositive) {
+    return isPositive ? ExitStatus::yes : ExitStatus::no;
+  }
+
+  template <class Told>
+  void tell(const Told& told) {
+    progress_.hide();
+    output_.write(line_.isJSON ? toJSON(told) + "\n" : toText(told, style_));
+  }
+
+  /// What the verdicts on items rest on may itself be incomplete.
+  static void warnOf(const Resolution& resolution) {
+    const auto warn = [](const char* what, const std::optional<Fault>& fault) {
+      if (fault.has_value()) {
+        complain(std::string(what) + ": " + toText(*fault));
+      }
+    };
+    warn("there is no shared Warp root", resolution.rootFault);
+    warn("the mirror cannot be listed", resolution.mirrorFault);
+    warn("the index of destroyed manifests cannot be used", resolution.indexFault);
+  }
+
+  bool isBusReachable() {
+    // The bus has a name of its own; nobody is started by the question.
+    return platform_.sessionBus.nameHasOwner("org.freedesktop.DBus");
+  }
+
+  const CommandLine& line_;
+  const Environment& environment_;
+  LinuxPlatform platform_;
+  const Output output_{STDOUT_FILENO};
+  const Style style_;
+  Progress progress_;
+};
+
+}  // namespace
+
+ExitStatus answer(const CommandLine& commandLine, const Environment& environment) {
+  Program program(commandLine, environment);
+  switch (commandLine.command) {
+    case Command::check:
+      return program.check();
+    case Command::list:
+      return program.list();
+    case Command::explain:
+      return program.explain();
+    case Command::doctor:
+      break;
+  }
+  return program.diagnoseSystem();
+}
+
+void complain(const std::string& message) {
+  showOnStandardError(std::string(programName) + ": " + message + "\n");
+}
+
+}  // namespace velmora::inspect

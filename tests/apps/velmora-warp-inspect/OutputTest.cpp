@@ -1,0 +1,60 @@
+#include "Output.h"
+#include "platform/posix/FileDescriptor.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <string>
+#include <thread>
+
+namespace velmora::inspect {
+namespace {
+
+int codeOfWriteTo(int descriptor) {
+  try {
+    Output(descriptor).write("x");
+  } catch (const OutputError& error) {
+    return error.code();
+  }
+  return 0;
+}
+
+TEST(Outputs, writeAllWhateverTheReaderTakesAtATime) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(::pipe(ends.data()), 0);
+  const std::string sent(1'000'000, 'a');
+  std::string received;
+  std::thread reader([&] {
+    std::array<char, 4096> piece{};
+    for (ssize_t count = 0; (count = ::read(ends[0], piece.data(), piece.size())) > 0;) {
+      received.append(piece.data(), static_cast<std::size_t>(count));
+    }
+  });
+  Output(ends[1]).write(sent);
+  ::close(ends[1]);
+  reader.join();
+  ::close(ends[0]);
+  EXPECT_EQ(received, sent);
+}
+
+TEST(Outputs, tellWhenTheReaderHasGone) {
+  std::signal(SIGPIPE, SIG_IGN);
+  std::array<int, 2> ends{};
+  ASSERT_EQ(::pipe(ends.data()), 0);
+  ::close(ends[0]);
+  EXPECT_EQ(codeOfWriteTo(ends[1]), EPIPE);
+  ::close(ends[1]);
+}
+
+TEST(Outputs, tellWhenThereIsNoRoom) {
+  const FileDescriptor full = FileDescriptor::adopt(::open("/dev/full", O_WRONLY));
+  EXPECT_EQ(codeOfWriteTo(full.get()), ENOSPC);
+}
+
+}  // namespace
+}  // namespace velmora::inspect

@@ -1,0 +1,108 @@
+#include "Progress.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace velmora::inspect {
+namespace {
+
+using std::chrono::milliseconds;
+
+class ProgressTest : public testing::Test {
+ protected:
+  /// One more file is done after so long.
+  void advanceAfter(milliseconds time) {
+    now += time;
+    progress.advance();
+  }
+
+  Progress::Time now;
+  std::vector<std::string> shown;
+  Progress progress{[this](std::string_view bytes) { shown.emplace_back(bytes); },
+                    [this] { return now; }};
+};
+
+constexpr const char* erasure = "\r\x1b[K";
+
+TEST_F(ProgressTest, isNotShownWithinTheFirstSecond) {
+  progress.begin(10);
+  for (int file = 0; file < 9; ++file) {
+    advanceAfter(milliseconds(111));
+  }
+  progress.hide();
+  EXPECT_EQ(shown, std::vector<std::string>());
+}
+
+TEST_F(ProgressTest, isShownFromTheFirstSecondOn) {
+  progress.begin(4);
+  advanceAfter(milliseconds(999));
+  advanceAfter(milliseconds(1));
+  EXPECT_EQ(shown, std::vector<std::string>{"\r\x1b[K[############------------] 2 of 4 files"});
+}
+
+TEST_F(ProgressTest, changesTenTimesASecondAtMost) {
+  progress.begin(1000);
+  advanceAfter(milliseconds(1000));
+  for (int file = 0; file < 100; ++file) {
+    advanceAfter(milliseconds(10));
+  }
+  EXPECT_EQ(shown.size(), 11U);
+}
+
+TEST_F(ProgressTest, isErasedOnce) {
+  progress.begin(2);
+  advanceAfter(milliseconds(2000));
+  progress.hide();
+  progress.hide();
+  ASSERT_EQ(shown.size(), 2U);
+  EXPECT_EQ(shown.back(), erasure);
+}
+
+TEST_F(ProgressTest, comesBackAfterOtherOutputWhenItIsDue) {
+  progress.begin(3);
+  advanceAfter(milliseconds(2000));
+  progress.hide();
+  advanceAfter(milliseconds(99));
+  EXPECT_EQ(shown.size(), 2U);
+  advanceAfter(milliseconds(1));
+  EXPECT_EQ(shown.back(), "\r\x1b[K[########################] 3 of 3 files");
+}
+
+TEST_F(ProgressTest, countsEachRunFromItsBeginning) {
+  progress.begin(1);
+  advanceAfter(milliseconds(500));
+  progress.begin(1);
+  advanceAfter(milliseconds(600));
+  EXPECT_EQ(shown, std::vector<std::string>());
+}
+
+TEST(ProgressBars, areErasedAtTheEnd) {
+  std::vector<std::string> shown;
+  Progress::Time now;
+  {
+    Progress progress([&](std::string_view bytes) { shown.emplace_back(bytes); },
+                      [&] { return now; });
+    progress.begin(1);
+    now += std::chrono::seconds(1);
+    progress.advance();
+  }
+  ASSERT_FALSE(shown.empty());
+  EXPECT_EQ(shown.back(), erasure);
+}
+
+TEST(ProgressBars, withoutATerminalAreNoneAndAskNoTime) {
+  int questions = 0;
+  Progress progress(nullptr, [&] {
+    ++questions;
+    return Progress::Time();
+  });
+  progress.begin(1);
+  progress.advance();
+  progress.hide();
+  EXPECT_EQ(questions, 0);
+}
+
+}  // namespace
+}  // namespace velmora::inspect

@@ -1,5 +1,6 @@
 #include "handoff/HandoffRequestEncoding.h"
 
+#include "json/JSONWriting.h"
 #include "platform/PlatformError.h"
 
 #include <cerrno>
@@ -10,54 +11,11 @@ namespace velmora {
 
 namespace {
 
-void appendControlCharacter(std::string& json, char character) {
-  constexpr std::string_view digits = "0123456789abcdef";
-  json += "\\u00";
-  json += digits[static_cast<unsigned char>(character) >> 4];
-  json += digits[static_cast<unsigned char>(character) & 0x0F];
-}
-
-void appendEscaped(std::string& json, char character) {
-  switch (character) {
-    case '"':
-    case '\\':
-    case '/':
-      json += {'\\', character};
-      return;
-    case '\b':
-      json += "\\b";
-      return;
-    case '\f':
-      json += "\\f";
-      return;
-    case '\n':
-      json += "\\n";
-      return;
-    case '\r':
-      json += "\\r";
-      return;
-    case '\t':
-      json += "\\t";
-      return;
-    default:
-      break;
-  }
-  if (static_cast<unsigned char>(character) < 0x20) {
-    appendControlCharacter(json, character);
-  } else {
-    json += character;
-  }
-}
-
 void appendString(std::string& json, std::string_view text) {
   if (!isUTF8(text)) {
     throw posixError(EILSEQ);
   }
-  json += '"';
-  for (const char character : text) {
-    appendEscaped(json, character);
-  }
-  json += '"';
+  appendJSONString(json, text, SlashStyle::escaped);
 }
 
 void appendStrings(std::string& json, const std::vector<Text>& texts) {

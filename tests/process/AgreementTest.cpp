@@ -50,8 +50,8 @@ struct Answer {
   bool operator==(const Answer&) const = default;
 };
 
-void PrintTo(const Answer& answer, std::ostream* stream) {
-  *stream << answer.reason << " in " << answer.root.value_or("none");
+std::ostream& operator<<(std::ostream& stream, const Answer& answer) {
+  return stream << answer.reason << " in " << answer.root.value_or("none");
 }
 
 /// A random tree on disk, and what a person who made it would say of its folders.

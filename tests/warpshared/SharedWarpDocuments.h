@@ -113,8 +113,9 @@ inline std::string describe(const std::vector<CodingKey>& codingPath) {
   return text;
 }
 
-inline void PrintTo(const Verdict& verdict, std::ostream* stream) {
-  *stream << verdict.kind << " at " << describe(verdict.codingPath) << ": " << verdict.message;
+inline std::ostream& operator<<(std::ostream& stream, const Verdict& verdict) {
+  return stream << verdict.kind << " at " << describe(verdict.codingPath) << ": "
+                << verdict.message;
 }
 
 inline const Verdict valid = {"valid", {}, ""};

@@ -38,7 +38,7 @@ inline constexpr auto fieldKeys = std::apply(
 /// A key as a template argument.
 template <std::size_t size>
 struct KeyLiteral {
-  // NOLINTNEXTLINE(google-explicit-constructor): so that a literal can stand for it.
+  /// Not explicit, so that a literal can stand for it.
   consteval KeyLiteral(const char (&text)[size]) { std::copy_n(text, size, characters); }
 
   [[nodiscard]] constexpr std::string_view view() const { return {characters, size - 1}; }

@@ -71,14 +71,14 @@ void decode(JSONValue value, std::optional<Value>& optional) {
   decode(value, optional.emplace());
 }
 
-/// Calls `decodeElement` with each element of an array and its index, in order.
-template <std::invocable<JSONValue, std::size_t> DecodeElement>
+/// Calls `decodeElement` with each element of an array, in order.
+template <std::invocable<JSONValue> DecodeElement>
 void decodeElements(JSONValue array, DecodeElement decodeElement) {
   requireType(array, JSONType::array);
   std::size_t index = 0;
   try {
     for (JSONElements elements(array); !elements.atEnd(); elements.advance()) {
-      decodeElement(elements.value(), index);
+      decodeElement(elements.value());
       ++index;
     }
   } catch (DecodingError& error) {
@@ -91,9 +91,8 @@ void decodeElements(JSONValue array, DecodeElement decodeElement) {
 template <class Element>
 void decode(JSONValue value, std::vector<Element>& elements) {
   elements.clear();
-  decodeElements(value, [&elements](JSONValue element, std::size_t) {
-    decode(element, elements.emplace_back());
-  });
+  decodeElements(value,
+                 [&elements](JSONValue element) { decode(element, elements.emplace_back()); });
 }
 
 }  // namespace velmora

@@ -72,7 +72,7 @@ VelmoraWarpSharedManifest ManifestDecoder::decodeDocument(
   entryPaths_.clear();
   hardLinks_.clear();
   reader.readBy<"entries">([&](JSONValue entries) {
-    decodeElements(entries, [&](JSONValue value, std::size_t) {
+    decodeElements(entries, [&](JSONValue value) {
       velmora::decode(value, entry_);
       // Not asked again once it is known: a foreign path may take as long as the folder's is.
       areEntriesConsistent = areEntriesConsistent && entryPaths_.insert(entry_.relativePath) &&

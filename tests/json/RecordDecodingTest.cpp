@@ -51,7 +51,7 @@ struct RecordFields<Outer> {
 // An element of a vector of booleans is none that can be referred to.
 inline void decode(JSONValue value, std::vector<bool>& booleans) {
   booleans.clear();
-  decodeElements(value, [&booleans](JSONValue element, std::size_t) {
+  decodeElements(value, [&booleans](JSONValue element) {
     bool boolean = false;
     decode(element, boolean);
     booleans.push_back(boolean);

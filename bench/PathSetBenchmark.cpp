@@ -57,8 +57,9 @@ Paths pathsWithOneBeginning() {
   const std::string beginning = randomPath(random, commonLength - 6);
   Paths paths;
   for (std::size_t number = 0; number < pathCount; ++number) {
-    std::string digits = std::to_string(number);
-    paths.push_back(beginning + std::string(6 - digits.size(), '0') + digits);
+    const std::string digits = std::to_string(number);
+    paths.push_back(beginning);
+    paths.back().append(6 - digits.size(), '0').append(digits);
   }
   return paths;
 }

@@ -115,10 +115,8 @@ struct FileURLReader {
   std::optional<FileURL> operator()(const URLObject& url) const {
     return fileURLFromURLText(url.absoluteText);
   }
-  std::optional<FileURL> operator()(const DataBlob& data) const {
-    return fileURLFromURLText(data.bytes);
-  }
   std::optional<FileURL> operator()(UnusableItem) const { return std::nullopt; }
+  std::optional<FileURL> operator()(OutOfMemory) const { throw std::bad_alloc(); }
 };
 
 }  // namespace

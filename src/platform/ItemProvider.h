@@ -14,21 +14,19 @@ namespace velmora {
 /// The type of an attachment that can be loaded as a file URL.
 inline constexpr std::string_view fileURLTypeIdentifier = "public.file-url";
 
-/// A foreign URL object, by its absolute text.
+/// A foreign URL object, or a blob of bytes that represents one, by its absolute text.
 struct URLObject {
   std::string absoluteText;
-};
-
-/// A blob of bytes, such as the data representation of a URL.
-struct DataBlob {
-  std::string bytes;
 };
 
 /// Anything else that a provider may deliver: a string, a dictionary, an image.
 struct UnusableItem {};
 
+/// An item for which there was no memory when it was delivered.
+struct OutOfMemory {};
+
 /// What a provider delivered; `std::monostate` when it delivered nothing.
-using LoadedItem = std::variant<std::monostate, FileURL, URLObject, DataBlob, UnusableItem>;
+using LoadedItem = std::variant<std::monostate, FileURL, URLObject, UnusableItem, OutOfMemory>;
 
 class ItemProvider {
  public:

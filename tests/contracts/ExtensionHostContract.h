@@ -2,6 +2,7 @@
 // implementation.
 #pragma once
 
+#include "extension/SelectionGathering.h"
 #include "platform/ExtensionContext.h"
 
 #include <gtest/gtest.h>
@@ -34,7 +35,7 @@ class ExtensionHostContract : public testing::Test {
       provider->loadItem(fileURLTypeIdentifier,
                          [&urls](const LoadedItem& item, const PlatformError* error) {
                            EXPECT_EQ(error, nullptr);
-                           urls.push_back(std::get<FileURL>(item));
+                           urls.push_back(fileURLFromLoadedItem(item).value());
                          });
     }
     return urls;

@@ -1,47 +1,17 @@
 // Serves a request again and again, each time with another of its memory allocations failing.
 
 #include "extension/VelmoraFinderActionExtension.h"
+#include "tests/FailingAllocations.h"
 #include "tests/fakes/FakeExtensionHost.h"
 #include "tests/fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-/// How many more allocations succeed; negative: all.
-std::atomic<long> allocationsUntilFailure = -1;
-std::atomic<bool> failsFromThenOn = false;
-
-bool fails() {
-  if (allocationsUntilFailure < 0) {
-    return false;
-  }
-  if (allocationsUntilFailure == 0) {
-    if (!failsFromThenOn) {
-      allocationsUntilFailure = -1;
-    }
-    return true;
-  }
-  --allocationsUntilFailure;
-  return false;
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  void* memory = fails() ? nullptr : std::malloc(size);
-  if (memory == nullptr) {
-    throw std::bad_alloc();
-  }
-  return memory;
-}
-
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+#include <functional>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -92,14 +62,14 @@ class SilentNotificationCenter final : public NotificationCenter {
   void post(std::string_view) noexcept override {}
 };
 
-class FailingAllocations : public testing::TestWithParam<bool> {
+class FailingAllocations : public testing::TestWithParam<MemoryShortage> {
  protected:
   FailingAllocations() {
     fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/group container of Velmora";
     fake.languages.tags = {"a language tag of some length", "ja-JP"};
     fake.fileSystem.directories = {"/", "/a folder with a long name", "/a second folder"};
   }
-  ~FailingAllocations() override { allocationsUntilFailure = -1; }
+  ~FailingAllocations() override { letAllocationsSucceed(); }
 
   /// Whether the request was served without reaching the failing allocation.
   bool serve(long successfulAllocations) {
@@ -122,14 +92,12 @@ class FailingAllocations : public testing::TestWithParam<bool> {
     const VelmoraFinderActionExtension extension(silent);
     const auto context = std::make_shared<CountingContext>(std::vector<InputItem>{
         ExtensionItem{.attachments = {{answeringPath("/a folder with a long name"),
-                                       answering(DataBlob{"file:///a%20second%20folder"})}}}});
+                                       answering(URLObject{"file:///a%20second%20folder"})}}}});
     logger.lineCount = 0;
-    failsFromThenOn = GetParam();
-    allocationsUntilFailure = successfulAllocations;
+    failAllocations(successfulAllocations, GetParam());
     extension.beginRequestWithExtensionContext(context);
     queue.run();
-    const bool wasServed = allocationsUntilFailure > 0;
-    allocationsUntilFailure = -1;
+    const bool wasServed = !letAllocationsSucceed();
     expectOneEnd(*context);
     return wasServed;
   }
@@ -157,7 +125,8 @@ TEST_P(FailingAllocations, endTheRequestOnceWithTheHandoffError) {
   EXPECT_GT(allocationCount, 20);
 }
 
-INSTANTIATE_TEST_SUITE_P(OnceOrForGood, FailingAllocations, testing::Bool());
+INSTANTIATE_TEST_SUITE_P(OnceOrForGood, FailingAllocations,
+                         testing::Values(MemoryShortage::once, MemoryShortage::forGood));
 
 }  // namespace
 }  // namespace velmora

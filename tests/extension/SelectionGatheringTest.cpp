@@ -22,7 +22,7 @@ struct ItemCase {
 
 class FileURLFromLoadedItem : public testing::TestWithParam<ItemCase> {};
 
-TEST_P(FileURLFromLoadedItem, takesURLsAndTheirDataOnly) {
+TEST_P(FileURLFromLoadedItem, takesFileURLsOnly) {
   EXPECT_EQ(fileURLFromLoadedItem(GetParam().item), GetParam().url);
 }
 
@@ -32,10 +32,9 @@ INSTANTIATE_TEST_SUITE_P(
                     ItemCase{"url", FileURL{"/a b"}, FileURL{"/a b"}},
                     ItemCase{"urlObject", URLObject{"file:///a%20b"}, FileURL{"/a b"}},
                     ItemCase{"urlObjectOfTheWeb", URLObject{"https://a/b"}, std::nullopt},
-                    ItemCase{"data", DataBlob{"file:///a%20b"}, FileURL{"/a b"}},
-                    ItemCase{"emptyData", DataBlob{""}, std::nullopt},
-                    ItemCase{"dataOfAPath", DataBlob{"/a"}, std::nullopt},
-                    ItemCase{"dataOfNoText", DataBlob{"file:///\xff"}, std::nullopt},
+                    ItemCase{"emptyURLObject", URLObject{""}, std::nullopt},
+                    ItemCase{"urlObjectOfAPath", URLObject{"/a"}, std::nullopt},
+                    ItemCase{"urlObjectOfNoText", URLObject{"file:///\xff"}, std::nullopt},
                     ItemCase{"anythingElse", UnusableItem(), std::nullopt}),
     RowName());
 
@@ -120,7 +119,7 @@ TEST_F(LoadingFileURLs, ordersByNumberNotByText) {
 
 TEST_F(LoadingFileURLs, leavesNoGapForLoadsThatFail) {
   load({answeringPath("/a"), answering(std::monostate()), answering(UnusableItem()),
-        answering(DataBlob{"file:///b"})});
+        answering(URLObject{"file:///b"})});
   EXPECT_EQ(finish(), (std::vector<FileURL>{{"/a"}, {"/b"}}));
 }
 
@@ -194,6 +193,13 @@ TEST_F(LoadingFileURLs, saysSoWhenMemoryRanOut) {
   const auto starving =
       std::make_shared<FakeItemProvider>([](const auto&) { throw std::bad_alloc(); });
   load({starving, answeringPath("/b")});
+  queue.runAll();
+  EXPECT_EQ(finalStepCount, 1);
+  EXPECT_EQ(gathered, std::nullopt);
+}
+
+TEST_F(LoadingFileURLs, saysSoWhenThereWasNoMemoryForAnItem) {
+  load({answeringPath("/a"), answering(OutOfMemory())});
   queue.runAll();
   EXPECT_EQ(finalStepCount, 1);
   EXPECT_EQ(gathered, std::nullopt);

@@ -1,6 +1,7 @@
 #include "platform/posix/PosixPathStandardizer.h"
 #include "tests/RowName.h"
 #include "tests/ScratchDirectory.h"
+#include "tests/contracts/PathStandardizerContract.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,16 @@
 
 namespace velmora {
 namespace {
+
+class PosixPathsAdapter {
+ public:
+  const PathStandardizer& paths() { return paths_; }
+
+ private:
+  PosixPathStandardizer paths_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Posix, PathStandardizerContract, PosixPathsAdapter);
 
 struct PathCase {
   const char* name;

@@ -1,0 +1,55 @@
+#include "tests/FailingAllocations.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+/// How many more allocations succeed; negative: all.
+std::atomic<long> allocationsUntilFailure = -1;
+std::atomic<bool> failsFromThenOn = false;
+std::atomic<bool> hasFailed = false;
+
+bool fails() {
+  if (allocationsUntilFailure < 0) {
+    return false;
+  }
+  if (allocationsUntilFailure == 0) {
+    hasFailed = true;
+    if (!failsFromThenOn) {
+      allocationsUntilFailure = -1;
+    }
+    return true;
+  }
+  --allocationsUntilFailure;
+  return false;
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+  void* memory = fails() ? nullptr : std::malloc(size);
+  if (memory == nullptr) {
+    throw std::bad_alloc();
+  }
+  return memory;
+}
+
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace velmora {
+
+void failAllocations(long successfulAllocations, MemoryShortage shortage) {
+  hasFailed = false;
+  failsFromThenOn = shortage == MemoryShortage::forGood;
+  allocationsUntilFailure = successfulAllocations;
+}
+
+bool letAllocationsSucceed() {
+  allocationsUntilFailure = -1;
+  return hasFailed.exchange(false);
+}
+
+}  // namespace velmora

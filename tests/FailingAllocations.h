@@ -1,0 +1,16 @@
+// Lets memory run out at a chosen moment. A test program with FailingAllocations.cpp among its
+// sources has its operator new replaced, so it should hold nothing else.
+#pragma once
+
+namespace velmora {
+
+enum class MemoryShortage { once, forGood };
+
+/// The first allocation after `successfulAllocations` of them, on whatever thread, throws
+/// std::bad_alloc; those behind it too when the shortage is for good.
+void failAllocations(long successfulAllocations, MemoryShortage shortage);
+
+/// Back to normal. Returns whether an allocation has failed since failAllocations.
+bool letAllocationsSucceed();
+
+}  // namespace velmora

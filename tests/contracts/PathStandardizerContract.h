@@ -1,0 +1,82 @@
+// What every PathStandardizer promises. Instantiated with an adapter for each implementation.
+#pragma once
+
+#include "platform/PathStandardizer.h"
+
+#include <gtest/gtest.h>
+
+#include <concepts>
+#include <filesystem>
+#include <string>
+#include <utility>
+
+namespace velmora {
+
+template <class Adapter>
+concept PathStandardizerAdapter = std::default_initializable<Adapter> &&
+    requires(Adapter& adapter) {
+  { adapter.paths() } -> std::convertible_to<const PathStandardizer&>;
+};
+
+template <class Adapter>
+class PathStandardizerContract : public testing::Test {
+  static_assert(PathStandardizerAdapter<Adapter>);
+
+ protected:
+  std::string fileURLPath(const Text& path) {
+    return adapter.paths().standardizedFileURLPath(path).utf8();
+  }
+  std::string path(const Text& path) { return adapter.paths().standardizedPath(path).utf8(); }
+
+  Adapter adapter;
+};
+
+TYPED_TEST_SUITE_P(PathStandardizerContract);
+
+TYPED_TEST_P(PathStandardizerContract, givesAbsolutePathsTheirOneForm) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"/", "/"},           {"/a b/c", "/a b/c"},   {"/a/", "/a"},
+      {"/a//b", "/a/b"},    {"//a", "/a"},          {"/a/./b/.", "/a/b"},
+      {"/a/../c", "/c"},    {"/../c", "/c"},        {"/復元/e\u0301", "/復元/e\u0301"},
+      {"/~/x", "/~/x"},     {"/100%25", "/100%25"}, {"/a?b#c", "/a?b#c"},
+      {"/a/b/../c", "/a/c"}};
+  for (const auto& [given, standardized] : rows) {
+    EXPECT_EQ(this->fileURLPath(given), standardized);
+    EXPECT_EQ(this->path(given), standardized);
+  }
+}
+
+TYPED_TEST_P(PathStandardizerContract, changesNoStandardizedPathAgain) {
+  for (const char* given : {"/", "/a/../b//c/.", "/private/tmp/a", "/.."}) {
+    const std::string once = this->path(given);
+    EXPECT_EQ(this->path(once), once);
+    EXPECT_EQ(this->fileURLPath(once), once);
+    EXPECT_EQ(this->fileURLPath(given), once);
+  }
+}
+
+TYPED_TEST_P(PathStandardizerContract, takesRelativePathsOfURLsFromTheWorkingDirectory) {
+  const std::string workingDirectory = this->path(std::filesystem::current_path().string());
+  EXPECT_EQ(this->fileURLPath("a/../b/"), workingDirectory + "/b");
+  EXPECT_EQ(this->fileURLPath("."), workingDirectory);
+  EXPECT_EQ(this->fileURLPath(""), workingDirectory);
+}
+
+TYPED_TEST_P(PathStandardizerContract, leavesRelativePathsRelative) {
+  EXPECT_EQ(this->path("a/./b"), "a/b");
+  EXPECT_EQ(this->path(""), "");
+}
+
+TYPED_TEST_P(PathStandardizerContract, expandsALeadingTildeWhereThereIsSuchAHome) {
+  const std::string home = this->path("~");
+  EXPECT_TRUE(home.starts_with('/')) << home;
+  EXPECT_EQ(this->path("~/x"), this->path(home + "/x"));
+  EXPECT_EQ(this->path("~no such user/x"), "~no such user/x");
+}
+
+REGISTER_TYPED_TEST_SUITE_P(PathStandardizerContract, givesAbsolutePathsTheirOneForm,
+                            changesNoStandardizedPathAgain,
+                            takesRelativePathsOfURLsFromTheWorkingDirectory,
+                            leavesRelativePathsRelative, expandsALeadingTildeWhereThereIsSuchAHome);
+
+}  // namespace velmora

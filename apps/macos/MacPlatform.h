@@ -1,0 +1,40 @@
+// The platform of macOS, put together: the one place that names the implementations.
+#pragma once
+
+#include "platform/Platform.h"
+#include "platform/macos/MacExtensionBundle.h"
+#include "platform/macos/MacLogger.h"
+#include "platform/macos/MacMainQueue.h"
+#include "platform/macos/MacNotificationCenter.h"
+#include "platform/macos/MacPathStandardizer.h"
+#include "platform/macos/MacPreferredLanguages.h"
+#include "platform/macos/MacSharedDefaults.h"
+#include "platform/macos/MacSharedLocations.h"
+#include "platform/macos/MacWorkspace.h"
+#include "platform/posix/PosixFileReader.h"
+#include "platform/posix/PosixFileWriter.h"
+#include "platform/posix/RandomIdentifierSource.h"
+#include "platform/posix/SystemClock.h"
+
+namespace velmora {
+
+/// Holds no state beyond that of its parts, of which none has any: each request has one of its own.
+struct MacPlatform {
+  Platform references();
+
+  PosixFileReader fileReader;
+  PosixFileWriter fileWriter;
+  RandomIdentifierSource identifiers;
+  SystemClock clock;
+  MacPathStandardizer paths;
+  MacExtensionBundle bundle;
+  MacSharedLocations locations;
+  MacSharedDefaults defaults;
+  MacPreferredLanguages languages;
+  MacNotificationCenter notifications;
+  MacWorkspace workspace;
+  MacMainQueue mainQueue;
+  MacLogger logger;
+};
+
+}  // namespace velmora

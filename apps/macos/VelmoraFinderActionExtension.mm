@@ -1,0 +1,69 @@
+#include "extension/VelmoraFinderActionExtension.h"
+
+#include "localization/Messages.h"
+#include "macos/MacPlatform.h"
+#include "platform/macos/ExceptionBarrier.h"
+#include "platform/macos/MacExtensionContext.h"
+
+#import <AppKit/AppKit.h>
+
+#include <memory>
+
+namespace velmora {
+
+namespace {
+
+/// A request and the platform that serves it. They live and go together, so that a request needs
+/// nothing of the controller that began it.
+struct HostRequest {
+  explicit HostRequest(NSExtensionContext* host) : context(host) {}
+
+  MacPlatform platform;
+  MacExtensionContext context;
+};
+
+void serve(NSExtensionContext* host) {
+  const auto request = std::make_shared<HostRequest>(host);
+  const VelmoraFinderActionExtension extension(request->platform.references());
+  extension.beginRequestWithExtensionContext(
+      std::shared_ptr<ExtensionContext>(request, &request->context));
+}
+
+void cancelWithoutMemory(NSExtensionContext* host) {
+  MacExtensionContext(host).cancelRequest({.code = failedHandoffErrorCode});
+}
+
+}  // namespace
+
+}  // namespace velmora
+
+/// The principal class, which the extension host creates by its name.
+@interface VelmoraFinderActionExtension : NSViewController
+@end
+
+@implementation VelmoraFinderActionExtension
+
+- (instancetype)initWithNibName:(NSString*)nibName bundle:(NSBundle*)nibBundle {
+  return [super initWithNibName:nibName bundle:nibBundle];
+}
+
+- (instancetype)initWithCoder:(NSCoder*)coder {
+  return [super initWithCoder:coder];
+}
+
+- (void)loadView {
+  NSView* emptyView = [[NSView alloc] initWithFrame:NSZeroRect];
+  [self setView:emptyView];
+  [emptyView release];
+}
+
+- (void)beginRequestWithExtensionContext:(NSExtensionContext*)context {
+  [super beginRequestWithExtensionContext:context];
+  @autoreleasepool {
+    if (!velmora::attempt([context] { velmora::serve(context); })) {
+      velmora::cancelWithoutMemory(context);
+    }
+  }
+}
+
+@end

@@ -1,0 +1,86 @@
+# Objective-C++, and what its sources need: the interface library velmora_cocoa, which every target
+# with ".mm" sources links. On macOS these are Apple's compiler and frameworks. Elsewhere the sources
+# are compiled for the tests alone, by clang++ whatever compiles the rest, for GNUstep and the
+# stand-ins in tests/gnustep for what it lacks. Where there is no velmora_cocoa, there is no
+# Objective-C++ in the build.
+
+if(APPLE)
+  set(objective_cxx ON)
+elseif(NOT VELMORA_BUILD_TESTS OR NOT CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  set(objective_cxx OFF)
+elseif(VELMORA_BUILD_FUZZERS)
+  set(objective_cxx OFF)
+  message(STATUS "Objective-C++ is left out: no fuzz target needs it")
+elseif(VELMORA_SANITIZERS AND NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+  set(objective_cxx OFF)
+  message(STATUS "Objective-C++ is left out: only clang++ compiles it, and a program can hold the "
+                 "sanitizers of one compiler only")
+else()
+  set(objective_cxx ON)
+endif()
+if(NOT objective_cxx)
+  return()
+endif()
+
+add_library(velmora_cocoa INTERFACE)
+set(CMAKE_OBJCXX_STANDARD 20)
+set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
+set(CMAKE_OBJCXX_EXTENSIONS OFF)
+
+if(APPLE)
+  enable_language(OBJCXX)
+  target_compile_options(velmora_cocoa INTERFACE $<$<COMPILE_LANGUAGE:OBJCXX>:-fno-objc-arc>)
+  target_link_libraries(velmora_cocoa INTERFACE "-framework Foundation" "-framework AppKit")
+  return()
+endif()
+
+# velmora_require_found(VARIABLE WHAT DEBIAN-PACKAGE): after a find_… command.
+macro(velmora_require_found variable what package)
+  if(NOT ${variable})
+    message(FATAL_ERROR "${what} is missing: install the package ${package}")
+  endif()
+endmacro()
+
+find_program(VELMORA_CLANGXX NAMES clang++)
+velmora_require_found(VELMORA_CLANGXX clang++ clang)
+# The headers of the runtime belong to the gcc with which it was built.
+file(GLOB gcc_include_directories /usr/lib/gcc/*/*/include)
+find_path(VELMORA_OBJC_INCLUDE objc/objc.h HINTS ${gcc_include_directories})
+velmora_require_found(VELMORA_OBJC_INCLUDE objc/objc.h libobjc-12-dev)
+find_library(VELMORA_OBJC objc HINTS ${VELMORA_OBJC_INCLUDE}/..)
+velmora_require_found(VELMORA_OBJC libobjc libobjc-12-dev)
+find_path(VELMORA_GNUSTEP_INCLUDE AppKit/AppKit.h PATH_SUFFIXES GNUstep)
+velmora_require_found(VELMORA_GNUSTEP_INCLUDE AppKit/AppKit.h libgnustep-gui-dev)
+find_library(VELMORA_GNUSTEP_GUI gnustep-gui)
+velmora_require_found(VELMORA_GNUSTEP_GUI libgnustep-gui libgnustep-gui-dev)
+find_library(VELMORA_GNUSTEP_BASE gnustep-base)
+velmora_require_found(VELMORA_GNUSTEP_BASE libgnustep-base libgnustep-base-dev)
+find_path(VELMORA_BLOCKS_INCLUDE Block.h)
+velmora_require_found(VELMORA_BLOCKS_INCLUDE Block.h libblocksruntime-dev)
+find_library(VELMORA_BLOCKS_RUNTIME BlocksRuntime)
+velmora_require_found(VELMORA_BLOCKS_RUNTIME libBlocksRuntime libblocksruntime-dev)
+
+# g++ compiles Objective-C++, too, but knows no blocks.
+set(CMAKE_OBJCXX_COMPILER ${VELMORA_CLANGXX})
+enable_language(OBJCXX)
+
+# The other sources of these targets may be compiled by g++, which knows few of these options.
+# gcc's headers come last, because clang has most of them itself.
+set(is_objcxx $<COMPILE_LANGUAGE:OBJCXX>)
+target_compile_options(
+  velmora_cocoa INTERFACE "$<${is_objcxx}:-fblocks;-fobjc-runtime=gcc;-fobjc-exceptions>"
+                          "$<${is_objcxx}:-fconstant-string-class=NSConstantString>"
+                          "$<${is_objcxx}:SHELL:-idirafter ${VELMORA_OBJC_INCLUDE}>")
+target_compile_definitions(
+  velmora_cocoa
+  INTERFACE
+    "$<${is_objcxx}:GNUSTEP;GNUSTEP_BASE_LIBRARY=1;GNU_GUI_LIBRARY=1;GNU_RUNTIME=1;_NATIVE_OBJC_EXCEPTIONS>"
+)
+# The stand-ins first: they wrap or replace headers of GNUstep.
+target_include_directories(
+  velmora_cocoa SYSTEM
+  INTERFACE "$<${is_objcxx}:${PROJECT_SOURCE_DIR}/tests/gnustep/include;${VELMORA_GNUSTEP_INCLUDE}>")
+# In this order: libgnustep-base has a function to copy blocks of its own, and it is faulty.
+target_link_libraries(
+  velmora_cocoa INTERFACE ${VELMORA_BLOCKS_RUNTIME} ${VELMORA_GNUSTEP_GUI}
+                          ${VELMORA_GNUSTEP_BASE} ${VELMORA_OBJC})

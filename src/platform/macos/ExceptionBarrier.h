@@ -1,0 +1,22 @@
+// Where C++ is called by Objective-C, or promises never to throw while it calls Objective-C.
+//
+// An exception of C++ must not pass through a block or a method of the system, and one that the
+// system's objects raise must not end a promise to bear every failure. Both stop here, in a file of
+// C++, because only there every Objective-C runtime lets both be caught.
+#pragma once
+
+#include <memory>
+
+namespace velmora {
+
+/// Calls `call(operation)`. False when that threw, in either language; what it threw is dropped.
+bool attempt(void (*call)(void* operation), void* operation) noexcept;
+
+/// Runs `operation`, and tells whether it came to its end. Allocates nothing.
+template <class Operation>
+bool attempt(Operation operation) noexcept {
+  return attempt([](void* erased) { (*static_cast<Operation*>(erased))(); },
+                 std::addressof(operation));
+}
+
+}  // namespace velmora

@@ -1,0 +1,14 @@
+// The main dispatch queue, which the extension host serves.
+#pragma once
+
+#include "platform/MainQueue.h"
+
+namespace velmora {
+
+/// A task that throws ends the process: nobody is above it to catch.
+class MacMainQueue final : public MainQueue {
+ public:
+  void async(std::function<void()> task) override;
+};
+
+}  // namespace velmora

@@ -1,0 +1,24 @@
+#include "platform/macos/MacPathStandardizer.h"
+
+#include "platform/macos/FoundationText.h"
+
+namespace velmora {
+
+Text MacPathStandardizer::standardizedFileURLPath(const Text& path) const {
+  @autoreleasepool {
+    NSString* string = foundationString(path);
+    if (string == nil) {
+      return {};
+    }
+    return pathOf([[NSURL fileURLWithPath:string] URLByStandardizingPath]).value_or(Text());
+  }
+}
+
+Text MacPathStandardizer::standardizedPath(const Text& path) const {
+  @autoreleasepool {
+    NSString* standardized = [foundationString(path) stringByStandardizingPath];
+    return utf8Of(standardized).value_or(path.utf8());
+  }
+}
+
+}  // namespace velmora

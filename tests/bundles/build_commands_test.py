@@ -1,0 +1,179 @@
+"""What building on a Mac would run."""
+
+import pathlib
+import unittest
+
+from darwin_project import ACTIONS, DarwinTestCase, EXTENSIONS, LANGUAGES, SOURCE, words_after
+
+PRINCIPAL = SOURCE / "apps/macos/VelmoraFinderActionExtension.mm"
+BOTH_PROCESSORS = ["arm64", "x86_64"]
+
+
+class CompilingTest(DarwinTestCase):
+    def of_extension(self, extension):
+        """Those of the extension's own sources."""
+        return [
+            compilation
+            for compilation in self.project.compilations()
+            if f"/{extension}.dir/" in compilation[1]
+        ]
+
+    def test_everything_is_for_both_processors_and_the_oldest_system(self):
+        compilations = list(self.project.compilations())
+        self.assertTrue(compilations)
+        for source, _, command in compilations:
+            with self.subTest(source.name):
+                self.assertEqual(words_after(command, "-arch"), BOTH_PROCESSORS)
+                self.assertIn("-mmacosx-version-min=11.0", command)
+                self.assertIn("-std=c++20", command)
+
+    def test_nobody_counts_references_to_objects_for_us(self):
+        compilations = [entry for entry in self.project.compilations() if entry[0].suffix == ".mm"]
+        self.assertTrue(compilations)
+        for source, _, command in compilations:
+            with self.subTest(source.name):
+                self.assertIn("-fno-objc-arc", command)
+                self.assertNotIn("-fobjc-arc", command)
+
+    def test_both_extensions_have_the_same_sources(self):
+        sources = [sorted(entry[0] for entry in self.of_extension(name)) for name in EXTENSIONS]
+        self.assertIn(PRINCIPAL, sources[0])
+        self.assertEqual(sources[0], sources[1])
+
+    def test_both_extensions_are_compiled_in_the_same_way(self):
+        def options(extension):
+            # All but the names of what is written.
+            return sorted(
+                (source, [word for word in command if extension not in word])
+                for source, _, command in self.of_extension(extension)
+            )
+
+        self.assertEqual(options(EXTENSIONS[0]), options(EXTENSIONS[1]))
+
+    def test_the_compiler_refuses_what_extensions_must_not_call(self):
+        for extension in EXTENSIONS:
+            for source, _, command in self.of_extension(extension):
+                with self.subTest(extension=extension, source=source.name):
+                    self.assertIn("-fapplication-extension", command)
+
+    def test_the_libraries_are_whole_but_for_what_is_for_linux(self):
+        folder = SOURCE / "src"
+        sources = {
+            path
+            for suffix in ("cpp", "mm")
+            for path in folder.rglob(f"*.{suffix}")
+            if folder / "platform/linux" not in path.parents
+        }
+        compiled = {
+            source for source, _, _ in self.project.compilations() if folder in source.parents
+        }
+        self.assertEqual(compiled, sources)
+
+    def test_no_program_for_linux_is_part_of_it(self):
+        compiled = {source for source, _, _ in self.project.compilations()}
+        programs = {source for source in compiled if SOURCE / "apps" in source.parents}
+        self.assertEqual({source.parent for source in programs}, {SOURCE / "apps/macos"})
+
+
+class LinkingTest(DarwinTestCase):
+    def test_the_system_enters_and_not_a_main_function(self):
+        for extension in EXTENSIONS:
+            with self.subTest(extension):
+                command = " ".join(self.project.link_command(extension))
+                # Compilers differ in how they say it to the linker.
+                self.assertRegex(
+                    command, " (-Xlinker -e -Xlinker |-Wl,-e,)_NSExtensionMain "
+                )
+
+    def test_the_linker_knows_that_it_makes_an_extension(self):
+        for extension in EXTENSIONS:
+            with self.subTest(extension):
+                command = self.project.link_command(extension)
+                self.assertIn("-fapplication-extension", command)
+                self.assertNotIn("-bundle", command)
+                self.assertNotIn("-dynamiclib", command)
+
+    def test_it_is_for_both_processors_and_the_oldest_system(self):
+        for extension in EXTENSIONS:
+            with self.subTest(extension):
+                command = self.project.link_command(extension)
+                self.assertEqual(words_after(command, "-arch"), BOTH_PROCESSORS)
+                self.assertIn("-mmacosx-version-min=11.0", command)
+
+    def test_the_principal_class_is_linked_itself(self):
+        # Only its name is known to the system: out of a library, the linker would not take it.
+        for extension in EXTENSIONS:
+            with self.subTest(extension):
+                objects = {
+                    output
+                    for source, output, _ in self.project.compilations()
+                    if source == PRINCIPAL and f"/{extension}.dir/" in output
+                }
+                self.assertEqual(len(objects), 1)
+                self.assertLessEqual(objects, set(self.project.link_command(extension)))
+
+    def test_only_two_frameworks_are_linked(self):
+        for extension in EXTENSIONS:
+            with self.subTest(extension):
+                command = self.project.link_command(extension)
+                self.assertEqual(set(words_after(command, "-framework")), {"Foundation", "AppKit"})
+                self.assertEqual([word for word in command if ".framework" in word], [])
+                self.assertEqual([word for word in command if "-weak" in word], [])
+
+    def test_the_libraries_are_ours_and_three_others(self):
+        for extension in EXTENSIONS:
+            with self.subTest(extension):
+                command = self.project.link_command(extension)
+                self.assertEqual([word for word in command if word.startswith("-l")], [])
+                libraries = [
+                    pathlib.PurePath(word)
+                    for word in command
+                    if word.endswith((".a", ".so", ".dylib", ".tbd"))
+                ]
+                ours = [path for path in libraries if path.name.startswith("libvelmora_")]
+                self.assertTrue(ours)
+                for path in ours:
+                    self.assertEqual(path.suffix, ".a")
+                    self.assertNotIn("linux", path.name)
+                self.assertEqual(
+                    {path.stem for path in libraries if path not in ours},
+                    {"libsimdjson", "libutf8proc", "libxxhash"},
+                )
+
+    def test_nothing_is_looked_for_where_it_was_built(self):
+        for extension in EXTENSIONS:
+            with self.subTest(extension):
+                command = " ".join(self.project.link_command(extension))
+                self.assertNotIn("rpath", command)
+
+    def test_both_are_linked_in_the_same_way(self):
+        commands = [
+            " ".join(self.project.link_command(f"Finder{action}Action")).replace(action, "ACTION")
+            for action in ACTIONS
+        ]
+        self.assertEqual(commands[0], commands[1])
+
+
+class ResourcesTest(DarwinTestCase):
+    def test_each_table_is_copied_to_its_language(self):
+        for extension in EXTENSIONS:
+            resources = f"bin/{extension}.appex/Contents/Resources"
+            sources = {
+                "InfoPlist.strings": f"apps/macos/{extension}",
+                "Localizable.strings": f"{SOURCE}/resources",
+            }
+            expected = {
+                f"{resources}/{language}.lproj/{name}": f"{folder}/{language}.lproj/{name}"
+                for language in LANGUAGES
+                for name, folder in sources.items()
+            }
+            with self.subTest(extension):
+                self.assertEqual(self.project.resource_outputs(extension), sorted(expected))
+            for output, source in expected.items():
+                with self.subTest(output):
+                    copy = self.project.command(output)
+                    self.assertEqual(copy[1:], ["-E", "copy", source, output])
+
+
+if __name__ == "__main__":
+    unittest.main()

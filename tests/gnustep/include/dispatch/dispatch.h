@@ -1,0 +1,19 @@
+// The main queue, as far as the products use it; the tests run its tasks (SharedObjects.h).
+#pragma once
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef struct dispatch_queue_s* dispatch_queue_t;
+typedef dispatch_queue_t dispatch_queue_main_t;
+typedef void (*dispatch_function_t)(void*);
+
+dispatch_queue_main_t dispatch_get_main_queue(void);
+
+/// May be called on any thread. Any other queue than the main one ends the program.
+void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work);
+
+#ifdef __cplusplus
+}
+#endif

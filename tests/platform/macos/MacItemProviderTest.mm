@@ -1,0 +1,188 @@
+#include "extension/SelectionGathering.h"
+#include "platform/macos/MacItemProvider.h"
+#include "tests/RowName.h"
+#include "tests/gnustep/ScriptedItemProvider.h"
+
+#include <gtest/gtest.h>
+
+#import <Foundation/Foundation.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <variant>
+#include <vector>
+
+/// A URL that names a file by its identity, as the pasteboard has them; GNUstep has none.
+@interface ReferenceURL : NSURL
+@end
+
+@implementation ReferenceURL
+
+- (NSURL*)filePathURL {
+  return [NSURL fileURLWithPath:@"/a b"];
+}
+
+@end
+
+namespace velmora {
+namespace {
+
+/// What a load callback was told.
+struct Delivery {
+  LoadedItem item;
+  std::optional<PlatformError> error;
+};
+
+std::unique_ptr<MacItemProvider> providerOf(LoadScript script) {
+  ScriptedItemProvider* scripted = [[ScriptedItemProvider alloc] initWithTypes:{"public.file-url"}
+                                                                        script:std::move(script)];
+  auto provider = std::make_unique<MacItemProvider>(scripted);
+  [scripted release];
+  return provider;
+}
+
+std::vector<Delivery> deliveriesOf(MacItemProvider& provider) {
+  std::vector<Delivery> deliveries;
+  provider.loadItem(
+      "public.file-url", [&deliveries](const LoadedItem& item, const PlatformError* error) {
+        deliveries.push_back(
+            {.item = item, .error = error != nullptr ? std::optional(*error) : std::nullopt});
+      });
+  return deliveries;
+}
+
+/// The one delivery of a provider that delivers this.
+Delivery delivered(id item, NSError* error) {
+  const auto provider =
+      providerOf([item, error](NSItemProviderCompletionHandler handler) { handler(item, error); });
+  std::vector<Delivery> deliveries = deliveriesOf(*provider);
+  EXPECT_EQ(deliveries.size(), 1U);
+  return std::move(deliveries.at(0));
+}
+
+NSData* dataOf(const std::string& bytes) {
+  return [NSData dataWithBytes:bytes.data() length:bytes.size()];
+}
+
+struct ItemRow {
+  std::string name;
+  std::function<id()> item;
+  std::optional<FileURL> url;
+};
+
+std::ostream& operator<<(std::ostream& out, const ItemRow& row) { return out << row.name; }
+
+class MacDeliveredItem : public testing::TestWithParam<ItemRow> {};
+
+TEST_P(MacDeliveredItem, isAFileURLOrNone) {
+  @autoreleasepool {
+    EXPECT_EQ(fileURLFromLoadedItem(delivered(GetParam().item(), nil).item), GetParam().url);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Items, MacDeliveredItem,
+    testing::Values(
+        ItemRow{"nothing", [] { return nil; }, std::nullopt},
+        ItemRow{"url", [] { return [NSURL fileURLWithPath:@"/a b/100%"]; }, FileURL{"/a b/100%"}},
+        ItemRow{"urlWithATrailingSlash", [] { return [NSURL URLWithString:@"file:///a%20b/"]; },
+                FileURL{"/a b/"}},
+        ItemRow{"urlRelativeToAnother",
+                [] {
+                  return [NSURL URLWithString:@"c"
+                                relativeToURL:[NSURL URLWithString:@"file:///a/b"]];
+                },
+                FileURL{"/a/c"}},
+        ItemRow{"urlOfTheWeb", [] { return [NSURL URLWithString:@"https://a/b"]; }, std::nullopt},
+        ItemRow{"urlWithAnEncodedSlash", [] { return [NSURL URLWithString:@"file:///a%2Fb"]; },
+                std::nullopt},
+        ItemRow{"data", [] { return dataOf("file:///a%20b"); }, FileURL{"/a b"}},
+        ItemRow{"noData", [] { return dataOf(""); }, std::nullopt},
+        ItemRow{"dataOfAPath", [] { return dataOf("/a"); }, std::nullopt},
+        ItemRow{"dataThatIsNoURL", [] { return dataOf("file:///a b"); }, std::nullopt},
+        ItemRow{"dataThatIsNoText", [] { return dataOf("file:///\xff"); }, std::nullopt},
+        ItemRow{"string", [] { return @"file:///a"; }, std::nullopt},
+        ItemRow{"dictionary", [] { return @{@"file:///a" : @"file:///a"}; }, std::nullopt}),
+    RowName());
+
+TEST(MacItemProviderTest, resolvesAURLThatNamesNoPath) {
+  @autoreleasepool {
+    ReferenceURL* reference =
+        [[[ReferenceURL alloc] initWithString:@"file:///.file/id=1.2"] autorelease];
+    EXPECT_EQ(fileURLFromLoadedItem(delivered(reference, nil).item), FileURL{"/a b"});
+  }
+}
+
+TEST(MacItemProviderTest, tellsNothingFromSomethingUnusable) {
+  @autoreleasepool {
+    EXPECT_TRUE(std::holds_alternative<std::monostate>(delivered(nil, nil).item));
+    EXPECT_TRUE(std::holds_alternative<UnusableItem>(delivered(@"text", nil).item));
+  }
+}
+
+TEST(MacItemProviderTest, deliversTheErrorBesideTheItem) {
+  @autoreleasepool {
+    NSError* error = [NSError errorWithDomain:@"d"
+                                         code:-1000
+                                     userInfo:@{NSLocalizedDescriptionKey : @"text"}];
+    for (id item : {static_cast<id>([NSURL fileURLWithPath:@"/a"]), static_cast<id>(nil)}) {
+      const Delivery delivery = delivered(item, error);
+      EXPECT_EQ(fileURLFromLoadedItem(delivery.item).has_value(), item != nil);
+      ASSERT_TRUE(delivery.error.has_value());
+      EXPECT_EQ(delivery.error->domain(), "d");
+      EXPECT_EQ(delivery.error->code(), -1000);
+      EXPECT_STREQ(delivery.error->what(), "text");
+      EXPECT_NE(delivery.error->native(), nullptr);
+    }
+    EXPECT_FALSE(delivered(nil, nil).error.has_value());
+  }
+}
+
+TEST(MacItemProviderTest, asksForTheTypeAndForNoOptions) {
+  ScriptedItemProvider* scripted =
+      [[ScriptedItemProvider alloc] initWithTypes:{"public.file-url", "public.folder"} script:{}];
+  MacItemProvider provider(scripted);
+  EXPECT_TRUE(provider.hasItemConformingTo("public.file-url"));
+  EXPECT_TRUE(provider.hasItemConformingTo("public.folder"));
+  EXPECT_FALSE(provider.hasItemConformingTo("public.image"));
+  EXPECT_TRUE(deliveriesOf(provider).empty());
+  EXPECT_EQ([scripted record]->loads(), (std::vector<RecordedLoad>{{"public.file-url", false}}));
+  [scripted release];
+}
+
+TEST(MacItemProviderTest, keepsItsProviderAndLetsItGo) {
+  @autoreleasepool {
+    ScriptedItemProvider* scripted = [[ScriptedItemProvider alloc] initWithTypes:{} script:{}];
+    const auto record = [scripted record];
+    {
+      const MacItemProvider provider(scripted);
+      [scripted release];
+      EXPECT_FALSE(record->deallocated());
+    }
+    EXPECT_TRUE(record->deallocated());
+  }
+}
+
+TEST(MacItemProviderTest, keepsACallbackForAsLongAsTheProviderDoes) {
+  @autoreleasepool {
+    std::optional<HeldCompletionHandler> held;
+    const auto provider =
+        providerOf([&held](NSItemProviderCompletionHandler handler) { held.emplace(handler); });
+    auto captured = std::make_shared<int>(0);
+    const std::weak_ptr<int> watched = captured;
+    provider->loadItem("public.file-url",
+                       [captured](const LoadedItem&, const PlatformError*) { ++*captured; });
+    captured.reset();
+    ASSERT_FALSE(watched.expired());
+    (*held)(nil, nil);
+    EXPECT_EQ(*watched.lock(), 1);
+    held.reset();
+    EXPECT_TRUE(watched.expired());
+  }
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,33 @@
+#include "platform/macos/MacPathStandardizer.h"
+#include "tests/contracts/PathStandardizerContract.h"
+
+#include <gtest/gtest.h>
+
+namespace velmora {
+namespace {
+
+class MacPathsAdapter {
+ public:
+  const PathStandardizer& paths() { return paths_; }
+
+ private:
+  MacPathStandardizer paths_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Mac, PathStandardizerContract, MacPathsAdapter);
+
+// Only Foundation knows these, so they tell that it was asked.
+TEST(MacPathStandardizerTest, leavesOutPrivateInFrontOfAPlaceThatIsThereWithoutIt) {
+  const MacPathStandardizer paths;
+  EXPECT_EQ(paths.standardizedFileURLPath("/private/tmp"), Text("/tmp"));
+  EXPECT_EQ(paths.standardizedPath("/private/tmp"), Text("/tmp"));
+}
+
+TEST(MacPathStandardizerTest, knowsNoPlaceOfBytesThatAreNotUTF8) {
+  const MacPathStandardizer paths;
+  EXPECT_EQ(paths.standardizedFileURLPath("/a\xff").utf8(), "");
+  EXPECT_EQ(paths.standardizedPath("/a\xff").utf8(), "/a\xff");
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,82 @@
+#include "tests/platform/macos/ScratchBundle.h"
+
+#include "platform/macos/FoundationText.h"
+#include "tests/platform/macos/MethodReplacement.h"
+
+#import <Foundation/Foundation.h>
+
+namespace velmora {
+
+namespace {
+
+/// What the replaced method answers with; it has no other way to know.
+NSBundle* standIn = nil;
+
+id mainBundle(id, SEL) { return standIn; }
+
+std::string inQuotes(std::string_view text) {
+  std::string result = "\"";
+  for (const char character : text) {
+    if (character == '"' || character == '\\') {
+      result.push_back('\\');
+    }
+    result.push_back(character);
+  }
+  return result + "\"";
+}
+
+}  // namespace
+
+struct ScratchBundle::MainBundle {
+  ~MainBundle() { replace(nil); }
+
+  void replace(NSBundle* bundle) {
+    [standIn release];
+    standIn = bundle;
+  }
+
+  MethodReplacement replacement {
+    class_getClassMethod([NSBundle class], @selector(mainBundle)), mainBundle
+  };
+};
+
+ScratchBundle::ScratchBundle() : mainBundle_(std::make_unique<MainBundle>()) {
+  writeNextGeneration();
+}
+
+ScratchBundle::~ScratchBundle() = default;
+
+void ScratchBundle::identifyAs(const std::optional<std::string>& identifier) {
+  identifier_ = identifier;
+  writeNextGeneration();
+}
+
+void ScratchBundle::writeStrings(std::string_view language, std::string_view content) {
+  tables_.insert_or_assign(std::string(language), std::string(content));
+  writeNextGeneration();
+}
+
+void ScratchBundle::localize(std::string_view language,
+                             const std::map<std::string, std::string>& texts) {
+  std::string content;
+  for (const auto& [key, text] : texts) {
+    content += inQuotes(key) + " = " + inQuotes(text) + ";\n";
+  }
+  writeStrings(language, content);
+}
+
+void ScratchBundle::writeNextGeneration() {
+  const std::string bundle = std::to_string(++generation_) + ".bundle";
+  const std::string resources = bundle + "/Resources/";
+  directory_.write(
+      resources + "Info-gnustep.plist",
+      identifier_ ? "{ CFBundleIdentifier = " + inQuotes(*identifier_) + "; }" : "{ }");
+  for (const auto& [language, content] : tables_) {
+    directory_.write(resources + language + ".lproj/Localizable.strings", content);
+  }
+  @autoreleasepool {
+    mainBundle_->replace([[NSBundle alloc] initWithPath:foundationString(directory_.path(bundle))]);
+  }
+}
+
+}  // namespace velmora

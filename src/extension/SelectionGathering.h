@@ -18,8 +18,8 @@ class MainQueue;
 [[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> fileURLProviders(
     const ExtensionContext& context);
 
-/// The file URL that a loaded item is or represents, or none. Throws std::bad_alloc when memory runs
-/// out, or ran out when the item was delivered.
+/// The file URL that a loaded item is or represents, or none. Throws std::bad_alloc when memory
+/// runs out, or ran out when the item was delivered.
 [[nodiscard]] std::optional<FileURL> fileURLFromLoadedItem(const LoadedItem& item);
 
 /// The loaded URLs in the order of their providers, those that failed left out without a gap; none

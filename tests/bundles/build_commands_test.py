@@ -55,6 +55,10 @@ class CompilingTest(DarwinTestCase):
             for source, _, command in self.of_extension(extension):
                 with self.subTest(extension=extension, source=source.name):
                     self.assertIn("-fapplication-extension", command)
+        for source, _, command in self.project.compilations():
+            if source.suffix == ".mm":
+                with self.subTest(source.name):
+                    self.assertIn("-fapplication-extension", command)
 
     def test_the_libraries_are_whole_but_for_what_is_for_linux(self):
         folder = SOURCE / "src"

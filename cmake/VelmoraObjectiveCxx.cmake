@@ -28,6 +28,10 @@ set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
 set(CMAKE_OBJCXX_EXTENSIONS OFF)
 
 if(APPLE)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "AppleClang" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 15)
+    message(FATAL_ERROR "Xcode 15 or later is needed: the standard library of this one has no "
+                        "algorithms on ranges")
+  endif()
   enable_language(OBJCXX)
   target_compile_options(velmora_cocoa INTERFACE $<$<COMPILE_LANGUAGE:OBJCXX>:-fno-objc-arc>)
   target_link_libraries(velmora_cocoa INTERFACE "-framework Foundation" "-framework AppKit")

@@ -1,6 +1,6 @@
 #include "extension/VelmoraFinderActionExtension.h"
 
-#include "localization/Messages.h"
+#include "extension/RequestFlow.h"
 #include "macos/MacPlatform.h"
 #include "platform/macos/ExceptionBarrier.h"
 #include "platform/macos/MacExtensionContext.h"
@@ -29,8 +29,9 @@ void serve(NSExtensionContext* host) {
       std::shared_ptr<ExtensionContext>(request, &request->context));
 }
 
-void cancelWithoutMemory(NSExtensionContext* host) {
-  MacExtensionContext(host).cancelRequest({.code = failedHandoffErrorCode});
+void cancel(NSExtensionContext* host) {
+  MacExtensionContext context(host);
+  cancelWithoutMessage(context);
 }
 
 }  // namespace
@@ -60,8 +61,9 @@ void cancelWithoutMemory(NSExtensionContext* host) {
 - (void)beginRequestWithExtensionContext:(NSExtensionContext*)context {
   [super beginRequestWithExtensionContext:context];
   @autoreleasepool {
-    if (!velmora::attempt([context] { velmora::serve(context); })) {
-      velmora::cancelWithoutMemory(context);
+    const velmora::AttemptResult result = velmora::attempt([context] { velmora::serve(context); });
+    if (result != velmora::AttemptResult::succeeded) {
+      velmora::cancel(context);
     }
   }
 }

@@ -12,6 +12,7 @@
 
 #include <exception>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,29 +36,59 @@ void logFailedHandoff(std::string_view description, Logger& logger) noexcept {
 void cancelFailedHandoff(std::string_view description, ExtensionContext& context,
                          const Platform& platform) noexcept {
   logFailedHandoff(description, platform.logger);
-  RequestError error;
+  std::optional<RequestError> error;
   try {
     error = makeHandoffError(isRestoreAction(platform.bundle), platform);
-  } catch (const std::bad_alloc&) {
-    // Not even the message fits into memory: the code alone says what happened.
-    error.code = failedHandoffErrorCode;
+  } catch (...) {
+    // Neither memory nor a platform's objects may keep the request from its end.
+    error.reset();
   }
-  context.cancelRequest(error);
+  if (error.has_value()) {
+    context.cancelRequest(*error);
+  } else {
+    cancelWithoutMessage(context);
+  }
+}
+
+/// Why a part of a request failed; in words of ours where there was no memory for others.
+struct Failure {
+  std::string words = {};
+  std::string_view ourWords = {};
+
+  [[nodiscard]] std::string_view description() const { return ourWords.empty() ? words : ourWords; }
+};
+
+Failure failureDescribedBy(const char* words) noexcept {
+  try {
+    return {.words = words};
+  } catch (const std::bad_alloc&) {
+    return {.ourWords = outOfMemoryDescription};
+  }
+}
+
+template <class Step>
+std::optional<Failure> failureOf(Step step) noexcept {
+  try {
+    step();
+    return std::nullopt;
+  } catch (const std::bad_alloc&) {
+    return Failure{.ourWords = outOfMemoryDescription};
+  } catch (const std::exception& error) {
+    return failureDescribedBy(error.what());
+  } catch (...) {
+    // A host's objects may throw what is no exception of ours.
+    return Failure{.ourWords = "Unknown error"};
+  }
 }
 
 /// Runs a part of a request that ends it as its last act, and ends it where that part cannot.
 template <class Step>
 void endingWithHandoffError(ExtensionContext& context, const Platform& platform,
                             Step step) noexcept {
-  try {
-    step();
-  } catch (const std::bad_alloc&) {
-    cancelFailedHandoff(outOfMemoryDescription, context, platform);
-  } catch (const std::exception& error) {
-    cancelFailedHandoff(error.what(), context, platform);
-  } catch (...) {
-    // A host's objects may throw what is no exception of ours.
-    cancelFailedHandoff("Unknown error", context, platform);
+  // The end is not made while an exception is handled: another language's, raised by then, would
+  // end the process.
+  if (const std::optional<Failure> failure = failureOf(step)) {
+    cancelFailedHandoff(failure->description(), context, platform);
   }
 }
 
@@ -101,6 +132,17 @@ void loadAndPerformHandoff(const std::shared_ptr<ExtensionContext>& context,
 }
 
 }  // namespace
+
+void cancelWithoutMessage(ExtensionContext& context) noexcept {
+  RequestError error;
+  error.code = failedHandoffErrorCode;
+  try {
+    error.domain = finderActionErrorDomain;
+  } catch (const std::bad_alloc&) {
+    // The code alone says what happened.
+  }
+  context.cancelRequest(error);
+}
 
 void performHandoff(const std::vector<FileURL>& selection, ExtensionContext& context,
                     const Platform& platform) noexcept {

@@ -29,4 +29,7 @@ void beginRequest(const std::shared_ptr<ExtensionContext>& context,
 void performHandoff(const std::vector<FileURL>& selection, ExtensionContext& context,
                     const Platform& platform) noexcept;
 
+/// Ends a request that cannot be served at all with the handoff error, but without a sentence.
+void cancelWithoutMessage(ExtensionContext& context) noexcept;
+
 }  // namespace velmora

@@ -50,15 +50,23 @@ class Gathering : public std::enable_shared_from_this<Gathering> {
     if (pendingShares_.fetch_sub(1) > 1) {
       return;
     }
-    try {
-      mainQueue_.async([self = shared_from_this()] { self->finish(self->takeURLs()); });
-    } catch (...) {
+    if (!finishOnMainQueue()) {
       // Nobody else will end the request.
       finish(std::nullopt);
     }
   }
 
  private:
+  /// False when there is no memory to reach the main queue.
+  bool finishOnMainQueue() noexcept {
+    try {
+      mainQueue_.async([self = shared_from_this()] { self->finish(self->takeURLs()); });
+      return true;
+    } catch (...) {
+      return false;
+    }
+  }
+
   void answer(std::size_t position, const LoadedItem& item) noexcept {
     if (answered_[position].exchange(true)) {
       return;

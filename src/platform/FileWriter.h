@@ -14,9 +14,9 @@ class FileWriter {
   /// exists is no error. Throws PlatformError.
   virtual void createDirectories(std::string_view path) = 0;
 
-  /// Makes the file `path` with `bytes`, on stable storage and whole from the moment at which it
-  /// appears. Throws PlatformError, and leaves nothing behind then. No other name that it uses
-  /// meanwhile ends in ".json".
+  /// Makes the file `path` with `bytes`, whole from the moment at which it appears, and on stable
+  /// storage then (as far as the system's fsync sees to that). Throws PlatformError, and leaves
+  /// nothing behind then. No other name that it uses meanwhile ends in ".json".
   virtual void writeAtomically(std::string_view path, std::string_view bytes) = 0;
 };
 

@@ -143,6 +143,15 @@ class SigningTest(unittest.TestCase):
             [*(f"provisionprofile of {name}" for name in EXTENSIONS), None, None],
         )
 
+    def test_no_profile_of_an_earlier_time_is_left(self):
+        for name in EXTENSIONS:
+            earlier = self.application / f"Contents/PlugIns/{name}.appex/Contents"
+            (earlier / "embedded.provisionprofile").write_text("earlier", encoding="utf-8")
+        self.assertEqual(
+            self.sign("--identity", "-", "--entitlements", self.entitlements, self.application), 0
+        )
+        self.assertEqual([call["profile"] for call in self.calls()], [None] * 4)
+
     def test_paths_are_those_of_the_caller(self):
         self.assertEqual(
             self.sign("--identity", "-", "--entitlements", "the entitlements", "My Velmora.app/"), 0

@@ -92,8 +92,9 @@ class DevelopmentTest(TargetsTestCase):
 class HostTest(TargetsTestCase):
     options = {"VELMORA_BUILD_EXTENSION_HOST": "ON"}
 
-    def test_the_extensions_come_into_it(self):
-        command = " ".join(self.project.command("bin/Velmora.app/Contents/MacOS/Velmora"))
+    def test_the_extensions_come_into_it_at_every_build(self):
+        embedding = "apps/macos/host/CMakeFiles/velmora_embedded_extensions.util"
+        command = " ".join(self.project.command(embedding))
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 bundle = self.project.bundle(extension)

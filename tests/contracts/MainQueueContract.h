@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/MainQueue.h"
+#include "tests/Threads.h"
 
 #include <gtest/gtest.h>
 
@@ -70,7 +71,7 @@ TYPED_TEST_P(MainQueueContract, runsTasksOfAllThreadsOnOneThreadInTheOrderOfEach
   std::vector<std::thread::id> runners;
   MainQueue& queue = this->adapter.queue();
   {
-    std::vector<std::jthread> threads;
+    std::vector<JoiningThread> threads;
     threads.reserve(threadCount);
     for (std::vector<std::size_t>& runsOfThread : runs) {
       threads.emplace_back([&queue, &runsOfThread, &runners] {

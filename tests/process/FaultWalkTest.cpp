@@ -249,6 +249,16 @@ INSTANTIATE_TEST_SUITE_P(Kills, KillWalkTest,
                                            KillCase{"partialFile", Road::partialFile}),
                          RowName());
 
+TEST_F(FaultWalkTest, directoriesAreMadeWithoutALookAboveTheNearestOneThatIsThere) {
+  EXPECT_EQ(runTraced("?mkdir,mkdirat", {}).exitStatus, 0);
+  const std::vector<TracedCall> calls = callsIn(trace);
+  EXPECT_FALSE(calls.empty());
+  const std::string container = requestDirectory().parent_path().parent_path();
+  for (const TracedCall& call : calls) {
+    EXPECT_NE(call.text.find(container), std::string::npos) << call.text;
+  }
+}
+
 TEST_F(FaultWalkTest, requestIsWrittenWhereFilesCannotBeUnnamed) {
   const std::vector<TracedCall> calls = callsOfAGoodRun(Road::unnamedFile);
   const auto unnamed = std::ranges::find_if(calls, [](const TracedCall& call) {

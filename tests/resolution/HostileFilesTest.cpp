@@ -8,6 +8,7 @@
 #include "tests/HostileFiles.h"
 #include "tests/RowName.h"
 #include "tests/ScratchDirectory.h"
+#include "tests/Threads.h"
 #include "tests/fakes/WarpRecords.h"
 #include "tests/resolution/RecordingObserver.h"
 
@@ -16,7 +17,6 @@
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace velmora {
@@ -121,15 +121,13 @@ TEST(ChangingFiles, areReadAsTheyAreAtSomeMoment) {
   WarpedDirectories warped;
   const std::string manifestPath = warped.scratch.path("ManifestMirror/b.json");
   const std::string markerPath = warped.scratch.path("b/.velmora-warped.json");
-  std::jthread application([&](const std::stop_token& stop) {
-    const std::string manifest = encodeManifest(manifestOf(warped.scratch.path("b"), "b"));
-    while (!stop.stop_requested()) {
-      makeFile(manifestPath, manifest);
-      makeFile(markerPath, markerJSON("b"));
-      std::filesystem::resize_file(manifestPath, manifest.size() / 2);
-      std::filesystem::remove(markerPath);
-      std::filesystem::remove(manifestPath);
-    }
+  const std::string manifest = encodeManifest(manifestOf(warped.scratch.path("b"), "b"));
+  const RepeatingThread application([&] {
+    makeFile(manifestPath, manifest);
+    makeFile(markerPath, markerJSON("b"));
+    std::filesystem::resize_file(manifestPath, manifest.size() / 2);
+    std::filesystem::remove(markerPath);
+    std::filesystem::remove(manifestPath);
   });
   for (int round = 0; round < 300; ++round) {
     const Paths folders = warped.confirmed();

@@ -1,13 +1,17 @@
 #include "platform/macos/ExceptionBarrier.h"
 
+#include <new>
+
 namespace velmora {
 
-bool attempt(void (*call)(void* operation), void* operation) noexcept {
+AttemptResult attempt(void (*call)(void* operation), void* operation) noexcept {
   try {
     call(operation);
-    return true;
+    return AttemptResult::succeeded;
+  } catch (const std::bad_alloc&) {
+    return AttemptResult::ranOutOfMemory;
   } catch (...) {
-    return false;
+    return AttemptResult::failed;
   }
 }
 

@@ -9,12 +9,15 @@
 
 namespace velmora {
 
-/// Calls `call(operation)`. False when that threw, in either language; what it threw is dropped.
-bool attempt(void (*call)(void* operation), void* operation) noexcept;
+enum class AttemptResult { succeeded, ranOutOfMemory, failed };
 
-/// Runs `operation`, and tells whether it came to its end. Allocates nothing.
+/// Calls `call(operation)`, and tells how that ended; what it threw, in either language, is
+/// dropped.
+AttemptResult attempt(void (*call)(void* operation), void* operation) noexcept;
+
+/// The same for any operation without arguments. Allocates nothing.
 template <class Operation>
-bool attempt(Operation operation) noexcept {
+AttemptResult attempt(Operation operation) noexcept {
   return attempt([](void* erased) { (*static_cast<Operation*>(erased))(); },
                  std::addressof(operation));
 }

@@ -12,7 +12,7 @@ namespace velmora {
 namespace {
 
 LoadedItem loadedURL(NSURL* url) {
-  NSURL* byPath = [url isFileURL] ? [url filePathURL] : url;
+  NSURL* byPath = [url isFileURL] != NO ? [url filePathURL] : url;
   std::optional<std::string> text = utf8Of([byPath absoluteString]);
   if (!text) {
     return UnusableItem();
@@ -51,9 +51,16 @@ std::optional<PlatformError> platformError(NSError* error) {
       std::make_shared<ObjectHolder<NSError>>(ObjectHolder<NSError>::retaining(error)));
 }
 
-void deliver(id item, NSError* error, const ItemProvider::LoadCompletion& completion) {
-  const std::optional<PlatformError> reported = platformError(error);
-  completion(loadedItem(item), reported ? &*reported : nullptr);
+void deliver(id item, NSError* error, const ItemProvider::LoadCompletion& completion) noexcept {
+  const AttemptResult result = attempt([&] {
+    const std::optional<PlatformError> reported = platformError(error);
+    completion(loadedItem(item), reported ? &*reported : nullptr);
+  });
+  if (result == AttemptResult::ranOutOfMemory) {
+    completion(OutOfMemory(), nullptr);
+  } else if (result == AttemptResult::failed) {
+    completion(UnusableItem(), nullptr);
+  }
 }
 
 }  // namespace
@@ -64,7 +71,7 @@ MacItemProvider::MacItemProvider(NSItemProvider* provider)
 bool MacItemProvider::hasItemConformingTo(std::string_view typeIdentifier) const {
   @autoreleasepool {
     return
-        [provider_.get() hasItemConformingToTypeIdentifier:foundationString(typeIdentifier)] == YES;
+        [provider_.get() hasItemConformingToTypeIdentifier:foundationString(typeIdentifier)] != NO;
   }
 }
 
@@ -76,9 +83,7 @@ void MacItemProvider::loadItem(std::string_view typeIdentifier, LoadCompletion c
                                        options:nil
                              completionHandler:^(id<NSSecureCoding> item, NSError* error) {
                                @autoreleasepool {
-                                 if (!attempt([&] { deliver(item, error, *shared); })) {
-                                   (*shared)(OutOfMemory(), nullptr);
-                                 }
+                                 deliver(item, error, *shared);
                                }
                              }];
   }

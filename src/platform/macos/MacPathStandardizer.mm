@@ -10,7 +10,9 @@ Text MacPathStandardizer::standardizedFileURLPath(const Text& path) const {
     if (string == nil) {
       return {};
     }
-    return pathOf([[NSURL fileURLWithPath:string] URLByStandardizingPath]).value_or(Text());
+    // Foundation does not say which URL an empty path makes.
+    NSString* filePath = [string length] == 0 ? @"." : string;
+    return pathOf([[NSURL fileURLWithPath:filePath] URLByStandardizingPath]).value_or(Text());
   }
 }
 

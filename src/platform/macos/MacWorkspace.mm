@@ -13,8 +13,8 @@ namespace {
 
 NSWorkspaceOpenConfiguration* foundationConfiguration(OpenConfiguration configuration) {
   NSWorkspaceOpenConfiguration* result = [NSWorkspaceOpenConfiguration configuration];
-  [result setActivates:configuration.activates];
-  [result setAddsToRecentItems:configuration.addsToRecentItems];
+  [result setActivates:configuration.activates ? YES : NO];
+  [result setAddsToRecentItems:configuration.addsToRecentItems ? YES : NO];
   return result;
 }
 

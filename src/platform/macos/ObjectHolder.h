@@ -20,7 +20,11 @@ class ObjectHolder {
 
   ObjectHolder(const ObjectHolder& other) : object_([other.object_ retain]) {}
   ObjectHolder(ObjectHolder&& other) noexcept : object_(std::exchange(other.object_, nil)) {}
-  ObjectHolder& operator=(const ObjectHolder& other) { return *this = ObjectHolder(other); }
+  ObjectHolder& operator=(const ObjectHolder& other) {
+    ObjectHolder copy(other);
+    std::swap(object_, copy.object_);
+    return *this;
+  }
   ObjectHolder& operator=(ObjectHolder&& other) noexcept {
     std::swap(object_, other.object_);
     return *this;

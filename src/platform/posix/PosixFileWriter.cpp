@@ -130,8 +130,16 @@ void requireSuccess(int error) {
   }
 }
 
+/// Looks at nothing above the nearest directory that is there: a sandbox may hide what is.
 void createDirectoriesAbove(const std::string& path) {
-  for (std::size_t slash = path.find('/', 1); slash != std::string::npos;
+  int error = ENOENT;
+  std::size_t slash = path.size();
+  while (error == ENOENT && slash > 1) {
+    slash = path.rfind('/', slash - 1);
+    error = slash == 0 ? 0 : createDirectory(path.substr(0, slash));
+  }
+  requireSuccess(error);
+  for (slash = path.find('/', slash + 1); slash != std::string::npos;
        slash = path.find('/', slash + 1)) {
     requireSuccess(createDirectory(path.substr(0, slash)));
   }

@@ -16,9 +16,9 @@
 /// Counts how it was ended, and allocates nothing in C++ for that.
 @interface CountingContext : NSExtensionContext {
  @private
-  int _completionCount;
-  int _cancellationCount;
-  long _lastCode;
+  int completionCount_;
+  int cancellationCount_;
+  long lastCode_;
 }
 - (int)completionCount;
 - (int)cancellationCount;
@@ -28,25 +28,25 @@
 @implementation CountingContext
 
 - (int)completionCount {
-  return _completionCount;
+  return completionCount_;
 }
 
 - (int)cancellationCount {
-  return _cancellationCount;
+  return cancellationCount_;
 }
 
 - (long)lastCode {
-  return _lastCode;
+  return lastCode_;
 }
 
 - (void)completeRequestReturningItems:(NSArray*)items
                     completionHandler:(void (^)(BOOL expired))completionHandler {
-  _completionCount += items != nil && completionHandler == nil ? 1 : 0;
+  completionCount_ += items != nil && completionHandler == nil ? 1 : 0;
 }
 
 - (void)cancelRequestWithError:(NSError*)error {
-  ++_cancellationCount;
-  _lastCode = [error code];
+  ++cancellationCount_;
+  lastCode_ = [error code];
 }
 
 @end
@@ -55,7 +55,7 @@
 /// in C++ for that. Waits for the thread, so that every run allocates in the same order.
 @interface PlainItemProvider : NSItemProvider {
  @private
-  NSURL* _url;
+  NSURL* url_;
 }
 - (instancetype)initWithURL:(NSURL*)url;
 @end
@@ -80,12 +80,12 @@ void* deliver(void* argument) {
 @implementation PlainItemProvider
 
 - (instancetype)initWithURL:(NSURL*)url {
-  _url = [url retain];
+  url_ = [url retain];
   return self;
 }
 
 - (void)dealloc {
-  [_url release];
+  [url_ release];
   [super dealloc];
 }
 
@@ -99,7 +99,7 @@ void* deliver(void* argument) {
   if (typeIdentifier == nil || options != nil) {
     return;
   }
-  Delivery delivery = {.handler = completionHandler, .url = _url};
+  Delivery delivery = {.handler = completionHandler, .url = url_};
   pthread_t thread = {};
   pthread_create(&thread, nullptr, deliver, &delivery);
   pthread_join(thread, nullptr);

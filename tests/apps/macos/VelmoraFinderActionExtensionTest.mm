@@ -388,12 +388,29 @@ TEST_F(PrincipalClass, completesWithoutAnInstalledApplication) {
   EXPECT_TRUE(sharedObjects().openedApplications.empty());
 }
 
+id raise(id, SEL) {
+  [NSException raise:NSGenericException format:@"no answer"];
+  return nil;
+}
+
 TEST_F(PrincipalClass, completesWhenANotificationReachesNobody) {
-  // No daemon delivers here, and GNUstep raises an exception.
+  const MethodReplacement broken(
+      class_getClassMethod([NSDistributedNotificationCenter class], @selector(defaultCenter)),
+      raise);
   const BegunRequest request =
       host.beginWithAttachments(@[ providerOfPath(host.makeFolder("folder")) ]);
   runMainQueue();
   expectCompleted(request);
+}
+
+TEST_F(PrincipalClass, cancelsWithoutASentenceWhenNoneCanBeLookedUp) {
+  const MethodReplacement broken(
+      class_getClassMethod([NSLocale class], @selector(preferredLanguages)), raise);
+  host.obstructHandoff();
+  const BegunRequest request =
+      host.beginWithAttachments(@[ providerOfPath(host.makeFolder("folder")) ]);
+  runMainQueue();
+  expectCancelled(request, finderActionError(2, ""));
 }
 
 TEST_F(PrincipalClass, servesRequestsSideBySide) {

@@ -12,30 +12,34 @@ namespace {
 
 TEST(ExceptionBarrierTest, runsAnOperationToItsEnd) {
   int runs = 0;
-  EXPECT_TRUE(attempt([&runs] { ++runs; }));
+  EXPECT_EQ(attempt([&runs] { ++runs; }), AttemptResult::succeeded);
   EXPECT_EQ(runs, 1);
 }
 
 TEST(ExceptionBarrierTest, stopsWhatCPlusPlusThrows) {
   int runs = 0;
-  EXPECT_FALSE(attempt([&runs] {
-    ++runs;
-    throw std::bad_alloc();
-  }));
-  EXPECT_FALSE(attempt([&runs] {
-    ++runs;
-    throw 1;
-  }));
+  EXPECT_EQ(attempt([&runs] {
+              ++runs;
+              throw std::bad_alloc();
+            }),
+            AttemptResult::ranOutOfMemory);
+  EXPECT_EQ(attempt([&runs] {
+              ++runs;
+              throw 1;
+            }),
+            AttemptResult::failed);
   EXPECT_EQ(runs, 2);
 }
 
 TEST(ExceptionBarrierTest, stopsWhatObjectiveCRaises) {
-  EXPECT_FALSE(attempt([] { [NSException raise:NSGenericException format:@"raised"]; }));
-  EXPECT_FALSE(attempt([] {
-    @autoreleasepool {
-      [[NSArray array] objectAtIndex:1];
-    }
-  }));
+  EXPECT_EQ(attempt([] { [NSException raise:NSGenericException format:@"raised"]; }),
+            AttemptResult::failed);
+  EXPECT_EQ(attempt([] {
+              @autoreleasepool {
+                [[NSArray array] objectAtIndex:1];
+              }
+            }),
+            AttemptResult::failed);
 }
 
 TEST(ExceptionBarrierTest, leavesNothingOfWhatTheOperationHeld) {
@@ -45,14 +49,16 @@ TEST(ExceptionBarrierTest, leavesNothingOfWhatTheOperationHeld) {
     int& count;
   };
   int held = 0;
-  EXPECT_FALSE(attempt([&held] {
-    const Held thrownPast(held);
-    throw std::runtime_error("thrown");
-  }));
-  EXPECT_FALSE(attempt([&held] {
-    const Held raisedPast(held);
-    [NSException raise:NSGenericException format:@"raised"];
-  }));
+  EXPECT_EQ(attempt([&held] {
+              const Held thrownPast(held);
+              throw std::runtime_error("thrown");
+            }),
+            AttemptResult::failed);
+  EXPECT_EQ(attempt([&held] {
+              const Held raisedPast(held);
+              [NSException raise:NSGenericException format:@"raised"];
+            }),
+            AttemptResult::failed);
   EXPECT_EQ(held, 0);
 }
 

@@ -17,7 +17,7 @@
 /// An extension host at its worst.
 @interface RaisingExtensionContext : NSExtensionContext {
  @private
-  int _callCount;
+  int callCount_;
 }
 - (int)callCount;
 @end
@@ -25,17 +25,17 @@
 @implementation RaisingExtensionContext
 
 - (int)callCount {
-  return _callCount;
+  return callCount_;
 }
 
 - (void)completeRequestReturningItems:(NSArray*)items
                     completionHandler:(void (^)(BOOL expired))completionHandler {
-  ++_callCount;
+  ++callCount_;
   [NSException raise:NSGenericException format:@"%@ %d", items, completionHandler != nil];
 }
 
 - (void)cancelRequestWithError:(NSError*)error {
-  ++_callCount;
+  ++callCount_;
   [NSException raise:NSGenericException format:@"%@", error];
 }
 

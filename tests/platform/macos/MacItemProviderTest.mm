@@ -19,6 +19,22 @@
 @interface ReferenceURL : NSURL
 @end
 
+@interface RaisingURL : NSURL
+@end
+
+@implementation RaisingURL
+
+- (NSString*)absoluteString {
+  [NSException raise:NSGenericException format:@"no text"];
+  return nil;
+}
+
+- (NSURL*)filePathURL {
+  return self;
+}
+
+@end
+
 @implementation ReferenceURL
 
 - (NSURL*)filePathURL {
@@ -102,7 +118,6 @@ INSTANTIATE_TEST_SUITE_P(
         ItemRow{"data", [] { return dataOf("file:///a%20b"); }, FileURL{"/a b"}},
         ItemRow{"noData", [] { return dataOf(""); }, std::nullopt},
         ItemRow{"dataOfAPath", [] { return dataOf("/a"); }, std::nullopt},
-        ItemRow{"dataThatIsNoURL", [] { return dataOf("file:///a b"); }, std::nullopt},
         ItemRow{"dataThatIsNoText", [] { return dataOf("file:///\xff"); }, std::nullopt},
         ItemRow{"string", [] { return @"file:///a"; }, std::nullopt},
         ItemRow{"dictionary", [] { return @{@"file:///a" : @"file:///a"}; }, std::nullopt}),
@@ -113,6 +128,13 @@ TEST(MacItemProviderTest, resolvesAURLThatNamesNoPath) {
     ReferenceURL* reference =
         [[[ReferenceURL alloc] initWithString:@"file:///.file/id=1.2"] autorelease];
     EXPECT_EQ(fileURLFromLoadedItem(delivered(reference, nil).item), FileURL{"/a b"});
+  }
+}
+
+TEST(MacItemProviderTest, takesAnItemThatRaisesExceptionsForUnusable) {
+  @autoreleasepool {
+    RaisingURL* raising = [[[RaisingURL alloc] initWithString:@"file:///a"] autorelease];
+    EXPECT_TRUE(std::holds_alternative<UnusableItem>(delivered(raising, nil).item));
   }
 }
 

@@ -7,7 +7,7 @@
 /// Counts the objects that there are.
 @interface CountedObject : NSObject {
  @private
-  int* _count;
+  int* count_;
 }
 - (instancetype)initWithCount:(int*)count;
 @end
@@ -17,14 +17,14 @@
 - (instancetype)initWithCount:(int*)count {
   self = [super init];
   if (self != nil) {
-    _count = count;
-    ++*_count;
+    count_ = count;
+    ++*count_;
   }
   return self;
 }
 
 - (void)dealloc {
-  --*_count;
+  --*count_;
   [super dealloc];
 }
 

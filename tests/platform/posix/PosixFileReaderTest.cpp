@@ -4,6 +4,7 @@
 #include "tests/HostileFiles.h"
 #include "tests/RowName.h"
 #include "tests/ScratchDirectory.h"
+#include "tests/Threads.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +21,6 @@
 #include <functional>
 #include <ostream>
 #include <stdexcept>
-#include <stop_token>
 #include <string>
 #include <thread>
 #include <vector>
@@ -201,26 +201,12 @@ TEST_F(ReadingPosixFiles, readsNothingThatTheUserMayNot) {
   ASSERT_EQ(::chmod(directory.path("closed").c_str(), 0700), 0);
 }
 
-/// Does `change` again and again on another thread, for as long as it lives.
-class Disturbance {
- public:
-  explicit Disturbance(const std::function<void()>& change)
-      : thread_([change](const std::stop_token& end) {
-          while (!end.stop_requested()) {
-            change();
-          }
-        }) {}
-
- private:
-  std::jthread thread_;
-};
-
 TEST_F(ReadingPosixFiles, readsAFileThatShrinksAndGrowsMeanwhile) {
   const std::string path = directory.write("file", "");
   const FileDescriptor file =
       FileDescriptor::adopt(::open(path.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC));
   const std::string bytes(600'000, 'x');
-  const Disturbance disturbance([&] {
+  const RepeatingThread disturbance([&] {
     require(::ftruncate(file.get(), 0) == 0, path);
     for (int count = 0; count < 3; ++count) {
       require(::write(file.get(), bytes.data(), bytes.size()) > 0, path);
@@ -273,7 +259,7 @@ TEST_F(ReadingPosixFiles, tellsEachNameOnceThoughTheDirectoryChangesMeanwhile) {
   const std::string first = directory.path("moving 1");
   const std::string second = directory.path("moving 2");
   makeSparseFile(first, 0);
-  const Disturbance disturbance([&] {
+  const RepeatingThread disturbance([&] {
     std::filesystem::rename(first, second);
     std::filesystem::rename(second, first);
   });

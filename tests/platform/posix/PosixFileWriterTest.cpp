@@ -2,6 +2,7 @@
 #include "platform/posix/PosixFileReader.h"
 #include "platform/posix/PosixFileWriter.h"
 #include "tests/ScratchDirectory.h"
+#include "tests/Threads.h"
 
 #include <gtest/gtest.h>
 
@@ -119,7 +120,7 @@ TEST_F(WritingPosixFiles, doesNotCutAPathAtNUL) {
 }
 
 TEST_F(WritingPosixFiles, makesOneDirectoryFromManyThreads) {
-  std::vector<std::jthread> threads;
+  std::vector<JoiningThread> threads;
   std::atomic<int> failureCount = 0;
   for (int thread = 0; thread < 8; ++thread) {
     threads.emplace_back([&] {

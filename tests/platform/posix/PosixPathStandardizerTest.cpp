@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <string>
 
 namespace velmora {
 namespace {
@@ -41,11 +42,17 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(PathCase{"absolute", "/a//b/../c/.", "/a/c"},
                     PathCase{"tilde", "~", "/home/me"},
                     PathCase{"belowTilde", "~/x/../y", "/home/me/y"},
-                    PathCase{"rootByName", "~root/x", "/root/x"},
                     PathCase{"unknownUser", "~no such user/x", "~no such user/x"},
                     PathCase{"tildeInside", "/~/x", "/~/x"}, PathCase{"relative", "a/./b", "a/b"},
                     PathCase{"empty", "", ""}),
     RowName());
+
+TEST(StandardizedPathOfAUser, asksThePasswordDatabase) {
+  const passwd* record = ::getpwnam("root");
+  ASSERT_NE(record, nullptr);
+  EXPECT_EQ(PosixPathStandardizer("/home/me/").standardizedPath("~root/x"),
+            Text(std::string(record->pw_dir) + "/x"));
+}
 
 TEST(StandardizedPathWithoutHome, asksThePasswordDatabase) {
   const passwd* record = ::getpwuid(::getuid());
@@ -73,10 +80,12 @@ class WorkingDirectory : public testing::Test {
 };
 
 TEST_F(WorkingDirectory, isTheBaseOfRelativePaths) {
-  EXPECT_EQ(fileURLPath(""), Text(directory.path()));
-  EXPECT_EQ(fileURLPath("."), Text(directory.path()));
-  EXPECT_EQ(fileURLPath("a/../b/"), Text(directory.path("b")));
-  EXPECT_EQ(fileURLPath("~"), Text(directory.path("~")));
+  // As the system names it: there may be a link on the way to the scratch directory.
+  const std::string base = std::filesystem::current_path().string();
+  EXPECT_EQ(fileURLPath(""), Text(base));
+  EXPECT_EQ(fileURLPath("."), Text(base));
+  EXPECT_EQ(fileURLPath("a/../b/"), Text(base + "/b"));
+  EXPECT_EQ(fileURLPath("~"), Text(base + "/~"));
 }
 
 TEST_F(WorkingDirectory, doesNotTouchAbsolutePaths) {

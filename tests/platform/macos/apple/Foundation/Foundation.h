@@ -204,6 +204,7 @@ typedef void (^NSItemProviderCompletionHandler)(__kindof id<NSSecureCoding> _Nul
 - (nullable instancetype)initWithBytes:(const void*)bytes
                                 length:(NSUInteger)len
                               encoding:(NSStringEncoding)encoding;
+- (NSUInteger)length;
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding;
 - (NSString*)stringByReplacingOccurrencesOfString:(NSString*)target
                                        withString:(NSString*)replacement;

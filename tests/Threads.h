@@ -1,0 +1,47 @@
+// Threads that end with their scope. (Not every standard library has std::jthread yet.)
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <thread>
+#include <utility>
+
+namespace velmora {
+
+/// Joined at the end of its life.
+class JoiningThread {
+ public:
+  explicit JoiningThread(std::function<void()> work) : thread_(std::move(work)) {}
+  JoiningThread(JoiningThread&&) = default;
+  JoiningThread(const JoiningThread&) = delete;
+  JoiningThread& operator=(const JoiningThread&) = delete;
+  JoiningThread& operator=(JoiningThread&&) = delete;
+  ~JoiningThread() {
+    if (thread_.joinable()) {
+      thread_.join();
+    }
+  }
+
+ private:
+  std::thread thread_;
+};
+
+/// Does `step` again and again on a thread of its own, for as long as it lives.
+class RepeatingThread {
+ public:
+  explicit RepeatingThread(std::function<void()> step)
+      : thread_([this, step = std::move(step)] {
+          while (!isEnding_) {
+            step();
+          }
+        }) {}
+  RepeatingThread(const RepeatingThread&) = delete;
+  RepeatingThread& operator=(const RepeatingThread&) = delete;
+  ~RepeatingThread() { isEnding_ = true; }
+
+ private:
+  std::atomic<bool> isEnding_ = false;
+  JoiningThread thread_;
+};
+
+}  // namespace velmora

@@ -16,9 +16,9 @@
 /// Counts how it was ended, and allocates nothing in C++ for that.
 @interface CountingContext : NSExtensionContext {
  @private
-  int completionCount_;
-  int cancellationCount_;
-  long lastCode_;
+  int completions;
+  int cancellations;
+  long lastErrorCode;
 }
 - (int)completionCount;
 - (int)cancellationCount;
@@ -28,25 +28,25 @@
 @implementation CountingContext
 
 - (int)completionCount {
-  return completionCount_;
+  return completions;
 }
 
 - (int)cancellationCount {
-  return cancellationCount_;
+  return cancellations;
 }
 
 - (long)lastCode {
-  return lastCode_;
+  return lastErrorCode;
 }
 
 - (void)completeRequestReturningItems:(NSArray*)items
                     completionHandler:(void (^)(BOOL expired))completionHandler {
-  completionCount_ += items != nil && completionHandler == nil ? 1 : 0;
+  completions += items != nil && completionHandler == nil ? 1 : 0;
 }
 
 - (void)cancelRequestWithError:(NSError*)error {
-  ++cancellationCount_;
-  lastCode_ = [error code];
+  ++cancellations;
+  lastErrorCode = [error code];
 }
 
 @end
@@ -55,7 +55,7 @@
 /// in C++ for that. Waits for the thread, so that every run allocates in the same order.
 @interface PlainItemProvider : NSItemProvider {
  @private
-  NSURL* url_;
+  NSURL* deliveredURL;
 }
 - (instancetype)initWithURL:(NSURL*)url;
 @end
@@ -80,12 +80,12 @@ void* deliver(void* argument) {
 @implementation PlainItemProvider
 
 - (instancetype)initWithURL:(NSURL*)url {
-  url_ = [url retain];
+  deliveredURL = [url retain];
   return self;
 }
 
 - (void)dealloc {
-  [url_ release];
+  [deliveredURL release];
   [super dealloc];
 }
 
@@ -99,7 +99,7 @@ void* deliver(void* argument) {
   if (typeIdentifier == nil || options != nil) {
     return;
   }
-  Delivery delivery = {.handler = completionHandler, .url = url_};
+  Delivery delivery = {.handler = completionHandler, .url = deliveredURL};
   pthread_t thread = {};
   pthread_create(&thread, nullptr, deliver, &delivery);
   pthread_join(thread, nullptr);

@@ -17,7 +17,7 @@
 /// An extension host at its worst.
 @interface RaisingExtensionContext : NSExtensionContext {
  @private
-  int callCount_;
+  int calls;
 }
 - (int)callCount;
 @end
@@ -25,17 +25,17 @@
 @implementation RaisingExtensionContext
 
 - (int)callCount {
-  return callCount_;
+  return calls;
 }
 
 - (void)completeRequestReturningItems:(NSArray*)items
                     completionHandler:(void (^)(BOOL expired))completionHandler {
-  ++callCount_;
+  ++calls;
   [NSException raise:NSGenericException format:@"%@ %d", items, completionHandler != nil];
 }
 
 - (void)cancelRequestWithError:(NSError*)error {
-  ++callCount_;
+  ++calls;
   [NSException raise:NSGenericException format:@"%@", error];
 }
 

@@ -7,7 +7,7 @@
 /// Counts the objects that there are.
 @interface CountedObject : NSObject {
  @private
-  int* count_;
+  int* liveObjects;
 }
 - (instancetype)initWithCount:(int*)count;
 @end
@@ -17,14 +17,14 @@
 - (instancetype)initWithCount:(int*)count {
   self = [super init];
   if (self != nil) {
-    count_ = count;
-    ++*count_;
+    liveObjects = count;
+    ++*liveObjects;
   }
   return self;
 }
 
 - (void)dealloc {
-  --*count_;
+  --*liveObjects;
   [super dealloc];
 }
 

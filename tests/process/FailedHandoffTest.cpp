@@ -115,7 +115,7 @@ TEST_F(FailedHandoffTest, requestDirectoryIsReadOnly) {
   expectHandoffFails(EACCES);
 }
 
-#ifndef __SANITIZE_THREAD__
+#ifndef VELMORA_TEST_WITH_THREAD_SANITIZER
 // ThreadSanitizer writes a file of its own before the program begins, and would end there.
 TEST_F(FailedHandoffTest, filesMustNotGrow) {
   // As by the shell's "ulimit -f 0", whose signal would end the program.

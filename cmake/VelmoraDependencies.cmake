@@ -23,6 +23,13 @@ macro(velmora_require_package name package)
   endif()
 endmacro()
 
+# velmora_require_found(VARIABLE WHAT DEBIAN-PACKAGE): after a find_… command.
+macro(velmora_require_found variable what package)
+  if(NOT ${variable})
+    message(FATAL_ERROR "${what} is missing: install the package ${package}")
+  endif()
+endmacro()
+
 find_package(Threads REQUIRED)
 velmora_require_module(UTF8PROC libutf8proc libutf8proc-dev)
 velmora_require_module(XXHASH libxxhash libxxhash-dev)

@@ -38,13 +38,6 @@ if(APPLE)
   return()
 endif()
 
-# velmora_require_found(VARIABLE WHAT DEBIAN-PACKAGE): after a find_… command.
-macro(velmora_require_found variable what package)
-  if(NOT ${variable})
-    message(FATAL_ERROR "${what} is missing: install the package ${package}")
-  endif()
-endmacro()
-
 find_program(VELMORA_CLANGXX NAMES clang++)
 velmora_require_found(VELMORA_CLANGXX clang++ clang)
 # The headers of the runtime belong to the gcc with which it was built.

@@ -10,6 +10,7 @@ namespace {
 std::atomic<long> allocationsUntilFailure = -1;
 std::atomic<bool> failsFromThenOn = false;
 std::atomic<bool> hasFailed = false;
+std::atomic<long> count = 0;
 
 bool fails() {
   if (allocationsUntilFailure < 0) {
@@ -29,6 +30,7 @@ bool fails() {
 }  // namespace
 
 void* operator new(std::size_t size) {
+  ++count;
   void* memory = fails() ? nullptr : std::malloc(size);
   if (memory == nullptr) {
     throw std::bad_alloc();
@@ -46,6 +48,8 @@ void failAllocations(long successfulAllocations, MemoryShortage shortage) {
   failsFromThenOn = shortage == MemoryShortage::forGood;
   allocationsUntilFailure = successfulAllocations;
 }
+
+long allocationCount() { return count; }
 
 bool letAllocationsSucceed() {
   allocationsUntilFailure = -1;

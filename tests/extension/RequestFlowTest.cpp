@@ -239,6 +239,36 @@ TEST_F(RequestFlow, cancelsAFailedRestoreWithItsOwnMessage) {
   expectCancelled(2, "Velmora could not start this Restore action. Open Velmora and try again.");
 }
 
+class FailingLanguages final : public PreferredLanguages {
+ public:
+  std::vector<Text> preferredLanguages() const override { throw std::runtime_error("no answer"); }
+};
+
+TEST_F(RequestFlow, cancelsWithoutASentenceWhenNoneCanBeLookedUp) {
+  const FailingLanguages languages;
+  const Platform whole = fake.platform();
+  const Platform platform = {.bundle = whole.bundle,
+                             .fileReader = whole.fileReader,
+                             .fileWriter = whole.fileWriter,
+                             .paths = whole.paths,
+                             .locations = whole.locations,
+                             .defaults = whole.defaults,
+                             .languages = languages,
+                             .notifications = whole.notifications,
+                             .workspace = whole.workspace,
+                             .mainQueue = whole.mainQueue,
+                             .logger = whole.logger,
+                             .clock = whole.clock,
+                             .identifiers = whole.identifiers};
+  // Nothing that suits, so that the first look-up of a sentence is the selection error's.
+  const auto context = contextWith({});
+  beginRequest(context, platform);
+  ASSERT_EQ(context->ends->count(), 1);
+  EXPECT_EQ(context->ends->errors,
+            (std::vector<RequestError>{{.domain = "io.tolvane.Velmora.FinderAction", .code = 2}}));
+  EXPECT_EQ(fake.logger.lines.size(), 1U);
+}
+
 TEST_F(RequestFlow, neverEndsWhileALoadIsSilent) {
   const PendingLoad silent;
   begin({answeringPath("/a"), silent.provider()});

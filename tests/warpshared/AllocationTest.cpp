@@ -1,5 +1,6 @@
 // What is asked of every path of a large manifest costs no allocation when the path is ASCII.
 
+#include "tests/FailingAllocations.h"
 #include "text/CanonicalTextSet.h"
 #include "text/Characters.h"
 #include "text/Text.h"
@@ -8,28 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
+#include <cstddef>
 #include <string>
 #include <string_view>
-
-namespace {
-
-std::size_t allocationCount = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  ++allocationCount;
-  void* const memory = std::malloc(size);
-  if (memory == nullptr) {
-    throw std::bad_alloc();
-  }
-  return memory;
-}
-
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace velmora {
 namespace {
@@ -37,9 +19,9 @@ namespace {
 /// How many allocations `operation` makes.
 template <class Operation>
 std::size_t allocationsOf(Operation operation) {
-  const std::size_t before = allocationCount;
+  const long before = allocationCount();
   operation();
-  return allocationCount - before;
+  return static_cast<std::size_t>(allocationCount() - before);
 }
 
 constexpr std::string_view path =

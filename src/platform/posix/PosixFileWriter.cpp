@@ -134,9 +134,10 @@ void requireSuccess(int error) {
 void createDirectoriesAbove(const std::string& path) {
   int error = ENOENT;
   std::size_t slash = path.size();
-  while (error == ENOENT && slash > 1) {
+  while (error == ENOENT && slash > 1 && slash != std::string::npos) {
     slash = path.rfind('/', slash - 1);
-    error = slash == 0 ? 0 : createDirectory(path.substr(0, slash));
+    const bool hasDirectory = slash != 0 && slash != std::string::npos;
+    error = hasDirectory ? createDirectory(path.substr(0, slash)) : 0;
   }
   requireSuccess(error);
   for (slash = path.find('/', slash + 1); slash != std::string::npos;

@@ -2,6 +2,7 @@
 #include "platform/linux/LinuxExtensionBundle.h"
 #include "platform/posix/PosixFileReader.h"
 #include "tests/ScratchDirectory.h"
+#include "tests/StringsFile.h"
 #include "tests/contracts/ExtensionBundleContract.h"
 
 #include <gtest/gtest.h>
@@ -19,17 +20,6 @@ namespace {
 
 std::string tableFile(std::string_view language) {
   return std::string(language) + ".lproj/Localizable.strings";
-}
-
-std::string stringsLiteral(std::string_view text) {
-  std::string result = "\"";
-  for (const char character : text) {
-    if (character == '"' || character == '\\') {
-      result.push_back('\\');
-    }
-    result.push_back(character);
-  }
-  return result + "\"";
 }
 
 class LinuxBundleAdapter {

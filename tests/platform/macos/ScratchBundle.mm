@@ -1,6 +1,7 @@
 #include "tests/platform/macos/ScratchBundle.h"
 
 #include "platform/macos/FoundationText.h"
+#include "tests/StringsFile.h"
 #include "tests/platform/macos/MethodReplacement.h"
 
 #import <Foundation/Foundation.h>
@@ -13,17 +14,6 @@ namespace {
 NSBundle* standIn = nil;
 
 id mainBundle(id, SEL) { return standIn; }
-
-std::string inQuotes(std::string_view text) {
-  std::string result = "\"";
-  for (const char character : text) {
-    if (character == '"' || character == '\\') {
-      result.push_back('\\');
-    }
-    result.push_back(character);
-  }
-  return result + "\"";
-}
 
 }  // namespace
 
@@ -60,7 +50,7 @@ void ScratchBundle::localize(std::string_view language,
                              const std::map<std::string, std::string>& texts) {
   std::string content;
   for (const auto& [key, text] : texts) {
-    content += inQuotes(key) + " = " + inQuotes(text) + ";\n";
+    content += stringsLiteral(key) + " = " + stringsLiteral(text) + ";\n";
   }
   writeStrings(language, content);
 }
@@ -70,7 +60,7 @@ void ScratchBundle::writeNextGeneration() {
   const std::string resources = bundle + "/Resources/";
   directory_.write(
       resources + "Info-gnustep.plist",
-      identifier_ ? "{ CFBundleIdentifier = " + inQuotes(*identifier_) + "; }" : "{ }");
+      identifier_ ? "{ CFBundleIdentifier = " + stringsLiteral(*identifier_) + "; }" : "{ }");
   for (const auto& [language, content] : tables_) {
     directory_.write(resources + language + ".lproj/Localizable.strings", content);
   }

@@ -84,6 +84,9 @@ CheckedFile FileChecker::check(const std::string& file, std::optional<FileKind> 
 std::variant<ManifestSummary, IndexSummary, WarpMarker, Fault> FileChecker::contentOf(
     const std::string& path, FileKind kind) {
   try {
+    if (kind == FileKind::manifest) {
+      return manifests_.readSummary(path, files_);
+    }
     std::string bytes = files_.read(path, longestLength(kind));
     switch (kind) {
       case FileKind::marker:

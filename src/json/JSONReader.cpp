@@ -6,14 +6,10 @@
 #include "json/VacatedByte.h"
 #include "text/UTF8.h"
 
-#include <simdjson.h>
-
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstdint>
 #include <cstring>
-#include <new>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -64,30 +60,21 @@ std::size_t notUTF8Offset(std::string_view document) {
   return position;
 }
 
-using StageOne = simdjson::internal::dom_parser_implementation;
-
-/// Finds where the tokens of `document` begin; this also makes sure of UTF-8 and that every string
-/// ends and holds no control character.
-void findTokens(StageOne& stageOne, std::string_view document) {
-  const simdjson::error_code error =
-      document.empty() ? simdjson::EMPTY
-                       : stageOne.stage1(reinterpret_cast<const std::uint8_t*>(document.data()),
-                                         document.size(), simdjson::stage1_mode::regular);
-  switch (error) {
-    case simdjson::SUCCESS:
-      return;
-    case simdjson::EMPTY:
+/// The tokens of `document`, which is UTF-8 then, and each string in it ends and holds no control
+/// character.
+FoundTokens findTokens(TokenFinder& finder, std::string_view document) {
+  const FoundTokens tokens = finder.find(document);
+  switch (tokens.fault) {
+    case TokenFault::none:
+      break;
+    case TokenFault::empty:
       refuse("The document is empty.", std::nullopt);
-    case simdjson::UTF8_ERROR:
+    case TokenFault::notUTF8:
       refuse("The document is not UTF-8.", notUTF8Offset(document));
-    case simdjson::UNCLOSED_STRING:
-    case simdjson::UNESCAPED_CHARS:
+    case TokenFault::brokenString:
       refuseBrokenString(document);
-    case simdjson::MEMALLOC:
-      throw std::bad_alloc();
-    default:
-      refuse(simdjson::error_message(error), std::nullopt);
   }
+  return tokens;
 }
 
 /// Checks the grammar over the tokens and prepares them for walking: resolves the escapes of
@@ -277,40 +264,7 @@ class GrammarCheck {
   std::uint32_t nextBackslash_ = 0;
 };
 
-/// Room for more than one document asks for, so that documents of many lengths do not each ask
-/// anew. Not for a large one: the room takes four times as much memory.
-std::size_t roomFor(std::size_t length) {
-  constexpr std::size_t large = std::size_t{64} << 20;
-  return length < large ? std::bit_ceil(length) : length;
-}
-
 }  // namespace
-
-class JSONReader::Memory {
- public:
-  /// The part of the reader's library that finds tokens, able to take `length` bytes.
-  StageOne& stageOne(std::size_t length) {
-    if (stageOne_ == nullptr || stageOne_->capacity() < length) {
-      stageOne_.reset();
-      const simdjson::error_code error =
-          simdjson::get_active_implementation()->create_dom_parser_implementation(
-              roomFor(length), deepestJSONNesting, stageOne_);
-      if (error != simdjson::SUCCESS) {
-        throw std::bad_alloc();
-      }
-    }
-    return *stageOne_;
-  }
-
-  std::vector<JSONContainer> containers;
-
- private:
-  std::unique_ptr<StageOne> stageOne_;
-};
-
-JSONReader::JSONReader() : memory_(std::make_unique<Memory>()) {}
-
-JSONReader::~JSONReader() = default;
 
 JSONValue JSONReader::read(std::string& bytes) {
   if (bytes.size() > longestJSONDocument) {
@@ -319,14 +273,10 @@ JSONValue JSONReader::read(std::string& bytes) {
   if (bytes.starts_with(byteOrderMark)) {
     std::ranges::fill_n(bytes.begin(), byteOrderMark.size(), ' ');
   }
-  auto& stageOne = memory_->stageOne(bytes.size());
-  findTokens(stageOne, bytes);
-  std::uint32_t* const tokens = stageOne.structural_indexes.get();
-  std::uint32_t* const end = tokens + stageOne.n_structural_indexes;
-  *end = static_cast<std::uint32_t>(bytes.size());
-  memory_->containers.clear();
-  GrammarCheck(bytes.data(), tokens, end, memory_->containers).run();
-  return {{.bytes = bytes.data(), .containers = memory_->containers.data()}, tokens};
+  const FoundTokens tokens = findTokens(finder_, bytes);
+  containers_.clear();
+  GrammarCheck(bytes.data(), tokens.first, tokens.first + tokens.count, containers_).run();
+  return {{.bytes = bytes.data(), .containers = containers_.data()}, tokens.first};
 }
 
 }  // namespace velmora

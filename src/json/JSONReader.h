@@ -2,10 +2,11 @@
 #pragma once
 
 #include "json/JSONValue.h"
+#include "json/TokenFinder.h"
 
 #include <cstddef>
-#include <memory>
 #include <string>
+#include <vector>
 
 namespace velmora {
 
@@ -18,11 +19,6 @@ inline constexpr std::size_t deepestJSONNesting = 512;
 /// Keeps its memory from one document to the next. One thread at a time.
 class JSONReader {
  public:
-  JSONReader();
-  JSONReader(const JSONReader&) = delete;
-  JSONReader& operator=(const JSONReader&) = delete;
-  ~JSONReader();
-
   /// The document's value. Its strings are resolved in place: `bytes` is scratch afterwards, must
   /// stay as it is while values are in use, and the values end with the next call.
   ///
@@ -33,9 +29,8 @@ class JSONReader {
   [[nodiscard]] JSONValue read(std::string& bytes);
 
  private:
-  class Memory;
-
-  std::unique_ptr<Memory> memory_;
+  TokenFinder finder_;
+  std::vector<JSONContainer> containers_;
 };
 
 }  // namespace velmora

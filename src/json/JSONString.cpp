@@ -59,6 +59,27 @@ void moveToEscape(char*& target, const char*& source, const char* end) {
   }
 }
 
+/// Copies the text before the next escape from `source` to `target`, and what comes behind it, too,
+/// up to a whole block.
+void copyToEscape(char*& target, const char*& source, const char* end) {
+  while (end - source >= static_cast<std::ptrdiff_t>(sizeof(Block))) {
+    Block block = 0;
+    std::memcpy(&block, source, sizeof block);
+    std::memcpy(target, &block, sizeof block);
+    const Block marks = backslashes(block);
+    if (marks != 0) {
+      source += bytesBefore(marks);
+      target += bytesBefore(marks);
+      return;
+    }
+    source += sizeof block;
+    target += sizeof block;
+  }
+  while (source != end && *source != '\\') {
+    *target++ = *source++;
+  }
+}
+
 std::optional<std::uint32_t> hexadecimalDigit(char character) {
   if (character >= '0' && character <= '9') {
     return static_cast<std::uint32_t>(character - '0');
@@ -187,6 +208,25 @@ std::optional<std::size_t> resolveEscapes(std::span<char> content) {
   const auto length = static_cast<std::size_t>(target - begin);
   std::memmove(begin + (content.size() - length), begin, length);
   return length;
+}
+
+std::optional<std::size_t> copyResolvingEscapes(std::string_view content, char* target) {
+  const char* const begin = target;
+  const char* source = content.data();
+  const char* const end = source + content.size();
+  while (true) {
+    copyToEscape(target, source, end);
+    if (source == end) {
+      return static_cast<std::size_t>(target - begin);
+    }
+    // By far the most frequent: programs that escape it do so in every path.
+    if (end - source >= 2 && source[1] == '/') {
+      *target++ = '/';
+      source += 2;
+    } else if (!takeEscape(target, source, end)) {
+      return std::nullopt;
+    }
+  }
 }
 
 }  // namespace velmora

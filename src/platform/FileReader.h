@@ -3,11 +3,23 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace velmora {
+
+/// A regular file that is open, read once from its beginning to its end. Closed with the object. One
+/// thread at a time.
+class FileContent {
+ public:
+  virtual ~FileContent() = default;
+
+  /// Reads on, at most `size` bytes (not 0) into `room`. Returns how many; 0 at the end of the file,
+  /// wherever that is by now. Throws PlatformError.
+  virtual std::size_t read(char* room, std::size_t size) = 0;
+};
 
 /// Calls may come from any thread.
 class FileReader {
@@ -27,6 +39,11 @@ class FileReader {
   /// regular file. What memory it touches is in proportion to what arrives, whatever size the file
   /// claims.
   virtual std::string read(std::string_view path, std::size_t maximumLength) const = 0;
+
+  /// As `read`, but piece by piece. EFBIG for a file that grows too long is thrown by the reading
+  /// that finds it so.
+  virtual std::unique_ptr<FileContent> open(std::string_view path,
+                                            std::size_t maximumLength) const = 0;
 
   /// The names of all entries of a directory, or of the directory that a symbolic link leads to:
   /// each once, hidden ones too, without "." and "..", sorted by their bytes. A name is returned as

@@ -36,8 +36,7 @@ std::optional<ManifestSummary> readManifest(const Text& path, const FileReader& 
                                             ManifestDecoder& decoder,
                                             ResolutionObserver& observer) {
   try {
-    std::string bytes = files.read(path, longestSharedWarpManifest);
-    return decoder.decodeSummary(bytes);
+    return decoder.readSummary(path, files);
   } catch (const std::exception& error) {
     observer.didRefuseManifest(path, error);
     return std::nullopt;

@@ -79,9 +79,16 @@ bool isSafe(const PartView& part) {
          isSafeRelativeObjectKey(part.key);
 }
 
-bool isInside(const VelmoraWarpSharedSparseExtent& extent, const EntryView& entry) {
-  return isRangeWithin(entry.size, extent.logicalOffset, extent.length) &&
-         isRangeWithin(entry.storedSize, extent.storedOffset, extent.length);
+bool arePartsSafe(const EntryView& entry) {
+  return std::ranges::all_of(entry.payloadParts, [](const PartView& part) { return isSafe(part); });
+}
+
+bool areExtentsInside(const EntryView& entry) {
+  return std::ranges::all_of(
+      entry.sparseExtents, [&entry](const VelmoraWarpSharedSparseExtent& extent) {
+        return isRangeWithin(entry.size, extent.logicalOffset, extent.length) &&
+               isRangeWithin(entry.storedSize, extent.storedOffset, extent.length);
+      });
 }
 
 /// Whether a value that may be absent is, or else satisfies `predicate`.
@@ -154,19 +161,24 @@ void decode(JSONValue value, EntryView& entry) {
     reader.refuse<"hardLinkPrimaryPath">(
         "Shared Warp hard-link paths must be canonical absolute paths.");
   }
-  if (!std::ranges::all_of(entry.payloadParts, [](const PartView& part) { return isSafe(part); })) {
+  if (!arePartsSafe(entry)) {
     reader.refuse<"payloadParts">(
         "Shared Warp payload parts contain an unsafe range or object key.");
   }
   if (!isAbsentOr(entry.payloadKey, isSafeRelativeObjectKey)) {
     reader.refuse<"payloadKey">("Shared Warp payload keys must be safe relative object keys.");
   }
-  if (!std::ranges::all_of(entry.sparseExtents, [&](const VelmoraWarpSharedSparseExtent& extent) {
-        return isInside(extent, entry);
-      })) {
+  if (!areExtentsInside(entry)) {
     reader.refuse<"sparseExtents">(
         "Shared Warp sparse extents fall outside the stored file range.");
   }
+}
+
+bool isAcceptable(const EntryView& entry) {
+  return isCanonicalAbsolutePath(entry.relativePath) && entry.size >= 0 && entry.storedSize >= 0 &&
+         isAbsentOr(entry.contentChecksumSHA256, isSHA256Hex) && isMetadataComplete(entry) &&
+         isAbsentOr(entry.hardLinkPrimaryPath, isCanonicalAbsolutePath) && arePartsSafe(entry) &&
+         isAbsentOr(entry.payloadKey, isSafeRelativeObjectKey) && areExtentsInside(entry);
 }
 
 void decode(JSONValue value, VelmoraWarpSharedEntry& entry) {

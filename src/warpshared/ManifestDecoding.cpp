@@ -1,128 +1,113 @@
 #include "warpshared/ManifestDecoding.h"
 
-#include "json/RecordDecoding.h"
-#include "text/Characters.h"
-#include "warpshared/PathPredicates.h"
-#include "warpshared/RecordValues.h"
+#include "platform/FileReader.h"
 
-#include <algorithm>
-#include <optional>
-#include <string_view>
+#include <memory>
 #include <utility>
 
 namespace velmora {
 
 namespace {
 
-/// Which paths belong to the warped folder: its own and those below it.
-class OriginalFolder {
+/// Makes a manifest of what a reader gives.
+class WholeManifest {
  public:
-  explicit OriginalFolder(TextView path) : path_(path), prefix_(path.view()) {
-    if (!prefix_.ends_with('/')) {
-      prefix_ += '/';
-    }
-  }
+  using Result = VelmoraWarpSharedManifest;
 
-  [[nodiscard]] bool owns(TextView path) const {
-    return hasCharacterPrefix(path, prefix_) || path == path_;
+  void use(const WarpSharedEntry<TextView>& entry) { entries_.push_back(ownedEntry(entry)); }
+
+  Result finish(ReadManifest&& read) {
+    read.manifest.verificationSampleRelativePaths =
+        std::vector<Text>(read.samples.begin(), read.samples.end());
+    read.manifest.entries = std::move(entries_);
+    return std::move(read.manifest);
   }
 
  private:
-  TextView path_;
-  std::string prefix_;
+  std::vector<VelmoraWarpSharedEntry> entries_;
 };
 
-bool isIdentitySafe(const VelmoraWarpSharedManifest& manifest) {
-  return !manifest.warpID.empty() && !manifest.deviceID.empty() &&
-         isSafeRelativeObjectKey(manifest.manifestKey) &&
-         isCanonicalAbsolutePath(manifest.originalFolderPath);
-}
+class Summary {
+ public:
+  using Result = ManifestSummary;
 
-bool isAbsentOrFinite(const std::optional<Date>& date) {
-  return !date.has_value() || isFinite(*date);
-}
+  void use(const WarpSharedEntry<TextView>&) { ++entryCount_; }
 
-bool areDatesFinite(const VelmoraWarpSharedManifest& manifest) {
-  return isFinite(manifest.createdAt) && isAbsentOrFinite(manifest.uploadedAt) &&
-         isAbsentOrFinite(manifest.replacedAt);
-}
+  Result finish(ReadManifest&& read) const {
+    return {.warpID = std::move(read.manifest.warpID),
+            .manifestKey = std::move(read.manifest.manifestKey),
+            .originalFolderPath = std::move(read.manifest.originalFolderPath),
+            .createdAt = read.manifest.createdAt,
+            .status = read.manifest.status,
+            .entryCount = entryCount_,
+            .sampleCount = read.samples.size()};
+  }
+
+ private:
+  std::size_t entryCount_ = 0;
+};
 
 }  // namespace
 
-VelmoraWarpSharedManifest ManifestDecoder::decodeDocument(
-    std::string& bytes, const std::function<void(const EntryView&)>& useEntry) {
-  const JSONValue document = reader_.read(bytes);
-  VelmoraWarpSharedManifest manifest;
-  RecordReader reader(document, manifest);
-  reader.read<"version">();
-  if (manifest.version != sharedWarpManifestVersion) {
-    reader.refuse<"version">("Unsupported shared Warp manifest version.");
+template <class Product>
+std::optional<typename Product::Result> ManifestDecoder::accept(DocumentPieces&& pieces) {
+  Product product;
+  std::optional<ReadManifest> read =
+      quickReader_.read(pieces, [&product](const auto& entry) { product.use(entry); });
+  if (!read.has_value()) {
+    return std::nullopt;
   }
-  reader.read<"warpID", "originalFolderPath">();
-  if (!isIdentitySafe(manifest)) {
-    reader.refuse<"originalFolderPath">(
-        "Shared Warp identity, object key, or original path is unsafe.");
+  return product.finish(*std::move(read));
+}
+
+template <class Product>
+typename Product::Result ManifestDecoder::reconsider(std::string& bytes) {
+  ++reconsideredCount_;
+  Product product;
+  return product.finish(
+      exactReader_.read(bytes, [&product](const auto& entry) { product.use(entry); }));
+}
+
+template <class Product>
+typename Product::Result ManifestDecoder::decodeAs(std::string& bytes) {
+  if (bytes.size() <= longestSharedWarpManifest) {
+    std::optional<typename Product::Result> result =
+        accept<Product>(DocumentPieces(bytes, pieceMemory_));
+    if (result.has_value()) {
+      return *std::move(result);
+    }
   }
-  reader.read<"displayName", "failureDescription">();
-  reader.readBy<"verificationSampleAbsolutePaths">(
-      [&](JSONValue samples) { velmora::decode(samples, samples_); });
-  reader.read<"rootMetadata">();
-  const OriginalFolder folder(manifest.originalFolderPath);
-  bool areEntriesConsistent = true;
-  entryPaths_.clear();
-  hardLinks_.clear();
-  reader.readBy<"entries">([&](JSONValue entries) {
-    decodeElements(entries, [&](JSONValue value) {
-      velmora::decode(value, entry_);
-      // Not asked again once it is known: a foreign path may take as long as the folder's is.
-      areEntriesConsistent = areEntriesConsistent && entryPaths_.insert(entry_.relativePath) &&
-                             folder.owns(entry_.relativePath);
-      if (entry_.hardLinkPrimaryPath.has_value()) {
-        hardLinks_.push_back(
-            {.path = entry_.relativePath, .primaryPath = *entry_.hardLinkPrimaryPath});
-      }
-      useEntry(entry_);
-    });
-  });
-  samplePaths_.clear();
-  const auto isSampleConsistent = [&](TextView path) {
-    return samplePaths_.insert(path) && isCanonicalAbsolutePath(path) && folder.owns(path);
-  };
-  if (!areDatesFinite(manifest) ||
-      manifest.rootMetadata.relativePath != manifest.originalFolderPath || !areEntriesConsistent ||
-      !std::ranges::all_of(samples_, isSampleConsistent)) {
-    reader.refuse<"entries">(
-        "Shared Warp manifest dates or original-path ownership are inconsistent.");
+  return reconsider<Product>(bytes);
+}
+
+template <class Product>
+typename Product::Result ManifestDecoder::readAs(const Text& path, const FileReader& files) {
+  if (std::optional<typename Product::Result> result = accept<Product>(piecesOf(path, files))) {
+    return *std::move(result);
   }
-  const auto remainsInside = [&](const HardLink& link) {
-    return link.primaryPath != link.path && entryPaths_.contains(link.primaryPath);
-  };
-  if (!std::ranges::all_of(hardLinks_, remainsInside)) {
-    reader.refuse<"entries">("Shared Warp hard-link references must remain inside the manifest.");
-  }
-  return manifest;
+  std::string bytes = files.read(path, longestSharedWarpManifest);
+  return reconsider<Product>(bytes);
+}
+
+DocumentPieces ManifestDecoder::piecesOf(const Text& path, const FileReader& files) {
+  const std::shared_ptr<FileContent> file = files.open(path, longestSharedWarpManifest);
+  return {[file](char* room, std::size_t size) { return file->read(room, size); }, pieceMemory_};
 }
 
 VelmoraWarpSharedManifest ManifestDecoder::decode(std::string& bytes) {
-  std::vector<VelmoraWarpSharedEntry> entries;
-  VelmoraWarpSharedManifest manifest = decodeDocument(
-      bytes, [&entries](const EntryView& entry) { entries.push_back(ownedEntry(entry)); });
-  manifest.verificationSampleRelativePaths = std::vector<Text>(samples_.begin(), samples_.end());
-  manifest.entries = std::move(entries);
-  return manifest;
+  return decodeAs<WholeManifest>(bytes);
 }
 
 ManifestSummary ManifestDecoder::decodeSummary(std::string& bytes) {
-  std::size_t entryCount = 0;
-  VelmoraWarpSharedManifest manifest =
-      decodeDocument(bytes, [&entryCount](const EntryView&) { ++entryCount; });
-  return {.warpID = std::move(manifest.warpID),
-          .manifestKey = std::move(manifest.manifestKey),
-          .originalFolderPath = std::move(manifest.originalFolderPath),
-          .createdAt = manifest.createdAt,
-          .status = manifest.status,
-          .entryCount = entryCount,
-          .sampleCount = samples_.size()};
+  return decodeAs<Summary>(bytes);
+}
+
+VelmoraWarpSharedManifest ManifestDecoder::read(const Text& path, const FileReader& files) {
+  return readAs<WholeManifest>(path, files);
+}
+
+ManifestSummary ManifestDecoder::readSummary(const Text& path, const FileReader& files) {
+  return readAs<Summary>(path, files);
 }
 
 }  // namespace velmora

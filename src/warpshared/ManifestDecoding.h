@@ -1,22 +1,21 @@
 // Reads shared Warp manifests, strictly: there is no way to a value that skipped a check.
 #pragma once
 
+#include "json/DocumentPieces.h"
 #include "json/JSONReader.h"
-#include "text/CanonicalTextSet.h"
 #include "text/Text.h"
 #include "warpshared/Date.h"
+#include "warpshared/ExactManifestReader.h"
+#include "warpshared/QuickManifestReader.h"
 #include "warpshared/VelmoraWarpSharedManifest.h"
 
 #include <cstddef>
-#include <cstdint>
-#include <functional>
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace velmora {
 
-/// The one format version that is read.
-inline constexpr std::int64_t sharedWarpManifestVersion = 4;
+class FileReader;
 
 /// A longer manifest is not read. (A gigabyte holds a million entries.)
 inline constexpr std::size_t longestSharedWarpManifest = longestJSONDocument;
@@ -36,36 +35,48 @@ struct ManifestSummary {
 
 /// Reads one manifest after the other and keeps its memory between them. One thread at a time.
 ///
-/// Both operations read the whole document as JSON first (JSONReader.h), then the fields in their
+/// All operations read the whole document as JSON first (JSONReader.h), then the fields in their
 /// order, with each check at its place. The first fault in that order raises a DecodingError,
-/// wherever the keys stand in the document; nothing of the manifest remains then. `bytes` are
-/// scratch afterwards. Throws std::bad_alloc when memory runs out.
+/// wherever the keys stand in the document; nothing of the manifest remains then. Throws
+/// std::bad_alloc when memory runs out.
+///
+/// That is what there is to see of it. In truth, a QuickManifestReader accepts what the application
+/// writes, and an ExactManifestReader reads the document only where that one gives up.
 class ManifestDecoder {
  public:
+  /// `bytes` are scratch afterwards.
   [[nodiscard]] VelmoraWarpSharedManifest decode(std::string& bytes);
 
   /// As `decode`, every check included, but keeps no entry.
   [[nodiscard]] ManifestSummary decodeSummary(std::string& bytes);
 
+  /// As `decode`, of the file at `path`, which is never in memory as a whole unless the application
+  /// did not write it. It is read a second time then, and judged as it is by then. Throws
+  /// PlatformError, too: EFBIG for one that is longer than longestSharedWarpManifest.
+  [[nodiscard]] VelmoraWarpSharedManifest read(const Text& path, const FileReader& files);
+
+  /// As `read`, every check included, but keeps no entry.
+  [[nodiscard]] ManifestSummary readSummary(const Text& path, const FileReader& files);
+
+  /// How many documents so far were read by the ExactManifestReader.
+  [[nodiscard]] std::size_t reconsideredCount() const { return reconsideredCount_; }
+
  private:
-  using EntryView = WarpSharedEntry<TextView>;
+  // A product is made of the entries and of what else is read.
+  template <class Product>
+  typename Product::Result decodeAs(std::string& bytes);
+  template <class Product>
+  typename Product::Result readAs(const Text& path, const FileReader& files);
+  template <class Product>
+  std::optional<typename Product::Result> accept(DocumentPieces&& pieces);
+  template <class Product>
+  typename Product::Result reconsider(std::string& bytes);
+  DocumentPieces piecesOf(const Text& path, const FileReader& files);
 
-  struct HardLink {
-    TextView path;
-    TextView primaryPath;
-  };
-
-  /// Reads all but the entries, each of which it hands to `useEntry`, and the samples, which it
-  /// leaves in `samples_`.
-  VelmoraWarpSharedManifest decodeDocument(std::string& bytes,
-                                           const std::function<void(const EntryView&)>& useEntry);
-
-  JSONReader reader_;
-  EntryView entry_;
-  std::vector<TextView> samples_;
-  CanonicalTextSet entryPaths_;
-  CanonicalTextSet samplePaths_;
-  std::vector<HardLink> hardLinks_;
+  PieceMemory pieceMemory_;
+  QuickManifestReader quickReader_;
+  ExactManifestReader exactReader_;
+  std::size_t reconsideredCount_ = 0;
 };
 
 }  // namespace velmora

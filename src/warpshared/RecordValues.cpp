@@ -13,6 +13,16 @@ void decode(JSONValue value, Date& date) {
   date = *parsed;
 }
 
+bool quickTake(QuickTokens& tokens, Date& date) {
+  std::string_view text;
+  if (!tokens.take(text)) {
+    return false;
+  }
+  const std::optional<Date> parsed = parseInternetDateTime(text);
+  date = parsed.value_or(Date());
+  return parsed.has_value();
+}
+
 void encode(std::string& json, const Date& date) { appendJSONString(json, internetDateTime(date)); }
 
 void refuseWord(JSONValue value) {

@@ -3,6 +3,7 @@
 
 #include "json/JSONValue.h"
 #include "json/JSONWriting.h"
+#include "json/QuickTokens.h"
 #include "json/ValueDecoding.h"
 #include "warpshared/Date.h"
 #include "warpshared/Enumerations.h"
@@ -17,6 +18,21 @@ namespace velmora {
 void decode(JSONValue value, Date& date);
 
 void encode(std::string& json, const Date& date);
+
+/// For QuickReader, as it is done for values that it knows itself.
+bool quickTake(QuickTokens& tokens, Date& date);
+
+template <EnumerationWithRawValues Enumeration>
+bool quickTake(QuickTokens& tokens, Enumeration& enumeration) {
+  std::string_view word;
+  if (!tokens.take(word)) {
+    return false;
+  }
+  constexpr const auto& words = RawValues<Enumeration>::list;
+  const auto found = std::ranges::find(words, word);
+  enumeration = static_cast<Enumeration>(found - words.begin());
+  return found != words.end();
+}
 
 [[noreturn]] void refuseWord(JSONValue value);
 

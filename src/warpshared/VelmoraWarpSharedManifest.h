@@ -21,6 +21,9 @@
 
 namespace velmora {
 
+/// The one format version that is read.
+inline constexpr std::int64_t sharedWarpManifestVersion = 4;
+
 /// A stored object that holds a range of an entry's payload.
 template <class String>
 struct WarpSharedPayloadPart {
@@ -139,6 +142,9 @@ void decode(JSONValue value, WarpSharedEntry<TextView>& entry);
 
 /// As above, into an entry of its own.
 void decode(JSONValue value, VelmoraWarpSharedEntry& entry);
+
+/// Whether an entry, however it was read, passes every check of `decode`.
+[[nodiscard]] bool isAcceptable(const WarpSharedEntry<TextView>& entry);
 
 /// A manifest is read by a ManifestDecoder only, so that no check is left out.
 void decode(JSONValue value, VelmoraWarpSharedManifest& manifest) = delete;

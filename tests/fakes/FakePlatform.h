@@ -77,6 +77,21 @@ class FakeMainQueue final : public MainQueue {
   std::vector<std::function<void()>> tasks_;
 };
 
+class FakeFileContent final : public FileContent {
+ public:
+  explicit FakeFileContent(std::string bytes) : bytes_(std::move(bytes)) {}
+
+  std::size_t read(char* room, std::size_t size) override {
+    const std::size_t count = bytes_.copy(room, size, position_);
+    position_ += count;
+    return count;
+  }
+
+ private:
+  std::string bytes_;
+  std::size_t position_ = 0;
+};
+
 /// Directories and files by their paths.
 class FakeFileSystem final : public FileReader, public FileWriter {
  public:
@@ -111,6 +126,11 @@ class FakeFileSystem final : public FileReader, public FileWriter {
       throw posixError(EFBIG);
     }
     return file->second;
+  }
+
+  std::unique_ptr<FileContent> open(std::string_view path,
+                                    std::size_t maximumLength) const override {
+    return std::make_unique<FakeFileContent>(read(path, maximumLength));
   }
 
   std::vector<std::string> entryNames(std::string_view path) const override {

@@ -52,6 +52,29 @@ std::uintmax_t claimedLength(const FileDescriptor& file) {
   return static_cast<std::uintmax_t>(std::max<off_t>(status.st_size, 0));
 }
 
+class PosixFileContent final : public FileContent {
+ public:
+  PosixFileContent(FileDescriptor file, std::size_t maximumLength)
+      : file_(std::move(file)), allowedLength_(maximumLength) {}
+
+  std::size_t read(char* room, std::size_t size) override {
+    const auto count = retryingInterrupted([&] { return ::read(file_.get(), room, size); });
+    if (count < 0) {
+      throw posixError(errno);
+    }
+    const auto length = static_cast<std::size_t>(count);
+    if (length > allowedLength_) {
+      throw posixError(EFBIG);
+    }
+    allowedLength_ -= length;
+    return length;
+  }
+
+ private:
+  FileDescriptor file_;
+  std::size_t allowedLength_;
+};
+
 struct DirectoryCloser {
   void operator()(DIR* directory) const { ::closedir(directory); }
 };
@@ -97,6 +120,15 @@ std::string PosixFileReader::read(std::string_view path, std::size_t maximumLeng
   return wholeContent(length, maximumLength, [&](char* room, std::size_t size) {
     return retryingInterrupted([&] { return ::read(file.get(), room, size); });
   });
+}
+
+std::unique_ptr<FileContent> PosixFileReader::open(std::string_view path,
+                                                   std::size_t maximumLength) const {
+  FileDescriptor file = openToRead(systemPath(path), 0);
+  if (claimedLength(file) > maximumLength) {
+    throw posixError(EFBIG);
+  }
+  return std::make_unique<PosixFileContent>(std::move(file), maximumLength);
 }
 
 std::vector<std::string> PosixFileReader::entryNames(std::string_view path) const {

@@ -13,6 +13,8 @@ class PosixFileReader final : public FileReader {
   bool exists(std::string_view path) const override;
   bool isDirectory(std::string_view path) const override;
   std::string read(std::string_view path, std::size_t maximumLength) const override;
+  std::unique_ptr<FileContent> open(std::string_view path,
+                                    std::size_t maximumLength) const override;
   std::vector<std::string> entryNames(std::string_view path) const override;
 };
 

@@ -1,0 +1,178 @@
+// Reads records from documents as programs write them, in one pass over the tokens, and gives up at
+// anything else: a key that is none of the record's or stands there twice, and whatever is missing,
+// misplaced or misspelt. What it accepts, JSONReader and RecordReader
+// accept, with equal values. Where it gives up, they have the word: nothing here knows of faults.
+#pragma once
+
+#include "json/MemberPrediction.h"
+#include "json/QuickTokens.h"
+#include "json/RecordFields.h"
+
+#include <array>
+#include <bit>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace velmora {
+
+template <class Value>
+inline constexpr bool isOptionalValue = false;
+template <class Value>
+inline constexpr bool isOptionalValue<std::optional<Value>> = true;
+
+/// Which fields of a record are there.
+template <RecordWithFields Record>
+class SeenFields {
+ public:
+  void add(std::size_t index) {
+    sum_ += std::uint64_t{1} << index;
+    ++count_;
+  }
+
+  /// Takes the fields that are not there for absent; false where one may not be, or where one is
+  /// there twice.
+  [[nodiscard]] bool resetAbsent(Record& record) const {
+    // A sum of powers of two has a bit for each of them only when all are different.
+    return std::popcount(sum_) == count_ &&
+           resetAbsent(record, std::make_index_sequence<fieldCount<Record>>());
+  }
+
+ private:
+  static_assert(fieldCount<Record> < 64);
+
+  template <std::size_t... indexes>
+  bool resetAbsent(Record& record, std::index_sequence<indexes...>) const {
+    if ((~sum_ & required) != 0) {
+      return false;
+    }
+    (resetIfAbsent<indexes>(record), ...);
+    return true;
+  }
+
+  template <std::size_t index>
+  void resetIfAbsent(Record& record) const {
+    if constexpr ((required >> index & 1) == 0) {
+      if ((sum_ >> index & 1) == 0) {
+        (record.*std::get<index>(RecordFields<Record>::list).member).reset();
+      }
+    }
+  }
+
+  static constexpr std::uint64_t required = std::apply(
+      [](const auto&... fields) {
+        std::uint64_t set = 0;
+        std::uint64_t field = 1;
+        ((set |=
+          isOptionalValue<std::remove_cvref_t<decltype(std::declval<Record>().*fields.member)>>
+              ? 0
+              : field,
+          field <<= 1U),
+         ...);
+        return set;
+      },
+      RecordFields<Record>::list);
+
+  std::uint64_t sum_ = 0;
+  int count_ = 0;
+};
+
+/// Reads records of these types, and lists and optionals of them. Other types join in by a
+/// `quickTake(QuickTokens&, Value&)` in this namespace. Learns the order of keys as it reads. Each
+/// function returns whether it read what it was to read, or gave up.
+template <RecordWithFields... Records>
+class QuickReader {
+ public:
+  template <class Value>
+  bool read(QuickTokens& tokens, Value& value) {
+    if constexpr ((std::same_as<Value, Records> || ...)) {
+      return readRecord(tokens, value);
+    } else if constexpr (requires { quickTake(tokens, value); }) {
+      return quickTake(tokens, value);
+    } else if constexpr (requires { tokens.take(value); }) {
+      return tokens.take(value);
+    } else {
+      // Somebody else's to read.
+      return false;
+    }
+  }
+
+  template <class Value>
+  bool read(QuickTokens& tokens, std::optional<Value>& value) {
+    if (tokens.isNext('n')) {
+      value.reset();
+      return tokens.takeNull();
+    }
+    return read(tokens, value.emplace());
+  }
+
+  template <class Element>
+  bool read(QuickTokens& tokens, std::vector<Element>& elements) {
+    elements.clear();
+    if (!tokens.take('[')) {
+      return false;
+    }
+    if (tokens.take(']')) {
+      return true;
+    }
+    do {
+      if (!read(tokens, elements.emplace_back())) {
+        return false;
+      }
+    } while (tokens.take(','));
+    return tokens.take(']');
+  }
+
+  /// Takes what stands before a value of `Record`: its beginning or a comma, a key, a colon.
+  /// Returns the field, or fieldCount<Record> when it gives up. `previous` is the field before,
+  /// fieldCount<Record> at the beginning.
+  template <RecordWithFields Record>
+  std::size_t takeMemberStart(QuickTokens& tokens, std::size_t previous) {
+    return std::get<MemberPrediction<Record>>(predictions_).take(tokens, previous);
+  }
+
+  /// Reads the value of the field `index` alone.
+  template <RecordWithFields Record>
+  bool readField(QuickTokens& tokens, Record& record, std::size_t index) {
+    return fieldReaders<Record>[index](*this, tokens, record);
+  }
+
+ private:
+  template <RecordWithFields Record>
+  bool readRecord(QuickTokens& tokens, Record& record) {
+    SeenFields<Record> seen;
+    std::size_t field = fieldCount<Record>;
+    do {
+      field = takeMemberStart<Record>(tokens, field);
+      if (field == fieldCount<Record> || !readField(tokens, record, field)) {
+        return false;
+      }
+      seen.add(field);
+    } while (!tokens.take('}'));
+    return seen.resetAbsent(record);
+  }
+
+  template <class Record, std::size_t index>
+  static bool readFieldAt(QuickReader& reader, QuickTokens& tokens, Record& record) {
+    return reader.read(tokens, record.*std::get<index>(RecordFields<Record>::list).member);
+  }
+
+  template <class Record>
+  using FieldReader = bool (*)(QuickReader&, QuickTokens&, Record&);
+
+  template <class Record>
+  static constexpr auto fieldReaders = []<std::size_t... indexes>(std::index_sequence<indexes...>) {
+    return std::array<FieldReader<Record>, sizeof...(indexes)>{
+        &QuickReader::readFieldAt<Record, indexes>...};
+  }
+  (std::make_index_sequence<fieldCount<Record>>());
+
+  std::tuple<MemberPrediction<Records>...> predictions_;
+};
+
+}  // namespace velmora

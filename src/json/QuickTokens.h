@@ -1,0 +1,183 @@
+// The tokens of a document as programs write it, taken one by one.
+#pragma once
+
+#include "json/JSONValue.h"
+#include "json/MemberStart.h"
+#include "json/TextArena.h"
+#include "text/Text.h"
+
+#include <bit>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <optional>
+#include <string_view>
+
+namespace velmora {
+
+/// Each operation that takes a token returns whether it did. Where it did not, the tokens are worth
+/// nothing any more, but for whether they ended.
+///
+/// Refused is also what JSON allows and programs do not write: a number with a fraction, an
+/// exponent or more digits than the integer may have.
+class QuickTokens {
+ public:
+  /// `tokens` are those of `text` as TokenFinder has them, and a NUL stands behind `text`. Text and
+  /// tokens stay as they are while the texts taken from them are in use; so does the memory of
+  /// `arena`, where the texts with escapes are.
+  QuickTokens(std::string_view text, const std::uint32_t* tokens, TextArena& arena)
+      : bytes_(text.data()), size_(text.size()), token_(tokens), arena_(&arena) {
+    findBackslash(0);
+  }
+
+  [[nodiscard]] bool atEnd() const { return *token_ == size_; }
+
+  /// Whether `byte`, which is not NUL, begins the next token.
+  [[nodiscard]] bool isNext(char byte) const { return bytes_[*token_] == byte; }
+
+  /// Where the next token begins, and how many bytes there are from there.
+  [[nodiscard]] const char* position() const { return bytes_ + *token_; }
+  [[nodiscard]] std::size_t remaining() const { return size_ - *token_; }
+
+  /// Takes the three tokens before the value of a member, when exactly `start` stands there. May
+  /// not know it shortly before the end.
+  bool take(const MemberStart& start) {
+    const bool isThere = token_[3] - token_[0] == start.length() &&
+                         remaining() >= MemberStart::glance && start.isAt(position());
+    token_ += isThere ? 3 : 0;
+    return isThere;
+  }
+
+  bool take(char punctuation) {
+    const bool isThere = isNext(punctuation);
+    token_ += isThere ? 1 : 0;
+    return isThere;
+  }
+
+  bool takeNull() { return takeLiteral("null"); }
+
+  bool take(bool& boolean) {
+    boolean = isNext('t');
+    return boolean ? takeLiteral("true") : takeLiteral("false");
+  }
+
+  template <std::integral Integer>
+  bool take(Integer& integer) {
+    const bool isNegative = isNext('-');
+    const std::optional<std::uint64_t> magnitude = takeMagnitude(isNegative);
+    if (!magnitude.has_value()) {
+      return false;
+    }
+    constexpr auto largest = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
+    if (isNegative) {
+      integer = static_cast<Integer>(-*magnitude);
+      return std::signed_integral<Integer> ? *magnitude <= largest : *magnitude == 0;
+    }
+    integer = static_cast<Integer>(*magnitude);
+    return *magnitude <= largest;
+  }
+
+  /// The text refers to the document or the arena.
+  bool take(std::string_view& text) {
+    if (!isNext('"')) {
+      return false;
+    }
+    const std::uint32_t opening = *token_;
+    const std::uint32_t closing = endOfToken() - 1;
+    text = {bytes_ + opening + 1, closing - opening - 1};
+    ++token_;
+    return nextBackslash_ > closing || takeEscapes(opening, closing, text);
+  }
+
+  bool take(TextView& text) {
+    std::string_view bytes;
+    const bool isTaken = take(bytes);
+    text = TextView(bytes);
+    return isTaken;
+  }
+
+  bool take(Text& text) {
+    std::string_view bytes;
+    const bool isTaken = take(bytes);
+    text = isTaken ? Text(bytes) : Text();
+    return isTaken;
+  }
+
+ private:
+  [[nodiscard]] std::uint32_t endOfToken() const { return endOfJSONToken(bytes_, token_[1]); }
+
+  template <std::size_t size>
+  bool takeLiteral(const char (&literal)[size]) {
+    constexpr std::size_t length = size - 1;
+    if (remaining() < length || std::memcmp(position(), literal, length) != 0 ||
+        endOfToken() != *token_ + length) {
+      return false;
+    }
+    ++token_;
+    return true;
+  }
+
+  std::optional<std::uint64_t> takeMagnitude(bool isNegative) {
+    // So many that all of them fit.
+    constexpr std::size_t mostDigits = 19;
+    if (atEnd()) {
+      return std::nullopt;
+    }
+    const char* digit = position() + (isNegative ? 1 : 0);
+    const char* const end = bytes_ + endOfToken();
+    const auto count = static_cast<std::size_t>(end - digit);
+    if (count == 0 || count > mostDigits || (*digit == '0' && count > 1)) {
+      return std::nullopt;
+    }
+    std::uint64_t value = 0;
+    for (; end - digit >= 8; digit += 8) {
+      const std::optional<std::uint64_t> eight = eightDigits(digit);
+      if (!eight.has_value()) {
+        return std::nullopt;
+      }
+      value = value * 100'000'000 + *eight;
+    }
+    unsigned largest = 0;
+    for (; digit != end; ++digit) {
+      const auto next = static_cast<unsigned char>(*digit - '0');
+      largest = next > largest ? next : largest;
+      value = value * 10 + next;
+    }
+    ++token_;
+    return largest <= 9 ? std::optional(value) : std::nullopt;
+  }
+
+  /// The number that eight digits in a row make.
+  static std::optional<std::uint64_t> eightDigits(const char* digits) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, digits, sizeof word);
+    if constexpr (std::endian::native == std::endian::big) {
+      // The arithmetic below counts from the lowest byte.
+      return std::nullopt;
+    }
+    // Of digits only, the upper half of each byte is 3, and stays so when 6 is added.
+    constexpr std::uint64_t each = 0x0101010101010101;
+    if (((word | (word + each * 6)) & each * 0xF0) != each * 0x30) {
+      return std::nullopt;
+    }
+    // Pairs of neighbours become one number each, three times.
+    word = (word & each * 0x0F) * (10 * 256 + 1) >> 8;
+    word = (word & 0x00FF00FF00FF00FF) * (100 * 65536 + 1) >> 16;
+    return (word & 0x0000FFFF0000FFFF) * (10000 * (std::uint64_t{1} << 32) + 1) >> 32;
+  }
+
+  bool takeEscapes(std::uint32_t opening, std::uint32_t closing, std::string_view& text);
+  void findBackslash(std::size_t from);
+
+  const char* bytes_;
+  std::size_t size_;
+  /// Behind the last one stands the text's length, more than once.
+  const std::uint32_t* token_;
+  TextArena* arena_;
+  /// The first backslash at or behind some place before which all texts are taken.
+  std::size_t nextBackslash_ = 0;
+};
+
+}  // namespace velmora

@@ -1,0 +1,84 @@
+#include "json/TokenFinder.h"
+
+#include "json/JSONReader.h"
+
+#include <simdjson.h>
+
+#include <algorithm>
+#include <bit>
+#include <new>
+
+namespace velmora {
+
+namespace {
+
+/// Room for more than one text asks for, so that texts of many lengths do not each ask anew. Not
+/// for a large one: the room takes four times as much memory.
+std::size_t roomFor(std::size_t length) {
+  constexpr std::size_t large = std::size_t{64} << 20;
+  return length < large ? std::bit_ceil(length) : length;
+}
+
+TokenFault faultOf(simdjson::error_code error) {
+  switch (error) {
+    case simdjson::SUCCESS:
+      return TokenFault::none;
+    case simdjson::EMPTY:
+      return TokenFault::empty;
+    case simdjson::UTF8_ERROR:
+      return TokenFault::notUTF8;
+    case simdjson::MEMALLOC:
+      throw std::bad_alloc();
+    default:
+      return TokenFault::brokenString;
+  }
+}
+
+}  // namespace
+
+/// The part of the library's parser that finds tokens.
+class TokenFinder::StageOne {
+ public:
+  simdjson::internal::dom_parser_implementation& able(std::size_t length) {
+    if (parser_ == nullptr || parser_->capacity() < length) {
+      parser_.reset();
+      const simdjson::error_code error =
+          simdjson::get_active_implementation()->create_dom_parser_implementation(
+              roomFor(length), deepestJSONNesting, parser_);
+      if (error != simdjson::SUCCESS) {
+        throw std::bad_alloc();
+      }
+    }
+    return *parser_;
+  }
+
+ private:
+  std::unique_ptr<simdjson::internal::dom_parser_implementation> parser_;
+};
+
+TokenFinder::TokenFinder() : stageOne_(std::make_unique<StageOne>()) {}
+
+TokenFinder::~TokenFinder() = default;
+
+TokenFinder::TokenFinder(TokenFinder&&) noexcept = default;
+
+TokenFinder& TokenFinder::operator=(TokenFinder&&) noexcept = default;
+
+FoundTokens TokenFinder::find(std::string_view text) {
+  if (text.empty()) {
+    return {.fault = TokenFault::empty};
+  }
+  auto& parser = stageOne_->able(text.size());
+  const TokenFault fault = faultOf(parser.stage1(reinterpret_cast<const std::uint8_t*>(text.data()),
+                                                 text.size(), simdjson::stage1_mode::regular));
+  if (fault != TokenFault::none) {
+    return {.fault = fault};
+  }
+  std::uint32_t* const first = parser.structural_indexes.get();
+  // The library has room for some more.
+  std::fill_n(first + parser.n_structural_indexes, tokenLookAhead,
+              static_cast<std::uint32_t>(text.size()));
+  return {.first = first, .count = parser.n_structural_indexes};
+}
+
+}  // namespace velmora

@@ -1,16 +1,23 @@
 #include "bench/Candidates.h"
 
 #include "bench/PlainRecords.h"
+#include "platform/PlatformError.h"
+#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/PosixFileReader.h"
 #include "warpshared/ManifestDecoding.h"
 #include "warpshared/VelmoraWarpSharedManifest.h"
 
 #include <simdjson.h>
 
+#include <fcntl.h>
 #include <nlohmann/json.hpp>
 #include <rapidjson/document.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <memory>
 #include <stdexcept>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -55,14 +62,85 @@ Decode rapidJSONDOM() {
   };
 }
 
-constexpr Candidate candidates[] = {
-    {"simdjson-dom", simdjsonDOM},         {"checked", checkingOnly},
-    {"records", keepingRecords},           {"nlohmann", nlohmannTree},
-    {"nlohmann-records", nlohmannRecords}, {"rapidjson", rapidJSONDOM},
+// What is left when nothing is decoded: the copy that everybody gets.
+Decode nothing() {
+  return [](std::string& bytes) { return bytes.size(); };
+}
+
+// The floor under everybody who reads files: one buffer for all of them, nobody looks into it.
+ReadAndDecode readingOnly() {
+  constexpr std::size_t bufferLength = 1 << 20;
+  return [buffer = std::make_shared<std::vector<char>>(bufferLength)](const Text& path) {
+    const FileDescriptor file =
+        FileDescriptor::adopt(::open(path.utf8().c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file.isOpen()) {
+      throw posixError(errno);
+    }
+    std::size_t byteCount = 0;
+    ssize_t length = 0;
+    while ((length = ::read(file.get(), buffer->data(), buffer->size())) > 0) {
+      byteCount += static_cast<std::size_t>(length);
+    }
+    if (length < 0) {
+      throw posixError(errno);
+    }
+    return byteCount;
+  };
+}
+
+// As the mirror is read.
+ReadAndDecode readingAndChecking() {
+  return [files = std::make_shared<PosixFileReader>(),
+          decoder = std::make_shared<ManifestDecoder>()](const Text& path) {
+    std::string bytes = files->read(path, longestSharedWarpManifest);
+    return decoder->decodeSummary(bytes).entryCount;
+  };
+}
+
+ReadAndDecode readingAndKeepingRecords() {
+  return
+      [files = std::make_shared<PosixFileReader>(), decode = keepingRecords()](const Text& path) {
+        std::string bytes = files->read(path, longestSharedWarpManifest);
+        return decode(bytes);
+      };
+}
+
+template <class Function>
+struct Named {
+  std::string_view name;
+  Function (*make)();
+};
+
+constexpr Named<Decode> fromMemory[] = {
+    {"simdjson-dom", simdjsonDOM},
+    {"checked", checkingOnly},
+    {"records", keepingRecords},
+    {"nlohmann", nlohmannTree},
+    {"nlohmann-records", nlohmannRecords},
+    {"rapidjson", rapidJSONDOM},
+    {"nothing", nothing},
+};
+
+constexpr Named<ReadAndDecode> fromFiles[] = {
+    {"read-only", readingOnly},
+    {"read-checked", readingAndChecking},
+    {"read-records", readingAndKeepingRecords},
 };
 
 }  // namespace
 
-std::span<const Candidate> decodingCandidates() { return candidates; }
+Candidate candidateNamed(std::string_view name) {
+  for (const Named<Decode>& candidate : fromMemory) {
+    if (candidate.name == name) {
+      return candidate.make();
+    }
+  }
+  for (const Named<ReadAndDecode>& candidate : fromFiles) {
+    if (candidate.name == name) {
+      return candidate.make();
+    }
+  }
+  throw std::invalid_argument("there is no candidate " + std::string(name));
+}
 
 }  // namespace velmora

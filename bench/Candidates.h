@@ -1,11 +1,13 @@
 // The ways to decode a manifest that are measured beside each other.
 #pragma once
 
+#include "text/Text.h"
+
 #include <cstddef>
 #include <functional>
-#include <span>
 #include <string>
 #include <string_view>
+#include <variant>
 
 namespace velmora {
 
@@ -14,11 +16,13 @@ namespace velmora {
 /// call to the next, where it can. Throws for what is no manifest.
 using Decode = std::function<std::size_t(std::string& bytes)>;
 
-struct Candidate {
-  std::string_view name;
-  Decode (*makeDecode)();
-};
+/// The same, beginning with the file.
+using ReadAndDecode = std::function<std::size_t(const Text& path)>;
 
-[[nodiscard]] std::span<const Candidate> decodingCandidates();
+using Candidate = std::variant<Decode, ReadAndDecode>;
+
+/// A new candidate of this name (bench/README.md). Those that look for no entries answer how many
+/// bytes there were. Throws std::invalid_argument when there is none of the name.
+[[nodiscard]] Candidate candidateNamed(std::string_view name);
 
 }  // namespace velmora

@@ -1,28 +1,31 @@
 // decoding_memory CANDIDATE FILE
 //
-// Prints how much memory the candidate needs at its peak to read and decode the manifest, as a
-// multiple of the file's size. Counted is the process's resident memory, the file's bytes included,
+// Prints how many bytes of memory the candidate needs at its peak to read and decode the manifest,
+// and what it answers. Counted is the process's resident memory, with what it holds of the file,
 // above what it was before the file was read. One process measures one candidate once: the peak
 // never sinks again.
 #include "bench/Candidates.h"
 #include "bench/ManifestFiles.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <fstream>
 #include <iostream>
 #include <limits>
 #include <stdexcept>
+#include <string>
+#include <string_view>
+#include <variant>
 
 namespace velmora {
 namespace {
 
 // Not from getrusage, whose peak begins with that of the process that started this one.
-double statusBytes(const std::string& field) {
+std::size_t statusBytes(const std::string& field) {
   std::ifstream status("/proc/self/status");
   std::string word;
   while (status >> word) {
-    double kibibytes = 0;
+    std::size_t kibibytes = 0;
     if (word == field && status >> kibibytes) {
       return kibibytes * 1024;
     }
@@ -31,20 +34,22 @@ double statusBytes(const std::string& field) {
   throw std::runtime_error("/proc/self/status does not tell " + field);
 }
 
-const Candidate& candidateNamed(std::string_view name) {
-  const auto candidate = std::ranges::find(decodingCandidates(), name, &Candidate::name);
-  if (candidate == decodingCandidates().end()) {
-    throw std::invalid_argument("there is no candidate " + std::string(name));
+ReadAndDecode reading(std::string_view name) {
+  const Candidate candidate = candidateNamed(name);
+  if (const auto* const read = std::get_if<ReadAndDecode>(&candidate)) {
+    return *read;
   }
-  return *candidate;
+  return [decode = std::get<Decode>(candidate)](const Text& path) {
+    std::string bytes = readManifestBytes(path.utf8());
+    return decode(bytes);
+  };
 }
 
-double peakOverSize(std::string_view candidate, const std::filesystem::path& path) {
-  const Decode decode = candidateNamed(candidate).makeDecode();
-  const double before = statusBytes("VmRSS:");
-  std::string bytes = readManifestBytes(path);
-  decode(bytes);
-  return (statusBytes("VmHWM:") - before) / static_cast<double>(std::filesystem::file_size(path));
+void printPeak(std::string_view candidate, const Text& path) {
+  const ReadAndDecode decode = reading(candidate);
+  const std::size_t before = statusBytes("VmRSS:");
+  const std::size_t counted = decode(path);
+  std::cout << statusBytes("VmHWM:") - before << ' ' << counted << '\n';
 }
 
 }  // namespace
@@ -55,7 +60,7 @@ int main(int argumentCount, char** arguments) {
     if (argumentCount != 3) {
       throw std::invalid_argument("wants the name of a candidate and a file");
     }
-    std::cout << velmora::peakOverSize(arguments[1], arguments[2]) << '\n';
+    velmora::printPeak(arguments[1], arguments[2]);
   } catch (const std::exception& error) {
     std::cerr << "decoding_memory: " << error.what() << '\n';
     return 1;

@@ -3,6 +3,7 @@
 #include <simdjson.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <fstream>
 
 namespace velmora {
@@ -25,13 +26,15 @@ std::string readManifestBytes(const std::filesystem::path& path) {
   return bytes;
 }
 
-ManifestSet::ManifestSet(const std::filesystem::path& directory)
-    : name_((directory / "").parent_path().filename().string()) {
+std::vector<std::filesystem::path> manifestPaths(const std::filesystem::path& directory) {
   std::vector<std::filesystem::path> paths(std::filesystem::directory_iterator(directory), {});
   std::ranges::sort(paths);
-  for (const std::filesystem::path& path : paths) {
+  return paths;
+}
+
+ManifestSet::ManifestSet(const std::filesystem::path& directory) {
+  for (const std::filesystem::path& path : manifestPaths(directory)) {
     files_.push_back(readManifestBytes(path));
-    byteCount_ += files_.back().size();
   }
   copies_.resize(files_.size());
 }

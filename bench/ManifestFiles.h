@@ -1,7 +1,6 @@
 // Manifests in memory, so that no file is read while time is measured.
 #pragma once
 
-#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -12,22 +11,20 @@ namespace velmora {
 /// std::filesystem and std::ifstream throw.
 [[nodiscard]] std::string readManifestBytes(const std::filesystem::path& path);
 
+/// The files of a directory of manifests, sorted.
+[[nodiscard]] std::vector<std::filesystem::path> manifestPaths(
+    const std::filesystem::path& directory);
+
 /// The manifests of one directory.
 class ManifestSet {
  public:
   explicit ManifestSet(const std::filesystem::path& directory);
-
-  /// The directory's name.
-  [[nodiscard]] const std::string& name() const { return name_; }
-  [[nodiscard]] std::size_t byteCount() const { return byteCount_; }
 
   /// A copy of each file, made by this call in memory that was in use before, for decoders to
   /// overwrite. Valid until the next call.
   [[nodiscard]] std::vector<std::string>& freshCopies();
 
  private:
-  std::string name_;
-  std::size_t byteCount_ = 0;
   std::vector<std::string> files_;
   std::vector<std::string> copies_;
 };

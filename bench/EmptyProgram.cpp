@@ -1,0 +1,2 @@
+// The yardstick for a program's start.
+int main() { return 0; }

@@ -92,17 +92,15 @@ ReadAndDecode readingOnly() {
 ReadAndDecode readingAndChecking() {
   return [files = std::make_shared<PosixFileReader>(),
           decoder = std::make_shared<ManifestDecoder>()](const Text& path) {
-    std::string bytes = files->read(path, longestSharedWarpManifest);
-    return decoder->decodeSummary(bytes).entryCount;
+    return decoder->readSummary(path, *files).entryCount;
   };
 }
 
 ReadAndDecode readingAndKeepingRecords() {
-  return
-      [files = std::make_shared<PosixFileReader>(), decode = keepingRecords()](const Text& path) {
-        std::string bytes = files->read(path, longestSharedWarpManifest);
-        return decode(bytes);
-      };
+  return [files = std::make_shared<PosixFileReader>(),
+          decoder = std::make_shared<ManifestDecoder>()](const Text& path) {
+    return decoder->read(path, *files).entries.size();
+  };
 }
 
 template <class Function>

@@ -17,33 +17,41 @@ namespace velmora {
 template <RecordWithFields Record>
 class MemberPrediction {
  public:
-  static constexpr std::size_t none = fieldCount<Record>;
+  /// There is no member more; the object's end has not been taken.
+  static constexpr std::size_t end = fieldCount<Record>;
+  /// There is something else.
+  static constexpr std::size_t none = end + 1;
 
   /// Takes what stands before a value: the object's beginning or a comma, a key, a colon. Returns
-  /// the field's index, or `none` when they are not there or the record has no such field.
-  /// `previous` is the field before, `none` at the beginning.
+  /// the field's index, or `none` also for a key that is none of the record's. `previous` is the
+  /// field before, `end` at the beginning.
   std::size_t take(QuickTokens& tokens, std::size_t previous) {
     const Follower& expected = followers_[previous];
     return tokens.take(expected.start) ? expected.field : takeOther(tokens, previous);
   }
 
  private:
-  struct Follower {
+  struct alignas(128) Follower {
     MemberStart start;
     std::size_t field = 0;
   };
 
   std::size_t takeOther(QuickTokens& tokens, std::size_t previous) {
+    const bool isFirst = previous == end;
+    if (!isFirst && tokens.isNext('}')) {
+      return end;
+    }
     const char* const begin = tokens.position();
     std::string_view key;
-    if (!tokens.take(previous == none ? '{' : ',') || !tokens.take(key) || !tokens.take(':')) {
+    if (!tokens.take(isFirst ? '{' : ',') || !tokens.take(key) || !tokens.take(':')) {
       return none;
     }
     const std::size_t field = keyTable.find(key);
-    if (field != none) {
-      const std::string_view text(begin, static_cast<std::size_t>(tokens.position() - begin));
-      followers_[previous] = {.start = MemberStart(text), .field = field};
+    if (field == keyTable.none) {
+      return none;
     }
+    const std::string_view text(begin, static_cast<std::size_t>(tokens.position() - begin));
+    followers_[previous] = {.start = MemberStart(text), .field = field};
     return field;
   }
 

@@ -9,7 +9,6 @@
 #include "json/RecordFields.h"
 
 #include <array>
-#include <bit>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -30,17 +29,17 @@ inline constexpr bool isOptionalValue<std::optional<Value>> = true;
 template <RecordWithFields Record>
 class SeenFields {
  public:
-  void add(std::size_t index) {
-    sum_ += std::uint64_t{1} << index;
-    ++count_;
+  /// False when it was there before.
+  [[nodiscard]] bool add(std::size_t index) {
+    const std::uint64_t field = std::uint64_t{1} << index;
+    const bool isNew = (fields_ & field) == 0;
+    fields_ |= field;
+    return isNew;
   }
 
-  /// Takes the fields that are not there for absent; false where one may not be, or where one is
-  /// there twice.
+  /// Takes the fields that are not there for absent; false where one may not be.
   [[nodiscard]] bool resetAbsent(Record& record) const {
-    // A sum of powers of two has a bit for each of them only when all are different.
-    return std::popcount(sum_) == count_ &&
-           resetAbsent(record, std::make_index_sequence<fieldCount<Record>>());
+    return resetAbsent(record, std::make_index_sequence<fieldCount<Record>>());
   }
 
  private:
@@ -48,7 +47,7 @@ class SeenFields {
 
   template <std::size_t... indexes>
   bool resetAbsent(Record& record, std::index_sequence<indexes...>) const {
-    if ((~sum_ & required) != 0) {
+    if ((~fields_ & required) != 0) {
       return false;
     }
     (resetIfAbsent<indexes>(record), ...);
@@ -58,7 +57,7 @@ class SeenFields {
   template <std::size_t index>
   void resetIfAbsent(Record& record) const {
     if constexpr ((required >> index & 1) == 0) {
-      if ((sum_ >> index & 1) == 0) {
+      if ((fields_ >> index & 1) == 0) {
         (record.*std::get<index>(RecordFields<Record>::list).member).reset();
       }
     }
@@ -78,8 +77,7 @@ class SeenFields {
       },
       RecordFields<Record>::list);
 
-  std::uint64_t sum_ = 0;
-  int count_ = 0;
+  std::uint64_t fields_ = 0;
 };
 
 /// Reads records of these types, and lists and optionals of them. Other types join in by a
@@ -145,16 +143,16 @@ class QuickReader {
  private:
   template <RecordWithFields Record>
   bool readRecord(QuickTokens& tokens, Record& record) {
+    auto& members = std::get<MemberPrediction<Record>>(predictions_);
     SeenFields<Record> seen;
-    std::size_t field = fieldCount<Record>;
-    do {
-      field = takeMemberStart<Record>(tokens, field);
-      if (field == fieldCount<Record> || !readField(tokens, record, field)) {
+    std::size_t field = members.take(tokens, members.end);
+    while (field < members.end) {
+      if (!seen.add(field) || !readField(tokens, record, field)) {
         return false;
       }
-      seen.add(field);
-    } while (!tokens.take('}'));
-    return seen.resetAbsent(record);
+      field = members.take(tokens, field);
+    }
+    return field == members.end && tokens.take('}') && seen.resetAbsent(record);
   }
 
   template <class Record, std::size_t index>

@@ -2,6 +2,8 @@
 
 #include "json/JSONString.h"
 
+#include <algorithm>
+
 namespace velmora {
 
 bool QuickTokens::takeEscapes(std::uint32_t opening, std::uint32_t closing,
@@ -21,6 +23,13 @@ bool QuickTokens::takeEscapes(std::uint32_t opening, std::uint32_t closing,
   arena_->shrink(roomForResolved(text) - *length);
   text = {copy, *length};
   return true;
+}
+
+bool QuickTokens::appendOneByOne(std::uint64_t& value, const char* digits, std::size_t count) {
+  return std::all_of(digits, digits + count, [&value](char byte) {
+    value = value * 10 + static_cast<std::uint64_t>(byte - '0');
+    return byte >= '0' && byte <= '9';
+  });
 }
 
 void QuickTokens::findBackslash(std::size_t from) {

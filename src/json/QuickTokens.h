@@ -108,15 +108,19 @@ class QuickTokens {
  private:
   [[nodiscard]] std::uint32_t endOfToken() const { return endOfJSONToken(bytes_, token_[1]); }
 
+  /// Whether the next token has this many bytes.
+  [[nodiscard]] bool hasLength(std::size_t length) const {
+    // Mostly, there are no blanks behind a token.
+    return token_[1] - *token_ == length || endOfToken() - *token_ == length;
+  }
+
   template <std::size_t size>
   bool takeLiteral(const char (&literal)[size]) {
     constexpr std::size_t length = size - 1;
-    if (remaining() < length || std::memcmp(position(), literal, length) != 0 ||
-        endOfToken() != *token_ + length) {
-      return false;
-    }
-    ++token_;
-    return true;
+    const bool isThere =
+        remaining() >= length && std::memcmp(position(), literal, length) == 0 && hasLength(length);
+    token_ += isThere ? 1 : 0;
+    return isThere;
   }
 
   std::optional<std::uint64_t> takeMagnitude(bool isNegative) {
@@ -125,51 +129,53 @@ class QuickTokens {
     if (atEnd()) {
       return std::nullopt;
     }
-    const char* digit = position() + (isNegative ? 1 : 0);
-    const char* const end = bytes_ + endOfToken();
-    const auto count = static_cast<std::size_t>(end - digit);
-    if (count == 0 || count > mostDigits || (*digit == '0' && count > 1)) {
+    const char* digits = position() + (isNegative ? 1 : 0);
+    auto count = static_cast<std::size_t>(bytes_ + endOfToken() - digits);
+    if (count - 1 >= mostDigits || (*digits == '0' && count > 1)) {
       return std::nullopt;
-    }
-    std::uint64_t value = 0;
-    for (; end - digit >= 8; digit += 8) {
-      const std::optional<std::uint64_t> eight = eightDigits(digit);
-      if (!eight.has_value()) {
-        return std::nullopt;
-      }
-      value = value * 100'000'000 + *eight;
-    }
-    unsigned largest = 0;
-    for (; digit != end; ++digit) {
-      const auto next = static_cast<unsigned char>(*digit - '0');
-      largest = next > largest ? next : largest;
-      value = value * 10 + next;
     }
     ++token_;
-    return largest <= 9 ? std::optional(value) : std::nullopt;
+    std::uint64_t value = 0;
+    for (; count > digitsAtOnce; digits += digitsAtOnce, count -= digitsAtOnce) {
+      if (!appendDigits(value, digits, digitsAtOnce)) {
+        return std::nullopt;
+      }
+    }
+    return appendDigits(value, digits, count) ? std::optional(value) : std::nullopt;
   }
 
-  /// The number that eight digits in a row make.
-  static std::optional<std::uint64_t> eightDigits(const char* digits) {
+  /// Appends `count` digits, from 1 to 8, to those of `value`; false when they are none.
+  bool appendDigits(std::uint64_t& value, const char* digits, std::size_t count) {
+    if (std::endian::native == std::endian::big ||
+        bytes_ + size_ - digits < static_cast<std::ptrdiff_t>(digitsAtOnce)) {
+      return appendOneByOne(value, digits, count);
+    }
+    constexpr std::uint64_t each = 0x0101010101010101;
     std::uint64_t word = 0;
     std::memcpy(&word, digits, sizeof word);
-    if constexpr (std::endian::native == std::endian::big) {
-      // The arithmetic below counts from the lowest byte.
-      return std::nullopt;
-    }
+    // Zeros come before the digits, and what is behind them goes.
+    const std::size_t unused = 8 * (digitsAtOnce - count);
+    word = word << unused | (each * '0' & ((std::uint64_t{1} << unused) - 1));
     // Of digits only, the upper half of each byte is 3, and stays so when 6 is added.
-    constexpr std::uint64_t each = 0x0101010101010101;
     if (((word | (word + each * 6)) & each * 0xF0) != each * 0x30) {
-      return std::nullopt;
+      return false;
     }
     // Pairs of neighbours become one number each, three times.
     word = (word & each * 0x0F) * (10 * 256 + 1) >> 8;
     word = (word & 0x00FF00FF00FF00FF) * (100 * 65536 + 1) >> 16;
-    return (word & 0x0000FFFF0000FFFF) * (10000 * (std::uint64_t{1} << 32) + 1) >> 32;
+    word = (word & 0x0000FFFF0000FFFF) * (10000 * (std::uint64_t{1} << 32) + 1) >> 32;
+    value = value * powersOfTen[count] + word;
+    return true;
   }
+
+  static bool appendOneByOne(std::uint64_t& value, const char* digits, std::size_t count);
 
   bool takeEscapes(std::uint32_t opening, std::uint32_t closing, std::string_view& text);
   void findBackslash(std::size_t from);
+
+  static constexpr std::size_t digitsAtOnce = 8;
+  static constexpr std::uint64_t powersOfTen[digitsAtOnce + 1] = {
+      1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
 
   const char* bytes_;
   std::size_t size_;

@@ -152,8 +152,6 @@ class Walk {
   bool readMember(QuickTokens& tokens) {
     const std::size_t field = memory_.reader.template takeMemberStart<Manifest>(tokens, lastField_);
     switch (field) {
-      case fieldCount<Manifest>:
-        return false;
       case fieldIndex<Manifest, "entries">:
         return beginEntries(tokens);
       case fieldIndex<Manifest, "rootMetadata">:
@@ -161,7 +159,8 @@ class Walk {
       case fieldIndex<Manifest, "verificationSampleAbsolutePaths">:
         return readSamples(tokens) && endMember(tokens, field);
       default:
-        return memory_.reader.readField(tokens, manifest_, field) && endMember(tokens, field);
+        return field < fieldCount<Manifest> && memory_.reader.readField(tokens, manifest_, field) &&
+               endMember(tokens, field);
     }
   }
 
@@ -173,8 +172,7 @@ class Walk {
     }
     place_ = isLast ? Place::behindManifest : Place::inManifest;
     lastField_ = field;
-    seenFields_.add(field);
-    hasDoubt_ = isLast && !seenFields_.resetAbsent(manifest_);
+    hasDoubt_ = !seenFields_.add(field) || (isLast && !seenFields_.resetAbsent(manifest_));
     return !hasDoubt_;
   }
 

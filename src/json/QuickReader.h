@@ -31,9 +31,8 @@ class SeenFields {
  public:
   /// False when it was there before.
   [[nodiscard]] bool add(std::size_t index) {
-    const std::uint64_t field = std::uint64_t{1} << index;
-    const bool isNew = (fields_ & field) == 0;
-    fields_ |= field;
+    const bool isNew = (fields_ >> index & 1) == 0;
+    fields_ |= std::uint64_t{1} << index;
     return isNew;
   }
 

@@ -25,11 +25,33 @@ bool QuickTokens::takeEscapes(std::uint32_t opening, std::uint32_t closing,
   return true;
 }
 
-bool QuickTokens::appendOneByOne(std::uint64_t& value, const char* digits, std::size_t count) {
-  return std::all_of(digits, digits + count, [&value](char byte) {
-    value = value * 10 + static_cast<std::uint64_t>(byte - '0');
-    return byte >= '0' && byte <= '9';
-  });
+QuickTokens::Magnitude QuickTokens::manyDigits(const char* digits, std::size_t count) const {
+  static constexpr std::uint64_t powersOfTen[digitsAtOnce + 1] = {
+      1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
+  // So many that all of them fit.
+  constexpr std::size_t mostDigits = 19;
+  if (count > mostDigits) {
+    return {};
+  }
+  Magnitude all{.isValid = true};
+  while (count > 0) {
+    const std::size_t some = std::min(count, digitsAtOnce);
+    const Magnitude next = fewDigits(digits, some);
+    all.value = all.value * powersOfTen[some] + next.value;
+    all.isValid = all.isValid && next.isValid;
+    digits += some;
+    count -= some;
+  }
+  return all;
+}
+
+QuickTokens::Magnitude QuickTokens::digitsOneByOne(const char* digits, std::size_t count) {
+  Magnitude all{.isValid = true};
+  for (const char digit : std::string_view(digits, count)) {
+    all.value = all.value * 10 + static_cast<std::uint64_t>(digit - '0');
+    all.isValid = all.isValid && digit >= '0' && digit <= '9';
+  }
+  return all;
 }
 
 void QuickTokens::findBackslash(std::size_t from) {

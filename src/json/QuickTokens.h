@@ -66,17 +66,15 @@ class QuickTokens {
   template <std::integral Integer>
   bool take(Integer& integer) {
     const bool isNegative = isNext('-');
-    const std::optional<std::uint64_t> magnitude = takeMagnitude(isNegative);
-    if (!magnitude.has_value()) {
-      return false;
-    }
+    const Magnitude magnitude = takeMagnitude(isNegative);
     constexpr auto largest = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
     if (isNegative) {
-      integer = static_cast<Integer>(-*magnitude);
-      return std::signed_integral<Integer> ? *magnitude <= largest : *magnitude == 0;
+      integer = static_cast<Integer>(-magnitude.value);
+      return magnitude.isValid &&
+             (std::signed_integral<Integer> ? magnitude.value <= largest : magnitude.value == 0);
     }
-    integer = static_cast<Integer>(*magnitude);
-    return *magnitude <= largest;
+    integer = static_cast<Integer>(magnitude.value);
+    return magnitude.isValid && magnitude.value <= largest;
   }
 
   /// The text refers to the document or the arena.
@@ -123,60 +121,51 @@ class QuickTokens {
     return isThere;
   }
 
-  std::optional<std::uint64_t> takeMagnitude(bool isNegative) {
-    // So many that all of them fit.
-    constexpr std::size_t mostDigits = 19;
+  struct Magnitude {
+    std::uint64_t value = 0;
+    bool isValid = false;
+  };
+
+  Magnitude takeMagnitude(bool isNegative) {
     if (atEnd()) {
-      return std::nullopt;
+      return {};
     }
-    const char* digits = position() + (isNegative ? 1 : 0);
-    auto count = static_cast<std::size_t>(bytes_ + endOfToken() - digits);
-    if (count - 1 >= mostDigits || (*digits == '0' && count > 1)) {
-      return std::nullopt;
+    const char* const digits = position() + (isNegative ? 1 : 0);
+    const auto count = static_cast<std::size_t>(bytes_ + endOfToken() - digits);
+    if (count == 0 || (*digits == '0' && count > 1)) {
+      return {};
     }
     ++token_;
-    std::uint64_t value = 0;
-    for (; count > digitsAtOnce; digits += digitsAtOnce, count -= digitsAtOnce) {
-      if (!appendDigits(value, digits, digitsAtOnce)) {
-        return std::nullopt;
-      }
-    }
-    return appendDigits(value, digits, count) ? std::optional(value) : std::nullopt;
+    return count <= digitsAtOnce ? fewDigits(digits, count) : manyDigits(digits, count);
   }
 
-  /// Appends `count` digits, from 1 to 8, to those of `value`; false when they are none.
-  bool appendDigits(std::uint64_t& value, const char* digits, std::size_t count) {
+  /// The number that `count` digits make, from 1 to 8.
+  [[nodiscard]] Magnitude fewDigits(const char* digits, std::size_t count) const {
     if (std::endian::native == std::endian::big ||
         bytes_ + size_ - digits < static_cast<std::ptrdiff_t>(digitsAtOnce)) {
-      return appendOneByOne(value, digits, count);
+      return digitsOneByOne(digits, count);
     }
     constexpr std::uint64_t each = 0x0101010101010101;
     std::uint64_t word = 0;
     std::memcpy(&word, digits, sizeof word);
-    // Zeros come before the digits, and what is behind them goes.
-    const std::size_t unused = 8 * (digitsAtOnce - count);
-    word = word << unused | (each * '0' & ((std::uint64_t{1} << unused) - 1));
-    // Of digits only, the upper half of each byte is 3, and stays so when 6 is added.
-    if (((word | (word + each * 6)) & each * 0xF0) != each * 0x30) {
-      return false;
-    }
+    // Without the upper half that is 3 of every digit. What is behind the digits goes, and zeros
+    // come before them.
+    word = (word ^ each * '0') << (8 * (digitsAtOnce - count));
+    const bool areDigits = ((word | (word + each * 6)) & each * 0xF0) == 0;
     // Pairs of neighbours become one number each, three times.
-    word = (word & each * 0x0F) * (10 * 256 + 1) >> 8;
+    word = word * (10 * 256 + 1) >> 8;
     word = (word & 0x00FF00FF00FF00FF) * (100 * 65536 + 1) >> 16;
     word = (word & 0x0000FFFF0000FFFF) * (10000 * (std::uint64_t{1} << 32) + 1) >> 32;
-    value = value * powersOfTen[count] + word;
-    return true;
+    return {.value = word, .isValid = areDigits};
   }
 
-  static bool appendOneByOne(std::uint64_t& value, const char* digits, std::size_t count);
+  [[nodiscard]] Magnitude manyDigits(const char* digits, std::size_t count) const;
+  [[nodiscard]] static Magnitude digitsOneByOne(const char* digits, std::size_t count);
 
   bool takeEscapes(std::uint32_t opening, std::uint32_t closing, std::string_view& text);
   void findBackslash(std::size_t from);
 
   static constexpr std::size_t digitsAtOnce = 8;
-  static constexpr std::uint64_t powersOfTen[digitsAtOnce + 1] = {
-      1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
-
   const char* bytes_;
   std::size_t size_;
   /// Behind the last one stands the text's length, more than once.

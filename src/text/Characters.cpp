@@ -60,6 +60,12 @@ bool isCharacterBoundaryBeforeASCII(std::string_view text, std::size_t position)
   return !before.isUTF8() || utf8proc_grapheme_break(before.value, text[position]);
 }
 
+// Of a code point beyond ASCII. Rare, and kept out of what is asked for each path.
+[[gnu::noinline]] bool isCharacterBoundaryBetween(char before, std::string_view after) {
+  const CodePoint first = codePointAt(after, 0);
+  return !first.isUTF8() || utf8proc_grapheme_break(before, first.value);
+}
+
 bool isWholeCharacter(std::string_view text, std::size_t positionOfASCII) {
   return isCharacterBoundaryBeforeASCII(text, positionOfASCII) &&
          isCharacterBoundaryAfterASCII(text, positionOfASCII + 1);
@@ -119,8 +125,7 @@ bool isCharacterBoundaryAfterASCII(std::string_view text, std::size_t position) 
   if (position == text.size() || isASCII(text[position])) {
     return position == text.size() || text[position] != '\n' || text[position - 1] != '\r';
   }
-  const CodePoint after = codePointAt(text, position);
-  return !after.isUTF8() || utf8proc_grapheme_break(text[position - 1], after.value);
+  return isCharacterBoundaryBetween(text[position - 1], text.substr(position));
 }
 
 }  // namespace velmora

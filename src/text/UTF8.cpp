@@ -1,8 +1,7 @@
 #include "text/UTF8.h"
 
-#include <utf8proc.h>
-
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 namespace velmora {
@@ -11,6 +10,7 @@ namespace {
 using Word = std::uint64_t;
 
 constexpr std::size_t longestCodePoint = 4;
+constexpr Word beyondASCII = 0x8080808080808080U;
 
 Word wordAt(std::string_view text, std::size_t position) {
   Word word = 0;
@@ -18,26 +18,41 @@ Word wordAt(std::string_view text, std::size_t position) {
   return word;
 }
 
-bool isASCIIWord(Word word) { return (word & 0x8080808080808080U) == 0; }
+// How many bytes of a word come before the first that has a bit in `marks`, which has one.
+std::size_t bytesBefore(Word marks) {
+  const int bits = std::endian::native == std::endian::little ? std::countr_zero(marks)
+                                                              : std::countl_zero(marks);
+  return static_cast<std::size_t>(bits) / 8;
+}
 
-bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
+// How many of `size` bytes come before the first that is marked: `marksAt` tells the marks of the
+// word at a position, `isMarked` whether there is one on a byte, for what is shorter than a word.
+template <typename MarksAt, typename IsMarked>
+std::size_t lengthBeforeMark(std::size_t size, MarksAt marksAt, IsMarked isMarked) {
+  std::size_t position = 0;
+  if (size < sizeof(Word)) {
+    while (position < size && !isMarked(position)) {
+      ++position;
+    }
+    return position;
+  }
+  while (size - position >= 2 * sizeof(Word) &&
+         (marksAt(position) | marksAt(position + sizeof(Word))) == 0) {
+    position += 2 * sizeof(Word);
+  }
+  // The last word overlaps what is known to hold no mark.
+  const std::size_t last = size - sizeof(Word);
+  while (position < last) {
+    if (const Word marks = marksAt(position); marks != 0) {
+      return position + bytesBefore(marks);
+    }
+    position += sizeof(Word);
+  }
+  const Word marks = marksAt(last);
+  return marks != 0 ? last + bytesBefore(marks) : size;
+}
 
 }  // namespace
-
-CodePoint codePointAt(std::string_view text, std::size_t position) {
-  const std::string_view rest = text.substr(position, longestCodePoint);
-  if (isASCII(rest.front())) {
-    return {.value = rest.front(), .length = 1};
-  }
-  utf8proc_int32_t value = 0;
-  const utf8proc_ssize_t length =
-      utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(rest.data()),
-                       static_cast<utf8proc_ssize_t>(rest.size()), &value);
-  if (length <= 0) {
-    return {};
-  }
-  return {.value = value, .length = static_cast<std::size_t>(length)};
-}
 
 CodePoint codePointBefore(std::string_view text, std::size_t position) {
   const std::size_t earliest = position - std::min(position, longestCodePoint);
@@ -50,26 +65,16 @@ CodePoint codePointBefore(std::string_view text, std::size_t position) {
 }
 
 std::size_t asciiPrefixLength(std::string_view text) {
-  std::size_t length = 0;
-  while (text.size() - length >= sizeof(Word) && isASCIIWord(wordAt(text, length))) {
-    length += sizeof(Word);
-  }
-  while (length < text.size() && isASCII(text[length])) {
-    ++length;
-  }
-  return length;
+  return lengthBeforeMark(
+      text.size(), [text](std::size_t position) { return wordAt(text, position) & beyondASCII; },
+      [text](std::size_t position) { return !isASCII(text[position]); });
 }
 
 std::size_t commonPrefixLength(std::string_view a, std::string_view b) {
-  const std::size_t limit = std::min(a.size(), b.size());
-  std::size_t length = 0;
-  while (limit - length >= sizeof(Word) && wordAt(a, length) == wordAt(b, length)) {
-    length += sizeof(Word);
-  }
-  while (length < limit && a[length] == b[length]) {
-    ++length;
-  }
-  return length;
+  return lengthBeforeMark(
+      std::min(a.size(), b.size()),
+      [a, b](std::size_t position) { return wordAt(a, position) ^ wordAt(b, position); },
+      [a, b](std::size_t position) { return a[position] != b[position]; });
 }
 
 }  // namespace velmora

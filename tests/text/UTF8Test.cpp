@@ -1,7 +1,10 @@
 #include "text/UTF8.h"
 
 #include <gtest/gtest.h>
+#include <utf8proc.h>
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -64,6 +67,28 @@ TEST(UTF8Test, readsNothingBeyondTheEnd) {
   }
 }
 
+// All beginnings, with what may come behind them at both sides of each limit.
+TEST(UTF8Test, stepsAsUTF8ProcDoesOverAllBytes) {
+  constexpr std::array<int, 6> later = {0x00, 0x7F, 0x80, 0x9F, 0xBF, 0xC0};
+  for (int first = 0; first < 0x100; ++first) {
+    for (int second = 0; second < 0x100; ++second) {
+      for (const int third : later) {
+        for (const int fourth : later) {
+          const std::array<utf8proc_uint8_t, 4> bytes = {
+              static_cast<utf8proc_uint8_t>(first), static_cast<utf8proc_uint8_t>(second),
+              static_cast<utf8proc_uint8_t>(third), static_cast<utf8proc_uint8_t>(fourth)};
+          utf8proc_int32_t value = 0;
+          const utf8proc_ssize_t length = utf8proc_iterate(bytes.data(), 4, &value);
+          const CodePoint step = codePointAt({reinterpret_cast<const char*>(bytes.data()), 4}, 0);
+          ASSERT_EQ(step.isUTF8(), length > 0) << std::hex << first << ' ' << second;
+          ASSERT_EQ(step.value, value) << std::hex << first << ' ' << second;
+          ASSERT_EQ(step.length, std::max<utf8proc_ssize_t>(length, 1));
+        }
+      }
+    }
+  }
+}
+
 TEST(UTF8Test, stepsBackwardAsForward) {
   for (const StepCase& row : stepCases) {
     SCOPED_TRACE(row.name);
@@ -88,6 +113,8 @@ TEST(UTF8Test, findsTheFirstByteBeyondASCIIAnywhereInAWord) {
       text.assign(size, '\x7F');
       text[position] = '\x80';
       EXPECT_EQ(asciiPrefixLength(text), position) << "of " << size;
+      std::fill(text.begin() + static_cast<std::ptrdiff_t>(position), text.end(), '\xFF');
+      EXPECT_EQ(asciiPrefixLength(text), position) << "of " << size;
     }
   }
 }
@@ -101,6 +128,8 @@ TEST(UTF8Test, findsTheFirstDifferenceAnywhereInAWord) {
     for (std::size_t position = 0; position < size; ++position) {
       std::string other = text;
       other[position] = 'b';
+      EXPECT_EQ(commonPrefixLength(text, other), position) << "of " << size;
+      std::fill(other.begin() + static_cast<std::ptrdiff_t>(position), other.end(), '\xFF');
       EXPECT_EQ(commonPrefixLength(text, other), position) << "of " << size;
     }
   }

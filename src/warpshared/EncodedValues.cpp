@@ -1,46 +1,29 @@
 #include "warpshared/EncodedValues.h"
 
-#include <algorithm>
+#include "text/ByteVector.h"
+
 #include <cstddef>
 
 namespace velmora {
 namespace {
 
-using Byte = unsigned char;
+constexpr std::uint8_t lowerCaseBit = 0x20;
 
-constexpr Byte lowerCase(Byte byte) { return byte | 0x20U; }
-
-constexpr bool isInRange(Byte byte, Byte first, Byte last) {
-  return static_cast<Byte>(byte - first) <= static_cast<Byte>(last - first);
-}
-
-// No operand has an effect, so that compilers need no branch and judge many bytes at a time.
-struct Base64Digit {
-  constexpr bool operator()(Byte byte) const {
-    const bool isLetter = isInRange(lowerCase(byte), 'a', 'z');
-    const bool isNumeral = isInRange(byte, '0', '9');
-    return isLetter || isNumeral || byte == '+' || byte == '/';
+struct AreBase64Digits {
+  ByteVector operator()(ByteVector bytes) const {
+    static_assert('/' + 1 == '0');
+    return areInRange(bytes | lowerCaseBit, 'a', 'z') | areInRange(bytes, '/', '9') |
+           areEqualTo(bytes, '+');
   }
 };
 
-struct HexDigit {
-  constexpr bool operator()(Byte byte) const {
-    const bool isLetter = isInRange(lowerCase(byte), 'a', 'f');
-    const bool isNumeral = isInRange(byte, '0', '9');
-    return isLetter || isNumeral;
+struct AreHexDigits {
+  ByteVector operator()(ByteVector bytes) const {
+    return areInRange(bytes | lowerCaseBit, 'a', 'f') | areInRange(bytes, '0', '9');
   }
 };
 
-template <typename Digit>
-bool isMadeOf(std::string_view text, Digit isDigit) {
-  // Both gcc and clang look for the greatest of sixteen bytes at a time; they do not agree on a
-  // form of "or" for which they would.
-  Byte fault = 0;
-  for (const char byte : text) {
-    fault = std::max(fault, isDigit(static_cast<Byte>(byte)) ? Byte{0} : Byte{1});
-  }
-  return fault == 0;
-}
+constexpr char digitOfBoth = '0';
 
 std::string_view withoutPadding(std::string_view text) {
   for (int count = 0; count < 2 && text.ends_with('='); ++count) {
@@ -52,12 +35,14 @@ std::string_view withoutPadding(std::string_view text) {
 }  // namespace
 
 bool isStandardBase64(std::string_view text) {
-  return text.size() % 4 == 0 && isMadeOf(withoutPadding(text), Base64Digit{});
+  return text.size() % 4 == 0 &&
+         holdsForEachByte(withoutPadding(text), digitOfBoth, AreBase64Digits{});
 }
 
 bool isSHA256Hex(std::string_view text) {
   constexpr std::size_t digitCount = 64;
-  return text.size() == digitCount && isMadeOf(text.substr(0, digitCount), HexDigit{});
+  return text.size() == digitCount &&
+         holdsForEachByte(text.substr(0, digitCount), digitOfBoth, AreHexDigits{});
 }
 
 }  // namespace velmora

@@ -1,120 +1,122 @@
 #include "warpshared/PathPredicates.h"
 
+#include "text/ByteVector.h"
 #include "text/Characters.h"
 #include "text/UTF8.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 
 namespace velmora {
 namespace {
 
-// Bytes are looked at eight at a time, each as a part of one word.
-using Word = std::uint64_t;
-
 constexpr char separator = '/';
-constexpr Word inEachByte = 0x0101010101010101U;
 
-Word wordAt(const char* bytes) {
-  Word word = 0;
-  std::memcpy(&word, bytes, sizeof word);
-  return word;
-}
+// Sixteen bytes in a row, and for each of them the one to three that follow it.
+struct Neighbourhood {
+  ByteVector bytes;
+  ByteVector next;
+  ByteVector second;
+  ByteVector third;
+};
 
-// Not 0 exactly if a byte of `word` is 0. The highest bit of each such byte is set then, and of no
-// byte that is even.
-constexpr Word zeroBytes(Word word) { return (word - inEachByte) & ~word & (inEachByte << 7U); }
-
-// The highest bits of the bytes that are "." or "/", which differ in the lowest bit only.
-constexpr Word dotsAndSeparators(Word word) {
-  static_assert(('.' | 1) == separator);
-  return zeroBytes((word | inEachByte) ^ (inEachByte * separator));
-}
-
-// Whether the three bytes after a separator begin a component that is empty, "." or "..".
-bool beginForbiddenComponent(const char* next) {
-  return next[0] == separator ||
-         (next[0] == '.' && (next[1] == separator || (next[1] == '.' && next[2] == separator)));
-}
-
-// How far beyond the bytes in question the functions above and below look.
 constexpr std::size_t lookAhead = 3;
 
-bool hasForbiddenComponentAfterSeparator(const char* bytes) {
-  for (std::size_t index = 0; index < sizeof(Word); ++index) {
-    if (bytes[index] == separator && beginForbiddenComponent(bytes + index + 1)) {
-      return true;
-    }
-  }
-  return false;
+Neighbourhood neighbourhoodAt(const char* bytes) {
+  return {.bytes = byteVectorAt(bytes),
+          .next = byteVectorAt(bytes + 1),
+          .second = byteVectorAt(bytes + 2),
+          .third = byteVectorAt(bytes + lookAhead)};
 }
 
-// Whether there is a NUL, or a separator before a forbidden component, among the bytes of a word
-// that has `lookAhead` more behind it.
-bool hasFault(const char* bytes) {
-  const Word word = wordAt(bytes);
-  const Word nuls = zeroBytes(word);
-  // Where neither "." nor "/" follows one of both, nothing is forbidden. Where one does, as in the
-  // path of a hidden file, there is more to see.
-  const Word pairs = dotsAndSeparators(word) & dotsAndSeparators(wordAt(bytes + 1));
-  return (nuls | pairs) != 0 && (nuls != 0 || hasForbiddenComponentAfterSeparator(bytes));
+// The last bytes of a text. What comes after them counts as a separator and a name.
+Neighbourhood neighbourhoodAtEnd(const char* bytes) {
+  std::array<char, byteVectorSize + lookAhead> followed{};
+  followed.fill('x');
+  std::copy_n(bytes, byteVectorSize, followed.begin());
+  followed[byteVectorSize] = separator;
+  return neighbourhoodAt(followed.data());
 }
 
-// The last bytes of a text, then the separator that counts as being there, and harmless bytes up to
-// whole words.
-class PaddedEnd {
- public:
-  static constexpr std::size_t capacity = 2 * sizeof(Word);
+ByteVector areSeparators(ByteVector bytes) { return areEqualTo(bytes, separator); }
 
-  explicit PaddedEnd(std::string_view text) {
-    bytes_.fill('x');
-    if (text.size() >= capacity) {
-      // The usual case, for which compilers need no loop.
-      std::memcpy(bytes_.data(), text.data() + text.size() - capacity, capacity);
-      bytes_[capacity] = separator;
-    } else {
-      std::ranges::copy(text, bytes_.begin());
-      bytes_[text.size()] = separator;
-    }
+ByteVector areDots(ByteVector bytes) { return areEqualTo(bytes, '.'); }
+
+ByteVector areDotsOrSeparators(ByteVector bytes) {
+  static_assert(('.' | 1) == separator);
+  return areSeparators(bytes | std::uint8_t{1});
+}
+
+// The NULs, and the separators before a component that is empty, "." or "..".
+struct Faults {
+  ByteVector operator()(const Neighbourhood& at) const {
+    const ByteVector isUp = areDots(at.second) & areSeparators(at.third);
+    const ByteVector isDotOrUp = areDots(at.next) & (areSeparators(at.second) | isUp);
+    return areEqualTo(at.bytes, 0) |
+           (areSeparators(at.bytes) & (areSeparators(at.next) | isDotOrUp));
   }
-
-  [[nodiscard]] bool hasFault() const {
-    return velmora::hasFault(bytes_.data()) || velmora::hasFault(bytes_.data() + sizeof(Word));
-  }
-
-  [[nodiscard]] bool beginsWithName() const { return !beginForbiddenComponent(bytes_.data()); }
-
- private:
-  std::array<char, capacity + lookAhead> bytes_{};
 };
+
+// At least one wherever there is a fault: where neither "." nor "/" follows one of both, no
+// component is forbidden.
+struct Suspicions {
+  ByteVector operator()(const Neighbourhood& at) const {
+    return areEqualTo(at.bytes, 0) | (areDotsOrSeparators(at.bytes) & areDotsOrSeparators(at.next));
+  }
+};
+
+// Whether `find` finds something in `text`, which has two vectors at least.
+template <typename Find>
+bool findsAny(std::string_view text, Find find) {
+  const std::size_t last = text.size() - byteVectorSize;
+  // The first vectors may overlap, for the others to come out at the end.
+  ByteVector found = find(neighbourhoodAt(text.data()));
+  for (std::size_t position = 1 + (last - 1) % byteVectorSize; position < last;
+       position += byteVectorSize) {
+    found |= find(neighbourhoodAt(text.data() + position));
+  }
+  return isAnySet(found | find(neighbourhoodAtEnd(text.data() + last)));
+}
 
 // Whether `text`, taken as bytes, holds no NUL, and only names after its separators. What comes
 // after the end counts as a separator.
 bool hasOnlyNamesAfterSeparators(std::string_view text) {
-  for (std::size_t position = 0; position + PaddedEnd::capacity < text.size();
-       position += sizeof(Word)) {
-    if (hasFault(text.data() + position)) {
-      return false;
-    }
+  constexpr std::size_t shortestLong = 2 * byteVectorSize;
+  if (text.size() < shortestLong) {
+    std::array<char, shortestLong + 1> padded{};
+    padded.fill('x');
+    *std::ranges::copy(text, padded.begin()).out = separator;
+    return !findsAny({padded.data(), padded.size()}, Faults{});
   }
-  return !PaddedEnd(text).hasFault();
-}
-
-bool beginsWithName(std::string_view text) {
-  return PaddedEnd(text.substr(0, lookAhead)).beginsWithName();
+  // Few paths are suspicious, such as those of hidden files, and the second look costs twice as
+  // much as the first.
+  return !findsAny(text, Suspicions{}) || !findsAny(text, Faults{});
 }
 
 bool isName(std::string_view component) {
   return !component.empty() && component != "." && component != "..";
 }
 
+bool beginsWithName(std::string_view text) {
+  return !text.empty() && text.front() != separator &&
+         (text.front() != '.' || isName(text.substr(0, text.find(separator))));
+}
+
+// Only a "/" that is a whole character separates. Rare, and kept out of what is asked for each
+// entry.
+[[gnu::noinline]] bool isMadeOfNames(std::string_view key) {
+  if (isASCIIText(key) || key.find('\0') != std::string_view::npos) {
+    return false;
+  }
+  return std::ranges::all_of(splitAtCharacter(key, separator), isName);
+}
+
 }  // namespace
 
 bool isCanonicalAbsolutePath(std::string_view path) {
-  if (!hasCharacterPrefix(path, "/")) {
+  // No other code point than "/" itself is canonically equivalent to it.
+  if (!path.starts_with(separator) || !isCharacterBoundaryAfterASCII(path, 1)) {
     return false;
   }
   // Standardisation takes out whole components or separators, or nothing: what it changes has fewer
@@ -123,14 +125,8 @@ bool isCanonicalAbsolutePath(std::string_view path) {
 }
 
 bool isSafeRelativeObjectKey(std::string_view key) {
-  if (beginsWithName(key) && hasOnlyNamesAfterSeparators(key)) {
-    // Names stay names when a "/" between them is part of a larger character and separates nothing.
-    return true;
-  }
-  if (isASCIIText(key) || key.find('\0') != std::string_view::npos) {
-    return false;
-  }
-  return std::ranges::all_of(splitAtCharacter(key, separator), isName);
+  // Names stay names when a "/" between them is part of a larger character and separates nothing.
+  return (beginsWithName(key) && hasOnlyNamesAfterSeparators(key)) || isMadeOfNames(key);
 }
 
 }  // namespace velmora

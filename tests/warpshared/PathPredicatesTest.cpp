@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <random>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -159,6 +160,19 @@ TEST(PathPredicatesTest, answersAreTheRulesAtEveryPosition) {
         expectAsTheRulesSay("/" + text);
       }
     }
+  }
+}
+
+// For sanitizers to see: the memory ends with the text.
+TEST(PathPredicatesTest, readNothingBeyondTheEnd) {
+  for (std::size_t length = 0; length < 100; ++length) {
+    std::vector<char> bytes(length, 'a');
+    for (std::size_t position = 0; position < length; position += 7) {
+      bytes[position] = '/';
+    }
+    const std::string_view text(bytes.data(), bytes.size());
+    expectAsTheRulesSay(text);
+    expectAsTheRulesSay(text.substr(std::min<std::size_t>(length, 1)));
   }
 }
 

@@ -1,0 +1,352 @@
+#include "text/NFCQuickCheck.h"
+
+#include <gtest/gtest.h>
+#include <utf8proc.h>
+
+#include <array>
+#include <map>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+using CodePoints = std::vector<utf8proc_int32_t>;
+
+constexpr std::int32_t codePointLimit = 0x110000;
+
+// utf8proc takes it for the absent final consonant of a syllable, and drops it.
+constexpr std::int32_t droppedByUTF8Proc = 0x11A7;
+
+CodePoints nfd(const CodePoints& text) {
+  CodePoints all;
+  for (const std::int32_t codePoint : text) {
+    std::array<utf8proc_int32_t, 4> parts{};
+    const utf8proc_ssize_t count = utf8proc_decompose_char(
+        codePoint, parts.data(), std::ssize(parts), UTF8PROC_DECOMPOSE, nullptr);
+    all.insert(all.end(), parts.begin(), parts.begin() + count);
+  }
+  const auto classOf = [](utf8proc_int32_t codePoint) {
+    return utf8proc_get_property(codePoint)->combining_class;
+  };
+  for (std::size_t sorted = 1; sorted < all.size(); ++sorted) {
+    for (std::size_t place = sorted;
+         place > 0 && classOf(all[place]) != 0 && classOf(all[place]) < classOf(all[place - 1]);
+         --place) {
+      std::swap(all[place], all[place - 1]);
+    }
+  }
+  return all;
+}
+
+CodePoints nfc(const CodePoints& text) {
+  CodePoints all = nfd(text);
+  const utf8proc_ssize_t count =
+      utf8proc_normalize_utf32(all.data(), std::ssize(all),
+                               static_cast<utf8proc_option_t>(UTF8PROC_COMPOSE | UTF8PROC_STABLE));
+  all.resize(static_cast<std::size_t>(count));
+  return all;
+}
+
+std::string encoded(const CodePoints& codePoints) {
+  std::string text;
+  for (const utf8proc_int32_t codePoint : codePoints) {
+    std::array<utf8proc_uint8_t, 4> bytes{};
+    text.append(bytes.begin(), bytes.begin() + utf8proc_encode_char(codePoint, bytes.data()));
+  }
+  return text;
+}
+
+// The property by its definition: what composes with something before it is the last part of a
+// composition, or begins with such a part.
+std::vector<NFCQuickCheck> quickChecksByTheirDefinition() {
+  std::vector<NFCQuickCheck> checks(codePointLimit, NFCQuickCheck::yes);
+  std::vector<CodePoints> compositions;
+  for (std::int32_t codePoint = 0; codePoint < codePointLimit; ++codePoint) {
+    if (nfc({codePoint}) != CodePoints{codePoint}) {
+      checks[static_cast<std::size_t>(codePoint)] = NFCQuickCheck::no;
+    } else if (CodePoints parts = nfd({codePoint}); parts.size() > 1) {
+      checks[static_cast<std::size_t>(parts.back())] = NFCQuickCheck::maybe;
+      parts.push_back(codePoint);
+      compositions.push_back(std::move(parts));
+    }
+  }
+  for (const CodePoints& composition : compositions) {
+    if (checks[static_cast<std::size_t>(composition.front())] == NFCQuickCheck::maybe) {
+      checks[static_cast<std::size_t>(composition.back())] = NFCQuickCheck::maybe;
+    }
+  }
+  return checks;
+}
+
+TEST(NFCQuickCheckTest, everyCodePointHasThePropertiesThatItsNormalFormsGiveIt) {
+  const std::vector<NFCQuickCheck> checks = quickChecksByTheirDefinition();
+  std::map<NFCQuickCheck, int> counts;
+  for (std::int32_t codePoint = 0; codePoint < codePointLimit; ++codePoint) {
+    const NFCProperties properties = nfcProperties(codePoint);
+    ++counts[properties.quickCheck];
+    ASSERT_EQ(properties.quickCheck, checks[static_cast<std::size_t>(codePoint)])
+        << std::hex << codePoint;
+    ASSERT_EQ(properties.combiningClass, utf8proc_get_property(codePoint)->combining_class)
+        << std::hex << codePoint;
+  }
+  // Else the comparison would say little.
+  EXPECT_GT(counts[NFCQuickCheck::no], 1'100);
+  EXPECT_GT(counts[NFCQuickCheck::maybe], 100);
+}
+
+struct PropertiesCase {
+  std::string_view name;
+  std::int32_t codePoint;
+  NFCProperties properties;
+};
+
+constexpr PropertiesCase propertiesCases[] = {
+    {.name = "ascii", .codePoint = 'a', .properties = {}},
+    {.name = "composedLetter", .codePoint = 0xE9, .properties = {}},
+    {.name = "composedCyrillicLetter", .codePoint = 0x439, .properties = {}},
+    {.name = "letterThatComposesWithTheNext", .codePoint = 0x9C7, .properties = {}},
+    {.name = "han", .codePoint = 0x65E5, .properties = {}},
+    {.name = "syllable", .codePoint = 0xD55C, .properties = {}},
+    {.name = "emoji", .codePoint = 0x1F600, .properties = {}},
+    {.name = "last", .codePoint = 0x10FFFF, .properties = {}},
+    {.name = "markThatComposes",
+     .codePoint = 0x301,
+     .properties = {.quickCheck = NFCQuickCheck::maybe, .combiningClass = 230}},
+    {.name = "markThatNeverComposes", .codePoint = 0x305, .properties = {.combiningClass = 230}},
+    {.name = "virama", .codePoint = 0x94D, .properties = {.combiningClass = 9}},
+    {.name = "pointOfExclusionsOnly", .codePoint = 0x5BC, .properties = {.combiningClass = 21}},
+    {.name = "stemOfExclusionsOnly", .codePoint = 0x1D165, .properties = {.combiningClass = 216}},
+    {.name = "vowelThatComposes",
+     .codePoint = 0x9BE,
+     .properties = {.quickCheck = NFCQuickCheck::maybe}},
+    {.name = "hangulConsonant", .codePoint = 0x1112, .properties = {}},
+    {.name = "hangulVowel",
+     .codePoint = 0x1161,
+     .properties = {.quickCheck = NFCQuickCheck::maybe}},
+    {.name = "lastHangulVowelThatComposes",
+     .codePoint = 0x1175,
+     .properties = {.quickCheck = NFCQuickCheck::maybe}},
+    {.name = "oldHangulVowel", .codePoint = 0x1176, .properties = {}},
+    {.name = "vowelBeforeFinals", .codePoint = 0x11A7, .properties = {}},
+    {.name = "firstFinal", .codePoint = 0x11A8, .properties = {.quickCheck = NFCQuickCheck::maybe}},
+    {.name = "lastFinal", .codePoint = 0x11C2, .properties = {.quickCheck = NFCQuickCheck::maybe}},
+    {.name = "oldFinal", .codePoint = 0x11C3, .properties = {}},
+    {.name = "singleton", .codePoint = 0x212A, .properties = {.quickCheck = NFCQuickCheck::no}},
+    {.name = "singletonOfAComposition",
+     .codePoint = 0x212B,
+     .properties = {.quickCheck = NFCQuickCheck::no}},
+    {.name = "exclusion", .codePoint = 0x958, .properties = {.quickCheck = NFCQuickCheck::no}},
+    {.name = "decomposesIntoMarksOnly",
+     .codePoint = 0x344,
+     .properties = {.quickCheck = NFCQuickCheck::no, .combiningClass = 230}},
+    {.name = "compatibilityIdeograph",
+     .codePoint = 0xF900,
+     .properties = {.quickCheck = NFCQuickCheck::no}},
+    {.name = "exclusionBeyondBMP",
+     .codePoint = 0x1D15E,
+     .properties = {.quickCheck = NFCQuickCheck::no}},
+    {.name = "composedBeyondBMP", .codePoint = 0x1109A, .properties = {}},
+};
+
+TEST(NFCQuickCheckTest, knowsTheKindsOfCodePoints) {
+  for (const PropertiesCase& row : propertiesCases) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(nfcProperties(row.codePoint).quickCheck, row.properties.quickCheck);
+    EXPECT_EQ(nfcProperties(row.codePoint).combiningClass, row.properties.combiningClass);
+  }
+}
+
+struct PieceCase {
+  std::string_view name;
+  std::string_view before;
+  std::string_view piece;  // none when all is before it
+  std::string_view after;
+};
+
+constexpr PieceCase pieceCases[] = {
+    {.name = "empty", .before = "", .piece = "", .after = ""},
+    {.name = "ascii", .before = "/Users/a", .piece = "", .after = ""},
+    {.name = "composed", .before = "/\u00e9\u0439\u65e5\ud55c/x", .piece = "", .after = ""},
+    {.name = "marksInOrder", .before = "/x\u0316\u0305/\u0915\u094d", .piece = "", .after = ""},
+    {.name = "vowelBeforeFinals", .before = "\uac00\u11a7", .piece = "", .after = ""},
+    {.name = "notUTF8", .before = "\xFF\xC3/", .piece = "", .after = ""},
+    {.name = "accent", .before = "/caf", .piece = "e\u0301", .after = "/x"},
+    {.name = "accentFirst", .before = "", .piece = "\u0301", .after = "e\u0301"},
+    {.name = "accentOfOtherScript",
+     .before = "/\u043a\u0440\u0430",
+     .piece = "\u0438\u0306",
+     .after = "\u0439\u0438\u0306"},
+    {.name = "marksOutOfOrder", .before = "/a", .piece = "x\u0305\u0316\u0334", .after = "y"},
+    {.name = "accentAfterMarkInOrder", .before = "", .piece = "x\u0316\u0301", .after = "\xFF"},
+    {.name = "exclusion", .before = "\u0915", .piece = "\u0916\u0958", .after = "\u0915"},
+    {.name = "singletonAfterNotUTF8", .before = "", .piece = "\xFF\u212a", .after = "/"},
+    {.name = "syllable", .before = "\ud55c", .piece = "\u1112\u1161\u11ab", .after = "\u1100"},
+    {.name = "halfSyllable", .before = "", .piece = "\ud558\u11ab", .after = "\u11a7"},
+};
+
+TEST(NFCQuickCheckTest, pieceIsNoLongerThanWhatBelongsTogether) {
+  for (const PieceCase& row : pieceCases) {
+    SCOPED_TRACE(row.name);
+    const std::string text = std::string(row.before).append(row.piece).append(row.after);
+    const std::optional<TextPiece> piece = findPieceNotInNFC(text, 0);
+    ASSERT_EQ(piece.has_value(), !row.piece.empty());
+    if (piece) {
+      EXPECT_EQ(piece->begin, row.before.size());
+      EXPECT_EQ(text.substr(piece->begin, piece->end - piece->begin), row.piece);
+    }
+  }
+}
+
+TEST(NFCQuickCheckTest, continuesAfterAPiece) {
+  const std::string text = "/e\u0301/\u00e9/o\u0308";
+  const std::optional<TextPiece> first = findPieceNotInNFC(text, 0);
+  ASSERT_TRUE(first);
+  const std::optional<TextPiece> second = findPieceNotInNFC(text, first->end);
+  ASSERT_TRUE(second);
+  EXPECT_EQ(text.substr(second->begin), "o\u0308");
+  EXPECT_FALSE(findPieceNotInNFC(text, second->end));
+}
+
+// UAX #15 word by word: whether the quick check answers Yes for the text.
+bool passesQuickCheck(const CodePoints& text) {
+  std::uint8_t lastClass = 0;
+  for (const std::int32_t codePoint : text) {
+    const auto [check, combiningClass] = nfcProperties(codePoint);
+    if (check != NFCQuickCheck::yes || (combiningClass != 0 && combiningClass < lastClass)) {
+      return false;
+    }
+    lastClass = combiningClass;
+  }
+  return true;
+}
+
+// Whatever takes part in normalization in its own way: all that composes, with what it composes
+// with, a mark of each class, and one in a hundred of those that are never in NFC.
+CodePoints interestingCodePoints() {
+  std::set<std::int32_t> chosen = {'a', '/', 0xE9, 0x65E5, 0xD55C, 0xD558, 0x11C3, 0x378};
+  std::set<int> classes;
+  int count = 0;
+  for (std::int32_t codePoint = 0; codePoint < codePointLimit; ++codePoint) {
+    const NFCProperties properties = nfcProperties(codePoint);
+    if (properties.quickCheck == NFCQuickCheck::maybe ||
+        classes.insert(properties.combiningClass).second ||
+        (properties.quickCheck == NFCQuickCheck::no && ++count % 100 == 0)) {
+      const CodePoints parts = nfd({codePoint});
+      chosen.insert(codePoint);
+      chosen.insert(parts.begin(), parts.end());
+    }
+  }
+  for (std::int32_t codePoint = 0xC0; codePoint < codePointLimit; codePoint += 97) {
+    chosen.insert(nfd({codePoint}).front());
+  }
+  chosen.erase(droppedByUTF8Proc);
+  return {chosen.begin(), chosen.end()};
+}
+
+class RandomCodePoints {
+ public:
+  CodePoints next(std::size_t longest) {
+    CodePoints text(1 + upTo(longest - 1));
+    for (std::int32_t& codePoint : text) {
+      // Half of them such as often compose with each other, which chosen from all would be rare.
+      const CodePoints& source = upTo(1) == 0 ? all_ : lively_;
+      codePoint = source[upTo(source.size() - 1)];
+    }
+    return text;
+  }
+
+ private:
+  std::size_t upTo(std::size_t last) {
+    return std::uniform_int_distribution<std::size_t>(0, last)(engine_);
+  }
+
+  std::mt19937_64 engine_{20240302};
+  CodePoints all_ = interestingCodePoints();
+  CodePoints lively_ = {'e',   0x301,  0x323,  0x305,  0x316,  0x334,  0x9C7, 0x9BE,
+                        0x93C, 0x1112, 0x1161, 0x11AB, 0xD558, 0x3099, 0x304B};
+};
+
+void expectVerdictOf(const CodePoints& codePoints) {
+  const std::string text = encoded(codePoints);
+  const std::optional<TextPiece> piece = findPieceNotInNFC(text, 0);
+  ASSERT_EQ(piece.has_value(), !passesQuickCheck(codePoints)) << testing::PrintToString(codePoints);
+  if (!piece) {
+    ASSERT_EQ(nfc(codePoints), codePoints) << testing::PrintToString(codePoints);
+  }
+}
+
+TEST(NFCQuickCheckTest, pairsThatPassAreInNFC) {
+  const CodePoints all = interestingCodePoints();
+  const CodePoints seconds = [&] {
+    CodePoints some;
+    for (const std::int32_t codePoint : all) {
+      if (!nfcProperties(codePoint).beginsPiece()) {
+        some.push_back(codePoint);
+      }
+    }
+    return some;
+  }();
+  ASSERT_GT(seconds.size(), 150U);
+  for (const std::int32_t second : seconds) {
+    for (std::size_t index = static_cast<std::size_t>(second) % 31; index < all.size();
+         index += 31) {
+      expectVerdictOf({all[index], second});
+    }
+    for (const std::int32_t other : seconds) {
+      expectVerdictOf({other, second});
+    }
+  }
+}
+
+TEST(NFCQuickCheckTest, randomTextsThatPassAreInNFC) {
+  RandomCodePoints random;
+  int passed = 0;
+  int passedWithMarks = 0;
+  for (int round = 0; round < 50'000; ++round) {
+    const CodePoints text = random.next(4);
+    expectVerdictOf(text);
+    if (passesQuickCheck(text)) {
+      ++passed;
+      passedWithMarks += nfcProperties(text.back()).combiningClass != 0 ? 1 : 0;
+    }
+  }
+  EXPECT_GT(passed, 10'000);
+  EXPECT_GT(passedWithMarks, 1'000);
+}
+
+TEST(NFCQuickCheckTest, textsMayBeNormalizedInPieces) {
+  RandomCodePoints random;
+  int pieces = 0;
+  for (int round = 0; round < 20'000; ++round) {
+    const CodePoints codePoints = random.next(6);
+    const std::string text = encoded(codePoints);
+    const std::optional<TextPiece> piece = findPieceNotInNFC(text, 0);
+    if (!piece) {
+      continue;
+    }
+    ++pieces;
+    // Cut where the bytes are.
+    std::size_t position = 0;
+    std::array<CodePoints, 3> parts;
+    for (const std::int32_t codePoint : codePoints) {
+      parts[position < piece->begin ? 0U : position < piece->end ? 1U : 2U].push_back(codePoint);
+      position += encoded({codePoint}).size();
+    }
+    ASSERT_FALSE(parts[1].empty());
+    EXPECT_EQ(encoded(nfc(codePoints)),
+              encoded(parts[0]) + encoded(nfc(parts[1])) + encoded(nfc(parts[2])))
+        << testing::PrintToString(codePoints);
+    // Only its first code point can stand for itself.
+    for (std::size_t index = 1; index < parts[1].size(); ++index) {
+      EXPECT_FALSE(nfcProperties(parts[1][index]).beginsPiece())
+          << testing::PrintToString(codePoints);
+    }
+  }
+  EXPECT_GT(pieces, 5'000);
+}
+
+}  // namespace
+}  // namespace velmora

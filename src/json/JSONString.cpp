@@ -1,5 +1,7 @@
 #include "json/JSONString.h"
 
+#include "text/ByteVector.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstdint>
@@ -60,20 +62,17 @@ void moveToEscape(char*& target, const char*& source, const char* end) {
 }
 
 /// Copies the text before the next escape from `source` to `target`, and what comes behind it, too,
-/// up to a whole block.
+/// up to a whole vector.
 void copyToEscape(char*& target, const char*& source, const char* end) {
-  while (end - source >= static_cast<std::ptrdiff_t>(sizeof(Block))) {
-    Block block = 0;
-    std::memcpy(&block, source, sizeof block);
-    std::memcpy(target, &block, sizeof block);
-    const Block marks = backslashes(block);
-    if (marks != 0) {
-      source += bytesBefore(marks);
-      target += bytesBefore(marks);
+  while (end - source >= static_cast<std::ptrdiff_t>(byteVectorSize)) {
+    const ByteVector bytes = byteVectorAt(source);
+    std::memcpy(target, &bytes, sizeof bytes);
+    const std::size_t count = bytesBeforeFirst(areEqualTo(bytes, '\\'));
+    source += count;
+    target += count;
+    if (count < byteVectorSize) {
       return;
     }
-    source += sizeof block;
-    target += sizeof block;
   }
   while (source != end && *source != '\\') {
     *target++ = *source++;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -16,7 +15,7 @@ namespace velmora {
 
 /// How many bytes copyResolvingEscapes may write.
 [[nodiscard]] constexpr std::size_t roomForResolved(std::string_view content) {
-  return content.size() + sizeof(std::uint64_t);
+  return content.size() + 16;
 }
 
 /// As resolveEscapes, but copies the text to `target`, which has room for it elsewhere.

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -30,6 +31,19 @@ constexpr std::size_t byteVectorSize = sizeof(ByteVector);
   std::array<std::uint64_t, 2> halves{};
   std::memcpy(halves.data(), &vector, sizeof vector);
   return (halves[0] | halves[1]) != 0;
+}
+
+/// How many bytes come before the first one of which all bits are set; all where none is. The
+/// others have no bit set.
+[[nodiscard]] inline std::size_t bytesBeforeFirst(ByteVector marks) {
+  std::array<std::uint64_t, 2> halves{};
+  std::memcpy(halves.data(), &marks, sizeof marks);
+  const auto bytesBefore = [](std::uint64_t half) {
+    const int bits = std::endian::native == std::endian::little ? std::countr_zero(half)
+                                                                : std::countl_zero(half);
+    return static_cast<std::size_t>(bits) / 8;
+  };
+  return halves[0] != 0 ? bytesBefore(halves[0]) : sizeof(std::uint64_t) + bytesBefore(halves[1]);
 }
 
 [[nodiscard]] inline ByteVector areEqualTo(ByteVector vector, std::uint8_t byte) {

@@ -3,7 +3,7 @@
 #include "warpshared/EncodedValues.h"
 #include "warpshared/PathPredicates.h"
 #include "warpshared/RecordValues.h"
-#include "warpshared/VelmoraWarpSharedManifest.h"
+#include "warpshared/VelmoraWarpSharedEntry.h"
 
 #include <algorithm>
 #include <concepts>

@@ -24,7 +24,7 @@ void encode(std::string& json, Integer integer) {
 
 inline void encode(std::string& json, bool boolean) { json += boolean ? "true" : "false"; }
 
-inline void encode(std::string& json, const Text& text) { appendJSONString(json, text); }
+inline void encode(std::string& json, TextView text) { appendJSONString(json, text); }
 
 template <class Element>
 void encode(std::string& json, const std::vector<Element>& elements) {

@@ -1,8 +1,9 @@
 // The record of one item of a warped folder, as a shared Warp manifest lists it (docs/formats.md).
 //
 // It comes in two forms that share one definition: with `Text`, a plain value, which owns its
-// texts; and with `TextView`, for a reader that looks at entries one by one and keeps none. Values
-// are equal when all their fields are, texts by canonical equivalence.
+// texts; and with `TextView`, whose texts lie in a document that is being read or in the entries
+// that a manifest keeps (WarpSharedEntries.h). Values are equal when all their fields are, texts by
+// canonical equivalence.
 #pragma once
 
 #include "json/JSONValue.h"

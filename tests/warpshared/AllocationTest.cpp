@@ -1,15 +1,19 @@
-// What is asked of every path of a large manifest costs no allocation when the path is ASCII.
+// What a large manifest does not allocate for: the questions asked of every path, when it is ASCII,
+// and each of the entries that are kept. And what becomes of these when memory runs out.
 
 #include "tests/FailingAllocations.h"
+#include "tests/fakes/WarpRecords.h"
 #include "text/CanonicalTextSet.h"
 #include "text/Characters.h"
 #include "text/Text.h"
 #include "warpshared/EncodedValues.h"
 #include "warpshared/PathPredicates.h"
+#include "warpshared/WarpSharedEntries.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -61,6 +65,94 @@ TEST(Allocations, areNoneInASetWithRoom) {
               EXPECT_TRUE(set.contains(path));
             }),
             0);
+}
+
+/// With two lists.
+VelmoraWarpSharedEntry fullEntry() {
+  VelmoraWarpSharedEntry entry = entryOf(path);
+  entry.extendedAttributes = {{.name = "com.example.a", .base64Value = "QQ=="}};
+  entry.payloadParts = {{.key = "objects/a", .offset = 0, .size = 1, .payloadNamespace = {}}};
+  return entry;
+}
+
+TEST(KeptEntries, areAllocatedByTheChunk) {
+  const VelmoraWarpSharedEntry entry = fullEntry();
+  WarpSharedEntries entries;
+  // Some 25 MB, a million bytes at a time.
+  EXPECT_LT(allocationsOf([&] {
+              for (int count = 0; count < 100'000; ++count) {
+                entries.append(entry);
+              }
+            }),
+            100);
+  EXPECT_EQ(entries.size(), 100'000);
+}
+
+TEST(KeptEntries, areReadWithoutAllocations) {
+  WarpSharedEntries entries;
+  for (int count = 0; count < 100; ++count) {
+    entries.append(fullEntry());
+    entries.append(entryOf(path));
+  }
+  WarpSharedEntry<TextView> scratch;
+  entries.read(0, scratch);
+  EXPECT_EQ(allocationsOf([&] {
+              for (std::size_t index = 0; index < entries.size(); ++index) {
+                entries.read(index, scratch);
+              }
+              EXPECT_TRUE(entries[1].payloadParts.empty());
+            }),
+            0);
+}
+
+/// Whether `operation` has no memory for its allocation of that number.
+template <class Operation>
+bool runsOutOfMemory(long allocation, Operation operation) {
+  failAllocations(allocation, MemoryShortage::forGood);
+  try {
+    operation();
+    letAllocationsSucceed();
+    return false;
+  } catch (const std::bad_alloc&) {
+    return letAllocationsSucceed();
+  }
+}
+
+TEST(KeptEntries, areAsBeforeWhenMemoryRunsOutForOneMore) {
+  VelmoraWarpSharedEntry longEntry = fullEntry();
+  longEntry.aclText = std::string(2'000'000, 'x');
+  WarpSharedEntries entries;
+  WarpSharedEntries expected;
+  long shortages = 0;
+  for (int count = 0; count < 300; ++count) {
+    const VelmoraWarpSharedEntry entry = count % 100 == 99 ? longEntry : fullEntry();
+    expected.append(entry);
+    for (long allocation = 0; runsOutOfMemory(allocation, [&] { entries.append(entry); });
+         ++allocation) {
+      ++shortages;
+      ASSERT_EQ(entries.size(), expected.size() - 1);
+    }
+    ASSERT_EQ(entries.size(), expected.size());
+  }
+  EXPECT_EQ(entries, expected);
+  EXPECT_GT(shortages, 10);
+}
+
+TEST(KeptEntries, areAsBeforeWhenMemoryRunsOutForACopy) {
+  WarpSharedEntries original;
+  for (int count = 0; count < 1000; ++count) {
+    original.append(fullEntry());
+  }
+  WarpSharedEntries copy;
+  copy.append(entryOf("/before"));
+  long allocation = 0;
+  while (runsOutOfMemory(allocation, [&] { copy = original; })) {
+    ASSERT_EQ(copy.size(), 1);
+    EXPECT_EQ(copy[0].relativePath, "/before");
+    ++allocation;
+  }
+  EXPECT_GT(allocation, 1);
+  EXPECT_EQ(copy, original);
 }
 
 }  // namespace

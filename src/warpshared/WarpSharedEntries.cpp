@@ -1,0 +1,85 @@
+#include "warpshared/WarpSharedEntries.h"
+
+#include "warpshared/RecordPacking.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace velmora {
+namespace {
+
+// Most manifests are small, and so is the first chunk; each has twice the size of the one before.
+constexpr std::size_t smallestChunk = std::size_t{4} * 1024;
+constexpr std::size_t largestChunk = std::size_t{1024} * 1024;
+
+}  // namespace
+
+WarpSharedEntries::Chunk::Chunk(std::size_t capacity)
+    : bytes_(new char[capacity]), capacity_(capacity) {}
+
+WarpSharedEntries::Chunk::Chunk(const Chunk& other) : Chunk(other.size_) {
+  setEnd(std::copy_n(other.bytes_.get(), other.size_, end()));
+}
+
+WarpSharedEntries& WarpSharedEntries::operator=(const WarpSharedEntries& other) {
+  // Whole or not at all: positions without their chunks would lead astray.
+  WarpSharedEntries copy = other;
+  return *this = std::move(copy);
+}
+
+template <class Entry>
+void WarpSharedEntries::appendPacked(const Entry& entry) {
+  Chunk& chunk = chunkWithRoom(pack(ByteLimit(), entry).count());
+  positions_.push_back({.chunk = static_cast<std::uint32_t>(chunks_.size() - 1),
+                        .offset = static_cast<std::uint32_t>(chunk.size())});
+  chunk.setEnd(pack(ByteWriter(chunk.end()), entry).place());
+}
+
+void WarpSharedEntries::append(const WarpSharedEntry<TextView>& entry) { appendPacked(entry); }
+
+void WarpSharedEntries::append(const VelmoraWarpSharedEntry& entry) { appendPacked(entry); }
+
+WarpSharedEntries::Chunk& WarpSharedEntries::chunkWithRoom(std::size_t size) {
+  std::size_t capacity = smallestChunk;
+  if (!chunks_.empty()) {
+    Chunk& last = chunks_.back();
+    // A long entry that has made its chunk larger has it alone: offsets are those of small chunks.
+    if (last.size() < largestChunk && size <= last.room()) {
+      return last;
+    }
+    capacity = std::clamp(2 * last.capacity(), smallestChunk, largestChunk);
+  }
+  return chunks_.emplace_back(std::max(capacity, size));
+}
+
+void WarpSharedEntries::clear() { *this = WarpSharedEntries(); }
+
+void WarpSharedEntries::read(std::size_t index, WarpSharedEntry<TextView>& entry) const {
+  const Position position = positions_[index];
+  ByteReader bytes(chunks_[position.chunk].at(position.offset));
+  unpack(bytes, entry);
+}
+
+WarpSharedEntry<TextView> WarpSharedEntries::operator[](std::size_t index) const {
+  WarpSharedEntry<TextView> entry;
+  read(index, entry);
+  return entry;
+}
+
+bool operator==(const WarpSharedEntries& a, const WarpSharedEntries& b) {
+  if (a.size() != b.size()) {
+    return false;
+  }
+  WarpSharedEntry<TextView> entryOfA;
+  WarpSharedEntry<TextView> entryOfB;
+  for (std::size_t index = 0; index < a.size(); ++index) {
+    a.read(index, entryOfA);
+    b.read(index, entryOfB);
+    if (entryOfA != entryOfB) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace velmora

@@ -37,8 +37,10 @@ Decode checkingOnly() {
 }
 
 Decode keepingRecords() {
-  return [decoder = std::make_shared<ManifestDecoder>()](std::string& bytes) {
-    return decoder->decode(bytes).entries.size();
+  return [decoder = std::make_shared<ManifestDecoder>(),
+          manifest = std::make_shared<VelmoraWarpSharedManifest>()](std::string& bytes) {
+    decoder->decode(bytes, *manifest);
+    return manifest->entries.size();
   };
 }
 

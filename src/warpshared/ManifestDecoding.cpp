@@ -7,86 +7,84 @@
 
 namespace velmora {
 
-namespace {
-
-/// Makes a manifest of what a reader gives.
-class WholeManifest {
+/// Makes a manifest of what a reader gives, in the memory of another one.
+class ManifestDecoder::WholeManifest {
  public:
-  using Result = VelmoraWarpSharedManifest;
+  explicit WholeManifest(VelmoraWarpSharedManifest& manifest)
+      : manifest_(manifest), entries_(std::move(manifest.entries)) {}
 
-  void use(const WarpSharedEntry<TextView>& entry) { entries_.push_back(ownedEntry(entry)); }
+  void begin() { entries_.clear(); }
 
-  Result finish(ReadManifest&& read) {
-    read.manifest.verificationSampleRelativePaths =
+  void use(const WarpSharedEntry<TextView>& entry) { entries_.append(entry); }
+
+  void finish(ReadManifest&& read) {
+    manifest_ = std::move(read.manifest);
+    manifest_.verificationSampleRelativePaths =
         std::vector<Text>(read.samples.begin(), read.samples.end());
-    read.manifest.entries = std::move(entries_);
-    return std::move(read.manifest);
+    manifest_.entries = std::move(entries_);
   }
 
  private:
-  std::vector<VelmoraWarpSharedEntry> entries_;
+  VelmoraWarpSharedManifest& manifest_;
+  WarpSharedEntries entries_;
 };
 
-class Summary {
+/// Sums up what a reader gives.
+class ManifestDecoder::Summary {
  public:
-  using Result = ManifestSummary;
+  explicit Summary(ManifestSummary& summary) : summary_(summary) {}
+
+  void begin() { entryCount_ = 0; }
 
   void use(const WarpSharedEntry<TextView>&) { ++entryCount_; }
 
-  Result finish(ReadManifest&& read) const {
-    return {.warpID = std::move(read.manifest.warpID),
-            .manifestKey = std::move(read.manifest.manifestKey),
-            .originalFolderPath = std::move(read.manifest.originalFolderPath),
-            .createdAt = read.manifest.createdAt,
-            .status = read.manifest.status,
-            .entryCount = entryCount_,
-            .sampleCount = read.samples.size()};
+  void finish(ReadManifest&& read) const {
+    summary_ = {.warpID = std::move(read.manifest.warpID),
+                .manifestKey = std::move(read.manifest.manifestKey),
+                .originalFolderPath = std::move(read.manifest.originalFolderPath),
+                .createdAt = read.manifest.createdAt,
+                .status = read.manifest.status,
+                .entryCount = entryCount_,
+                .sampleCount = read.samples.size()};
   }
 
  private:
+  ManifestSummary& summary_;
   std::size_t entryCount_ = 0;
 };
 
-}  // namespace
-
 template <class Product>
-std::optional<typename Product::Result> ManifestDecoder::accept(DocumentPieces&& pieces) {
-  Product product;
+bool ManifestDecoder::accept(DocumentPieces&& pieces, Product& product) {
+  product.begin();
   std::optional<ReadManifest> read =
       quickReader_.read(pieces, [&product](const auto& entry) { product.use(entry); });
-  if (!read.has_value()) {
-    return std::nullopt;
+  if (read.has_value()) {
+    product.finish(*std::move(read));
   }
-  return product.finish(*std::move(read));
+  return read.has_value();
 }
 
 template <class Product>
-typename Product::Result ManifestDecoder::reconsider(std::string& bytes) {
+void ManifestDecoder::reconsider(std::string& bytes, Product& product) {
   ++reconsideredCount_;
-  Product product;
-  return product.finish(
-      exactReader_.read(bytes, [&product](const auto& entry) { product.use(entry); }));
+  product.begin();
+  product.finish(exactReader_.read(bytes, [&product](const auto& entry) { product.use(entry); }));
 }
 
 template <class Product>
-typename Product::Result ManifestDecoder::decodeAs(std::string& bytes) {
-  if (bytes.size() <= longestSharedWarpManifest) {
-    std::optional<typename Product::Result> result =
-        accept<Product>(DocumentPieces(bytes, pieceMemory_));
-    if (result.has_value()) {
-      return *std::move(result);
-    }
+void ManifestDecoder::decodeAs(std::string& bytes, Product product) {
+  if (bytes.size() > longestSharedWarpManifest ||
+      !accept(DocumentPieces(bytes, pieceMemory_), product)) {
+    reconsider(bytes, product);
   }
-  return reconsider<Product>(bytes);
 }
 
 template <class Product>
-typename Product::Result ManifestDecoder::readAs(const Text& path, const FileReader& files) {
-  if (std::optional<typename Product::Result> result = accept<Product>(piecesOf(path, files))) {
-    return *std::move(result);
+void ManifestDecoder::readAs(const Text& path, const FileReader& files, Product product) {
+  if (!accept(piecesOf(path, files), product)) {
+    std::string bytes = files.read(path, longestSharedWarpManifest);
+    reconsider(bytes, product);
   }
-  std::string bytes = files.read(path, longestSharedWarpManifest);
-  return reconsider<Product>(bytes);
 }
 
 DocumentPieces ManifestDecoder::piecesOf(const Text& path, const FileReader& files) {
@@ -94,20 +92,32 @@ DocumentPieces ManifestDecoder::piecesOf(const Text& path, const FileReader& fil
   return {[file](char* room, std::size_t size) { return file->read(room, size); }, pieceMemory_};
 }
 
+void ManifestDecoder::decode(std::string& bytes, VelmoraWarpSharedManifest& manifest) {
+  decodeAs(bytes, WholeManifest(manifest));
+}
+
 VelmoraWarpSharedManifest ManifestDecoder::decode(std::string& bytes) {
-  return decodeAs<WholeManifest>(bytes);
+  VelmoraWarpSharedManifest manifest;
+  decode(bytes, manifest);
+  return manifest;
 }
 
 ManifestSummary ManifestDecoder::decodeSummary(std::string& bytes) {
-  return decodeAs<Summary>(bytes);
+  ManifestSummary summary;
+  decodeAs(bytes, Summary(summary));
+  return summary;
 }
 
 VelmoraWarpSharedManifest ManifestDecoder::read(const Text& path, const FileReader& files) {
-  return readAs<WholeManifest>(path, files);
+  VelmoraWarpSharedManifest manifest;
+  readAs(path, files, WholeManifest(manifest));
+  return manifest;
 }
 
 ManifestSummary ManifestDecoder::readSummary(const Text& path, const FileReader& files) {
-  return readAs<Summary>(path, files);
+  ManifestSummary summary;
+  readAs(path, files, Summary(summary));
+  return summary;
 }
 
 }  // namespace velmora

@@ -10,7 +10,6 @@
 #include "warpshared/VelmoraWarpSharedManifest.h"
 
 #include <cstddef>
-#include <optional>
 #include <string>
 
 namespace velmora {
@@ -47,6 +46,10 @@ class ManifestDecoder {
   /// `bytes` are scratch afterwards.
   [[nodiscard]] VelmoraWarpSharedManifest decode(std::string& bytes);
 
+  /// The same into the memory of the manifest that was there before, for who looks at many. It is
+  /// worth nothing after an error.
+  void decode(std::string& bytes, VelmoraWarpSharedManifest& manifest);
+
   /// As `decode`, every check included, but keeps no entry.
   [[nodiscard]] ManifestSummary decodeSummary(std::string& bytes);
 
@@ -62,15 +65,18 @@ class ManifestDecoder {
   [[nodiscard]] std::size_t reconsideredCount() const { return reconsideredCount_; }
 
  private:
-  // A product is made of the entries and of what else is read.
+  // Products, made of the entries and of what else is read.
+  class WholeManifest;
+  class Summary;
+
   template <class Product>
-  typename Product::Result decodeAs(std::string& bytes);
+  void decodeAs(std::string& bytes, Product product);
   template <class Product>
-  typename Product::Result readAs(const Text& path, const FileReader& files);
+  void readAs(const Text& path, const FileReader& files, Product product);
   template <class Product>
-  std::optional<typename Product::Result> accept(DocumentPieces&& pieces);
+  bool accept(DocumentPieces&& pieces, Product& product);
   template <class Product>
-  typename Product::Result reconsider(std::string& bytes);
+  void reconsider(std::string& bytes, Product& product);
   DocumentPieces piecesOf(const Text& path, const FileReader& files);
 
   PieceMemory pieceMemory_;

@@ -11,6 +11,7 @@
 #include "warpshared/Date.h"
 #include "warpshared/Enumerations.h"
 #include "warpshared/VelmoraWarpSharedEntry.h"
+#include "warpshared/WarpSharedEntries.h"
 
 #include <cstdint>
 #include <optional>
@@ -41,7 +42,7 @@ struct VelmoraWarpSharedManifest {
   /// The warped folder itself.
   VelmoraWarpSharedEntry rootMetadata;
   /// Everything below the folder.
-  std::vector<VelmoraWarpSharedEntry> entries;
+  WarpSharedEntries entries;
 
   [[nodiscard]] const Text& id() const { return warpID; }
 

@@ -21,6 +21,12 @@ WarpSharedEntries::Chunk::Chunk(const Chunk& other) : Chunk(other.size_) {
   setEnd(std::copy_n(other.bytes_.get(), other.size_, end()));
 }
 
+WarpSharedEntries::WarpSharedEntries(const WarpSharedEntries& other)
+    : chunks_(other.chunks_.begin(),
+              other.chunks_.begin() + static_cast<std::ptrdiff_t>(other.usedChunkCount_)),
+      usedChunkCount_(other.usedChunkCount_),
+      positions_(other.positions_) {}
+
 WarpSharedEntries& WarpSharedEntries::operator=(const WarpSharedEntries& other) {
   // Whole or not at all: positions without their chunks would lead astray.
   WarpSharedEntries copy = other;
@@ -30,7 +36,7 @@ WarpSharedEntries& WarpSharedEntries::operator=(const WarpSharedEntries& other) 
 template <class Entry>
 void WarpSharedEntries::appendPacked(const Entry& entry) {
   Chunk& chunk = chunkWithRoom(pack(ByteLimit(), entry).count());
-  positions_.push_back({.chunk = static_cast<std::uint32_t>(chunks_.size() - 1),
+  positions_.push_back({.chunk = static_cast<std::uint32_t>(usedChunkCount_ - 1),
                         .offset = static_cast<std::uint32_t>(chunk.size())});
   chunk.setEnd(pack(ByteWriter(chunk.end()), entry).place());
 }
@@ -41,18 +47,30 @@ void WarpSharedEntries::append(const VelmoraWarpSharedEntry& entry) { appendPack
 
 WarpSharedEntries::Chunk& WarpSharedEntries::chunkWithRoom(std::size_t size) {
   std::size_t capacity = smallestChunk;
-  if (!chunks_.empty()) {
-    Chunk& last = chunks_.back();
+  if (usedChunkCount_ > 0) {
+    Chunk& last = chunks_[usedChunkCount_ - 1];
     // A long entry that has made its chunk larger has it alone: offsets are those of small chunks.
     if (last.size() < largestChunk && size <= last.room()) {
       return last;
     }
     capacity = std::clamp(2 * last.capacity(), smallestChunk, largestChunk);
   }
-  return chunks_.emplace_back(std::max(capacity, size));
+  if (usedChunkCount_ == chunks_.size() || chunks_[usedChunkCount_].capacity() < size) {
+    while (chunks_.size() > usedChunkCount_) {
+      chunks_.pop_back();
+    }
+    chunks_.emplace_back(std::max(capacity, size));
+  }
+  return chunks_[usedChunkCount_++];
 }
 
-void WarpSharedEntries::clear() { *this = WarpSharedEntries(); }
+void WarpSharedEntries::clear() {
+  for (Chunk& chunk : chunks_) {
+    chunk.clear();
+  }
+  usedChunkCount_ = 0;
+  positions_.clear();
+}
 
 void WarpSharedEntries::read(std::size_t index, WarpSharedEntry<TextView>& entry) const {
   const Position position = positions_[index];

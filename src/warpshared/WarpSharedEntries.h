@@ -23,7 +23,7 @@ namespace velmora {
 class WarpSharedEntries {
  public:
   WarpSharedEntries() = default;
-  WarpSharedEntries(const WarpSharedEntries&) = default;
+  WarpSharedEntries(const WarpSharedEntries& other);
   WarpSharedEntries(WarpSharedEntries&&) noexcept = default;
   WarpSharedEntries& operator=(const WarpSharedEntries& other);
   WarpSharedEntries& operator=(WarpSharedEntries&&) noexcept = default;
@@ -33,6 +33,7 @@ class WarpSharedEntries {
   void append(const WarpSharedEntry<TextView>& entry);
   void append(const VelmoraWarpSharedEntry& entry);
 
+  /// Keeps the memory for others.
   void clear();
 
   [[nodiscard]] std::size_t size() const { return positions_.size(); }
@@ -67,6 +68,7 @@ class WarpSharedEntries {
 
     /// Where the room begins; and where it begins from now on.
     [[nodiscard]] char* end() { return bytes_.get() + size_; }
+    void clear() { size_ = 0; }
     void setEnd(const char* end) { size_ = static_cast<std::size_t>(end - bytes_.get()); }
 
    private:
@@ -83,10 +85,12 @@ class WarpSharedEntries {
   template <class Entry>
   void appendPacked(const Entry& entry);
 
-  /// The last one.
+  /// The last one in use.
   Chunk& chunkWithRoom(std::size_t size);
 
   std::vector<Chunk> chunks_;
+  /// The first ones are in use.
+  std::size_t usedChunkCount_ = 0;
   std::vector<Position> positions_;
 };
 

@@ -36,7 +36,7 @@ class InspectCheckTest : public InspectTest {
 
 TEST_F(InspectCheckTest, validFilesOfEveryKindAreSummarised) {
   VelmoraWarpSharedManifest manifest = manifestOf("/a", "W1");
-  manifest.entries = {entryOf("/a/b")};
+  manifest.entries.append(entryOf("/a/b"));
   const std::vector<std::string> files = {
       write("W1.json", encodeManifest(manifest)),
       write("destroyed-manifest-index.json", indexJSON({tombstoneOf(manifest)})),
@@ -70,7 +70,7 @@ TEST_F(InspectCheckTest, peopleGetTwoLinesAFile) {
 
 TEST_F(InspectCheckTest, faultOfAnEntryHasItsPlace) {
   VelmoraWarpSharedManifest manifest = manifestOf("/a", "W1");
-  manifest.entries = {entryOf("/a/b")};
+  manifest.entries.append(entryOf("/a/b"));
   std::string text = encodeManifest(manifest);
   const std::size_t entries = text.find("\"entries\":");
   const std::size_t size = text.find("\"size\":", entries);

@@ -53,7 +53,7 @@ class Mirror : public testing::Test {
 
 TEST_F(Mirror, givesWhatTheManifestsSay) {
   VelmoraWarpSharedManifest manifest = manifestOf("/a", "warp");
-  manifest.entries = {entryOf("/a/b")};
+  manifest.entries.append(entryOf("/a/b"));
   add("any name.json", manifest);
   const std::vector<MirroredManifest> manifests = read();
   ASSERT_EQ(manifests.size(), 1);
@@ -102,7 +102,7 @@ TEST_F(Mirror, leavesOutWhatIsNoManifest) {
   relative.originalFolderPath = "a";
   add("relative.json", relative);
   VelmoraWarpSharedManifest relativeEntry = manifestOf("/a", "entry");
-  relativeEntry.entries = {entryOf("b")};
+  relativeEntry.entries.append(entryOf("b"));
   add("relative entry.json", relativeEntry);
   VelmoraWarpSharedManifest relativeSample = manifestOf("/a", "sample");
   relativeSample.verificationSampleRelativePaths = {"a/b"};

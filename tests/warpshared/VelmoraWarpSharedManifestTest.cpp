@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <unordered_set>
@@ -39,6 +40,15 @@ TEST(SharedManifest, decodesToWhatWasEncoded) {
   EXPECT_EQ(decoded(encodeManifest(manifest)), manifest);
 }
 
+WarpSharedEntries entriesOf(const VelmoraWarpSharedManifest& manifest,
+                            const std::vector<std::size_t>& indexes) {
+  WarpSharedEntries entries;
+  for (const std::size_t index : indexes) {
+    entries.append(manifest.entries[index]);
+  }
+  return entries;
+}
+
 using Change = std::function<void(VelmoraWarpSharedManifest&)>;
 
 const std::vector<Change> changes = {
@@ -54,8 +64,10 @@ const std::vector<Change> changes = {
     [](auto& manifest) { manifest.status = VelmoraWarpSharedStatus::failed; },
     [](auto& manifest) { manifest.failureDescription.reset(); },
     [](auto& manifest) { manifest.verificationSampleRelativePaths.pop_back(); },
-    [](auto& manifest) { manifest.entries.pop_back(); },
-    [](auto& manifest) { std::swap(manifest.entries[0], manifest.entries[1]); },
+    [](auto& manifest) { manifest.entries = entriesOf(manifest, {0}); },
+    [](auto& manifest) {
+      manifest.entries = entriesOf(manifest, {1, 0});
+    },
     [](auto& manifest) { manifest.rootMetadata.relativePath = ""; },
     [](auto& manifest) { manifest.rootMetadata.displayName = ""; },
     [](auto& manifest) { manifest.rootMetadata.kind = VelmoraWarpSharedEntryKind::symlink; },

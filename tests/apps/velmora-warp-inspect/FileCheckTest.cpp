@@ -28,7 +28,8 @@ class FileCheckTest : public testing::Test {
 
 TEST_F(FileCheckTest, manifestIsSummarised) {
   VelmoraWarpSharedManifest manifest = manifestOf("/folder", "W1");
-  manifest.entries = {entryOf("/folder/a"), entryOf("/folder/b")};
+  manifest.entries.append(entryOf("/folder/a"));
+  manifest.entries.append(entryOf("/folder/b"));
   manifest.verificationSampleRelativePaths = {"/folder/a"};
   const CheckedFile checked = check(encodeManifest(manifest));
   EXPECT_TRUE(checked.isValid());

@@ -27,10 +27,10 @@ WarpSharedEntries::WarpSharedEntries(const WarpSharedEntries& other)
       usedChunkCount_(other.usedChunkCount_),
       positions_(other.positions_) {}
 
-WarpSharedEntries& WarpSharedEntries::operator=(const WarpSharedEntries& other) {
-  // Whole or not at all: positions without their chunks would lead astray.
-  WarpSharedEntries copy = other;
-  return *this = std::move(copy);
+void WarpSharedEntries::swap(WarpSharedEntries& other) noexcept {
+  chunks_.swap(other.chunks_);
+  std::swap(usedChunkCount_, other.usedChunkCount_);
+  positions_.swap(other.positions_);
 }
 
 template <class Entry>

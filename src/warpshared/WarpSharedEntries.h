@@ -24,9 +24,11 @@ class WarpSharedEntries {
  public:
   WarpSharedEntries() = default;
   WarpSharedEntries(const WarpSharedEntries& other);
-  WarpSharedEntries(WarpSharedEntries&&) noexcept = default;
-  WarpSharedEntries& operator=(const WarpSharedEntries& other);
-  WarpSharedEntries& operator=(WarpSharedEntries&&) noexcept = default;
+  WarpSharedEntries(WarpSharedEntries&& other) noexcept { swap(other); }
+  WarpSharedEntries& operator=(WarpSharedEntries other) noexcept {
+    swap(other);
+    return *this;
+  }
   ~WarpSharedEntries() = default;
 
   /// Adds a copy of the entry, its texts included.
@@ -81,6 +83,8 @@ class WarpSharedEntries {
     std::uint32_t chunk;
     std::uint32_t offset;
   };
+
+  void swap(WarpSharedEntries& other) noexcept;
 
   template <class Entry>
   void appendPacked(const Entry& entry);

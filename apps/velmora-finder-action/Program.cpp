@@ -4,12 +4,15 @@
 #include "CommandLineContext.h"
 #include "common/LinuxPlatform.h"
 #include "common/SelectedItems.h"
+#include "extension/RequestFlow.h"
 #include "extension/SelectionGathering.h"
 #include "extension/SelectionScreening.h"
 #include "extension/VelmoraFinderActionExtension.h"
 #include "localization/Messages.h"
+#include "platform/PlatformError.h"
 #include "platform/linux/DesktopNotification.h"
 #include "platform/linux/Environment.h"
+#include "platform/linux/GLibLoading.h"
 
 #include <unistd.h>
 
@@ -42,6 +45,17 @@ ExitStatus exitStatusOf(const Outcome& outcome) {
                                                              : ExitStatus::handoffCancelled;
 }
 
+void serve(const std::shared_ptr<CommandLineContext>& context, const Platform& platform) {
+  try {
+    // Before anything is written: without it, the application would not hear of it.
+    loadGLib();
+  } catch (const PlatformError& error) {
+    cancelFailedHandoff(error.what(), *context, platform);
+    return;
+  }
+  VelmoraFinderActionExtension(platform).beginRequestWithExtensionContext(context);
+}
+
 }  // namespace
 
 ExitStatus checkSelection(const CommandLine& commandLine, const Environment& environment) try {
@@ -65,8 +79,7 @@ ExitStatus performAction(const CommandLine& commandLine, const Environment& envi
   LinuxPlatform platform(programName, commandLine.bundleIdentifier, environment);
   const auto context = std::make_shared<CommandLineContext>(
       commandLine.operands, platform.paths, [&platform] { platform.mainQueue.quit(); });
-  const VelmoraFinderActionExtension extension(platform.references());
-  extension.beginRequestWithExtensionContext(context);
+  serve(context, platform.references());
   platform.mainQueue.run();
   const Outcome& outcome = context->outcome().value();
   if (outcome.error.has_value()) {

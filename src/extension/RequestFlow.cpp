@@ -33,23 +33,6 @@ void logFailedHandoff(std::string_view description, Logger& logger) noexcept {
   }
 }
 
-void cancelFailedHandoff(std::string_view description, ExtensionContext& context,
-                         const Platform& platform) noexcept {
-  logFailedHandoff(description, platform.logger);
-  std::optional<RequestError> error;
-  try {
-    error = makeHandoffError(isRestoreAction(platform.bundle), platform);
-  } catch (...) {
-    // Neither memory nor a platform's objects may keep the request from its end.
-    error.reset();
-  }
-  if (error.has_value()) {
-    context.cancelRequest(*error);
-  } else {
-    cancelWithoutMessage(context);
-  }
-}
-
 /// Why a part of a request failed; in words of ours where there was no memory for others.
 struct Failure {
   std::string words = {};
@@ -142,6 +125,23 @@ void cancelWithoutMessage(ExtensionContext& context) noexcept {
     // The code alone says what happened.
   }
   context.cancelRequest(error);
+}
+
+void cancelFailedHandoff(std::string_view description, ExtensionContext& context,
+                         const Platform& platform) noexcept {
+  logFailedHandoff(description, platform.logger);
+  std::optional<RequestError> error;
+  try {
+    error = makeHandoffError(isRestoreAction(platform.bundle), platform);
+  } catch (...) {
+    // Neither memory nor a platform's objects may keep the request from its end.
+    error.reset();
+  }
+  if (error.has_value()) {
+    context.cancelRequest(*error);
+  } else {
+    cancelWithoutMessage(context);
+  }
 }
 
 void performHandoff(const std::vector<FileURL>& selection, ExtensionContext& context,

@@ -4,6 +4,7 @@
 #include "text/FileURL.h"
 
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace velmora {
@@ -28,6 +29,11 @@ void beginRequest(const std::shared_ptr<ExtensionContext>& context,
 /// The last step of a request: everything after the loading, synchronously. Main thread only.
 void performHandoff(const std::vector<FileURL>& selection, ExtensionContext& context,
                     const Platform& platform) noexcept;
+
+/// Ends a request that cannot be served with the handoff error, after one line with `description`
+/// in the system log.
+void cancelFailedHandoff(std::string_view description, ExtensionContext& context,
+                         const Platform& platform) noexcept;
 
 /// Ends a request that cannot be served at all with the handoff error, but without a sentence.
 void cancelWithoutMessage(ExtensionContext& context) noexcept;

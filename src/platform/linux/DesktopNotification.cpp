@@ -1,8 +1,7 @@
 #include "platform/linux/DesktopNotification.h"
 
+#include "platform/linux/GLib.h"
 #include "platform/linux/SessionBus.h"
-
-#include <glib.h>
 
 #include <exception>
 
@@ -11,12 +10,12 @@ namespace {
 
 void notify(SessionBus& bus, std::string_view summary) {
   const GLibPointer<char> text(
-      g_utf8_make_valid(summary.data(), static_cast<gssize>(summary.size())));
+      glib().g_utf8_make_valid(summary.data(), static_cast<gssize>(summary.size())));
   // Application, notification to replace, icon, summary, body, actions, hints, time to show it.
   // The sentence is the summary, because a body may be read as markup.
   bus.call({"org.freedesktop.Notifications", "/org/freedesktop/Notifications",
             "org.freedesktop.Notifications", "Notify"},
-           ownVariant(g_variant_new_parsed(
+           ownVariant(glib().g_variant_new_parsed(
                "('Velmora', uint32 0, 'io.tolvane.Velmora', %s, '', @as [],"
                " {'urgency': <byte 1>, 'desktop-entry': <'io.tolvane.Velmora'>}, -1)",
                text.get())));

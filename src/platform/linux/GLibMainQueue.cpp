@@ -1,6 +1,6 @@
 #include "platform/linux/GLibMainQueue.h"
 
-#include <glib.h>
+#include "platform/linux/GLib.h"
 
 #include <utility>
 
@@ -10,11 +10,9 @@ namespace velmora {
 // so that it may throw, and when memory runs out async() throws where GLib would end the process.
 
 void GLibMainQueue::async(std::function<void()> task) {
-  {
-    const std::lock_guard lock(mutex_);
-    tasks_.push_back(std::move(task));
-  }
-  g_main_context_wakeup(nullptr);
+  const std::lock_guard lock(mutex_);
+  tasks_.push_back(std::move(task));
+  wake();
 }
 
 void GLibMainQueue::run() {
@@ -22,18 +20,38 @@ void GLibMainQueue::run() {
     if (const auto task = takeTask()) {
       (*task)();
     } else {
-      // Returns also for a wake-up that came before it, so no task is missed.
-      g_main_context_iteration(nullptr, /*may_block=*/TRUE);
+      await();
     }
   }
 }
 
 void GLibMainQueue::quit() {
-  {
-    const std::lock_guard lock(mutex_);
-    quits_ = true;
+  const std::lock_guard lock(mutex_);
+  quits_ = true;
+  wake();
+}
+
+void GLibMainQueue::await() {
+  const GLib& library = glib();
+  if (!beginWaiting()) {
+    return;
   }
-  g_main_context_wakeup(nullptr);
+  // Returns also for a wake-up that came before it, so nothing is missed.
+  library.g_main_context_iteration(nullptr, /*may_block=*/TRUE);
+  const std::lock_guard lock(mutex_);
+  isWaiting_ = false;
+}
+
+bool GLibMainQueue::beginWaiting() {
+  const std::lock_guard lock(mutex_);
+  isWaiting_ = tasks_.empty() && !quits_;
+  return isWaiting_;
+}
+
+void GLibMainQueue::wake() const {
+  if (isWaiting_) {
+    glib().g_main_context_wakeup(nullptr);
+  }
 }
 
 bool GLibMainQueue::takeQuit() {

@@ -37,9 +37,6 @@ struct GObjectRelease {
   void operator()(void* object) const noexcept;
 };
 
-/// Takes a share in a GObject.
-void retainGObject(void* object) noexcept;
-
 /// One share in a GObject, or none.
 template <class Object>
 class GObjectRef {
@@ -48,14 +45,6 @@ class GObjectRef {
 
   /// Takes over the share that the caller was given; null makes an empty reference.
   [[nodiscard]] static GObjectRef adopt(Object* object) { return GObjectRef(object); }
-
-  /// Adds a share to those of others.
-  [[nodiscard]] static GObjectRef retain(Object* object) {
-    if (object != nullptr) {
-      retainGObject(object);
-    }
-    return GObjectRef(object);
-  }
 
   [[nodiscard]] Object* get() const { return object_.get(); }
   explicit operator bool() const { return object_ != nullptr; }

@@ -1,8 +1,7 @@
 #include "platform/linux/LinuxNotificationCenter.h"
 
+#include "platform/linux/GLib.h"
 #include "platform/linux/SessionBus.h"
-
-#include <gio/gio.h>
 
 #include <unistd.h>
 
@@ -27,7 +26,8 @@ void emitNotification(SessionBus& bus, std::string_view name) {
   }
   const std::string interface(name.substr(0, lastDot));
   const std::string member(name.substr(lastDot + 1));
-  if (!g_dbus_is_interface_name(interface.c_str()) || !g_dbus_is_member_name(member.c_str())) {
+  if (!glib().g_dbus_is_interface_name(interface.c_str()) ||
+      !glib().g_dbus_is_member_name(member.c_str())) {
     return;
   }
   std::string path = "/" + interface;

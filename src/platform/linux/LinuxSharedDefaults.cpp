@@ -2,9 +2,8 @@
 
 #include "platform/FileReader.h"
 #include "platform/linux/Environment.h"
+#include "platform/linux/GLib.h"
 #include "platform/linux/GLibPointers.h"
-
-#include <glib.h>
 
 #include <cstddef>
 #include <exception>
@@ -18,14 +17,14 @@ namespace {
 constexpr std::size_t maximumSettingsLength = 1024 * 1024;
 
 std::optional<Text> stringInKeyFile(std::string_view bytes, std::string_view key) {
-  const GLibPointer<GKeyFile> file(g_key_file_new());
-  if (!g_key_file_load_from_data(file.get(), bytes.data(), bytes.size(), G_KEY_FILE_NONE,
-                                 nullptr)) {
+  const GLibPointer<GKeyFile> file(glib().g_key_file_new());
+  if (!glib().g_key_file_load_from_data(file.get(), bytes.data(), bytes.size(), G_KEY_FILE_NONE,
+                                        nullptr)) {
     return std::nullopt;
   }
   GError* failure = nullptr;
   const GLibPointer<char> value(
-      g_key_file_get_string(file.get(), "Defaults", std::string(key).c_str(), &failure));
+      glib().g_key_file_get_string(file.get(), "Defaults", std::string(key).c_str(), &failure));
   // GLib may return half a value together with an error.
   const GLibPointer<GError> error(failure);
   if (error || !value) {

@@ -2,10 +2,8 @@
 
 #include "platform/FileReader.h"
 #include "platform/linux/Environment.h"
+#include "platform/linux/GLib.h"
 #include "platform/linux/SessionBus.h"
-
-#include <gio/gdesktopappinfo.h>
-#include <gio/gio.h>
 
 #include <unistd.h>
 
@@ -41,17 +39,17 @@ constexpr std::array<ActivationToken, 2> activationTokens = {{
 GLibPointer<GKeyFile> readEntry(const std::string& location, const FileReader& fileReader) {
   // Not read by GLib itself, which would wait for ever on a named pipe.
   const std::string bytes = fileReader.read(location, maximumEntryLength);
-  GLibPointer<GKeyFile> entry(g_key_file_new());
-  const bool isRead = g_key_file_load_from_data(entry.get(), bytes.data(), bytes.size(),
-                                                G_KEY_FILE_NONE, nullptr) != FALSE;
+  GLibPointer<GKeyFile> entry(glib().g_key_file_new());
+  const bool isRead = glib().g_key_file_load_from_data(entry.get(), bytes.data(), bytes.size(),
+                                                       G_KEY_FILE_NONE, nullptr) != FALSE;
   return isRead ? std::move(entry) : nullptr;
 }
 
 /// Throws unless every entry of that name can be read: GIO would wait for ever on one that is a
 /// named pipe, and take one of any length into memory.
 void requireReadable(const std::string& fileName, const FileReader& fileReader) {
-  std::vector<std::string> directories = {g_get_user_data_dir()};
-  for (const char* const* directory = g_get_system_data_dirs(); *directory != nullptr;
+  std::vector<std::string> directories = {glib().g_get_user_data_dir()};
+  for (const char* const* directory = glib().g_get_system_data_dirs(); *directory != nullptr;
        ++directory) {
     directories.emplace_back(*directory);
   }
@@ -66,15 +64,15 @@ void requireReadable(const std::string& fileName, const FileReader& fileReader) 
 /// The bus name of an application that can be activated over the bus: its entry is named after it.
 std::optional<std::string> activatableName(GKeyFile& entry, std::string_view location) {
   const bool isActivatable =
-      g_key_file_get_boolean(&entry, G_KEY_FILE_DESKTOP_GROUP,
-                             G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr) != FALSE;
+      glib().g_key_file_get_boolean(&entry, G_KEY_FILE_DESKTOP_GROUP,
+                                    G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr) != FALSE;
   if (!isActivatable || !location.ends_with(entrySuffix)) {
     return std::nullopt;
   }
   location.remove_suffix(entrySuffix.size());
   location.remove_prefix(location.rfind('/') + 1);
   std::string name(location);
-  if (!g_dbus_is_name(name.c_str()) || g_dbus_is_unique_name(name.c_str())) {
+  if (!glib().g_dbus_is_name(name.c_str()) || glib().g_dbus_is_unique_name(name.c_str())) {
     return std::nullopt;
   }
   return name;
@@ -90,27 +88,27 @@ BusMethod activateMethod(const std::string& busName) {
 
 GLibPointer<GVariant> activateArguments(const Environment& environment) {
   GVariantBuilder platformData;
-  g_variant_builder_init(&platformData, G_VARIANT_TYPE_VARDICT);
+  glib().g_variant_builder_init(&platformData, G_VARIANT_TYPE_VARDICT);
   for (const ActivationToken& token : activationTokens) {
     const std::string value(environment.variable(token.variable).value_or(std::string_view()));
-    if (!value.empty() && g_utf8_validate(value.c_str(), -1, nullptr) != FALSE) {
-      g_variant_builder_add(&platformData, "{sv}", token.platformDataKey,
-                            g_variant_new_string(value.c_str()));
+    if (!value.empty() && glib().g_utf8_validate(value.c_str(), -1, nullptr) != FALSE) {
+      glib().g_variant_builder_add(&platformData, "{sv}", token.platformDataKey,
+                                   glib().g_variant_new_string(value.c_str()));
     }
   }
-  return ownVariant(g_variant_new("(a{sv})", &platformData));
+  return ownVariant(glib().g_variant_new("(a{sv})", &platformData));
 }
 
 void handOn(GAppLaunchContext& context, const Environment& environment, const char* variable) {
   if (const auto value = environment.variable(variable)) {
-    g_app_launch_context_setenv(&context, variable, std::string(*value).c_str());
+    glib().g_app_launch_context_setenv(&context, variable, std::string(*value).c_str());
   } else {
-    g_app_launch_context_unsetenv(&context, variable);
+    glib().g_app_launch_context_unsetenv(&context, variable);
   }
 }
 
 GObjectRef<GAppLaunchContext> launchContext(const Environment& environment, bool handsTokensOn) {
-  auto context = GObjectRef<GAppLaunchContext>::adopt(g_app_launch_context_new());
+  auto context = GObjectRef<GAppLaunchContext>::adopt(glib().g_app_launch_context_new());
   // This process hides the address from its own libraries.
   handOn(*context.get(), environment, std::string(sessionBusAddressVariable).c_str());
   const Environment noTokens;
@@ -123,11 +121,13 @@ GObjectRef<GAppLaunchContext> launchContext(const Environment& environment, bool
 /// Runs the entry's command. False when it has none or it cannot be run.
 bool runCommand(GKeyFile& entry, GAppLaunchContext& context) {
   // GIO would leave an activatable entry to the bus and call that a success whatever happens.
-  g_key_file_remove_key(&entry, G_KEY_FILE_DESKTOP_GROUP, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE,
-                        nullptr);
+  glib().g_key_file_remove_key(&entry, G_KEY_FILE_DESKTOP_GROUP,
+                               G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr);
   const auto application =
-      GObjectRef<GDesktopAppInfo>::adopt(g_desktop_app_info_new_from_keyfile(&entry));
-  if (!application || g_app_info_get_executable(G_APP_INFO(application.get())) == nullptr) {
+      GObjectRef<GDesktopAppInfo>::adopt(glib().g_desktop_app_info_new_from_keyfile(&entry));
+  // A plain cast, because G_APP_INFO() calls a function.
+  auto* command = reinterpret_cast<GAppInfo*>(application.get());
+  if (command == nullptr || glib().g_app_info_get_executable(command) == nullptr) {
     return false;
   }
   // Our pipes would stay open, and our terminal would be its terminal, for as long as it runs.
@@ -139,7 +139,7 @@ bool runCommand(GKeyFile& entry, GAppLaunchContext& context) {
     // What this process ignores, its children would.
     std::signal(SIGXFSZ, SIG_DFL);
   };
-  return g_desktop_app_info_launch_uris_as_manager(
+  return glib().g_desktop_app_info_launch_uris_as_manager(
              application.get(), /*uris=*/nullptr, &context, flags, leaveTerminal,
              /*user_setup_data=*/nullptr, /*pid_callback=*/nullptr,
              /*pid_callback_data=*/nullptr, /*error=*/nullptr) != FALSE;
@@ -159,11 +159,11 @@ std::optional<Text> LinuxWorkspace::applicationLocation(
     const std::string fileName = std::string(bundleIdentifier).append(entrySuffix);
     requireReadable(fileName, fileReader_);
     const auto application =
-        GObjectRef<GDesktopAppInfo>::adopt(g_desktop_app_info_new(fileName.c_str()));
+        GObjectRef<GDesktopAppInfo>::adopt(glib().g_desktop_app_info_new(fileName.c_str()));
     if (!application) {
       return std::nullopt;
     }
-    return Text(g_desktop_app_info_get_filename(application.get()));
+    return Text(glib().g_desktop_app_info_get_filename(application.get()));
   } catch (const std::exception&) {
     // As good as not installed: the request waits for the application's next start.
     return std::nullopt;

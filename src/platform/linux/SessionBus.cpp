@@ -1,14 +1,14 @@
 #include "platform/linux/SessionBus.h"
 
 #include "platform/linux/Environment.h"
+#include "platform/linux/GLib.h"
 #include "platform/linux/SessionBusAddress.h"
-
-#include <gio/gio.h>
 
 #include <algorithm>
 #include <condition_variable>
 #include <mutex>
 #include <stop_token>
+#include <string_view>
 #include <thread>
 
 namespace velmora {
@@ -25,7 +25,7 @@ class Watchdog {
           std::unique_lock lock(mutex_);
           changed_.wait_for(lock, stop, limit, [] { return false; });
           if (!stop.stop_requested()) {
-            g_cancellable_cancel(operation);
+            glib().g_cancellable_cancel(operation);
           }
         }) {}
 
@@ -39,30 +39,32 @@ BusMethod busItself(const char* member) {
   return {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", member};
 }
 
-GLibPointer<GVariant> noArguments() { return ownVariant(g_variant_new("()")); }
+GLibPointer<GVariant> noArguments() { return ownVariant(glib().g_variant_new("()")); }
 
 }  // namespace
 
 PendingCall::PendingCall(GDBusConnection& connection, const BusMethod& method, GVariant& arguments,
                          milliseconds limit)
-    : context_(g_main_context_new()),
-      cancellable_(GObjectRef<GCancellable>::adopt(g_cancellable_new())) {
+    : context_(glib().g_main_context_new()),
+      cancellable_(GObjectRef<GCancellable>::adopt(glib().g_cancellable_new())) {
   const auto finish = [](GObject* source, GAsyncResult* result, gpointer self) {
     auto& call = *static_cast<PendingCall*>(self);
-    call.answer_.reset(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr));
+    // A plain cast, because G_DBUS_CONNECTION() calls a function.
+    auto* caller = reinterpret_cast<GDBusConnection*>(source);
+    call.answer_.reset(glib().g_dbus_connection_call_finish(caller, result, nullptr));
     call.finished_ = true;
   };
-  g_main_context_push_thread_default(context_.get());
-  g_dbus_connection_call(&connection, method.busName.c_str(), method.objectPath.c_str(),
-                         method.interface.c_str(), method.member.c_str(), &arguments,
-                         /*reply_type=*/nullptr, G_DBUS_CALL_FLAGS_NONE,
-                         static_cast<int>(limit.count()), cancellable_.get(), finish, this);
-  g_main_context_pop_thread_default(context_.get());
+  glib().g_main_context_push_thread_default(context_.get());
+  glib().g_dbus_connection_call(&connection, method.busName.c_str(), method.objectPath.c_str(),
+                                method.interface.c_str(), method.member.c_str(), &arguments,
+                                /*reply_type=*/nullptr, G_DBUS_CALL_FLAGS_NONE,
+                                static_cast<int>(limit.count()), cancellable_.get(), finish, this);
+  glib().g_main_context_pop_thread_default(context_.get());
 }
 
 PendingCall::~PendingCall() {
   // GLib holds a pointer to this object until the call has ended.
-  g_cancellable_cancel(cancellable_.get());
+  glib().g_cancellable_cancel(cancellable_.get());
   waitUntilFinished();
 }
 
@@ -73,15 +75,15 @@ GLibPointer<GVariant> PendingCall::answer() {
 
 void PendingCall::waitUntilFinished() {
   while (!finished_) {
-    g_main_context_iteration(context_.get(), /*may_block=*/TRUE);
+    glib().g_main_context_iteration(context_.get(), /*may_block=*/TRUE);
   }
 }
 
 void BusDisconnect::operator()(GDBusConnection* connection) const noexcept {
   // Dropping the last reference is not enough: when GIO's own thread happens to hold one, too, the
   // connection may stay until the process ends.
-  g_dbus_connection_close_sync(connection, /*cancellable=*/nullptr, /*error=*/nullptr);
-  g_object_unref(connection);
+  glib().g_dbus_connection_close_sync(connection, /*cancellable=*/nullptr, /*error=*/nullptr);
+  glib().g_object_unref(connection);
 }
 
 SessionBus::SessionBus(const Environment& environment, milliseconds limit)
@@ -109,10 +111,11 @@ void SessionBus::send(const BusMethod& method, GLibPointer<GVariant> arguments) 
     return;
   }
   // A service started for this call would come up after the bus has dropped it: its sender is gone.
-  g_dbus_connection_call(connection, method.busName.c_str(), method.objectPath.c_str(),
-                         method.interface.c_str(), method.member.c_str(), arguments.get(),
-                         /*reply_type=*/nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, /*timeout=*/-1,
-                         /*cancellable=*/nullptr, /*callback=*/nullptr, /*user_data=*/nullptr);
+  glib().g_dbus_connection_call(
+      connection, method.busName.c_str(), method.objectPath.c_str(), method.interface.c_str(),
+      method.member.c_str(), arguments.get(),
+      /*reply_type=*/nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, /*timeout=*/-1,
+      /*cancellable=*/nullptr, /*callback=*/nullptr, /*user_data=*/nullptr);
 }
 
 void SessionBus::emitSignal(const std::string& objectPath, const std::string& interface,
@@ -121,24 +124,25 @@ void SessionBus::emitSignal(const std::string& objectPath, const std::string& in
   if (connection == nullptr) {
     return;
   }
-  g_dbus_connection_emit_signal(connection, /*destination=*/nullptr, objectPath.c_str(),
-                                interface.c_str(), member.c_str(), /*parameters=*/nullptr,
-                                /*error=*/nullptr);
+  glib().g_dbus_connection_emit_signal(connection, /*destination=*/nullptr, objectPath.c_str(),
+                                       interface.c_str(), member.c_str(), /*parameters=*/nullptr,
+                                       /*error=*/nullptr);
 }
 
 void SessionBus::requestName(const std::string& name) {
   constexpr guint32 doNotQueue = 4;
-  call(busItself("RequestName"), ownVariant(g_variant_new("(su)", name.c_str(), doNotQueue)));
+  call(busItself("RequestName"),
+       ownVariant(glib().g_variant_new("(su)", name.c_str(), doNotQueue)));
 }
 
 bool SessionBus::nameHasOwner(const std::string& name) {
   const GLibPointer<GVariant> answer =
-      call(busItself("NameHasOwner"), ownVariant(g_variant_new("(s)", name.c_str())));
-  if (!answer || !g_variant_is_of_type(answer.get(), G_VARIANT_TYPE("(b)"))) {
+      call(busItself("NameHasOwner"), ownVariant(glib().g_variant_new("(s)", name.c_str())));
+  if (!answer || std::string_view(glib().g_variant_get_type_string(answer.get())) != "(b)") {
     return false;
   }
   gboolean hasOwner = FALSE;
-  g_variant_get(answer.get(), "(b)", &hasOwner);
+  glib().g_variant_get(answer.get(), "(b)", &hasOwner);
   return hasOwner != FALSE;
 }
 
@@ -161,11 +165,11 @@ SessionBus::BusConnection SessionBus::connect() const {
   if (!address) {
     return nullptr;
   }
-  const auto cancellable = GObjectRef<GCancellable>::adopt(g_cancellable_new());
+  const auto cancellable = GObjectRef<GCancellable>::adopt(glib().g_cancellable_new());
   const Watchdog watchdog(cancellable.get(), remainingTime());
   // Not the connection that all users of GIO share, which ends the process when the bus goes away.
   // Nor as a "message bus connection": GIO then says Hello itself, with a limit of 25 seconds.
-  BusConnection connection(g_dbus_connection_new_for_address_sync(
+  BusConnection connection(glib().g_dbus_connection_new_for_address_sync(
       address->c_str(), G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT, /*observer=*/nullptr,
       cancellable.get(), /*error=*/nullptr));
   const milliseconds limit = remainingTime();

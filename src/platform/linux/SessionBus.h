@@ -1,8 +1,8 @@
 // The user's session bus, for a client that must never make its user wait.
 //
 // A bus may be absent, stale, hung, or die at any moment. Everything done with it is a hint to
-// other programs, so nothing here fails outward or takes longer than one limit of time for the
-// process.
+// other programs, so no bus makes anything here fail outward or take longer than one limit of time
+// for the process.
 #pragma once
 
 #include "platform/linux/GLibPointers.h"
@@ -53,7 +53,8 @@ struct BusDisconnect {
 
 /// Connects at the first use. `limit` runs from that moment on and covers connecting and all that
 /// follows; when it is over or when there is no bus, every use returns at once without effect.
-/// Arguments are tuples of D-Bus values. Main thread only.
+/// Arguments are tuples of D-Bus values. Uses throw PlatformError when GLib cannot be loaded. Main
+/// thread only.
 class SessionBus {
  public:
   /// `environment` is kept by reference.

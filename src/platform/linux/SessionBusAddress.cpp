@@ -1,9 +1,8 @@
 #include "platform/linux/SessionBusAddress.h"
 
 #include "platform/linux/Environment.h"
+#include "platform/linux/GLib.h"
 #include "platform/linux/GLibPointers.h"
-
-#include <gio/gio.h>
 
 #include <sys/stat.h>
 
@@ -55,7 +54,7 @@ std::optional<std::string> sessionBusAddress(const Environment& environment) {
   if (!isSocket(path)) {
     return std::nullopt;
   }
-  const GLibPointer<char> escaped(g_dbus_address_escape_value(path.c_str()));
+  const GLibPointer<char> escaped(glib().g_dbus_address_escape_value(path.c_str()));
   return std::string("unix:path=") + escaped.get();
 }
 

@@ -1,0 +1,81 @@
+// GLib, GObject and GIO without being linked with them.
+//
+// Loading them costs more than all else that a --check does, and a --check needs none of them. So
+// they are loaded where one of their functions is first called. Their headers are used as ever, but
+// for macros that call a function: those want it linked.
+#pragma once
+
+#include "platform/linux/DynamicLibrary.h"
+
+#include <gio/gdesktopappinfo.h>
+#include <gio/gio.h>
+
+namespace velmora {
+
+/// The functions of these libraries that are called here, under their own names.
+class GLib {
+ private:
+  // Ahead of the functions, which are found in it.
+  DynamicLibrary library_{"libgio-2.0.so.0"};
+
+ public:
+  // Name and type of a function in one, so that they cannot differ.
+  // NOLINTBEGIN(bugprone-macro-parentheses,readability-identifier-naming)
+#define VELMORA_GLIB_FUNCTION(name) decltype(&::name) name = library_.function(#name)
+  VELMORA_GLIB_FUNCTION(g_app_info_get_executable);
+  VELMORA_GLIB_FUNCTION(g_app_launch_context_new);
+  VELMORA_GLIB_FUNCTION(g_app_launch_context_setenv);
+  VELMORA_GLIB_FUNCTION(g_app_launch_context_unsetenv);
+  VELMORA_GLIB_FUNCTION(g_cancellable_cancel);
+  VELMORA_GLIB_FUNCTION(g_cancellable_new);
+  VELMORA_GLIB_FUNCTION(g_dbus_address_escape_value);
+  VELMORA_GLIB_FUNCTION(g_dbus_connection_call);
+  VELMORA_GLIB_FUNCTION(g_dbus_connection_call_finish);
+  VELMORA_GLIB_FUNCTION(g_dbus_connection_close_sync);
+  VELMORA_GLIB_FUNCTION(g_dbus_connection_emit_signal);
+  VELMORA_GLIB_FUNCTION(g_dbus_connection_new_for_address_sync);
+  VELMORA_GLIB_FUNCTION(g_dbus_is_interface_name);
+  VELMORA_GLIB_FUNCTION(g_dbus_is_member_name);
+  VELMORA_GLIB_FUNCTION(g_dbus_is_name);
+  VELMORA_GLIB_FUNCTION(g_dbus_is_unique_name);
+  VELMORA_GLIB_FUNCTION(g_desktop_app_info_get_filename);
+  VELMORA_GLIB_FUNCTION(g_desktop_app_info_launch_uris_as_manager);
+  VELMORA_GLIB_FUNCTION(g_desktop_app_info_new);
+  VELMORA_GLIB_FUNCTION(g_desktop_app_info_new_from_keyfile);
+  VELMORA_GLIB_FUNCTION(g_error_free);
+  VELMORA_GLIB_FUNCTION(g_free);
+  VELMORA_GLIB_FUNCTION(g_get_system_data_dirs);
+  VELMORA_GLIB_FUNCTION(g_get_user_data_dir);
+  VELMORA_GLIB_FUNCTION(g_key_file_get_boolean);
+  VELMORA_GLIB_FUNCTION(g_key_file_get_string);
+  VELMORA_GLIB_FUNCTION(g_key_file_load_from_data);
+  VELMORA_GLIB_FUNCTION(g_key_file_new);
+  VELMORA_GLIB_FUNCTION(g_key_file_remove_key);
+  VELMORA_GLIB_FUNCTION(g_key_file_unref);
+  VELMORA_GLIB_FUNCTION(g_main_context_iteration);
+  VELMORA_GLIB_FUNCTION(g_main_context_new);
+  VELMORA_GLIB_FUNCTION(g_main_context_pop_thread_default);
+  VELMORA_GLIB_FUNCTION(g_main_context_push_thread_default);
+  VELMORA_GLIB_FUNCTION(g_main_context_unref);
+  VELMORA_GLIB_FUNCTION(g_main_context_wakeup);
+  VELMORA_GLIB_FUNCTION(g_object_unref);
+  VELMORA_GLIB_FUNCTION(g_utf8_make_valid);
+  VELMORA_GLIB_FUNCTION(g_utf8_validate);
+  VELMORA_GLIB_FUNCTION(g_variant_builder_add);
+  VELMORA_GLIB_FUNCTION(g_variant_builder_init);
+  VELMORA_GLIB_FUNCTION(g_variant_get);
+  VELMORA_GLIB_FUNCTION(g_variant_get_type_string);
+  VELMORA_GLIB_FUNCTION(g_variant_new);
+  VELMORA_GLIB_FUNCTION(g_variant_new_parsed);
+  VELMORA_GLIB_FUNCTION(g_variant_new_string);
+  VELMORA_GLIB_FUNCTION(g_variant_ref_sink);
+  VELMORA_GLIB_FUNCTION(g_variant_unref);
+#undef VELMORA_GLIB_FUNCTION
+  // NOLINTEND(bugprone-macro-parentheses,readability-identifier-naming)
+};
+
+/// The libraries, loaded by the first call. Throws PlatformError while they cannot be loaded. Any
+/// thread.
+[[nodiscard]] const GLib& glib();
+
+}  // namespace velmora

@@ -1,0 +1,90 @@
+// Which libraries the programs load, and when: loading those of the desktop would be most of what a
+// --check costs.
+
+#include "tests/process/ProcessTest.h"
+#include "tests/process/Trace.h"
+
+#include <algorithm>
+
+namespace velmora::process {
+
+namespace {
+
+class LoadedLibrariesTest : public ProcessTest {
+ protected:
+  LoadedLibrariesTest() {
+    // The leak checker cannot work in a traced process.
+    command.environment["ASAN_OPTIONS"] += ":detect_leaks=0";
+  }
+
+  /// The files that the program opens on the way to this exit status.
+  std::vector<TracedCall> opened(const std::vector<std::string>& programAndArguments,
+                                 int exitStatus) {
+    const std::filesystem::path trace = home.path() / "trace";
+    command.arguments = tracingCommand(trace, "?open,openat", {});
+    EXPECT_EQ(run(programAndArguments).exitStatus, exitStatus);
+    return callsIn(trace);
+  }
+
+  static bool isAnyOf(const std::vector<TracedCall>& calls, const std::string& library) {
+    return std::ranges::any_of(calls, [&](const TracedCall& call) {
+      return call.text.find("/" + library) != std::string::npos;
+    });
+  }
+
+  static void expectNoneOfTheDesktop(const std::vector<TracedCall>& calls) {
+    EXPECT_TRUE(isAnyOf(calls, "libc.so"));
+    for (const char* library : {"libgio-", "libgobject-", "libglib-"}) {
+      EXPECT_FALSE(isAnyOf(calls, library)) << library;
+    }
+  }
+
+  /// Lets the system's loader find a file that is no library under GIO's name.
+  std::string spoilGIO() {
+    const std::filesystem::path library = home.path() / "lib" / "libgio-2.0.so.0";
+    writeFile(library, "");
+    command.environment["LD_LIBRARY_PATH"] = library.parent_path();
+    return library;
+  }
+
+  const std::string folder = home.makeFolder("A");
+};
+
+TEST_F(LoadedLibrariesTest, checkLoadsNoneOfTheDesktop) {
+  expectNoneOfTheDesktop(opened({VELMORA_TEST_PROGRAM, "--check", folder}, 0));
+  expectNoneOfTheDesktop(opened({VELMORA_TEST_PROGRAM, "--check", "--restore", folder}, 1));
+}
+
+TEST_F(LoadedLibrariesTest, inspectionOfFoldersLoadsNoneOfTheDesktop) {
+  expectNoneOfTheDesktop(opened({VELMORA_TEST_INSPECT_PROGRAM, "list"}, 0));
+  expectNoneOfTheDesktop(opened({VELMORA_TEST_INSPECT_PROGRAM, "explain", "--warp", folder}, 0));
+}
+
+TEST_F(LoadedLibrariesTest, handoffLoadsThoseOfTheDesktop) {
+  EXPECT_TRUE(isAnyOf(opened({VELMORA_TEST_PROGRAM, folder}, 0), "libgio-"));
+}
+
+TEST_F(LoadedLibrariesTest, checkDoesWithoutGIO) {
+  spoilGIO();
+  expectCancelled(run({"--check", folder}), 0, "");
+  expectCancelled(run({"--check", "--restore", folder}), 1, "");
+}
+
+TEST_F(LoadedLibrariesTest, handoffFailsWithoutGIOAndSaysWhy) {
+  const std::string library = spoilGIO();
+  const Outcome outcome = run({folder});
+  expectCancelled(outcome, 2,
+                  "velmora-finder-action[" + std::to_string(outcome.process) +
+                      "]: Velmora Finder Action handoff failed: " + library + ": file too short\n" +
+                      message("en", warpHandoffFailed) + "\n");
+}
+
+TEST_F(LoadedLibrariesTest, diagnosisIsIncompleteWithoutGIOAndSaysWhy) {
+  const std::string library = spoilGIO();
+  command.arguments = {VELMORA_TEST_INSPECT_PROGRAM};
+  expectCancelled(run({"doctor"}), 74, "velmora-warp-inspect: " + library + ": file too short\n");
+}
+
+}  // namespace
+
+}  // namespace velmora::process

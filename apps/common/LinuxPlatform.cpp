@@ -34,8 +34,10 @@ std::string installedResourceDirectory() {
 LinuxPlatform::LinuxPlatform(const char* programName, std::optional<Text> bundleIdentifier,
                              const Environment& environment)
     : paths(std::string(environment.absolutePath("HOME").value_or(""))),
-      bundle(std::move(bundleIdentifier),
-             resourceDirectory(environment, installedResourceDirectory()), fileReader),
+      bundle(
+          std::move(bundleIdentifier),
+          [&environment] { return resourceDirectory(environment, installedResourceDirectory()); },
+          fileReader),
       locations(environment, fileReader),
       defaults(environment, fileReader),
       languages(environment),

@@ -24,8 +24,7 @@ namespace velmora {
 
 class Environment;
 
-/// Nothing here connects to anything, or looks at anything but the program's own place, before it
-/// is used.
+/// Nothing here connects to anything, or looks at anything, before it is used.
 struct LinuxPlatform {
   /// `environment` is kept by reference. `programName` stands in front of lines in the system log.
   LinuxPlatform(const char* programName, std::optional<Text> bundleIdentifier,

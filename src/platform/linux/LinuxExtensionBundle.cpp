@@ -48,7 +48,7 @@ std::string resourceDirectory(const Environment& environment, std::string_view i
 }
 
 LinuxExtensionBundle::LinuxExtensionBundle(std::optional<Text> bundleIdentifier,
-                                           std::string resourceDirectory,
+                                           std::function<std::string()> resourceDirectory,
                                            const FileReader& fileReader)
     : bundleIdentifier_(std::move(bundleIdentifier)),
       resourceDirectory_(std::move(resourceDirectory)),
@@ -58,7 +58,7 @@ std::optional<Text> LinuxExtensionBundle::bundleIdentifier() const { return bund
 
 std::unique_ptr<LocalizationFolder> LinuxExtensionBundle::localizationFolder(
     std::string_view language) const {
-  std::string directory = resourceDirectory_;
+  std::string directory = resourceDirectory_();
   directory.append("/").append(language).append(".lproj");
   if (!fileReader_.isDirectory(directory)) {
     return nullptr;

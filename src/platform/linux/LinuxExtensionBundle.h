@@ -4,6 +4,7 @@
 
 #include "platform/ExtensionBundle.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,8 +22,11 @@ class FileReader;
 
 class LinuxExtensionBundle final : public ExtensionBundle {
  public:
-  /// `fileReader` is kept by reference and outlives the folders, too.
-  LinuxExtensionBundle(std::optional<Text> bundleIdentifier, std::string resourceDirectory,
+  /// `resourceDirectory` is asked when a folder is: most requests show no text, and finding its
+  /// place costs looks at the file system. `fileReader` is kept by reference and outlives the
+  /// folders, too.
+  LinuxExtensionBundle(std::optional<Text> bundleIdentifier,
+                       std::function<std::string()> resourceDirectory,
                        const FileReader& fileReader);
 
   std::optional<Text> bundleIdentifier() const override;
@@ -30,7 +34,7 @@ class LinuxExtensionBundle final : public ExtensionBundle {
 
  private:
   std::optional<Text> bundleIdentifier_;
-  std::string resourceDirectory_;
+  std::function<std::string()> resourceDirectory_;
   const FileReader& fileReader_;
 };
 

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -28,7 +29,7 @@ class LinuxBundleAdapter {
 
   void identifyAs(const std::optional<std::string>& identifier) {
     const std::optional<Text> text = identifier ? std::optional<Text>(*identifier) : std::nullopt;
-    bundle_ = std::make_unique<LinuxExtensionBundle>(text, directory_.path(), files_);
+    bundle_ = std::make_unique<LinuxExtensionBundle>(text, place(), files_);
   }
 
   void localize(std::string_view language, const std::map<std::string, std::string>& texts) {
@@ -44,10 +45,14 @@ class LinuxBundleAdapter {
   }
 
  private:
+  std::function<std::string()> place() const {
+    return [this] { return directory_.path(); };
+  }
+
   ScratchDirectory directory_;
   PosixFileReader files_;
   std::unique_ptr<LinuxExtensionBundle> bundle_ =
-      std::make_unique<LinuxExtensionBundle>(std::nullopt, directory_.path(), files_);
+      std::make_unique<LinuxExtensionBundle>(std::nullopt, place(), files_);
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, ExtensionBundleContract, LinuxBundleAdapter);
@@ -56,7 +61,7 @@ class LinuxExtensionBundleTest : public testing::Test {
  protected:
   ScratchDirectory directory;
   PosixFileReader files;
-  LinuxExtensionBundle bundle{std::nullopt, directory.path(), files};
+  LinuxExtensionBundle bundle{std::nullopt, [this] { return directory.path(); }, files};
 };
 
 TEST_F(LinuxExtensionBundleTest, takesNoFileForAFolder) {
@@ -89,6 +94,21 @@ TEST_F(LinuxExtensionBundleTest, fallsBackForATableLongerThanTheLimit) {
   };
   EXPECT_EQ(textWithTableOf(limit), "value");
   EXPECT_EQ(textWithTableOf(limit + 1), "fallback");
+}
+
+TEST(LinuxExtensionBundles, askForTheirPlaceWhenAFolderIsLookedUp) {
+  int questions = 0;
+  const PosixFileReader files;
+  const LinuxExtensionBundle bundle(
+      std::nullopt,
+      [&questions] {
+        ++questions;
+        return std::string("/nowhere");
+      },
+      files);
+  EXPECT_EQ(questions, 0);
+  EXPECT_EQ(bundle.localizationFolder("ja"), nullptr);
+  EXPECT_EQ(questions, 1);
 }
 
 TEST(ResourceDirectory, isTheInstalledOneUnlessAnotherIsNamed) {

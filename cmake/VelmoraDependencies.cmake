@@ -32,6 +32,15 @@ endmacro()
 
 find_package(Threads REQUIRED)
 velmora_require_module(UTF8PROC libutf8proc libutf8proc-dev)
+# One library less to load at every start, where there is an archive of it.
+find_library(VELMORA_UTF8PROC_ARCHIVE
+             ${CMAKE_STATIC_LIBRARY_PREFIX}utf8proc${CMAKE_STATIC_LIBRARY_SUFFIX}
+             HINTS ${UTF8PROC_LIBDIR})
+mark_as_advanced(VELMORA_UTF8PROC_ARCHIVE)
+if(VELMORA_UTF8PROC_ARCHIVE)
+  set_target_properties(PkgConfig::UTF8PROC PROPERTIES INTERFACE_LINK_LIBRARIES
+                                                       ${VELMORA_UTF8PROC_ARCHIVE})
+endif()
 velmora_require_module(XXHASH libxxhash libxxhash-dev)
 velmora_require_module(SIMDJSON simdjson libsimdjson-dev)
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")

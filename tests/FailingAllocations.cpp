@@ -13,18 +13,19 @@ std::atomic<bool> hasFailed = false;
 std::atomic<long> count = 0;
 
 bool fails() {
-  if (allocationsUntilFailure < 0) {
+  long successes = allocationsUntilFailure;
+  long rest = 0;
+  do {
+    if (successes < 0) {
+      return false;
+    }
+    rest = successes == 0 && failsFromThenOn ? 0 : successes - 1;
+  } while (!allocationsUntilFailure.compare_exchange_weak(successes, rest));
+  if (successes > 0) {
     return false;
   }
-  if (allocationsUntilFailure == 0) {
-    hasFailed = true;
-    if (!failsFromThenOn) {
-      allocationsUntilFailure = -1;
-    }
-    return true;
-  }
-  --allocationsUntilFailure;
-  return false;
+  hasFailed = true;
+  return true;
 }
 
 }  // namespace

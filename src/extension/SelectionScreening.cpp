@@ -58,7 +58,8 @@ std::vector<Text> warpedFolderPaths(const Platform& platform, ResolutionObserver
   }
   std::vector<Text> folders;
   std::ranges::transform(
-      confirmedWarpManifests(mirroredManifests(root, platform.fileReader, platform.paths, observer),
+      confirmedWarpManifests(mirroredManifests(root, platform.fileReader, platform.paths, observer,
+                                               platform.workerCount),
                              root, platform.fileReader, platform.paths, observer),
       std::back_inserter(folders), [&](const MirroredManifest& mirrored) {
         return platform.paths.standardizedFileURLPath(mirrored.manifest.originalFolderPath);

@@ -1,6 +1,9 @@
 // Everything that the core needs from outside, handed to it by each program.
 #pragma once
 
+#include <cstddef>
+#include <optional>
+
 namespace velmora {
 
 class Clock;
@@ -17,7 +20,7 @@ class SharedDefaults;
 class SharedLocations;
 class Workspace;
 
-/// References only; what they refer to outlives every request.
+/// References, which cost nothing to copy; what they refer to outlives every request.
 struct Platform {
   const ExtensionBundle& bundle;
   const FileReader& fileReader;
@@ -32,6 +35,8 @@ struct Platform {
   Logger& logger;
   const Clock& clock;
   IdentifierSource& identifiers;
+  /// How many threads may read files side by side, at least 1; none: as many as suit the machine.
+  std::optional<std::size_t> workerCount = {};
 };
 
 }  // namespace velmora

@@ -3,12 +3,16 @@
 #include "platform/FileReader.h"
 #include "platform/PathStandardizer.h"
 #include "platform/PlatformError.h"
+#include "resolution/OrderedWork.h"
+#include "resolution/ReadingCost.h"
 #include "resolution/ResolutionObserver.h"
+#include "resolution/WorkerCount.h"
 #include "text/LexicalPath.h"
 
 #include <algorithm>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -32,16 +36,79 @@ std::vector<std::string> manifestFileNames(const Text& mirror, const FileReader&
   return names;
 }
 
-std::optional<ManifestSummary> readManifest(const Text& path, const FileReader& files,
-                                            ManifestDecoder& decoder,
-                                            ResolutionObserver& observer) {
-  try {
-    return decoder.readSummary(path, files);
-  } catch (const std::exception& error) {
-    observer.didRefuseManifest(path, error);
-    return std::nullopt;
+std::vector<MirroredManifest> unreadManifests(const Text& mirror,
+                                              const std::vector<std::string>& fileNames) {
+  std::vector<MirroredManifest> manifests;
+  manifests.reserve(fileNames.size());
+  for (const std::string& name : fileNames) {
+    manifests.push_back({.filePath = appendingPathComponent(mirror, name), .manifest = {}});
   }
+  return manifests;
 }
+
+std::size_t mostHelpers(std::optional<std::size_t> workerCount) {
+  // The processors are not counted for a mirror that needs no helper: that reads a file, too.
+  return (workerCount.has_value() ? *workerCount : usualWorkerCount()) - 1;
+}
+
+/// Reads the files of a mirror, each on some thread, and tells of them on the thread that asks.
+class MirrorReading {
+ public:
+  MirrorReading(std::vector<MirroredManifest> unread, const FileReader& files,
+                ResolutionObserver& observer, std::optional<std::size_t> workerCount)
+      : read_(std::move(unread)), files_(files), observer_(observer), workerCount_(workerCount) {}
+
+  /// The valid ones, in the order of the files. Once.
+  std::vector<MirroredManifest> validManifests() {
+    performInOrder(
+        {.pieceCount = read_.size(),
+         .makeWorker = [this] { return makeWorker(); },
+         .helpersWorthStarting = [this](std::size_t remaining) { return helpersFor(remaining); },
+         .didFinish = [this](std::size_t index,
+                             const std::exception_ptr& fault) { didRead(index, fault); }});
+    return std::move(valid_);
+  }
+
+ private:
+  PieceWorker makeWorker() {
+    return [this, decoder = std::make_shared<ManifestDecoder>()](std::size_t index) {
+      MirroredManifest& mirrored = read_[index];
+      mirrored.manifest = decoder->readSummary(mirrored.filePath, files_);
+    };
+  }
+
+  [[nodiscard]] std::size_t helpersFor(std::size_t remaining) const {
+    const std::size_t worthwhile = cost_.helpersWorthStarting(remaining);
+    return worthwhile == 0 ? 0 : std::min(worthwhile, mostHelpers(workerCount_));
+  }
+
+  void didRead(std::size_t index, const std::exception_ptr& fault) {
+    MirroredManifest& mirrored = read_[index];
+    cost_.addFile(mirrored.manifest.entryCount);
+    if (fault) {
+      tellOfRefusal(mirrored.filePath, fault);
+      return;
+    }
+    valid_.push_back(std::move(mirrored));
+    observer_.didReadManifest(valid_.back());
+  }
+
+  void tellOfRefusal(const Text& path, const std::exception_ptr& fault) {
+    try {
+      std::rethrow_exception(fault);
+    } catch (const std::exception& error) {
+      observer_.didRefuseManifest(path, error);
+    }
+  }
+
+  /// By the number of the file. Each belongs to the thread that reads it, and then to the caller's.
+  std::vector<MirroredManifest> read_;
+  const FileReader& files_;
+  ResolutionObserver& observer_;
+  const std::optional<std::size_t> workerCount_;
+  std::vector<MirroredManifest> valid_;
+  ReadingCost cost_;
+};
 
 Date creationOf(const MirroredManifest& mirrored) { return mirrored.manifest.createdAt; }
 
@@ -58,20 +125,13 @@ Text manifestMirrorPath(const Text& sharedWarpRoot, const PathStandardizer& path
 
 std::vector<MirroredManifest> mirroredManifests(const Text& sharedWarpRoot, const FileReader& files,
                                                 const PathStandardizer& paths,
-                                                ResolutionObserver& observer) {
+                                                ResolutionObserver& observer,
+                                                std::optional<std::size_t> workerCount) {
   const Text mirror = manifestMirrorPath(sharedWarpRoot, paths);
   const std::vector<std::string> names = manifestFileNames(mirror, files, observer);
   observer.willReadManifests(names.size());
-  ManifestDecoder decoder;
-  std::vector<MirroredManifest> manifests;
-  for (const std::string& name : names) {
-    Text path = appendingPathComponent(mirror, name);
-    std::optional<ManifestSummary> manifest = readManifest(path, files, decoder, observer);
-    if (manifest.has_value()) {
-      manifests.push_back({.filePath = std::move(path), .manifest = std::move(*manifest)});
-      observer.didReadManifest(manifests.back());
-    }
-  }
+  MirrorReading reading(unreadManifests(mirror, names), files, observer, workerCount);
+  std::vector<MirroredManifest> manifests = reading.validManifests();
   std::ranges::stable_sort(manifests, std::ranges::greater(), creationOf);
   return manifests;
 }

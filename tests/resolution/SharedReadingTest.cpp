@@ -1,0 +1,266 @@
+// A mirror that several threads read: nobody can tell by what comes of it.
+
+#include "platform/FileReader.h"
+#include "resolution/ManifestMirror.h"
+#include "resolution/ResolutionObserver.h"
+#include "tests/RowName.h"
+#include "tests/fakes/RecordedWarps.h"
+#include "tests/resolution/Meeting.h"
+
+#include <gtest/gtest.h>
+
+#include <exception>
+#include <functional>
+#include <mutex>
+#include <new>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+/// Keeps all that is told of the mirror, in order, and that it is told on the test's thread.
+class Listener final : public ResolutionObserver {
+ public:
+  Lines told;
+  /// Called with each line once it is kept.
+  std::function<void(const std::string&)> hear = [](const std::string&) {};
+
+  void willReadManifests(std::size_t count) override { tell("will read " + std::to_string(count)); }
+  void didReadManifest(const MirroredManifest& manifest) override {
+    tell("read " + manifest.filePath.utf8() + ": " + manifest.manifest.warpID.utf8() + ", " +
+         std::to_string(manifest.manifest.entryCount));
+  }
+  void didRefuseManifest(const Text& filePath, const std::exception& error) override {
+    tell("refused " + filePath.utf8() + ": " + error.what());
+  }
+
+ private:
+  void tell(std::string line) {
+    EXPECT_EQ(std::this_thread::get_id(), thread_);
+    told.push_back(std::move(line));
+    hear(told.back());
+  }
+
+  const std::thread::id thread_ = std::this_thread::get_id();
+};
+
+/// Another reader's files, and on which threads they are read.
+class WatchedFiles final : public FileReader {
+ public:
+  explicit WatchedFiles(const FileReader& files) : files_(files) {}
+
+  /// Called before each file, on whatever thread reads it.
+  std::function<void(std::string_view path)> reading = [](std::string_view) {};
+
+  [[nodiscard]] std::size_t threadCount() const {
+    const std::lock_guard guard(mutex_);
+    return threads_.size();
+  }
+
+  bool exists(std::string_view path) const override { return files_.exists(path); }
+  bool isDirectory(std::string_view path) const override { return files_.isDirectory(path); }
+  std::vector<std::string> entryNames(std::string_view path) const override {
+    return files_.entryNames(path);
+  }
+  std::string read(std::string_view path, std::size_t maximumLength) const override {
+    {
+      const std::lock_guard guard(mutex_);
+      threads_.insert(std::this_thread::get_id());
+    }
+    reading(path);
+    return files_.read(path, maximumLength);
+  }
+
+ private:
+  const FileReader& files_;
+  mutable std::mutex mutex_;
+  mutable std::set<std::thread::id> threads_;
+};
+
+/// The manifest that is read first has so many entries that helpers are started after it.
+constexpr int entriesOfTheFirst = 1200;
+constexpr int restCount = 60;
+
+class SharedReading : public testing::Test {
+ protected:
+  SharedReading() { prepareMirror(fake); }
+
+  static std::string pathOf(const std::string& name) {
+    return std::string(recordedWarpRoot) + "/ManifestMirror/" + name + ".json";
+  }
+
+  /// 10 and so on, so that they sort as they count.
+  static std::string nameOf(int number) { return std::to_string(10 + number); }
+
+  void add(const std::string& name, double instant, int entryCount = 0) {
+    VelmoraWarpSharedManifest manifest = manifestOf("/" + name, "warp " + name);
+    manifest.createdAt = {.secondsSinceReferenceDate = instant};
+    for (int entry = 0; entry < entryCount; ++entry) {
+      manifest.entries.push_back(entryOf("/" + name + "/" + std::to_string(entry)));
+    }
+    fake.fileSystem.files[pathOf(name)] = encodeManifest(manifest);
+  }
+
+  /// Valid manifests, of few different instants; ones that are refused for several reasons; and
+  /// such as cannot be read.
+  void fillMirror() {
+    add("0", 50, entriesOfTheFirst);
+    for (int number = 0; number < restCount; ++number) {
+      const std::string name = nameOf(number);
+      switch (number % 6) {
+        case 3:
+          fake.fileSystem.files[pathOf(name)] = "{";
+          break;
+        case 4:
+          fake.fileSystem.directories.insert(pathOf(name));
+          break;
+        default:
+          add(name, number % 4 * 25, number % 7);
+      }
+    }
+    fake.fileSystem.files[pathOf("99")] = R"({"version":5})";
+  }
+
+  std::vector<MirroredManifest> read(std::size_t workerCount) {
+    return mirroredManifests(std::string(recordedWarpRoot), files, fake.paths, listener,
+                             workerCount);
+  }
+
+  static Lines linesOf(const std::vector<MirroredManifest>& manifests) {
+    Lines lines;
+    for (const MirroredManifest& mirrored : manifests) {
+      lines.push_back(mirrored.filePath.utf8() + " " + mirrored.manifest.warpID.utf8() + " " +
+                      std::to_string(mirrored.manifest.createdAt.secondsSinceReferenceDate));
+    }
+    return lines;
+  }
+
+  FakePlatform fake;
+  WatchedFiles files{fake.fileSystem};
+  Listener listener;
+};
+
+TEST_F(SharedReading, givesAndTellsTheSameWhateverTheNumberOfWorkers) {
+  fillMirror();
+  const Lines list = linesOf(read(1));
+  const Lines told = std::exchange(listener.told, {});
+  EXPECT_EQ(list.size(), 41U);
+  EXPECT_EQ(told.size(), 63U);
+  EXPECT_EQ(files.threadCount(), 1U);
+  for (const std::size_t workers : {1U, 2U, 3U, 8U}) {
+    for (int round = 0; round < 10; ++round) {
+      EXPECT_EQ(linesOf(read(workers)), list) << workers;
+      EXPECT_EQ(std::exchange(listener.told, {}), told) << workers;
+    }
+  }
+}
+
+TEST_F(SharedReading, happensAtTheSameTime) {
+  fillMirror();
+  for (const std::size_t workers : {2U, 3U, 8U}) {
+    WatchedFiles watched(fake.fileSystem);
+    // Begun last, so that each worker has one of them at the end.
+    Meeting meeting(workers);
+    const std::string firstOfTheLast = pathOf(nameOf(restCount + 1 - static_cast<int>(workers)));
+    watched.reading = [&](std::string_view path) {
+      if (path >= firstOfTheLast) {
+        meeting.attend();
+      }
+    };
+    static_cast<void>(
+        mirroredManifests(std::string(recordedWarpRoot), watched, fake.paths, listener, workers));
+    EXPECT_TRUE(meeting.tookPlace()) << workers;
+    EXPECT_EQ(watched.threadCount(), workers);
+  }
+}
+
+TEST_F(SharedReading, isLeftOutForASmallMirror) {
+  for (int number = 0; number < restCount; ++number) {
+    add(nameOf(number), 0, 3);
+  }
+  EXPECT_EQ(read(8).size(), restCount);
+  EXPECT_EQ(files.threadCount(), 1U);
+}
+
+TEST_F(SharedReading, isLeftOutForOneFileAfterALargeOne) {
+  add("0", 0, entriesOfTheFirst);
+  add("1", 0, entriesOfTheFirst);
+  EXPECT_EQ(read(8).size(), 2U);
+  EXPECT_EQ(files.threadCount(), 1U);
+}
+
+TEST_F(SharedReading, isLeftOutForOneWorker) {
+  fillMirror();
+  static_cast<void>(read(1));
+  EXPECT_EQ(files.threadCount(), 1U);
+}
+
+TEST_F(SharedReading, endsWhenTheObserverThrows) {
+  fillMirror();
+  static_cast<void>(read(1));
+  const Lines told = std::exchange(listener.told, {});
+  for (std::size_t line = 0; line < told.size(); line += 6) {
+    listener.told.clear();
+    listener.hear = [&](const std::string&) {
+      if (listener.told.size() > line) {
+        throw std::runtime_error("enough");
+      }
+    };
+    EXPECT_THROW(static_cast<void>(read(3)), std::runtime_error);
+    EXPECT_EQ(listener.told, Lines(told.begin(), told.begin() + static_cast<long>(line) + 1));
+  }
+}
+
+struct FaultCase {
+  const char* name;
+  std::function<void()> fault;
+  const char* message;
+};
+
+class FailingReads : public SharedReading, public testing::WithParamInterface<FaultCase> {};
+
+TEST_P(FailingReads, onAnyThreadAreRefusals) {
+  fillMirror();
+  const std::string failing = pathOf(nameOf(restCount - 1));
+  Meeting meeting(2);
+  files.reading = [&](std::string_view path) {
+    if (path >= failing) {
+      // The last two, one on each thread.
+      meeting.attend();
+      GetParam().fault();
+    }
+  };
+  static_cast<void>(read(2));
+  ASSERT_TRUE(meeting.tookPlace());
+  EXPECT_EQ(listener.told.at(61), "refused " + failing + ": " + GetParam().message);
+  EXPECT_EQ(listener.told.at(62), "refused " + pathOf("99") + ": " + GetParam().message);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Faults, FailingReads,
+    testing::Values(FaultCase{"ofThePlatform", throwing(posixError(EACCES)), "Permission denied"},
+                    FaultCase{"ofMemory", throwing(std::bad_alloc()), std::bad_alloc().what()},
+                    FaultCase{"ofAnotherKind", throwing(std::logic_error("odd")), "odd"}),
+    RowName());
+
+TEST_F(SharedReading, passesOnWhatIsNoException) {
+  fillMirror();
+  files.reading = [](std::string_view path) {
+    if (path == pathOf(nameOf(20))) {
+      throw 42;  // NOLINT(hicpp-exception-baseclass): the point of the test
+    }
+  };
+  for (const std::size_t workers : {1U, 3U}) {
+    EXPECT_THROW(static_cast<void>(read(workers)), int) << workers;
+  }
+}
+
+}  // namespace
+}  // namespace velmora

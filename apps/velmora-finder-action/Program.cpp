@@ -26,6 +26,13 @@ namespace {
 
 constexpr const char* programName = "velmora-finder-action";
 
+/// What serves the request, with the workers that the command line asks for.
+Platform platformOf(LinuxPlatform& platform, const CommandLine& commandLine) {
+  Platform references = platform.references();
+  references.workerCount = commandLine.workerCount;
+  return references;
+}
+
 void tellUser(const RequestError& error, const CommandLine& commandLine, SessionBus& sessionBus) {
   if (error.localizedDescription.empty()) {
     // Memory ran out before a message could be found; the log has a line.
@@ -60,13 +67,14 @@ void serve(const std::shared_ptr<CommandLineContext>& context, const Platform& p
 
 ExitStatus checkSelection(const CommandLine& commandLine, const Environment& environment) try {
   LinuxPlatform platform(programName, commandLine.bundleIdentifier, environment);
+  const Platform references = platformOf(platform, commandLine);
   ScreeningObserver unobserved;
   bool suits = false;
   loadFileURLs(providersFromOperands(commandLine.operands, platform.paths), platform.mainQueue,
                [&](const GatheredFileURLs& selection) {
                  platform.mainQueue.quit();
                  suits = selection.has_value() &&
-                         !screenSelection(*selection, platform.references(), unobserved).empty();
+                         !screenSelection(*selection, references, unobserved).empty();
                });
   platform.mainQueue.run();
   return suits ? ExitStatus::completed : ExitStatus::selectionCancelled;
@@ -79,7 +87,7 @@ ExitStatus performAction(const CommandLine& commandLine, const Environment& envi
   LinuxPlatform platform(programName, commandLine.bundleIdentifier, environment);
   const auto context = std::make_shared<CommandLineContext>(
       commandLine.operands, platform.paths, [&platform] { platform.mainQueue.quit(); });
-  serve(context, platform.references());
+  serve(context, platformOf(platform, commandLine));
   platform.mainQueue.run();
   const Outcome& outcome = context->outcome().value();
   if (outcome.error.has_value()) {

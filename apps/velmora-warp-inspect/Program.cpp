@@ -62,7 +62,7 @@ class Program {
   }
 
   ExitStatus list() {
-    const Platform platform = platform_.references();
+    const Platform platform = references();
     ResolutionRecorder recorder(platform,
                                 {.willRead = [this](std::size_t count) { progress_.begin(count); },
                                  .didReadOne = [this] { progress_.advance(); }});
@@ -78,7 +78,7 @@ class Program {
   }
 
   ExitStatus explain() {
-    const Platform platform = platform_.references();
+    const Platform platform = references();
     ResolutionRecorder recorder(platform);
     bool areAllAccepted = true;
     for (const ExplainedItem& item : explainItems(line_.operands, platform, recorder)) {
@@ -91,7 +91,7 @@ class Program {
 
   ExitStatus diagnoseSystem() {
     const Diagnosis diagnosis = diagnose(
-        platform_.references(), environment_,
+        references(), environment_,
         {.isBusReachable = [this] { return isBusReachable(); },
          .canHoldNewFiles = [](const Text& directory) { return canHoldNewFiles(directory); }});
     if (line_.isJSON) {
@@ -103,6 +103,12 @@ class Program {
   }
 
  private:
+  Platform references() {
+    Platform platform = platform_.references();
+    platform.workerCount = line_.workerCount;
+    return platform;
+  }
+
   static std::function<void(std::string_view)> barOf(const Environment& environment) {
     const bool hasTerminal = ::isatty(STDERR_FILENO) != 0 && canErase(environment);
     return hasTerminal ? std::function<void(std::string_view)>(showOnStandardError) : nullptr;

@@ -57,8 +57,8 @@ TEST_F(CommandLineTest, helpIsPrintedAndNothingDone) {
   const Outcome outcome = run({"--help"});
   EXPECT_EQ(outcome.exitStatus, 0);
   EXPECT_EQ(outcome.error, "");
-  for (const char* option :
-       {"--bundle-identifier", "--restore", "--check", "--no-notify", "--files0-from"}) {
+  for (const char* option : {"--bundle-identifier", "--restore", "--check", "--no-notify",
+                             "--workers", "--files0-from"}) {
     EXPECT_NE(outcome.output.find(option), std::string::npos) << option;
   }
   EXPECT_EQ(made(), std::set<std::string>());

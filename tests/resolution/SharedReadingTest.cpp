@@ -70,12 +70,16 @@ class WatchedFiles final : public FileReader {
     return files_.entryNames(path);
   }
   std::string read(std::string_view path, std::size_t maximumLength) const override {
+    return files_.read(path, maximumLength);
+  }
+  std::unique_ptr<FileContent> open(std::string_view path,
+                                    std::size_t maximumLength) const override {
     {
       const std::lock_guard guard(mutex_);
       threads_.insert(std::this_thread::get_id());
     }
     reading(path);
-    return files_.read(path, maximumLength);
+    return files_.open(path, maximumLength);
   }
 
  private:

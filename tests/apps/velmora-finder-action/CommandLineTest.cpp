@@ -24,6 +24,7 @@ TEST_P(AcceptedCommandLine, isReadExactly) {
   EXPECT_EQ(line.bundleIdentifier, expected.bundleIdentifier);
   EXPECT_EQ(line.isCheck, expected.isCheck);
   EXPECT_EQ(line.notifiesDesktop, expected.notifiesDesktop);
+  EXPECT_EQ(line.workerCount, expected.workerCount);
   EXPECT_EQ(line.readsStandardInput, expected.readsStandardInput);
   EXPECT_EQ(line.operands, expected.operands);
 }
@@ -56,6 +57,11 @@ INSTANTIATE_TEST_SUITE_P(
         AcceptedCase{"check", {"--check", "a"}, {.isCheck = true, .operands = {"a"}}},
         AcceptedCase{
             "noNotify", {"--no-notify", "a"}, {.notifiesDesktop = false, .operands = {"a"}}},
+        AcceptedCase{"workers", {"--workers", "3", "a"}, {.workerCount = 3, .operands = {"a"}}},
+        AcceptedCase{
+            "workersJoined", {"--workers=64", "a"}, {.workerCount = 64, .operands = {"a"}}},
+        AcceptedCase{
+            "workersBehindTheSeparator", {"--", "--workers", "3"}, operands({"--workers", "3"})},
         AcceptedCase{"standardInput", {"--files0-from=-"}, {.readsStandardInput = true}},
         AcceptedCase{"standardInputApart", {"--files0-from", "-"}, {.readsStandardInput = true}},
         AcceptedCase{"optionsBehindOperands",
@@ -113,6 +119,24 @@ INSTANTIATE_TEST_SUITE_P(
                     "--bundle-identifier: 1 required ID missing"},
         RefusedCase{
             "flagWithValue", {"--check=false", "a"}, "check was given a disallowed flag override"},
+        RefusedCase{
+            "workersNone", {"--workers", "0", "a"}, "--workers takes a number from 1 to 64, not 0"},
+        RefusedCase{"workersTooMany",
+                    {"--workers=65", "a"},
+                    "--workers takes a number from 1 to 64, not 65"},
+        RefusedCase{"workersWithControls",
+                    {"--workers=1\n", "a"},
+                    "--workers takes a number from 1 to 64, not 1?"},
+        RefusedCase{"workersSwallowAnOption",
+                    {"--workers", "--check", "a"},
+                    "--workers takes a number from 1 to 64, not --check"},
+        RefusedCase{"workersEmpty", {"--workers=", "3"}, "--workers without a number"},
+        RefusedCase{"workersEmptyApart", {"--workers", "", "3"}, "--workers without a number"},
+        RefusedCase{
+            "workersMissing", {"a", "--workers", "--", "3"}, "--workers: 1 required N missing"},
+        RefusedCase{"workersTwice",
+                    {"--workers", "2", "--workers=2", "a"},
+                    "--workers: At Most 1 required but received 2"},
         RefusedCase{"itemsFromAFile",
                     {"--files0-from=x"},
                     "--files0-from reads standard input only: --files0-from=-"},
@@ -128,7 +152,7 @@ TEST(RequestedTexts, areHelpAndVersion) {
   const auto help = parseCommandLine({"--help"});
   ASSERT_TRUE(std::holds_alternative<RequestedText>(help));
   for (const char* option : {"--bundle-identifier", "--restore", "--check", "--no-notify",
-                             "--files0-from", "--help", "--version", "Exit status:"}) {
+                             "--workers", "--files0-from", "--help", "--version", "Exit status:"}) {
     EXPECT_NE(std::get<RequestedText>(help).text.find(option), std::string::npos) << option;
   }
   const auto version = parseCommandLine({"--version"});

@@ -1,0 +1,147 @@
+// --workers: how many threads a program starts to read the mirror, and that nobody can tell by its
+// answers.
+
+#include "tests/RowName.h"
+#include "tests/fakes/WarpRecords.h"
+#include "tests/process/ProcessTest.h"
+#include "tests/process/Trace.h"
+
+#include <algorithm>
+
+namespace velmora::process {
+
+namespace {
+
+class WorkersTest : public ProcessTest {
+ protected:
+  std::filesystem::path mirror() const { return home.container() / "Warp" / "ManifestMirror"; }
+
+  void addManifest(const std::string& fileName, const std::string& folder, int entryCount) const {
+    VelmoraWarpSharedManifest manifest = manifestOf(folder, "warp " + fileName);
+    manifest.createdAt = {.secondsSinceReferenceDate = static_cast<double>(fileName.size() % 2)};
+    for (int entry = 0; entry < entryCount; ++entry) {
+      manifest.entries.push_back(entryOf(folder + "/" + std::to_string(entry)));
+    }
+    writeFile(mirror() / (fileName + ".json"), encodeManifest(manifest));
+  }
+
+  /// Manifests of warped folders and of others, and files that are none. With a first one of many
+  /// entries, they are worth helpers.
+  void fillMirror(int entriesOfTheFirst) {
+    addManifest("0", home.makeFolder("first"), entriesOfTheFirst);
+    for (int number = 1; number <= 40; ++number) {
+      const std::string name = std::to_string(number);
+      const std::string folder = home.makeFolder("folder " + name);
+      if (number % 5 == 0) {
+        writeFile(mirror() / (name + ".json"), "{\"version\":");
+        continue;
+      }
+      addManifest(name, folder, number % 3);
+      if (number % 3 == 0) {
+        writeFile(folder + "/.velmora-warped.json", markerJSON("warp " + name));
+      }
+    }
+    std::filesystem::create_directory(mirror() / "directory.json");
+  }
+
+  /// How many threads the check of a folder starts.
+  std::ptrdiff_t threadsStarted(const std::vector<std::string>& options) {
+    const std::filesystem::path trace = home.path() / "trace";
+    Command complete = command;
+    // The leak checker cannot work in a traced process.
+    complete.environment["ASAN_OPTIONS"] += ":detect_leaks=0";
+    complete.arguments = tracingCommand(trace, "?clone,?clone3", {});
+    complete.arguments.insert(complete.arguments.end(), {VELMORA_TEST_PROGRAM, "--check", "/"});
+    complete.arguments.insert(complete.arguments.end(), options.begin(), options.end());
+    EXPECT_EQ(process::run(complete).exitStatus, 0);
+    // A call that a system does not know is made in another way.
+    return std::ranges::count_if(callsIn(trace), [](const TracedCall& call) {
+      return call.text.find("= -1 ") == std::string::npos;
+    });
+  }
+
+  static constexpr int enoughForEightWorkers = 2000;
+};
+
+TEST_F(WorkersTest, areStartedForALargeMirror) {
+  fillMirror(0);
+  const std::ptrdiff_t without = threadsStarted({"--workers", "8"});
+  EXPECT_EQ(threadsStarted({}), without);
+  fillMirror(enoughForEightWorkers);
+  EXPECT_EQ(threadsStarted({"--workers", "1"}), without);
+  const std::ptrdiff_t withOne = threadsStarted({"--workers", "2"});
+  // Not by how many: ThreadSanitizer starts one of its own with the first.
+  EXPECT_GT(withOne, without);
+  EXPECT_EQ(threadsStarted({"--workers", "8"}), withOne + 6);
+}
+
+TEST_F(WorkersTest, leaveTheListAsItIs) {
+  fillMirror(enoughForEightWorkers);
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"list", "--json"}, {"list"}, {"doctor", "--json"}}) {
+    command.arguments = {VELMORA_TEST_INSPECT_PROGRAM};
+    const auto answer = [&](const std::string& workers) {
+      std::vector<std::string> all = arguments;
+      all.push_back("--workers=" + workers);
+      const Outcome outcome = run(all);
+      EXPECT_EQ(outcome.exitStatus, 0) << outcome.error;
+      EXPECT_EQ(outcome.error, "");
+      return outcome.output;
+    };
+    const std::string expected = answer("1");
+    EXPECT_FALSE(expected.empty());
+    EXPECT_EQ(answer("2"), expected);
+    EXPECT_EQ(answer("8"), expected);
+  }
+}
+
+TEST_F(WorkersTest, leaveTheRequestAsItIs) {
+  fillMirror(enoughForEightWorkers);
+  std::vector<std::string> items;
+  std::vector<std::string> unwarped;
+  for (int number = 1; number <= 40; ++number) {
+    items.push_back(home.makeFolder("folder " + std::to_string(number)));
+    // Of every fifth, the manifest is none.
+    if (number % 3 != 0 || number % 5 == 0) {
+      unwarped.push_back(items.back());
+    }
+  }
+  for (const char* workers : {"1", "2", "8"}) {
+    std::vector<std::string> arguments = {"--workers", workers, "--"};
+    arguments.insert(arguments.end(), items.begin(), items.end());
+    expectCompleted(run(arguments));
+    EXPECT_EQ(onlyRequest().folderPaths, unwarped) << workers;
+    std::filesystem::remove_all(home.requestDirectory());
+  }
+}
+
+struct RefusedNumber {
+  const char* name;
+  const char* value;
+  const char* message;
+};
+
+class WorkersUsageTest : public WorkersTest, public ::testing::WithParamInterface<RefusedNumber> {};
+
+TEST_P(WorkersUsageTest, isAnErrorOfThatLine) {
+  const std::string folder = home.makeFolder("A");
+  expectCancelled(run({"--workers", GetParam().value, folder}), 64,
+                  std::string("velmora-finder-action: ") + GetParam().message + "\n");
+  command.arguments = {VELMORA_TEST_INSPECT_PROGRAM};
+  expectCancelled(run({"explain", "--warp", std::string("--workers=") + GetParam().value, folder}),
+                  64, std::string("velmora-warp-inspect: ") + GetParam().message + "\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Numbers, WorkersUsageTest,
+    ::testing::Values(
+        RefusedNumber{"none", "0", "--workers takes a number from 1 to 64, not 0"},
+        RefusedNumber{"tooMany", "65", "--workers takes a number from 1 to 64, not 65"},
+        RefusedNumber{"negative", "-1", "--workers takes a number from 1 to 64, not -1"},
+        RefusedNumber{"word", "all", "--workers takes a number from 1 to 64, not all"},
+        RefusedNumber{"lineBreak", "1\n", "--workers takes a number from 1 to 64, not 1?"}),
+    RowName());
+
+}  // namespace
+
+}  // namespace velmora::process

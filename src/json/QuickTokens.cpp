@@ -28,11 +28,14 @@ bool QuickTokens::takeEscapes(std::uint32_t opening, std::uint32_t closing,
 QuickTokens::Magnitude QuickTokens::manyDigits(const char* digits, std::size_t count) const {
   static constexpr std::uint64_t powersOfTen[digitsAtOnce + 1] = {
       1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
-  // So many that all of them fit.
-  constexpr std::size_t mostDigits = 19;
+  constexpr std::size_t mostDigits = 20;
+  constexpr std::uint64_t leastOfMostDigits = 10'000'000'000'000'000'000U;
   if (count > mostDigits) {
     return {};
   }
+  // What has most digits and does not fit begins with another one than 1, or comes out as less.
+  const bool mayNotFit = count == mostDigits;
+  const char first = *digits;
   Magnitude all{.isValid = true};
   while (count > 0) {
     const std::size_t some = std::min(count, digitsAtOnce);
@@ -42,6 +45,7 @@ QuickTokens::Magnitude QuickTokens::manyDigits(const char* digits, std::size_t c
     digits += some;
     count -= some;
   }
+  all.isValid = all.isValid && (!mayNotFit || (first == '1' && all.value >= leastOfMostDigits));
   return all;
 }
 

@@ -69,9 +69,9 @@ class QuickTokens {
     const Magnitude magnitude = takeMagnitude(isNegative);
     constexpr auto largest = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
     if (isNegative) {
+      constexpr std::uint64_t furthestBelowZero = std::signed_integral<Integer> ? largest + 1 : 0;
       integer = static_cast<Integer>(-magnitude.value);
-      return magnitude.isValid &&
-             (std::signed_integral<Integer> ? magnitude.value <= largest : magnitude.value == 0);
+      return magnitude.isValid && magnitude.value <= furthestBelowZero;
     }
     integer = static_cast<Integer>(magnitude.value);
     return magnitude.isValid && magnitude.value <= largest;

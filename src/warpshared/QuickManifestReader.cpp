@@ -199,7 +199,8 @@ class Walk {
   }
 
   bool beginEntries(QuickTokens& tokens) {
-    if (!tokens.take('[')) {
+    // Where the piece ends here, the list may yet be empty.
+    if (!tokens.take('[') || tokens.atEnd()) {
       return false;
     }
     if (tokens.take(']')) {

@@ -20,7 +20,7 @@ class WorkersTest : public ProcessTest {
     VelmoraWarpSharedManifest manifest = manifestOf(folder, "warp " + fileName);
     manifest.createdAt = {.secondsSinceReferenceDate = static_cast<double>(fileName.size() % 2)};
     for (int entry = 0; entry < entryCount; ++entry) {
-      manifest.entries.push_back(entryOf(folder + "/" + std::to_string(entry)));
+      manifest.entries.append(entryOf(folder + "/" + std::to_string(entry)));
     }
     writeFile(mirror() / (fileName + ".json"), encodeManifest(manifest));
   }

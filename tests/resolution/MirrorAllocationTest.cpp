@@ -41,7 +41,7 @@ class MirrorShortOfMemory : public testing::TestWithParam<MemoryShortage> {
           manifestOf("/a folder with a long name", "a Warp with a long name");
       // The first is large enough to have a helper started.
       for (int entry = 0; entry < (number == 0 ? 450 : 3); ++entry) {
-        manifest.entries.push_back(
+        manifest.entries.append(
             entryOf(manifest.originalFolderPath.utf8() + "/and an entry " + std::to_string(entry)));
       }
       fake.fileSystem.files["/C/Warp/ManifestMirror/" + std::to_string(number + 10) + ".json"] =

@@ -11,6 +11,7 @@
 
 #include <exception>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <new>
 #include <set>
@@ -107,7 +108,7 @@ class SharedReading : public testing::Test {
     VelmoraWarpSharedManifest manifest = manifestOf("/" + name, "warp " + name);
     manifest.createdAt = {.secondsSinceReferenceDate = instant};
     for (int entry = 0; entry < entryCount; ++entry) {
-      manifest.entries.push_back(entryOf("/" + name + "/" + std::to_string(entry)));
+      manifest.entries.append(entryOf("/" + name + "/" + std::to_string(entry)));
     }
     fake.fileSystem.files[pathOf(name)] = encodeManifest(manifest);
   }

@@ -15,7 +15,7 @@
 namespace velmora {
 
 /// How long a piece is at most, where nothing in it wants a longer one.
-inline constexpr std::size_t documentPieceLength = std::size_t{64} << 10;
+inline constexpr std::size_t documentPieceLength = std::size_t{256} << 10;
 
 /// Memory for pieces, kept from one document to the next.
 struct PieceMemory {

@@ -12,8 +12,8 @@
 
 namespace velmora {
 
-/// Expects what followed the value of a field the last time: byte for byte the same comma, blanks,
-/// key and colon.
+/// Expects what followed the value of a field one of the last times: byte for byte the same comma,
+/// blanks, key and colon. Of two kinds, that is: a member that may be absent is there or not.
 template <RecordWithFields Record>
 class MemberPrediction {
  public:
@@ -26,7 +26,7 @@ class MemberPrediction {
   /// the field's index, or `none` also for a key that is none of the record's. `previous` is the
   /// field before, `end` at the beginning.
   std::size_t take(QuickTokens& tokens, std::size_t previous) {
-    const Follower& expected = followers_[previous];
+    const Follower& expected = followers_[previous].usual;
     return tokens.take(expected.start) ? expected.field : takeOther(tokens, previous);
   }
 
@@ -36,10 +36,19 @@ class MemberPrediction {
     std::size_t field = 0;
   };
 
+  struct Followers {
+    Follower usual;
+    Follower other;
+  };
+
   std::size_t takeOther(QuickTokens& tokens, std::size_t previous) {
     const bool isFirst = previous == end;
     if (!isFirst && tokens.isNext('}')) {
       return end;
+    }
+    Followers& followers = followers_[previous];
+    if (tokens.take(followers.other.start)) {
+      return followers.other.field;
     }
     const char* const begin = tokens.position();
     std::string_view key;
@@ -50,14 +59,45 @@ class MemberPrediction {
     if (field == keyTable.none) {
       return none;
     }
-    const std::string_view text(begin, static_cast<std::size_t>(tokens.position() - begin));
-    followers_[previous] = {.start = MemberStart(text), .field = field};
+    if (isLearning(begin)) {
+      const std::string_view text(begin, static_cast<std::size_t>(tokens.position() - begin));
+      followers.other = followers.usual;
+      followers.usual = {.start = MemberStart(text), .field = field};
+    }
     return field;
   }
 
+  /// Whether there is an order to learn, after an unexpected member at `place`. Learning and
+  /// expecting in vain would take as long again as reading what comes in no order.
+  bool isLearning(const char* place) {
+    if (pause_ > 0) {
+      --pause_;
+      return false;
+    }
+    const auto distance = reinterpret_cast<std::uintptr_t>(place) - lastUnexpected_;
+    lastUnexpected_ = reinterpret_cast<std::uintptr_t>(place);
+    unexpectedInRow_ = distance < farApart ? unexpectedInRow_ + 1 : 0;
+    if (unexpectedInRow_ < mostInRow) {
+      return true;
+    }
+    followers_ = {};
+    unexpectedInRow_ = 0;
+    pause_ = longPause;
+    return false;
+  }
+
+  /// In bytes: more than a member, but for a long one, and less than a record takes.
+  static constexpr std::uintptr_t farApart = 256;
+  /// Some records of new members each, and some more in another order.
+  static constexpr int mostInRow = 8 * static_cast<int>(fieldCount<Record>);
+  static constexpr int longPause = 16 * mostInRow;
+
   static constexpr KeyTable<fieldCount<Record>> keyTable{fieldKeys<Record>};
 
-  std::array<Follower, fieldCount<Record> + 1> followers_ = {};
+  std::array<Followers, fieldCount<Record> + 1> followers_ = {};
+  std::uintptr_t lastUnexpected_ = 0;
+  int unexpectedInRow_ = 0;
+  int pause_ = 0;
 };
 
 }  // namespace velmora

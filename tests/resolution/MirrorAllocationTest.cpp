@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include <new>
 #include <limits>
+#include <new>
 #include <optional>
 #include <string>
 

@@ -15,18 +15,37 @@ namespace {
 
 constexpr char guard = '\xFE';
 
-/// Resolves `content` in place, between bytes that must stay as they are.
-std::optional<std::string> resolved(const std::string& content) {
-  constexpr std::size_t margin = 16;
-  std::string bytes = std::string(margin, guard) + content + std::string(margin, guard);
-  const std::optional<std::size_t> length = resolveEscapes({bytes.data() + margin, content.size()});
+constexpr std::size_t margin = 16;
+
+/// Resolves `content` into a copy, between bytes that must stay as they are.
+std::optional<std::string> resolvedCopy(const std::string& content) {
+  const std::size_t room = roomForResolved(content);
+  std::string bytes(margin + room + margin, guard);
+  const std::optional<std::size_t> length = copyResolvingEscapes(content, bytes.data() + margin);
   EXPECT_EQ(bytes.substr(0, margin), std::string(margin, guard));
-  EXPECT_EQ(bytes.substr(margin + content.size()), std::string(margin, guard));
+  EXPECT_EQ(bytes.substr(margin + room), std::string(margin, guard));
   if (!length.has_value()) {
     return std::nullopt;
   }
   EXPECT_LE(*length, content.size());
-  return bytes.substr(margin + content.size() - *length, *length);
+  return bytes.substr(margin, *length);
+}
+
+/// Resolves `content` in place, between bytes that must stay as they are; a copy gets the same.
+std::optional<std::string> resolved(const std::string& content) {
+  std::string bytes = std::string(margin, guard) + content + std::string(margin, guard);
+  const std::optional<std::size_t> length = resolveEscapes({bytes.data() + margin, content.size()});
+  EXPECT_EQ(bytes.substr(0, margin), std::string(margin, guard));
+  EXPECT_EQ(bytes.substr(margin + content.size()), std::string(margin, guard));
+  const std::optional<std::string> copy = resolvedCopy(content);
+  EXPECT_EQ(copy.has_value(), length.has_value()) << content;
+  if (!length.has_value()) {
+    return std::nullopt;
+  }
+  EXPECT_LE(*length, content.size());
+  std::string text = bytes.substr(margin + content.size() - *length, *length);
+  EXPECT_EQ(copy, text);
+  return text;
 }
 
 struct EscapeCase {

@@ -1,0 +1,40 @@
+// A text and its tokens, for tests of those who take them.
+#pragma once
+
+#include "json/QuickTokens.h"
+#include "json/TextArena.h"
+#include "json/TokenFinder.h"
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace velmora {
+
+class TokenizedText {
+ public:
+  /// Throws std::invalid_argument where no tokens are found.
+  explicit TokenizedText(std::string text)
+      : text_(std::move(text)), tokens_(text_, find(), arena_) {}
+  TokenizedText(const TokenizedText&) = delete;
+  TokenizedText& operator=(const TokenizedText&) = delete;
+
+  [[nodiscard]] QuickTokens& tokens() { return tokens_; }
+
+ private:
+  const std::uint32_t* find() {
+    const FoundTokens found = finder_.find(text_);
+    if (found.first == nullptr) {
+      throw std::invalid_argument("no tokens: " + text_);
+    }
+    return found.first;
+  }
+
+  std::string text_;
+  TokenFinder finder_;
+  TextArena arena_;
+  QuickTokens tokens_;
+};
+
+}  // namespace velmora

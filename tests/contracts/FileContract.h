@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,23 @@ class FileContract : public testing::Test {
     return fixture.reader().entryNames(fixture.path(name));
   }
 
+  /// What the file `name` of at most `maximumLength` bytes delivers, at most `size` bytes at a
+  /// time.
+  std::string contentInPieces(std::string_view name, std::size_t size,
+                              std::size_t maximumLength = plenty) {
+    const std::unique_ptr<FileContent> content =
+        fixture.reader().open(fixture.path(name), maximumLength);
+    std::string bytes;
+    std::string room(size, '\0');
+    while (const std::size_t count = content->read(room.data(), size)) {
+      EXPECT_LE(count, size);
+      bytes.append(room, 0, count);
+    }
+    // Also asked again, that is the end.
+    EXPECT_EQ(content->read(room.data(), size), 0);
+    return bytes;
+  }
+
   /// More than any file of these tests has.
   static constexpr std::size_t plenty = 1000;
 
@@ -49,6 +67,7 @@ TYPED_TEST_P(FileContract, nothingIsThereAtFirst) {
   EXPECT_FALSE(this->fixture.reader().exists(path));
   EXPECT_FALSE(this->fixture.reader().isDirectory(path));
   EXPECT_EQ(this->errorCodeOf([&] { this->fixture.reader().read(path, this->plenty); }), ENOENT);
+  EXPECT_EQ(this->errorCodeOf([&] { this->fixture.reader().open(path, this->plenty); }), ENOENT);
   EXPECT_EQ(this->errorCodeOf([&] { this->fixture.reader().entryNames(path); }), ENOENT);
 }
 
@@ -100,6 +119,9 @@ TYPED_TEST_P(FileContract, readsNoDirectory) {
     EXPECT_EQ(this->errorCodeOf(
                   [&] { this->fixture.reader().read(this->fixture.path("a"), maximumLength); }),
               EISDIR);
+    EXPECT_EQ(this->errorCodeOf(
+                  [&] { this->fixture.reader().open(this->fixture.path("a"), maximumLength); }),
+              EISDIR);
   }
 }
 
@@ -111,7 +133,40 @@ TYPED_TEST_P(FileContract, readsUpToTheMaximumLengthOnly) {
   for (const std::size_t maximumLength : {4U, 1U, 0U}) {
     EXPECT_EQ(this->errorCodeOf([&] { this->fixture.reader().read(path, maximumLength); }), EFBIG)
         << maximumLength;
+    EXPECT_EQ(this->errorCodeOf([&] { this->fixture.reader().open(path, maximumLength); }), EFBIG)
+        << maximumLength;
   }
+  EXPECT_EQ(this->contentInPieces("file", 2, 5), "12345");
+}
+
+TYPED_TEST_P(FileContract, readsInPiecesOfAnySize) {
+  std::string bytes;
+  for (int byte = 0; byte < 500; ++byte) {
+    bytes += static_cast<char>(byte);
+  }
+  this->fixture.writer().writeAtomically(this->fixture.path("file"), bytes);
+  for (const std::size_t size : {1U, 2U, 7U, 499U, 500U, 501U, 10'000U}) {
+    EXPECT_EQ(this->contentInPieces("file", size), bytes) << size;
+  }
+  this->fixture.writer().writeAtomically(this->fixture.path("empty"), "");
+  EXPECT_EQ(this->contentInPieces("empty", 1), "");
+  EXPECT_EQ(this->contentInPieces("empty", 1, 0), "");
+}
+
+TYPED_TEST_P(FileContract, readsTwoFilesInPiecesAtATime) {
+  this->fixture.writer().writeAtomically(this->fixture.path("letters"), "abc");
+  this->fixture.writer().writeAtomically(this->fixture.path("digits"), "123");
+  const auto letters = this->fixture.reader().open(this->fixture.path("letters"), this->plenty);
+  const auto digits = this->fixture.reader().open(this->fixture.path("digits"), this->plenty);
+  std::string bytes;
+  for (int count = 0; count < 3; ++count) {
+    for (FileContent* const content : {letters.get(), digits.get()}) {
+      char byte = '\0';
+      EXPECT_EQ(content->read(&byte, 1), 1);
+      bytes += byte;
+    }
+  }
+  EXPECT_EQ(bytes, "a1b2c3");
 }
 
 TYPED_TEST_P(FileContract, tellsTheNamesInADirectorySorted) {
@@ -134,7 +189,8 @@ TYPED_TEST_P(FileContract, tellsNoNamesInAFile) {
 REGISTER_TYPED_TEST_SUITE_P(FileContract, nothingIsThereAtFirst, makesEveryMissingDirectory,
                             acceptsAnExistingDirectory, readsBackWhatItWrote, writesAnEmptyFile,
                             makesNoDirectoryInAFilesPlace, writesNoFileWithoutItsDirectory,
-                            readsNoDirectory, readsUpToTheMaximumLengthOnly,
-                            tellsTheNamesInADirectorySorted, tellsNoNamesInAFile);
+                            readsNoDirectory, readsUpToTheMaximumLengthOnly, readsInPiecesOfAnySize,
+                            readsTwoFilesInPiecesAtATime, tellsTheNamesInADirectorySorted,
+                            tellsNoNamesInAFile);
 
 }  // namespace velmora

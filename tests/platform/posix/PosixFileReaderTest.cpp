@@ -14,11 +14,14 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <memory>
 #include <ostream>
 #include <stdexcept>
 #include <string>
@@ -67,6 +70,10 @@ class ReadingPosixFiles : public testing::Test {
     return errorCodeOf([&] { static_cast<void>(reader.read(path, plenty)); });
   }
 
+  int errorCodeOfOpening(const std::string& path) {
+    return errorCodeOf([&] { static_cast<void>(reader.open(path, plenty)); });
+  }
+
   int errorCodeOfNames(const std::string& path) {
     return errorCodeOf([&] { static_cast<void>(reader.entryNames(path)); });
   }
@@ -112,6 +119,7 @@ TEST_F(ReadingPosixFiles, doesNotCutAPathAtNUL) {
   EXPECT_FALSE(reader.exists(path));
   EXPECT_FALSE(reader.isDirectory(directory.path() + "\0x"s));
   EXPECT_EQ(errorCodeOfReading(path), ENOENT);
+  EXPECT_EQ(errorCodeOfOpening(path), ENOENT);
   EXPECT_EQ(errorCodeOfNames(directory.path() + "\0x"s), ENOENT);
 }
 
@@ -139,6 +147,7 @@ TEST_P(HostileEntry, isNeitherReadNorWaitedFor) {
   GetParam().make(path);
   const int descriptor = nextDescriptor();
   EXPECT_EQ(errorCodeOfReading(path), GetParam().readingError);
+  EXPECT_EQ(errorCodeOfOpening(path), GetParam().readingError);
   EXPECT_EQ(errorCodeOfNames(path), GetParam().namesError);
   EXPECT_EQ(nextDescriptor(), descriptor);
 }
@@ -173,6 +182,66 @@ INSTANTIATE_TEST_SUITE_P(
                     [](const std::string& path) { makeSparseFile(path, off_t{1} << 33U); }, EFBIG,
                     ENOTDIR}),
     RowName());
+
+/// Adds to the file at `path`, without putting another one in its place.
+void append(const std::string& path, std::string_view bytes) {
+  std::ofstream(path, std::ios::binary | std::ios::app) << bytes;
+}
+
+TEST_F(ReadingPosixFiles, readsInPiecesWhatAFileGrowsBy) {
+  const std::string path = directory.write("file", "123");
+  const std::unique_ptr<FileContent> content = reader.open(path, 6);
+  std::array<char, 100> room{};
+  EXPECT_EQ(content->read(room.data(), room.size()), 3);
+  EXPECT_EQ(content->read(room.data(), room.size()), 0);
+  append(path, "456");
+  EXPECT_EQ(content->read(room.data(), 2), 2);
+  EXPECT_EQ(content->read(room.data(), room.size()), 1);
+  EXPECT_EQ(room[0], '6');
+  EXPECT_EQ(content->read(room.data(), room.size()), 0);
+}
+
+TEST_F(ReadingPosixFiles, readsInPiecesNoFileThatGrowsTooLong) {
+  const std::string path = directory.write("file", "123");
+  for (const std::size_t size : {1U, 2U, 100U}) {
+    const std::unique_ptr<FileContent> content = reader.open(path, 3 * size);
+    append(path, std::string(4 * size, 'x'));
+    std::string room(size, '\0');
+    std::size_t length = 0;
+    EXPECT_EQ(errorCodeOf([&] {
+                while (const std::size_t count = content->read(room.data(), size)) {
+                  length += count;
+                }
+              }),
+              EFBIG);
+    EXPECT_LE(length, 3 * size);
+    std::filesystem::resize_file(path, 3);
+  }
+}
+
+TEST_F(ReadingPosixFiles, readsInPiecesWhatIsLeftOfAFile) {
+  const std::string path = directory.write("file", "123456");
+  const std::unique_ptr<FileContent> content = reader.open(path, plenty);
+  char byte = '\0';
+  EXPECT_EQ(content->read(&byte, 1), 1);
+  std::filesystem::resize_file(path, 2);
+  EXPECT_EQ(content->read(&byte, 1), 1);
+  EXPECT_EQ(byte, '2');
+  EXPECT_EQ(content->read(&byte, 1), 0);
+}
+
+TEST_F(ReadingPosixFiles, readsInPiecesTheFileThatWasThereWhenOpened) {
+  const std::string path = directory.write("file", "1");
+  const int descriptor = nextDescriptor();
+  {
+    const std::unique_ptr<FileContent> content = reader.open(path, plenty);
+    directory.write("file", "2");
+    char byte = '\0';
+    EXPECT_EQ(content->read(&byte, 1), 1);
+    EXPECT_EQ(byte, '1');
+  }
+  EXPECT_EQ(nextDescriptor(), descriptor);
+}
 
 TEST_F(ReadingPosixFiles, readsWhatASparseFileHasWithinTheLimit) {
   constexpr std::size_t length = 3'000'000;

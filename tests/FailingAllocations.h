@@ -3,6 +3,8 @@
 // else.
 #pragma once
 
+#include <cstddef>
+
 namespace velmora {
 
 enum class MemoryShortage { once, forGood };
@@ -16,5 +18,13 @@ long allocationCount();
 
 /// Back to normal. Returns whether an allocation has failed since failAllocations.
 bool letAllocationsSucceed();
+
+/// How many allocations `operation` makes.
+template <class Operation>
+std::size_t allocationsOf(Operation operation) {
+  const long before = allocationCount();
+  operation();
+  return static_cast<std::size_t>(allocationCount() - before);
+}
 
 }  // namespace velmora

@@ -20,14 +20,6 @@
 namespace velmora {
 namespace {
 
-/// How many allocations `operation` makes.
-template <class Operation>
-std::size_t allocationsOf(Operation operation) {
-  const long before = allocationCount();
-  operation();
-  return static_cast<std::size_t>(allocationCount() - before);
-}
-
 constexpr std::string_view path =
     "/Users/mika/Documents/Projects/2025/Camera Originals/Take 12/A long name of a file.mov";
 

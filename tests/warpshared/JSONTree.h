@@ -17,12 +17,14 @@ struct JSONStyle {
   enum class Order { asBuilt, reversed, sorted } order = Order::asBuilt;
   bool isPretty = false;
   bool escapesSlashes = false;
+  const char* indentation = "  ";
 };
 
 inline const std::vector<JSONStyle> jsonStyles = {
     {"compact"},
     {"reversed", JSONStyle::Order::reversed},
     {"prettySortedEscaped", JSONStyle::Order::sorted, true, true},
+    {"prettyFourBlanks", JSONStyle::Order::asBuilt, true, false, "    "},
 };
 
 /// A value: JSON text as it stands, or an object or array of values.
@@ -87,7 +89,7 @@ class JSONTree {
   static void writeList(std::string& json, const std::vector<const Item*>& items,
                         std::string_view brackets, const JSONStyle& style,
                         const std::string& newLine, WriteItem writeItem) {
-    const std::string inner = newLine + "  ";
+    const std::string inner = newLine + style.indentation;
     json += brackets.front();
     for (const Item* item : items) {
       json += item == items.front() ? "" : ",";

@@ -4,8 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <functional>
+#include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmora {
@@ -373,6 +377,133 @@ TEST(ManifestDecoding, takesManyEntries) {
   EXPECT_EQ(decodeManifest(document.text()).entries.size(), 500);
   document["entries"][499]["absolutePath"] = "\"/Users/a/Docs/0\"";
   EXPECT_EQ(verdictOnManifest(document), inconsistent);
+}
+
+/// A name of each kind, as it stands in JSON.
+const std::vector<std::string> names = {
+    "plain",           R"(with \"quotes\")", R"(back\\slash)", R"(line\nbreak\ttab\u0001)",
+    "caf\u00e9",       "nai\u0308ve",        "\u65e5\u672c",   "\U0001F600",
+    R"(\ud83d\ude01)", R"(},{\"b\":[1]},{)", "a:b,c",          std::string(300, 'x')};
+
+/// A manifest as the application writes it: names of all kinds, and what may be absent is absent
+/// here and there.
+JSONTree manyNamesDocument(std::mt19937_64& random) {
+  JSONTree document = manifestDocument();
+  JSONTree::Array entries;
+  for (const std::string& name : names) {
+    JSONTree entry = entryDocument("/Users/a/Docs/" + name);
+    entry["displayName"] = '"' + name + '"';
+    entry["aclText"] = '"' + name + name + '"';
+    entry.erase("hardLinkPrimaryPath");
+    for (const char* key : {"birthTimeNanoseconds", "aclText", "symlinkTarget", "payloadKey",
+                            "contentChecksumSHA256", "hardLinkIdentity"}) {
+      if (random() % 3 == 0) {
+        entry[key] = "null";
+      } else if (random() % 2 == 0) {
+        entry.erase(key);
+      }
+    }
+    entries.push_back(std::move(entry));
+  }
+  document["entries"] = std::move(entries);
+  document["displayName"] = '"' + names[random() % names.size()] + '"';
+  return document;
+}
+
+void shuffleMembers(JSONTree& tree, std::mt19937_64& random) {
+  std::ranges::shuffle(tree.members(), random);
+}
+
+TEST(ManifestDecoding, readsOnceWhatTheApplicationWrites) {
+  std::mt19937_64 random(1);
+  ManifestDecoder decoder;
+  for (int round = 0; round < 30; ++round) {
+    JSONTree document = round == 0 ? manifestDocument() : manyNamesDocument(random);
+    if (round % 3 == 2) {
+      shuffleMembers(document, random);
+      shuffleMembers(document["rootMetadata"], random);
+      for (JSONTree& entry : document["entries"].elements()) {
+        shuffleMembers(entry, random);
+      }
+    }
+    for (JSONStyle style : jsonStyles) {
+      for (const bool escapesSlashes : {false, true}) {
+        style.escapesSlashes = escapesSlashes;
+        std::string bytes = document.text(style);
+        const ManifestSummary summary = decoder.decodeSummary(bytes);
+        EXPECT_EQ(summary.entryCount, document["entries"].elements().size());
+        ASSERT_EQ(decoder.reconsideredCount(), 0) << bytes;
+      }
+    }
+  }
+}
+
+TEST(ManifestDecoding, readsOnceWhatItWrites) {
+  std::mt19937_64 random(2);
+  ManifestDecoder decoder;
+  for (int round = 0; round < 10; ++round) {
+    std::string bytes = manyNamesDocument(random).text();
+    const VelmoraWarpSharedManifest manifest = decoder.decode(bytes);
+    bytes = encodeManifest(manifest);
+    EXPECT_EQ(decoder.decode(bytes), manifest);
+  }
+  EXPECT_EQ(decoder.reconsideredCount(), 0);
+}
+
+struct OddCase {
+  const char* name;
+  std::function<void(JSONTree&)> change;
+};
+
+class OddManifests : public testing::TestWithParam<OddCase> {};
+
+TEST_P(OddManifests, areReadAgainOnce) {
+  JSONTree document = manifestDocument();
+  GetParam().change(document);
+  ManifestDecoder decoder;
+  std::size_t count = 0;
+  for (const JSONStyle& style : jsonStyles) {
+    const std::string text = document.text(style);
+    std::string bytes = text;
+    EXPECT_EQ(verdictOf([&] { static_cast<void>(decoder.decode(bytes)); }), verdictOf([&] {
+                std::string others = text;
+                static_cast<void>(
+                    ExactManifestReader().read(others, [](const WarpSharedEntry<TextView>&) {}));
+              }));
+    EXPECT_EQ(decoder.reconsideredCount(), ++count);
+  }
+  std::string usual = manifestDocument().text();
+  EXPECT_EQ(decoder.decode(usual), decodeManifest(manifestDocument().text()));
+  EXPECT_EQ(decoder.reconsideredCount(), count);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, OddManifests,
+    testing::Values(
+        OddCase{"otherVersion", setting("version", "3")},
+        OddCase{"versionInOtherWriting", setting("version", "4.0")},
+        OddCase{"unknownKey",
+                [](JSONTree& manifest) { manifest.members().emplace_back("more", "1"); }},
+        OddCase{"keyTwice",
+                [](JSONTree& manifest) { manifest.members().emplace_back("version", "4"); }},
+        OddCase{"keyMissing", [](JSONTree& manifest) { manifest.erase("version"); }},
+        OddCase{"nullForText", setting("displayName", "null")},
+        OddCase{"pathTwice", naming("/Users/a/Docs/x", "/Users/a/Docs/x")},
+        OddCase{"pathElsewhere", naming("/Users/a/Docs/x", "/Users/a/Docsx")},
+        OddCase{"pathOfTheRoot", naming("/Users/a/Docs", "/Users/a/Docs/x")},
+        OddCase{"linkToNothing", linking("/Users/a/Docs/none")},
+        OddCase{"primaryWithoutIdentity",
+                [](JSONTree& manifest) { manifest["entries"][1].erase("hardLinkIdentity"); }},
+        OddCase{"brokenString", setting("displayName", "\"a\nb\"")},
+        OddCase{"notUTF8", setting("displayName", "\"\xFF\"")},
+        OddCase{"nothing", [](JSONTree& manifest) { manifest = "{}"; }}),
+    RowName());
+
+TEST(ManifestDecoding, takesAByteOrderMarkForTheSecondReading) {
+  ManifestDecoder decoder;
+  std::string bytes = "\xEF\xBB\xBF" + manifestDocument().text();
+  EXPECT_EQ(decoder.decode(bytes), decodeManifest(manifestDocument().text()));
+  EXPECT_EQ(decoder.reconsideredCount(), 1);
 }
 
 }  // namespace

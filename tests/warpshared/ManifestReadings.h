@@ -1,0 +1,83 @@
+// Manifests as each of the two readers has them, for tests and fuzz targets that compare them.
+#pragma once
+
+#include "json/DecodingError.h"
+#include "json/DocumentPieces.h"
+#include "warpshared/ExactManifestReader.h"
+#include "warpshared/QuickManifestReader.h"
+#include "warpshared/VelmoraWarpSharedManifest.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace velmora {
+
+/// The manifest with its samples and entries, written again to the byte; none when it is refused or
+/// given up.
+using ManifestReading = std::optional<std::string>;
+
+/// Keeps what `read` gives and gives away. `read` takes a UseEntry and returns a ReadManifest, or
+/// none.
+template <class Read>
+ManifestReading readingOf(Read read) {
+  std::vector<VelmoraWarpSharedEntry> entries;
+  std::optional<ReadManifest> result =
+      read([&](const WarpSharedEntry<TextView>& entry) { entries.push_back(ownedEntry(entry)); });
+  if (!result.has_value()) {
+    return std::nullopt;
+  }
+  result->manifest.verificationSampleRelativePaths =
+      std::vector<Text>(result->samples.begin(), result->samples.end());
+  result->manifest.entries = std::move(entries);
+  return encodeManifest(result->manifest);
+}
+
+/// What a stream delivers, at most `portion` bytes at a time.
+inline DocumentPieces::ReadSome portionsOf(std::string_view document, std::size_t portion) {
+  return [document, portion](char* room, std::size_t size) mutable {
+    const std::size_t count = document.copy(room, std::min(size, portion));
+    document.remove_prefix(count);
+    return count;
+  };
+}
+
+/// Reads one document after the other, each by both readers, and keeps their memory.
+class ManifestReaders {
+ public:
+  ManifestReading quickly(DocumentPieces& pieces) {
+    return readingOf([&](const UseEntry& useEntry) { return quick_.read(pieces, useEntry); });
+  }
+
+  /// What lies in memory; `document` is as before afterwards.
+  ManifestReading quickly(std::string& document, std::size_t pieceLength = documentPieceLength) {
+    DocumentPieces pieces(document, memory_, pieceLength);
+    return quickly(pieces);
+  }
+
+  ManifestReading quicklyFromStream(std::string_view document, std::size_t portion,
+                                    std::size_t pieceLength = documentPieceLength) {
+    DocumentPieces pieces(portionsOf(document, portion), memory_, pieceLength);
+    return quickly(pieces);
+  }
+
+  ManifestReading exactly(std::string document) {
+    try {
+      return readingOf(
+          [&](const UseEntry& useEntry) { return std::optional(exact_.read(document, useEntry)); });
+    } catch (const DecodingError&) {
+      return std::nullopt;
+    }
+  }
+
+ private:
+  PieceMemory memory_;
+  QuickManifestReader quick_;
+  ExactManifestReader exact_;
+};
+
+}  // namespace velmora

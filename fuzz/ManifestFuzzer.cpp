@@ -1,9 +1,15 @@
 // A shared Warp manifest: the verdict does not depend on how the document is written nor on whether
-// the entries are kept, and what is accepted reads back as itself.
+// the entries are kept, what is accepted reads back as itself, and the quick reader accepts nothing
+// that the exact one refuses.
 #include "fuzz/Verdict.h"
+#include "tests/warpshared/ManifestReadings.h"
 #include "warpshared/ManifestDecoding.h"
 
+#include <cstddef>
+#include <functional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -40,10 +46,83 @@ void requireOneVerdict(std::string_view document) {
   requireToReadBack(verdict, encodeManifest, decode);
 }
 
+/// Requires that the quick reader gives up or reads what the exact one does, however the document
+/// is cut into pieces, and leaves the document as it is.
+void requireQuickToBeExact(std::string_view document) {
+  const std::size_t seed = std::hash<std::string_view>()(document);
+  ManifestReaders readers;
+  std::string bytes(document);
+  const ManifestReading quick = readers.quickly(bytes);
+  require(bytes == document);
+  const std::size_t shortLength = 1 + seed % 300;
+  for (const std::size_t pieceLength : {shortLength, 1 + seed / 300 % (document.size() + 1)}) {
+    require(readers.quickly(bytes, pieceLength) == quick);
+    require(bytes == document);
+    require(readers.quicklyFromStream(document, 1 + seed / 7 % 100, pieceLength) == quick);
+  }
+  if (quick.has_value()) {
+    require(readers.exactly(bytes) == quick);
+  }
+}
+
+VelmoraWarpSharedEntry usualEntry(const Text& path) {
+  return {.relativePath = path,
+          .hasModificationTimeMetadata = true,
+          .hasOwnershipMetadata = true,
+          .hasPOSIXPermissionsMetadata = true,
+          .hasBSDFlagsMetadata = true,
+          .hasExtendedAttributesMetadata = true,
+          .hasACLMetadata = true};
+}
+
+std::string usualManifest() {
+  VelmoraWarpSharedEntry file = usualEntry("/a/file");
+  file.size = 12345678;
+  file.storedSize = 1000;
+  file.birthTimeNanoseconds = -5;
+  file.extendedAttributes = {{.name = "name", .base64Value = "QQ=="}};
+  file.payloadKey = "p/1";
+  file.payloadParts = {{.key = "p/2", .offset = 100, .size = 900}};
+  file.sparseExtents = {{.logicalOffset = 100, .storedOffset = 0, .length = 900}};
+  file.hardLinkIdentity = {.deviceID = 1, .inode = 12345678901234567890U};
+  file.hardLinkPrimaryPath = "/a/e\u0301";
+  VelmoraWarpSharedEntry primary = usualEntry("/a/\u00e9");
+  primary.hardLinkIdentity = file.hardLinkIdentity;
+  return encodeManifest({.version = sharedWarpManifestVersion,
+                         .warpID = "W",
+                         .deviceID = "D",
+                         .manifestKey = "m/W",
+                         .originalFolderPath = "/a",
+                         .uploadedAt = Date(),
+                         .verificationSampleRelativePaths = {"/a/file", "/a/x"},
+                         .rootMetadata = usualEntry("/a"),
+                         .entries = {file, primary}});
+}
+
+/// A manifest that the quick reader accepts, compactly or with blanks and escapes, with some bytes
+/// changed: three bytes of `edits` each are for a place and what is to be there.
+std::string editedManifest(std::string_view edits) {
+  static const std::vector<std::string> manifests = *inOtherWords(usualManifest()).value();
+  std::string manifest = manifests[edits.size() % manifests.size()];
+  for (; edits.size() >= 3; edits.remove_prefix(3)) {
+    const auto high = static_cast<unsigned char>(edits[0]);
+    const auto low = static_cast<unsigned char>(edits[1]);
+    manifest[(std::size_t{high} << 8U | low) % manifest.size()] = edits[2];
+  }
+  return manifest;
+}
+
 }  // namespace
 }  // namespace velmora
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  velmora::requireOneVerdict(velmora::textOf(data, size));
+  const std::string_view input = velmora::textOf(data, size);
+  velmora::requireOneVerdict(input);
+  velmora::requireQuickToBeExact(input);
+  // So little is no manifest, but says how one is to be changed.
+  constexpr std::size_t mostEdits = 48;
+  if (size <= mostEdits) {
+    velmora::requireQuickToBeExact(velmora::editedManifest(input));
+  }
   return 0;
 }

@@ -81,10 +81,16 @@ void ManifestDecoder::decodeAs(std::string& bytes, Product product) {
 
 template <class Product>
 void ManifestDecoder::readAs(const Text& path, const FileReader& files, Product product) {
-  if (!accept(piecesOf(path, files), product)) {
-    std::string bytes = files.read(path, longestSharedWarpManifest);
-    reconsider(bytes, product);
+  if (accept(piecesOf(path, files), product)) {
+    return;
   }
+  // A large piece is not to lie beside the whole document.
+  constexpr std::size_t usualPieceMemory = 4 * documentPieceLength;
+  if (pieceMemory_.size > usualPieceMemory) {
+    pieceMemory_ = PieceMemory();
+  }
+  std::string bytes = files.read(path, longestSharedWarpManifest);
+  reconsider(bytes, product);
 }
 
 DocumentPieces ManifestDecoder::piecesOf(const Text& path, const FileReader& files) {

@@ -211,6 +211,17 @@ TEST(JSONStringTest, brokenEscapesAreRefused) {
   }
 }
 
+TEST(JSONStringTest, whatStandsBehindIsNotRead) {
+  for (const std::string_view escape : {"\\/", "\\n", "\\u0041", "\\ud83d\\ude00"}) {
+    for (std::size_t length = 1; length < escape.size(); ++length) {
+      std::string bytes(escape);
+      std::string copy(roomForResolved(bytes), guard);
+      EXPECT_EQ(copyResolvingEscapes(escape.substr(0, length), copy.data()), std::nullopt);
+      EXPECT_EQ(resolveEscapes({bytes.data(), length}), std::nullopt);
+    }
+  }
+}
+
 TEST(JSONStringTest, everyByteThatIsNoDigitIsRefusedInEachPlace) {
   constexpr std::string_view digits = "0123456789abcdefABCDEF";
   for (std::size_t place = 2; place < 6; ++place) {

@@ -88,15 +88,17 @@ std::string usualManifest() {
   file.hardLinkPrimaryPath = "/a/e\u0301";
   VelmoraWarpSharedEntry primary = usualEntry("/a/\u00e9");
   primary.hardLinkIdentity = file.hardLinkIdentity;
-  return encodeManifest({.version = sharedWarpManifestVersion,
-                         .warpID = "W",
-                         .deviceID = "D",
-                         .manifestKey = "m/W",
-                         .originalFolderPath = "/a",
-                         .uploadedAt = Date(),
-                         .verificationSampleRelativePaths = {"/a/file", "/a/x"},
-                         .rootMetadata = usualEntry("/a"),
-                         .entries = {file, primary}});
+  VelmoraWarpSharedManifest manifest = {.version = sharedWarpManifestVersion,
+                                        .warpID = "W",
+                                        .deviceID = "D",
+                                        .manifestKey = "m/W",
+                                        .originalFolderPath = "/a",
+                                        .uploadedAt = Date(),
+                                        .verificationSampleRelativePaths = {"/a/file", "/a/x"},
+                                        .rootMetadata = usualEntry("/a")};
+  manifest.entries.append(file);
+  manifest.entries.append(primary);
+  return encodeManifest(manifest);
 }
 
 /// A manifest that the quick reader accepts, compactly or with blanks and escapes, with some bytes

@@ -40,9 +40,12 @@ int errorCodeOf(const std::function<void()>& operation) {
   return 0;
 }
 
-/// So long that it is read in pieces.
-std::string longManifest() {
-  return plainManifestText(300, [](std::size_t number) { return "/a/" + std::to_string(number); });
+/// So many that they are read in pieces.
+constexpr std::size_t longCount = 1200;
+
+std::string longManifest(const JSONStyle& style = jsonStyles[0]) {
+  return plainManifestText(
+      longCount, [](std::size_t number) { return "/a/" + std::to_string(number); }, style);
 }
 
 std::string oddManifest() { return "{\"more\":1," + longManifest().substr(1); }
@@ -53,8 +56,7 @@ TEST(ManifestFiles, areReadWhateverTheirLengthAndStyle) {
   ManifestDecoder decoder;
   for (const JSONStyle& style : jsonStyles) {
     const std::string small = manifestDocument().text(style);
-    const std::string large = plainManifestText(
-        300, [](std::size_t number) { return "/a/" + std::to_string(number); }, style);
+    const std::string large = longManifest(style);
     EXPECT_GT(large.size(), 2 * documentPieceLength);
     for (const std::string& text : {small, large, small}) {
       const std::string path = directory.write("manifest.json", text);
@@ -72,7 +74,7 @@ TEST(ManifestFiles, areReadAgainWhenTheyAreOdd) {
   ManifestDecoder decoder;
   const std::string path = directory.write("manifest.json", oddManifest());
   EXPECT_EQ(decoder.read(path, files), decoded(longManifest()));
-  EXPECT_EQ(decoder.readSummary(path, files).entryCount, 300);
+  EXPECT_EQ(decoder.readSummary(path, files).entryCount, longCount);
   EXPECT_EQ(decoder.reconsideredCount(), 2);
 }
 

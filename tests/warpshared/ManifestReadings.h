@@ -25,9 +25,9 @@ using ManifestReading = std::optional<std::string>;
 /// none.
 template <class Read>
 ManifestReading readingOf(Read read) {
-  std::vector<VelmoraWarpSharedEntry> entries;
+  WarpSharedEntries entries;
   std::optional<ReadManifest> result =
-      read([&](const WarpSharedEntry<TextView>& entry) { entries.push_back(ownedEntry(entry)); });
+      read([&](const WarpSharedEntry<TextView>& entry) { entries.append(entry); });
   if (!result.has_value()) {
     return std::nullopt;
   }

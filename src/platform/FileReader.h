@@ -10,14 +10,14 @@
 
 namespace velmora {
 
-/// A regular file that is open, read once from its beginning to its end. Closed with the object. One
-/// thread at a time.
+/// A regular file that is open, read once from its beginning to its end. Closed with the object.
+/// One thread at a time.
 class FileContent {
  public:
   virtual ~FileContent() = default;
 
-  /// Reads on, at most `size` bytes (not 0) into `room`. Returns how many; 0 at the end of the file,
-  /// wherever that is by now. Throws PlatformError.
+  /// Reads on, at most `size` bytes (not 0) into `room`. Returns how many; 0 at the end of the
+  /// file, wherever that is by now. Throws PlatformError.
   virtual std::size_t read(char* room, std::size_t size) = 0;
 };
 

@@ -38,6 +38,8 @@ class TokenFinder {
  public:
   TokenFinder();
   ~TokenFinder();
+  TokenFinder(const TokenFinder&) = delete;
+  TokenFinder& operator=(const TokenFinder&) = delete;
   TokenFinder(TokenFinder&&) noexcept;
   TokenFinder& operator=(TokenFinder&&) noexcept;
 

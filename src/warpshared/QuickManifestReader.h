@@ -19,6 +19,8 @@ class QuickManifestReader {
  public:
   QuickManifestReader();
   ~QuickManifestReader();
+  QuickManifestReader(const QuickManifestReader&) = delete;
+  QuickManifestReader& operator=(const QuickManifestReader&) = delete;
   QuickManifestReader(QuickManifestReader&&) noexcept;
   QuickManifestReader& operator=(QuickManifestReader&&) noexcept;
 

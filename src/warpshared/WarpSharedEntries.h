@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace velmora {
@@ -25,8 +26,12 @@ class WarpSharedEntries {
   WarpSharedEntries() = default;
   WarpSharedEntries(const WarpSharedEntries& other);
   WarpSharedEntries(WarpSharedEntries&& other) noexcept { swap(other); }
-  WarpSharedEntries& operator=(WarpSharedEntries other) noexcept {
-    swap(other);
+  WarpSharedEntries& operator=(const WarpSharedEntries& other) {
+    return *this = WarpSharedEntries(other);
+  }
+  WarpSharedEntries& operator=(WarpSharedEntries&& other) noexcept {
+    WarpSharedEntries moved(std::move(other));
+    swap(moved);
     return *this;
   }
   ~WarpSharedEntries() = default;

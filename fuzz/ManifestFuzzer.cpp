@@ -66,13 +66,18 @@ void requireQuickToBeExact(std::string_view document) {
 }
 
 VelmoraWarpSharedEntry usualEntry(const Text& path) {
-  return {.relativePath = path,
-          .hasModificationTimeMetadata = true,
-          .hasOwnershipMetadata = true,
-          .hasPOSIXPermissionsMetadata = true,
-          .hasBSDFlagsMetadata = true,
-          .hasExtendedAttributesMetadata = true,
-          .hasACLMetadata = true};
+  VelmoraWarpSharedEntry entry;
+  entry.relativePath = path;
+  for (bool VelmoraWarpSharedEntry::*const member :
+       {&VelmoraWarpSharedEntry::hasModificationTimeMetadata,
+        &VelmoraWarpSharedEntry::hasOwnershipMetadata,
+        &VelmoraWarpSharedEntry::hasPOSIXPermissionsMetadata,
+        &VelmoraWarpSharedEntry::hasBSDFlagsMetadata,
+        &VelmoraWarpSharedEntry::hasExtendedAttributesMetadata,
+        &VelmoraWarpSharedEntry::hasACLMetadata}) {
+    entry.*member = true;
+  }
+  return entry;
 }
 
 std::string usualManifest() {
@@ -82,20 +87,21 @@ std::string usualManifest() {
   file.birthTimeNanoseconds = -5;
   file.extendedAttributes = {{.name = "name", .base64Value = "QQ=="}};
   file.payloadKey = "p/1";
-  file.payloadParts = {{.key = "p/2", .offset = 100, .size = 900}};
+  file.payloadParts = {{.key = "p/2", .offset = 100, .size = 900, .payloadNamespace = {}}};
   file.sparseExtents = {{.logicalOffset = 100, .storedOffset = 0, .length = 900}};
   file.hardLinkIdentity = {.deviceID = 1, .inode = 12345678901234567890U};
   file.hardLinkPrimaryPath = "/a/e\u0301";
   VelmoraWarpSharedEntry primary = usualEntry("/a/\u00e9");
   primary.hardLinkIdentity = file.hardLinkIdentity;
-  VelmoraWarpSharedManifest manifest = {.version = sharedWarpManifestVersion,
-                                        .warpID = "W",
-                                        .deviceID = "D",
-                                        .manifestKey = "m/W",
-                                        .originalFolderPath = "/a",
-                                        .uploadedAt = Date(),
-                                        .verificationSampleRelativePaths = {"/a/file", "/a/x"},
-                                        .rootMetadata = usualEntry("/a")};
+  VelmoraWarpSharedManifest manifest;
+  manifest.version = sharedWarpManifestVersion;
+  manifest.warpID = "W";
+  manifest.deviceID = "D";
+  manifest.manifestKey = "m/W";
+  manifest.originalFolderPath = "/a";
+  manifest.uploadedAt = Date();
+  manifest.verificationSampleRelativePaths = {"/a/file", "/a/x"};
+  manifest.rootMetadata = usualEntry("/a");
   manifest.entries.append(file);
   manifest.entries.append(primary);
   return encodeManifest(manifest);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <string>
@@ -43,7 +44,7 @@ TEST(TextArenaTest, copiesAnEmptyText) {
 TEST(TextArenaTest, takesBackTheEndOfTheLastText) {
   TextArena arena;
   char* const bytes = arena.allocate(100);
-  std::memcpy(bytes, "kept", 4);
+  std::ranges::copy(std::string_view("kept"), bytes);
   arena.shrink(96);
   const std::string_view next = arena.copy("next");
   EXPECT_EQ(next.data(), bytes + 4);

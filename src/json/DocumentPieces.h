@@ -32,7 +32,7 @@ class DocumentPieces {
   using ReadSome = std::function<std::size_t(char* room, std::size_t size)>;
 
   /// The pieces lie in `document`, which is to stay alive and as it is; a byte behind the piece at
-  /// hand is overwritten until the next one or the end of the walk.
+  /// hand is overwritten until the next one or the end of the walk. `pieceLength` is not 0.
   DocumentPieces(std::string& document, PieceMemory& memory,
                  std::size_t pieceLength = documentPieceLength);
 

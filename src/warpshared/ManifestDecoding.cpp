@@ -58,10 +58,11 @@ bool ManifestDecoder::accept(DocumentPieces&& pieces, Product& product) {
   product.begin();
   std::optional<ReadManifest> read =
       quickReader_.read(pieces, [&product](const auto& entry) { product.use(entry); });
-  if (read.has_value()) {
-    product.finish(*std::move(read));
+  if (!read.has_value()) {
+    return false;
   }
-  return read.has_value();
+  product.finish(*std::move(read));
+  return true;
 }
 
 template <class Product>

@@ -1,7 +1,5 @@
 #include "json/JSONString.h"
 
-#include "text/ByteVector.h"
-
 #include <algorithm>
 #include <bit>
 #include <cstdint>

@@ -1,6 +1,8 @@
 // The strings of JSON as they lie in a document, escapes and all.
 #pragma once
 
+#include "text/ByteVector.h"
+
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -15,7 +17,7 @@ namespace velmora {
 
 /// How many bytes copyResolvingEscapes may write.
 [[nodiscard]] constexpr std::size_t roomForResolved(std::string_view content) {
-  return content.size() + 16;
+  return content.size() + byteVectorSize;
 }
 
 /// As resolveEscapes, but copies the text to `target`, which has room for it elsewhere.

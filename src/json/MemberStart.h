@@ -1,9 +1,10 @@
 // What stands before the value of a member, kept for recognising it at a glance.
 #pragma once
 
+#include "text/ByteVector.h"
+
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -32,24 +33,19 @@ class MemberStart {
 
   /// Whether it stands at `text`, of which a glance can be read.
   [[nodiscard]] bool isAt(const char* text) const {
-    const Block first = difference(text, 0) | difference(text, 1);
-    return isZero(first) && (length_ <= 2 * sizeof(Block) || isZero(difference(text, 2)));
+    return !isAnySet(difference(text, 0) | difference(text, 1)) &&
+           (length_ <= 2 * byteVectorSize || !isAnySet(difference(text, 2)));
   }
 
  private:
-  /// Sixteen bytes at a time.
-  using Block [[gnu::vector_size(16)]] = std::uint64_t;
+  using Vectors = std::array<ByteVector, glance / byteVectorSize>;
 
-  [[nodiscard]] static bool isZero(Block block) { return (block[0] | block[1]) == 0; }
-
-  [[nodiscard]] Block difference(const char* text, std::size_t block) const {
-    Block there;
-    std::memcpy(&there, text + block * sizeof there, sizeof there);
-    return (there ^ bytes_[block]) & mask_[block];
+  [[nodiscard]] ByteVector difference(const char* text, std::size_t index) const {
+    return (byteVectorAt(text + index * byteVectorSize) ^ bytes_[index]) & mask_[index];
   }
 
-  std::array<Block, glance / sizeof(Block)> bytes_ = {};
-  std::array<Block, glance / sizeof(Block)> mask_ = {};
+  Vectors bytes_ = {};
+  Vectors mask_ = {};
   std::size_t length_ = 0;
 };
 

@@ -20,11 +20,6 @@
 
 namespace velmora {
 
-template <class Value>
-inline constexpr bool isOptionalValue = false;
-template <class Value>
-inline constexpr bool isOptionalValue<std::optional<Value>> = true;
-
 /// Which fields of a record are there.
 template <RecordWithFields Record>
 class SeenFields {
@@ -66,10 +61,9 @@ class SeenFields {
       [](const auto&... fields) {
         std::uint64_t set = 0;
         std::uint64_t field = 1;
-        ((set |=
-          isOptionalValue<std::remove_cvref_t<decltype(std::declval<Record>().*fields.member)>>
-              ? 0
-              : field,
+        ((set |= isOptional<std::remove_cvref_t<decltype(std::declval<Record>().*fields.member)>>
+                     ? 0
+                     : field,
           field <<= 1U),
          ...);
         return set;

@@ -18,11 +18,6 @@
 
 namespace velmora {
 
-template <class Value>
-inline constexpr bool isOptional = false;
-template <class Value>
-inline constexpr bool isOptional<std::optional<Value>> = true;
-
 /// What a missing key raises; its coding path is the key.
 [[noreturn]] void refuseMissingKey(JSONValue object, std::string_view key);
 

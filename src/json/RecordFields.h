@@ -4,10 +4,16 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string_view>
 #include <tuple>
 
 namespace velmora {
+
+template <class Value>
+inline constexpr bool isOptional = false;
+template <class Value>
+inline constexpr bool isOptional<std::optional<Value>> = true;
 
 /// A field: absent in JSON when its value is an empty std::optional, required otherwise.
 template <class Record, class Value>

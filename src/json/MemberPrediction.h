@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 namespace velmora {
 
@@ -41,14 +42,24 @@ class MemberPrediction {
     Follower other;
   };
 
-  std::size_t takeOther(QuickTokens& tokens, std::size_t previous) {
+  /// How often the other follower of a field has come, in the records from one on.
+  struct OtherCount {
+    std::uint64_t count = 0;
+    std::uint64_t firstRecord = 0;
+  };
+
+  /// Kept out of the many places that take a member.
+  [[gnu::flatten, gnu::noinline]] std::size_t takeOther(QuickTokens& tokens, std::size_t previous) {
     const bool isFirst = previous == end;
     if (!isFirst && tokens.isNext('}')) {
+      ++recordCount_;
       return end;
     }
     Followers& followers = followers_[previous];
     if (tokens.take(followers.other.start)) {
-      return followers.other.field;
+      const std::size_t field = followers.other.field;
+      countOther(previous);
+      return field;
     }
     const char* const begin = tokens.position();
     std::string_view key;
@@ -63,8 +74,19 @@ class MemberPrediction {
       const std::string_view text(begin, static_cast<std::size_t>(tokens.position() - begin));
       followers.other = followers.usual;
       followers.usual = {.start = MemberStart(text), .field = field};
+      otherCounts_[previous] = {.count = 0, .firstRecord = recordCount_};
     }
     return field;
+  }
+
+  /// Has what comes more often expected first.
+  void countOther(std::size_t previous) {
+    OtherCount& other = otherCounts_[previous];
+    ++other.count;
+    if (other.count > mostByChance && other.count > (recordCount_ - other.firstRecord) / 2) {
+      std::swap(followers_[previous].usual, followers_[previous].other);
+      other = {.count = 0, .firstRecord = recordCount_};
+    }
   }
 
   /// Whether there is an order to learn, after an unexpected member at `place`. Learning and
@@ -94,7 +116,11 @@ class MemberPrediction {
 
   static constexpr KeyTable<fieldCount<Record>> keyTable{fieldKeys<Record>};
 
+  static constexpr std::uint64_t mostByChance = 4;
+
   std::array<Followers, fieldCount<Record> + 1> followers_ = {};
+  std::array<OtherCount, fieldCount<Record> + 1> otherCounts_ = {};
+  std::uint64_t recordCount_ = 0;
   std::uintptr_t lastUnexpected_ = 0;
   int unexpectedInRow_ = 0;
   int pause_ = 0;

@@ -33,7 +33,9 @@ struct JSONDocument {
 /// blanks.
 inline std::uint32_t endOfJSONToken(const char* bytes, std::uint32_t nextToken) {
   const auto isBlank = [](char byte) {
-    return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t';
+    // Mostly answered at once: no other byte that JSON has outside of strings is below a space.
+    return static_cast<unsigned char>(byte) <= ' ' &&
+           (byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t');
   };
   std::uint32_t end = nextToken;
   while (isBlank(bytes[end - 1])) {

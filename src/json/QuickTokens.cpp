@@ -25,28 +25,27 @@ bool QuickTokens::takeEscapes(std::uint32_t opening, std::uint32_t closing,
   return true;
 }
 
-QuickTokens::Magnitude QuickTokens::manyDigits(const char* digits, std::size_t count) const {
-  static constexpr std::uint64_t powersOfTen[digitsAtOnce + 1] = {
-      1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
+QuickTokens::Magnitude QuickTokens::manyDigits(const char* digits, std::size_t count) {
   constexpr std::size_t mostDigits = 20;
   constexpr std::uint64_t leastOfMostDigits = 10'000'000'000'000'000'000U;
   if (count > mostDigits) {
     return {};
   }
-  // What has most digits and does not fit begins with another one than 1, or comes out as less.
-  const bool mayNotFit = count == mostDigits;
-  const char first = *digits;
-  Magnitude all{.isValid = true};
-  while (count > 0) {
-    const std::size_t some = std::min(count, digitsAtOnce);
-    const Magnitude next = fewDigits(digits, some);
-    all.value = all.value * powersOfTen[some] + next.value;
-    all.isValid = all.isValid && next.isValid;
-    digits += some;
-    count -= some;
+  const auto followedByEight = [](Magnitude high, const char* eightDigits) {
+    const Magnitude low = digitsInWord(eightDigits, digitsAtOnce);
+    return Magnitude{.value = high.value * 100'000'000 + low.value,
+                     .isValid = high.isValid && low.isValid};
+  };
+  const char* const last = digits + count - digitsAtOnce;
+  if (count <= 2 * digitsAtOnce) {
+    return followedByEight(digitsInWord(digits, count - digitsAtOnce), last);
   }
-  all.isValid = all.isValid && (!mayNotFit || (first == '1' && all.value >= leastOfMostDigits));
-  return all;
+  const char* const middle = last - digitsAtOnce;
+  Magnitude all = followedByEight(digitsInWord(digits, count - 2 * digitsAtOnce), middle);
+  all = followedByEight(all, last);
+  // What has most digits and does not fit begins with another one than 1, or comes out as less.
+  const bool fits = count < mostDigits || (*digits == '1' && all.value >= leastOfMostDigits);
+  return {.value = all.value, .isValid = all.isValid && fits};
 }
 
 QuickTokens::Magnitude QuickTokens::digitsOneByOne(const char* digits, std::size_t count) {

@@ -6,6 +6,7 @@
 #include "json/TextArena.h"
 #include "text/Text.h"
 
+#include <algorithm>
 #include <bit>
 #include <concepts>
 #include <cstddef>
@@ -28,7 +29,11 @@ class QuickTokens {
   /// tokens stay as they are while the texts taken from them are in use; so does the memory of
   /// `arena`, where the texts with escapes are.
   QuickTokens(std::string_view text, const std::uint32_t* tokens, TextArena& arena)
-      : bytes_(text.data()), size_(text.size()), token_(tokens), arena_(&arena) {
+      : bytes_(text.data()),
+        size_(text.size()),
+        endOfGlances_(text.size() - std::min(text.size(), MemberStart::glance - 1)),
+        token_(tokens),
+        arena_(&arena) {
     findBackslash(0);
   }
 
@@ -44,8 +49,8 @@ class QuickTokens {
   /// Takes the three tokens before the value of a member, when exactly `start` stands there. May
   /// not know it shortly before the end.
   bool take(const MemberStart& start) {
-    const bool isThere = token_[3] - token_[0] == start.length() &&
-                         remaining() >= MemberStart::glance && start.isAt(position());
+    const bool isThere = token_[3] - token_[0] == start.length() && *token_ < endOfGlances_ &&
+                         start.isAt(position());
     token_ += isThere ? 3 : 0;
     return isThere;
   }
@@ -141,8 +146,13 @@ class QuickTokens {
 
   /// The number that `count` digits make, from 1 to 8.
   [[nodiscard]] Magnitude fewDigits(const char* digits, std::size_t count) const {
-    if (std::endian::native == std::endian::big ||
-        bytes_ + size_ - digits < static_cast<std::ptrdiff_t>(digitsAtOnce)) {
+    const bool hasWord = bytes_ + size_ - digits >= static_cast<std::ptrdiff_t>(digitsAtOnce);
+    return hasWord ? digitsInWord(digits, count) : digitsOneByOne(digits, count);
+  }
+
+  /// The same where eight bytes can be read.
+  [[nodiscard]] static Magnitude digitsInWord(const char* digits, std::size_t count) {
+    if (std::endian::native == std::endian::big) {
       return digitsOneByOne(digits, count);
     }
     constexpr std::uint64_t each = 0x0101010101010101;
@@ -159,7 +169,7 @@ class QuickTokens {
     return {.value = word, .isValid = areDigits};
   }
 
-  [[nodiscard]] Magnitude manyDigits(const char* digits, std::size_t count) const;
+  [[nodiscard]] static Magnitude manyDigits(const char* digits, std::size_t count);
   [[nodiscard]] static Magnitude digitsOneByOne(const char* digits, std::size_t count);
 
   bool takeEscapes(std::uint32_t opening, std::uint32_t closing, std::string_view& text);
@@ -168,6 +178,8 @@ class QuickTokens {
   static constexpr std::size_t digitsAtOnce = 8;
   const char* bytes_;
   std::size_t size_;
+  /// Before it, a glance can be read from every place.
+  std::size_t endOfGlances_;
   /// Behind the last one stands the text's length, more than once.
   const std::uint32_t* token_;
   TextArena* arena_;

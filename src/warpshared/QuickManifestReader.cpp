@@ -159,8 +159,7 @@ class Walk {
       case fieldIndex<Manifest, "verificationSampleAbsolutePaths">:
         return readSamples(tokens) && endMember(tokens, field);
       default:
-        return field < fieldCount<Manifest> && memory_.reader.readField(tokens, manifest_, field) &&
-               endMember(tokens, field);
+        return memory_.reader.readField(tokens, manifest_, field) && endMember(tokens, field);
     }
   }
 
@@ -172,7 +171,8 @@ class Walk {
     }
     place_ = isLast ? Place::behindManifest : Place::inManifest;
     lastField_ = field;
-    hasDoubt_ = !seenFields_.add(field) || (isLast && !seenFields_.resetAbsent(manifest_));
+    seenFields_.add(field);
+    hasDoubt_ = isLast && !seenFields_.resetAbsent(manifest_);
     return !hasDoubt_;
   }
 

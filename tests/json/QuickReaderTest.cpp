@@ -217,15 +217,20 @@ TEST(SeenFieldsTest, tellFieldsThatAreThereTwice) {
   Inner inner{.number = 1, .other = 2};
   SeenFields<Inner> seen;
   EXPECT_FALSE(seen.resetAbsent(inner));
-  EXPECT_TRUE(seen.add(required));
+  seen.add(required);
   EXPECT_TRUE(seen.resetAbsent(inner));
   EXPECT_EQ(inner, (Inner{.number = 1, .other = std::nullopt}));
   inner.other = 3;
-  EXPECT_TRUE(seen.add(optional));
+  seen.add(optional);
   EXPECT_TRUE(seen.resetAbsent(inner));
   EXPECT_EQ(inner.other, 3);
-  EXPECT_FALSE(seen.add(required));
-  EXPECT_FALSE(seen.add(optional));
+  for (const std::size_t repeated : {required, optional}) {
+    SeenFields<Inner> more = seen;
+    more.add(repeated);
+    EXPECT_FALSE(more.resetAbsent(inner)) << repeated;
+    more.add(repeated);
+    EXPECT_FALSE(more.resetAbsent(inner)) << repeated;
+  }
 }
 
 }  // namespace

@@ -11,7 +11,10 @@ constexpr char separator = '/';
 // The components met so far, as the path that they make.
 class PathBuilder {
  public:
-  explicit PathBuilder(bool isAbsolute) : isAbsolute_(isAbsolute) {}
+  // The path grows no longer than `original`.
+  explicit PathBuilder(std::string_view original) : isAbsolute_(original.front() == separator) {
+    path_.reserve(original.size());
+  }
 
   void add(std::string_view component) {
     if (component.empty() || component == ".") {
@@ -64,7 +67,7 @@ std::string lexicallyStandardized(std::string_view path) {
   if (path.empty()) {
     return {};
   }
-  PathBuilder builder(path.front() == separator);
+  PathBuilder builder(path);
   while (!path.empty()) {
     const std::size_t end = std::min(path.find(separator), path.size());
     builder.add(path.substr(0, end));
@@ -74,7 +77,9 @@ std::string lexicallyStandardized(std::string_view path) {
 }
 
 std::string appendingPathComponent(std::string_view directory, std::string_view component) {
-  std::string path(directory);
+  std::string path;
+  path.reserve(directory.size() + 1 + component.size());
+  path += directory;
   if (!directory.empty() && directory.back() != separator) {
     path += separator;
   }

@@ -21,10 +21,8 @@ std::optional<std::string> homeDirectory(const std::string& user, const std::str
   return ownHome.starts_with('/') ? ownHome : passwordEntryHome();
 }
 
+/// Of a path that begins with a tilde.
 std::string expandingTilde(std::string_view path, const std::string& ownHome) {
-  if (!path.starts_with('~')) {
-    return std::string(path);
-  }
   const std::size_t end = std::min(path.find('/'), path.size());
   const std::optional<std::string> home =
       homeDirectory(std::string(path.substr(1, end - 1)), ownHome);
@@ -47,7 +45,8 @@ Text PosixPathStandardizer::standardizedFileURLPath(const Text& path) const {
 }
 
 Text PosixPathStandardizer::standardizedPath(const Text& path) const {
-  return lexicallyStandardized(expandingTilde(path, home_));
+  return path.view().starts_with('~') ? lexicallyStandardized(expandingTilde(path, home_))
+                                      : lexicallyStandardized(path);
 }
 
 }  // namespace velmora

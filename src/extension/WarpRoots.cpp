@@ -9,6 +9,7 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace velmora {
 
@@ -22,6 +23,17 @@ struct MeasuredPath {
 bool matchesBefore(const MeasuredPath& a, const MeasuredPath& b) {
   return a.characterCount != b.characterCount ? a.characterCount > b.characterCount
                                               : a.path < b.path;
+}
+
+/// The standardised absolute paths among `paths`, in their order.
+std::vector<Text> absolutePaths(const std::vector<Text>& paths,
+                                const PathStandardizer& standardizer) {
+  std::vector<Text> absolute;
+  absolute.reserve(paths.size());
+  std::ranges::transform(paths, std::back_inserter(absolute),
+                         [&](const Text& path) { return standardizer.standardizedPath(path); });
+  std::erase_if(absolute, [](const Text& path) { return !hasCharacterPrefix(path, "/"); });
+  return absolute;
 }
 
 /// The ancestors of `path` from the innermost to "/": what stands before each "/" that ends a
@@ -41,32 +53,31 @@ std::vector<std::string_view> ancestors(std::string_view path) {
 
 std::vector<Text> normalizedWarpRoots(const std::vector<Text>& paths,
                                       const PathStandardizer& standardizer) {
-  std::vector<Text> standardized;
-  std::ranges::transform(paths, std::back_inserter(standardized),
-                         [&](const Text& path) { return standardizer.standardizedPath(path); });
-  std::erase_if(standardized, [](const Text& path) { return !hasCharacterPrefix(path, "/"); });
+  std::vector<Text> roots = uniquePaths(absolutePaths(paths, standardizer));
   std::vector<MeasuredPath> measured;
-  std::ranges::transform(
-      uniquePaths(standardized), std::back_inserter(measured), [](const Text& path) {
-        return MeasuredPath{.characterCount = characterCount(path), .path = path};
-      });
+  measured.reserve(roots.size());
+  for (Text& root : roots) {
+    const std::size_t length = characterCount(root);
+    measured.push_back({.characterCount = length, .path = std::move(root)});
+  }
   std::ranges::sort(measured, matchesBefore);
-  std::vector<Text> roots;
-  std::ranges::transform(measured, std::back_inserter(roots), &MeasuredPath::path);
+  std::ranges::transform(measured, roots.begin(),
+                         [](MeasuredPath& root) { return std::move(root.path); });
   return roots;
 }
 
 WarpRoots::WarpRoots(const std::vector<Text>& warpedFolderPaths,
                      const PathStandardizer& standardizer)
     : standardizer_(standardizer) {
-  for (const Text& root : normalizedWarpRoots(warpedFolderPaths, standardizer)) {
-    rootsByNormalizedPath_.emplace(normalizedNFC(root), root);
+  roots_.reserve(warpedFolderPaths.size());
+  for (Text& root : normalizedWarpRoots(warpedFolderPaths, standardizer)) {
+    roots_.insert(std::move(root));
   }
 }
 
 std::optional<Text> WarpRoots::enclosingWarpRoot(const Text& path) const {
   const Text standardized = standardizer_.standardizedPath(path);
-  if (rootsByNormalizedPath_.empty() || !hasCharacterPrefix(standardized, "/")) {
+  if (roots_.empty() || !hasCharacterPrefix(standardized, "/")) {
     return std::nullopt;
   }
   // The item itself first, then inwards out: of the roots that match, the longest is innermost.
@@ -74,9 +85,9 @@ std::optional<Text> WarpRoots::enclosingWarpRoot(const Text& path) const {
   std::vector<std::string_view> candidates = ancestors(item);
   candidates.insert(candidates.begin(), item);
   for (const std::string_view candidate : candidates) {
-    const auto root = rootsByNormalizedPath_.find(Text(candidate));
-    if (root != rootsByNormalizedPath_.end()) {
-      return root->second;
+    const auto root = roots_.find(Text(candidate));
+    if (root != roots_.end()) {
+      return *root;
     }
   }
   return std::nullopt;

@@ -4,7 +4,7 @@
 #include "text/Text.h"
 
 #include <optional>
-#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace velmora {
@@ -29,7 +29,8 @@ class WarpRoots {
 
  private:
   const PathStandardizer& standardizer_;
-  std::unordered_map<Text, Text> rootsByNormalizedPath_;
+  /// In no order: the folders around an item are asked for from the innermost on.
+  std::unordered_set<Text> roots_;
 };
 
 }  // namespace velmora

@@ -102,6 +102,20 @@ INSTANTIATE_TEST_SUITE_P(
         EnclosingCase{"hangul", {"/\u1112\u1161\u11ab"}, "/\ud55c/x", "/\u1112\u1161\u11ab"}),
     RowName());
 
+TEST(EnclosingWarpRootOfEqualOnes, isTheFirstAsItIsSpelled) {
+  const Paths spellings = {"/e\u0301\u0323", "/\u1eb9\u0301", "/e\u0323\u0301"};
+  for (const Text& first : spellings) {
+    Paths paths = {"/e", first};
+    paths.insert(paths.end(), spellings.begin(), spellings.end());
+    const WarpRoots roots(paths, standardizer);
+    for (const Text& item : spellings) {
+      const std::optional<Text> root = roots.enclosingWarpRoot(item.utf8() + "/x");
+      ASSERT_TRUE(root.has_value());
+      EXPECT_EQ(root->utf8(), first.utf8());
+    }
+  }
+}
+
 TEST(EnclosingWarpRootOfAnsweredCases, agreesWithEveryAnswer) {
   const std::vector<AnsweredCase> cases = readAnsweredCases("extension/enclosing.jsonl");
   ASSERT_FALSE(cases.empty());

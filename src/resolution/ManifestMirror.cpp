@@ -6,7 +6,6 @@
 #include "resolution/OrderedWork.h"
 #include "resolution/ReadingCost.h"
 #include "resolution/ResolutionObserver.h"
-#include "resolution/WorkerCount.h"
 #include "text/LexicalPath.h"
 
 #include <algorithm>
@@ -46,11 +45,6 @@ std::vector<MirroredManifest> unreadManifests(const Text& mirror,
   return manifests;
 }
 
-std::size_t mostHelpers(std::optional<std::size_t> workerCount) {
-  // The processors are not counted for a mirror that needs no helper: that reads a file, too.
-  return (workerCount.has_value() ? *workerCount : usualWorkerCount()) - 1;
-}
-
 /// Reads the files of a mirror, each on some thread, and tells of them on the thread that asks.
 class MirrorReading {
  public:
@@ -63,7 +57,10 @@ class MirrorReading {
     performInOrder(
         {.pieceCount = read_.size(),
          .makeWorker = [this] { return makeWorker(); },
-         .helpersWorthStarting = [this](std::size_t remaining) { return helpersFor(remaining); },
+         .helpersWorthStarting =
+             [this](std::size_t remaining) {
+               return cost_.helpersWorthStarting(remaining, workerCount_);
+             },
          .didFinish = [this](std::size_t index,
                              const std::exception_ptr& fault) { didRead(index, fault); }});
     return std::move(valid_);
@@ -75,11 +72,6 @@ class MirrorReading {
       MirroredManifest& mirrored = read_[index];
       mirrored.manifest = decoder->readSummary(mirrored.filePath, files_);
     };
-  }
-
-  [[nodiscard]] std::size_t helpersFor(std::size_t remaining) const {
-    const std::size_t worthwhile = cost_.helpersWorthStarting(remaining);
-    return worthwhile == 0 ? 0 : std::min(worthwhile, mostHelpers(workerCount_));
   }
 
   void didRead(std::size_t index, const std::exception_ptr& fault) {

@@ -1,8 +1,12 @@
 #include "resolution/ReadingCost.h"
+#include "resolution/WorkerCount.h"
 #include "tests/RowName.h"
 
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <map>
+#include <optional>
 #include <vector>
 
 namespace velmora {
@@ -23,7 +27,8 @@ TEST_P(WorthwhileHelpers, followFromTheFilesReadSoFar) {
   for (const std::size_t count : GetParam().entryCounts) {
     cost.addFile(count);
   }
-  EXPECT_EQ(cost.helpersWorthStarting(GetParam().remaining), GetParam().helpers);
+  constexpr std::size_t asManyAsThereAre = std::numeric_limits<std::size_t>::max();
+  EXPECT_EQ(cost.helpersWorthStarting(GetParam().remaining, asManyAsThereAre), GetParam().helpers);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -40,6 +45,38 @@ INSTANTIATE_TEST_SUITE_P(
                     CostCase{"smallOnesAroundALargeOne", {0, 0, 0, 4000}, 9, 0},
                     CostCase{"absurdlyMany", {1'000'000}, 1'000'000, 100'002'000}),
     RowName());
+
+TEST(WorthwhileHelpersOfFewerFiles, doNotCountThoseThatNeedNotBeRead) {
+  ReadingCost cost;
+  cost.addFile(0);
+  cost.addUnreadFile();
+  cost.addUnreadFile();
+  cost.addUnreadFile();
+  EXPECT_EQ(cost.helpersWorthStarting(1999, 8), 0U);
+  EXPECT_EQ(cost.helpersWorthStarting(2000, 8), 1U);
+}
+
+TEST(WorthwhileHelpersOfFewerFiles, areNoneWhereNothingHadToBeRead) {
+  ReadingCost cost;
+  cost.addUnreadFile();
+  EXPECT_EQ(cost.helpersWorthStarting(1'000'000, 8), 0U);
+}
+
+TEST(WorthwhileHelpersOfManyFiles, areFewerThanTheWorkersAskedFor) {
+  ReadingCost cost;
+  cost.addFile(100);
+  // Eleven are worth it.
+  for (const auto& [workers, helpers] :
+       std::map<std::size_t, std::size_t>{{1, 0}, {2, 1}, {11, 10}, {12, 11}, {13, 11}, {64, 11}}) {
+    EXPECT_EQ(cost.helpersWorthStarting(999, workers), helpers) << workers;
+  }
+}
+
+TEST(WorthwhileHelpersOfManyFiles, areFewerThanTheUsualWorkersWhereNobodyAsks) {
+  ReadingCost cost;
+  cost.addFile(100);
+  EXPECT_EQ(cost.helpersWorthStarting(999, std::nullopt), usualWorkerCount() - 1);
+}
 
 }  // namespace
 }  // namespace velmora

@@ -14,9 +14,9 @@ std::string range() { return "1 to " + std::to_string(mostWorkers); }
 }  // namespace
 
 std::string workerOptionHelp() {
-  return "Read a large mirror of manifests by so many threads\n"
-         "at most, " +
-         range() + "; without it, as many as suit the machine";
+  return "Read a large mirror of manifests, and many markers, by\n"
+         "so many threads at most, " +
+         range() + "; without it, as\nmany as suit the machine";
 }
 
 std::optional<std::size_t> workerCountIn(const std::string& value) {

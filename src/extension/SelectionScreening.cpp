@@ -60,7 +60,8 @@ std::vector<Text> warpedFolderPaths(const Platform& platform, ResolutionObserver
   std::ranges::transform(
       confirmedWarpManifests(mirroredManifests(root, platform.fileReader, platform.paths, observer,
                                                platform.workerCount),
-                             root, platform.fileReader, platform.paths, observer),
+                             root, platform.fileReader, platform.paths, observer,
+                             platform.workerCount),
       std::back_inserter(folders), [&](const MirroredManifest& mirrored) {
         return platform.paths.standardizedFileURLPath(mirrored.manifest.originalFolderPath);
       });

@@ -1,5 +1,5 @@
-// --workers: how many threads a program starts to read the mirror, and that nobody can tell by its
-// answers.
+// --workers: how many threads a program starts to read the mirror and the markers, and that nobody
+// can tell by its answers.
 
 #include "tests/RowName.h"
 #include "tests/fakes/WarpRecords.h"
@@ -44,23 +44,44 @@ class WorkersTest : public ProcessTest {
     std::filesystem::create_directory(mirror() / "directory.json");
   }
 
+  /// Warped folders, so many that their manifests are worth a helper, and their markers another.
+  void addWarpedFolders() {
+    for (int number = 100; number < 700; ++number) {
+      const std::string name = std::to_string(number);
+      const std::string folder = home.makeFolder("folder " + name);
+      addManifest(name, folder, 0);
+      writeFile(folder + "/.velmora-warped.json", markerJSON("warp " + name));
+      tombstones.push_back(tombstoneOf(manifestOf(folder, "warp " + name)));
+    }
+  }
+
   /// How many threads the check of a folder starts.
   std::ptrdiff_t threadsStarted(const std::vector<std::string>& options) {
     const std::filesystem::path trace = home.path() / "trace";
-    Command complete = command;
-    // The leak checker cannot work in a traced process.
-    complete.environment["ASAN_OPTIONS"] += ":detect_leaks=0";
-    complete.arguments = tracingCommand(trace, "?clone,?clone3", {});
-    complete.arguments.insert(complete.arguments.end(), {VELMORA_TEST_PROGRAM, "--check", "/"});
-    complete.arguments.insert(complete.arguments.end(), options.begin(), options.end());
-    EXPECT_EQ(process::run(complete).exitStatus, 0);
+    std::vector<std::string> arguments = {VELMORA_TEST_PROGRAM, "--check", "/"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    EXPECT_EQ(runTraced(trace, {}, arguments).exitStatus, 0);
     // A call that a system does not know is made in another way.
     return std::ranges::count_if(callsIn(trace), [](const TracedCall& call) {
       return call.text.find("= -1 ") == std::string::npos;
     });
   }
 
+  /// Runs a program with the calls that start threads written to `trace`.
+  Outcome runTraced(const std::filesystem::path& trace, const std::vector<std::string>& injections,
+                    const std::vector<std::string>& programAndArguments) {
+    Command complete = command;
+    // The leak checker cannot work in a traced process.
+    complete.environment["ASAN_OPTIONS"] += ":detect_leaks=0";
+    complete.arguments = tracingCommand(trace, "?clone,?clone3", injections);
+    complete.arguments.insert(complete.arguments.end(), programAndArguments.begin(),
+                              programAndArguments.end());
+    return process::run(complete);
+  }
+
   static constexpr int enoughForEightWorkers = 2000;
+  /// Of the warped folders.
+  std::vector<VelmoraWarpSharedDestroyedManifestRecord> tombstones;
 };
 
 TEST_F(WorkersTest, areStartedForALargeMirror) {
@@ -73,6 +94,33 @@ TEST_F(WorkersTest, areStartedForALargeMirror) {
   // Not by how many: ThreadSanitizer starts one of its own with the first.
   EXPECT_GT(withOne, without);
   EXPECT_EQ(threadsStarted({"--workers", "8"}), withOne + 6);
+}
+
+TEST_F(WorkersTest, areStartedForManyMarkers) {
+  addWarpedFolders();
+  const std::filesystem::path index = home.container() / "Warp" / "destroyed-manifest-index.json";
+  const std::ptrdiff_t without = threadsStarted({"--workers", "1"});
+  writeFile(index, indexJSON(tombstones));
+  const std::ptrdiff_t forTheMirror = threadsStarted({"--workers", "2"});
+  EXPECT_GT(forTheMirror, without);
+  std::filesystem::remove(index);
+  EXPECT_EQ(threadsStarted({"--workers", "2"}), forTheMirror + 1);
+}
+
+TEST_F(WorkersTest, areNotMissedWhereNoThreadCanBeStarted) {
+  addWarpedFolders();
+  const std::filesystem::path trace = home.path() / "trace";
+  const auto list = [&](const std::vector<std::string>& injections) {
+    const Outcome outcome =
+        runTraced(trace, injections, {VELMORA_TEST_INSPECT_PROGRAM, "list", "--workers", "2"});
+    EXPECT_EQ(outcome.exitStatus, 0) << outcome.error;
+    return outcome.output;
+  };
+  const std::string expected = list({});
+  EXPECT_EQ(injectedFaults(trace), 0);
+  EXPECT_EQ(list({"?clone,?clone3:error=EAGAIN"}), expected);
+  // One for the mirror and one for the markers, besides that of ThreadSanitizer.
+  EXPECT_GE(injectedFaults(trace), 2);
 }
 
 TEST_F(WorkersTest, leaveTheListAsItIs) {

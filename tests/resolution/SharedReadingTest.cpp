@@ -1,20 +1,17 @@
 // A mirror that several threads read: nobody can tell by what comes of it.
 
-#include "platform/FileReader.h"
 #include "resolution/ManifestMirror.h"
 #include "resolution/ResolutionObserver.h"
 #include "tests/RowName.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/resolution/Meeting.h"
+#include "tests/resolution/WatchedFiles.h"
 
 #include <gtest/gtest.h>
 
 #include <exception>
 #include <functional>
-#include <memory>
-#include <mutex>
 #include <new>
-#include <set>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -50,43 +47,6 @@ class Listener final : public ResolutionObserver {
   }
 
   const std::thread::id thread_ = std::this_thread::get_id();
-};
-
-/// Another reader's files, and on which threads they are read.
-class WatchedFiles final : public FileReader {
- public:
-  explicit WatchedFiles(const FileReader& files) : files_(files) {}
-
-  /// Called before each file, on whatever thread reads it.
-  std::function<void(std::string_view path)> reading = [](std::string_view) {};
-
-  [[nodiscard]] std::size_t threadCount() const {
-    const std::lock_guard guard(mutex_);
-    return threads_.size();
-  }
-
-  bool exists(std::string_view path) const override { return files_.exists(path); }
-  bool isDirectory(std::string_view path) const override { return files_.isDirectory(path); }
-  std::vector<std::string> entryNames(std::string_view path) const override {
-    return files_.entryNames(path);
-  }
-  std::string read(std::string_view path, std::size_t maximumLength) const override {
-    return files_.read(path, maximumLength);
-  }
-  std::unique_ptr<FileContent> open(std::string_view path,
-                                    std::size_t maximumLength) const override {
-    {
-      const std::lock_guard guard(mutex_);
-      threads_.insert(std::this_thread::get_id());
-    }
-    reading(path);
-    return files_.open(path, maximumLength);
-  }
-
- private:
-  const FileReader& files_;
-  mutable std::mutex mutex_;
-  mutable std::set<std::thread::id> threads_;
 };
 
 /// The manifest that is read first has so many entries that helpers are started after it.

@@ -4,10 +4,12 @@
 #include "tests/RowName.h"
 #include "tests/data/AnsweredDocuments.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/resolution/MirroredManifests.h"
 #include "tests/resolution/RecordingObserver.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <exception>
 #include <map>
 #include <new>
@@ -24,20 +26,8 @@ using Paths = std::vector<std::string>;
 class Markers : public testing::Test {
  protected:
   Markers() {
-    manifests = {mirrored("/a", "W")};
+    manifests = {mirroredManifestOf("/a", "W")};
     fake.fileSystem.createDirectories("/a");
-  }
-
-  static MirroredManifest mirrored(const std::string& folder, const std::string& warpID) {
-    const VelmoraWarpSharedManifest manifest = manifestOf(folder, warpID);
-    return {.filePath = "/mirror/" + warpID + ".json",
-            .manifest = {.warpID = manifest.warpID,
-                         .manifestKey = manifest.manifestKey,
-                         .originalFolderPath = manifest.originalFolderPath,
-                         .createdAt = manifest.createdAt,
-                         .status = manifest.status,
-                         .entryCount = 0,
-                         .sampleCount = 0}};
   }
 
   /// The folders of the confirmed manifests, in order.
@@ -78,6 +68,17 @@ TEST_F(Markers, thatCannotBeReadConfirmNothing) {
   EXPECT_EQ(observer.markerErrors.at("/mirror/W.json"), "Is a directory");
 }
 
+TEST_F(Markers, areUnreadableOnlyWhereTheyAre) {
+  fake.fileSystem.readFailure = throwing(posixError(EIO));
+  EXPECT_TRUE(confirmed().empty());
+  EXPECT_EQ(observer.verdicts.at("/mirror/W.json"), ManifestVerdict::noMarker);
+  EXPECT_TRUE(observer.markerErrors.empty());
+  mark(fake, "/a", "W");
+  EXPECT_TRUE(confirmed().empty());
+  EXPECT_EQ(observer.verdicts.at("/mirror/W.json"), ManifestVerdict::unreadableMarker);
+  EXPECT_EQ(observer.markerErrors.at("/mirror/W.json"), "Input/output error");
+}
+
 TEST_F(Markers, areNotTakenForMissingWhenMemoryRunsOut) {
   mark(fake, "/a", "W");
   fake.fileSystem.readFailure = throwing(std::bad_alloc());
@@ -106,7 +107,8 @@ TEST_F(Markers, getOneVerdictFromAnObserverThatThrows) {
 }
 
 TEST_F(Markers, keepTheOrderOfTheManifests) {
-  manifests = {mirrored("/c", "3"), mirrored("/a", "1"), mirrored("/b", "2")};
+  manifests = {mirroredManifestOf("/c", "3"), mirroredManifestOf("/a", "1"),
+               mirroredManifestOf("/b", "2")};
   mark(fake, "/a", "1");
   mark(fake, "/b", "other");
   mark(fake, "/c", "3");
@@ -114,7 +116,7 @@ TEST_F(Markers, keepTheOrderOfTheManifests) {
 }
 
 TEST_F(Markers, judgeEachManifestOfAFolderOnItsOwn) {
-  manifests = {mirrored("/a", "new"), mirrored("/a", "old")};
+  manifests = {mirroredManifestOf("/a", "new"), mirroredManifestOf("/a", "old")};
   mark(fake, "/a", "old");
   EXPECT_EQ(confirmed(), Paths{"/a"});
   EXPECT_EQ(observer.verdicts.at("/mirror/new.json"), ManifestVerdict::markerOfAnotherWarp);
@@ -158,7 +160,7 @@ INSTANTIATE_TEST_SUITE_P(
     RowName());
 
 TEST_F(Markers, areComparedByCanonicalEquivalence) {
-  manifests = {mirrored("/a", "e\u0301")};
+  manifests = {mirroredManifestOf("/a", "e\u0301")};
   mark(fake, "/a", "\u00e9");
   EXPECT_EQ(confirmed(), Paths{"/a"});
 }
@@ -189,7 +191,7 @@ TEST_F(Markers, countDespiteTombstonesOfOthers) {
 }
 
 TEST_F(Markers, countDespiteATombstoneInOtherLetterCaseButNotInOtherNormalForm) {
-  manifests = {mirrored("/a", "e\u0301")};
+  manifests = {mirroredManifestOf("/a", "e\u0301")};
   mark(fake, "/a", "e\u0301");
   recordTombstones({tombstoneOf(manifestOf("/b", "\u00c9"))});
   EXPECT_EQ(confirmed(), Paths{"/a"});

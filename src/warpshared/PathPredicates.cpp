@@ -49,34 +49,42 @@ ByteVector areDotsOrSeparators(ByteVector bytes) {
 }
 
 // The NULs, and the separators before a component that is empty, "." or "..".
-struct Faults {
-  ByteVector operator()(const Neighbourhood& at) const {
-    const ByteVector isUp = areDots(at.second) & areSeparators(at.third);
-    const ByteVector isDotOrUp = areDots(at.next) & (areSeparators(at.second) | isUp);
-    return areEqualTo(at.bytes, 0) |
-           (areSeparators(at.bytes) & (areSeparators(at.next) | isDotOrUp));
-  }
-};
+ByteVector faultsAt(const Neighbourhood& at) {
+  const ByteVector isUp = areDots(at.second) & areSeparators(at.third);
+  const ByteVector isDotOrUp = areDots(at.next) & (areSeparators(at.second) | isUp);
+  return areEqualTo(at.bytes, 0) | (areSeparators(at.bytes) & (areSeparators(at.next) | isDotOrUp));
+}
 
-// At least one wherever there is a fault: where neither "." nor "/" follows one of both, no
-// component is forbidden.
-struct Suspicions {
-  ByteVector operator()(const Neighbourhood& at) const {
-    return areEqualTo(at.bytes, 0) | (areDotsOrSeparators(at.bytes) & areDotsOrSeparators(at.next));
-  }
-};
-
-// Whether `find` finds something in `text`, which has two vectors at least.
-template <typename Find>
-bool findsAny(std::string_view text, Find find) {
+// `text` has two vectors at least.
+bool hasFault(std::string_view text) {
   const std::size_t last = text.size() - byteVectorSize;
   // The first vectors may overlap, for the others to come out at the end.
-  ByteVector found = find(neighbourhoodAt(text.data()));
+  ByteVector found = faultsAt(neighbourhoodAt(text.data()));
   for (std::size_t position = 1 + (last - 1) % byteVectorSize; position < last;
        position += byteVectorSize) {
-    found |= find(neighbourhoodAt(text.data() + position));
+    found |= faultsAt(neighbourhoodAt(text.data() + position));
   }
-  return isAnySet(found | find(neighbourhoodAtEnd(text.data() + last)));
+  return isAnySet(found | faultsAt(neighbourhoodAtEnd(text.data() + last)));
+}
+
+bool isDotOrSeparator(char byte) { return byte == '.' || byte == separator; }
+
+// Where a NUL is, or a dot or separator behind another one.
+ByteVector suspicionsAt(const char* bytes) {
+  const ByteVector vector = byteVectorAt(bytes);
+  return areEqualTo(vector, 0) |
+         (areDotsOrSeparators(vector) & areDotsOrSeparators(byteVectorAt(bytes + 1)));
+}
+
+// False only where there is no fault: none is without a NUL, or without two dots or separators in a
+// row. `text` has more bytes than a vector.
+bool isSuspicious(std::string_view text) {
+  const std::size_t last = text.size() - byteVectorSize - 1;
+  ByteVector found = suspicionsAt(text.data() + last);
+  for (std::size_t position = 0; position < last; position += byteVectorSize) {
+    found |= suspicionsAt(text.data() + position);
+  }
+  return isAnySet(found) || isDotOrSeparator(text.back()) || text.back() == '\0';
 }
 
 // Whether `text`, taken as bytes, holds no NUL, and only names after its separators. What comes
@@ -87,11 +95,11 @@ bool hasOnlyNamesAfterSeparators(std::string_view text) {
     std::array<char, shortestLong + 1> padded{};
     padded.fill('x');
     *std::ranges::copy(text, padded.begin()).out = separator;
-    return !findsAny({padded.data(), padded.size()}, Faults{});
+    return !hasFault({padded.data(), padded.size()});
   }
   // Few paths are suspicious, such as those of hidden files, and the second look costs twice as
   // much as the first.
-  return !findsAny(text, Suspicions{}) || !findsAny(text, Faults{});
+  return !isSuspicious(text) || !hasFault(text);
 }
 
 bool isName(std::string_view component) {

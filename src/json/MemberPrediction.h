@@ -42,7 +42,7 @@ class MemberPrediction {
     Follower other;
   };
 
-  /// How often the other follower of a field has come, in the records from one on.
+  /// How often the other follower of a field has come since a record.
   struct OtherCount {
     std::uint64_t count = 0;
     std::uint64_t firstRecord = 0;

@@ -29,7 +29,7 @@ class SeenFields {
     ++additionCount_;
   }
 
-  /// Takes the fields that are not there for absent; false where one may not be, or another one was
+  /// Takes the fields that are not there for absent; false where one may not be, or where one was
   /// added twice.
   [[nodiscard]] bool resetAbsent(Record& record) const {
     return std::cmp_equal(std::popcount(fields_), additionCount_) &&

@@ -42,13 +42,14 @@ class MemberPrediction {
     Follower other;
   };
 
-  /// How often the other follower of a field has come since a record.
+  /// How often the other follower of a field has come since a record. The usual one is not counted:
+  /// writing that down each time took 5 % of the time of reading.
   struct OtherCount {
     std::uint64_t count = 0;
     std::uint64_t firstRecord = 0;
   };
 
-  /// Kept out of the many places that take a member.
+  /// One function with all that it calls, and kept out of the many places that take a member.
   [[gnu::flatten, gnu::noinline]] std::size_t takeOther(QuickTokens& tokens, std::size_t previous) {
     const bool isFirst = previous == end;
     if (!isFirst && tokens.isNext('}')) {
@@ -79,7 +80,7 @@ class MemberPrediction {
     return field;
   }
 
-  /// Has what comes more often expected first.
+  /// Has expected first what comes in more than half of the records.
   void countOther(std::size_t previous) {
     OtherCount& other = otherCounts_[previous];
     ++other.count;

@@ -31,7 +31,7 @@ class SeenFields {
 
   /// Takes the fields that are not there for absent; false where one may not be, or where one was
   /// added twice.
-  [[nodiscard]] bool resetAbsent(Record& record) const {
+  [[nodiscard]] bool finish(Record& record) const {
     return std::cmp_equal(std::popcount(fields_), additionCount_) &&
            resetAbsent(record, std::make_index_sequence<fieldCount<Record>>());
   }
@@ -145,7 +145,7 @@ class QuickReader {
       seen.add(field);
       field = members.take(tokens, field);
     }
-    return field == members.end && tokens.take('}') && seen.resetAbsent(record);
+    return field == members.end && tokens.take('}') && seen.finish(record);
   }
 
   template <class Record, std::size_t... indexes>

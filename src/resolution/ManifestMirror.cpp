@@ -50,7 +50,7 @@ class MirrorReading {
  public:
   MirrorReading(std::vector<MirroredManifest> unread, const FileReader& files,
                 ResolutionObserver& observer, std::optional<std::size_t> workerCount)
-      : read_(std::move(unread)), files_(files), observer_(observer), workerCount_(workerCount) {}
+      : read_(std::move(unread)), files_(files), observer_(observer), cost_(workerCount) {}
 
   /// The valid ones, in the order of the files. Once.
   std::vector<MirroredManifest> validManifests() {
@@ -58,9 +58,7 @@ class MirrorReading {
         {.pieceCount = read_.size(),
          .makeWorker = [this] { return makeWorker(); },
          .helpersWorthStarting =
-             [this](std::size_t remaining) {
-               return cost_.helpersWorthStarting(remaining, workerCount_);
-             },
+             [this](std::size_t remaining) { return cost_.helpersWorthStarting(remaining); },
          .didFinish = [this](std::size_t index,
                              const std::exception_ptr& fault) { didRead(index, fault); }});
     return std::move(valid_);
@@ -97,7 +95,6 @@ class MirrorReading {
   std::vector<MirroredManifest> read_;
   const FileReader& files_;
   ResolutionObserver& observer_;
-  const std::optional<std::size_t> workerCount_;
   std::vector<MirroredManifest> valid_;
   ReadingCost cost_;
 };

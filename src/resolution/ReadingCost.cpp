@@ -12,15 +12,11 @@ namespace {
 /// most.
 constexpr std::uint64_t costOfAFile = 20;
 
-/// What a helper must find to do: nearly a hundred ordinary manifests, or 500 markers. On an idle
-/// processor it pays from a fifth of that on: its start and its first memory cost some 100 us. But
-/// where all processors are busy, it waits for its turn, and the caller for its end: 3 ms were
-/// measured.
+/// What must be left for each helper: nearly a hundred ordinary manifests, or 500 markers. On an
+/// idle processor one pays from a fifth of that on: its start and its first memory cost some 100
+/// us. But where all processors are busy, it waits for its turn, and the caller for its end: 3 ms
+/// were measured.
 constexpr std::uint64_t costWorthAHelper = 10'000;
-
-std::size_t mostHelpers(std::optional<std::size_t> workerCount) {
-  return (workerCount.has_value() ? *workerCount : usualWorkerCount()) - 1;
-}
 
 }  // namespace
 
@@ -31,15 +27,19 @@ void ReadingCost::addFile(std::size_t entryCount) {
 
 void ReadingCost::addUnreadFile() { ++fileCount_; }
 
-std::size_t ReadingCost::helpersWorthStarting(std::size_t remaining,
-                                              std::optional<std::size_t> workerCount) const {
+std::size_t ReadingCost::helpersWorthStarting(std::size_t remaining) {
   if (fileCount_ == 0) {
     return 0;
   }
   const auto worthwhile =
       static_cast<std::size_t>(cost_ / fileCount_ * remaining / costWorthAHelper);
-  // The processors are not counted where no helper is needed: that reads a file, too.
-  return worthwhile == 0 ? 0 : std::min(worthwhile, mostHelpers(workerCount));
+  if (worthwhile == 0) {
+    return 0;
+  }
+  if (!workerCount_.has_value()) {
+    workerCount_ = usualWorkerCount();
+  }
+  return std::min(worthwhile, *workerCount_ - 1);
 }
 
 }  // namespace velmora

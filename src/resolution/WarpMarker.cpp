@@ -108,7 +108,7 @@ class ManifestJudging {
         destroyed_(destroyed),
         files_(files),
         observer_(observer),
-        workerCount_(workerCount) {}
+        cost_(workerCount) {}
 
   /// Those that count, in their order. Once.
   std::vector<MirroredManifest> confirmedManifests() {
@@ -116,9 +116,7 @@ class ManifestJudging {
         {.pieceCount = manifests_.size(),
          .makeWorker = [this] { return makeWorker(); },
          .helpersWorthStarting =
-             [this](std::size_t remaining) {
-               return cost_.helpersWorthStarting(remaining, workerCount_);
-             },
+             [this](std::size_t remaining) { return cost_.helpersWorthStarting(remaining); },
          .didFinish = [this](std::size_t index,
                              const std::exception_ptr& fault) { didJudge(index, fault); }});
     manifests_.resize(confirmedCount_);
@@ -184,7 +182,6 @@ class ManifestJudging {
   const DestroyedManifests& destroyed_;
   const FileReader& files_;
   ResolutionObserver& observer_;
-  const std::optional<std::size_t> workerCount_;
   std::size_t confirmedCount_ = 0;
   ReadingCost cost_;
 };

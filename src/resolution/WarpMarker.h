@@ -48,16 +48,17 @@ struct RecordFields<WarpMarker> {
 /// the same Warp, in their order. Each is judged on its own. Identifiers and keys compare by
 /// canonical equivalence, case and all. The marker of a destroyed Warp is not looked for.
 ///
-/// Many markers are read by up to `workerCount` threads, as a large mirror is (ManifestMirror.h),
-/// few by the calling thread alone. The list, its order and what `observer` hears on the calling
-/// thread, in the order of the manifests, are the same whatever the number. When a thread cannot be
-/// started, the others do the work; all have ended when this returns or throws.
+/// Many markers are read by up to `workerCount` (at least 1) threads, as a large mirror is
+/// (ManifestMirror.h), few by the calling thread alone. The list, its order and what `observer`
+/// hears on the calling thread, in the order of the manifests, are the same whatever the number.
+/// When a thread cannot be started, the others do the work; all have ended when this returns or
+/// throws.
 ///
 /// Never fails outward: an index of destroyed manifests that cannot be read or breaks a rule
 /// counts as if there were none, and a manifest whose marker cannot be read is left out; `observer`
-/// hears of it. Throws only when memory runs out over a marker: a warped folder must not be taken
-/// for an ordinary one then. The manifests before that one have got their verdicts. Takes no lock;
-/// the files may change meanwhile. Any thread.
+/// hears of it. Throws only when memory runs out, also over a marker, since a warped folder must
+/// not be taken for an ordinary one then; the manifests before that one have got their verdicts.
+/// Takes no lock; the files may change meanwhile. Any thread.
 [[nodiscard]] std::vector<MirroredManifest> confirmedWarpManifests(
     std::vector<MirroredManifest> manifests, const Text& sharedWarpRoot, const FileReader& files,
     const PathStandardizer& paths, ResolutionObserver& observer,

@@ -172,7 +172,7 @@ class Walk {
     place_ = isLast ? Place::behindManifest : Place::inManifest;
     lastField_ = field;
     seenFields_.add(field);
-    hasDoubt_ = isLast && !seenFields_.resetAbsent(manifest_);
+    hasDoubt_ = isLast && !seenFields_.finish(manifest_);
     return !hasDoubt_;
   }
 

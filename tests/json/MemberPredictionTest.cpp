@@ -131,6 +131,26 @@ TEST_P(PredictedMembers, areTheSameAfterManyObjectsInNoOrder) {
   }
 }
 
+TEST(PredictedMembersInTurns, areTheFieldsThatAreThereWhicheverCameMoreOften) {
+  const std::vector<ObjectCase> forms = {
+      {"both", R"({"first":1,"second":2})" + blanks, {0, 1, end}},
+      {"one", R"({"first":1})" + blanks, {0, end}},
+      {"twice", R"({"first":1,"first":2})" + blanks, {0, 0, end}},
+      {"spaced", R"({"first":1, "second":2})" + blanks, {0, 1, end}},
+  };
+  for (const ObjectCase& usual : forms) {
+    for (const ObjectCase& other : forms) {
+      Prediction prediction;
+      for (const int length : {1, 1, 30, 1, 1, 6, 50, 2, 1}) {
+        for (int count = 0; count < length; ++count) {
+          EXPECT_EQ(fieldsIn(usual.object, prediction), usual.fields) << other.name;
+        }
+        EXPECT_EQ(fieldsIn(other.object, prediction), other.fields) << usual.name;
+      }
+    }
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Table, PredictedMembers, testing::ValuesIn(objects), RowName());
 
 }  // namespace

@@ -216,20 +216,20 @@ TEST(SeenFieldsTest, tellFieldsThatAreThereTwice) {
   constexpr std::size_t optional = fieldIndex<Inner, "other">;
   Inner inner{.number = 1, .other = 2};
   SeenFields<Inner> seen;
-  EXPECT_FALSE(seen.resetAbsent(inner));
+  EXPECT_FALSE(seen.finish(inner));
   seen.add(required);
-  EXPECT_TRUE(seen.resetAbsent(inner));
+  EXPECT_TRUE(seen.finish(inner));
   EXPECT_EQ(inner, (Inner{.number = 1, .other = std::nullopt}));
   inner.other = 3;
   seen.add(optional);
-  EXPECT_TRUE(seen.resetAbsent(inner));
+  EXPECT_TRUE(seen.finish(inner));
   EXPECT_EQ(inner.other, 3);
   for (const std::size_t repeated : {required, optional}) {
     SeenFields<Inner> more = seen;
     more.add(repeated);
-    EXPECT_FALSE(more.resetAbsent(inner)) << repeated;
+    EXPECT_FALSE(more.finish(inner)) << repeated;
     more.add(repeated);
-    EXPECT_FALSE(more.resetAbsent(inner)) << repeated;
+    EXPECT_FALSE(more.finish(inner)) << repeated;
   }
 }
 

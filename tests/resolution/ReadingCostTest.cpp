@@ -23,12 +23,12 @@ struct CostCase {
 class WorthwhileHelpers : public testing::TestWithParam<CostCase> {};
 
 TEST_P(WorthwhileHelpers, followFromTheFilesReadSoFar) {
-  ReadingCost cost;
+  constexpr std::size_t asManyAsThereAre = std::numeric_limits<std::size_t>::max();
+  ReadingCost cost(asManyAsThereAre);
   for (const std::size_t count : GetParam().entryCounts) {
     cost.addFile(count);
   }
-  constexpr std::size_t asManyAsThereAre = std::numeric_limits<std::size_t>::max();
-  EXPECT_EQ(cost.helpersWorthStarting(GetParam().remaining, asManyAsThereAre), GetParam().helpers);
+  EXPECT_EQ(cost.helpersWorthStarting(GetParam().remaining), GetParam().helpers);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -47,35 +47,36 @@ INSTANTIATE_TEST_SUITE_P(
     RowName());
 
 TEST(WorthwhileHelpersOfFewerFiles, doNotCountThoseThatNeedNotBeRead) {
-  ReadingCost cost;
+  ReadingCost cost(8);
   cost.addFile(0);
   cost.addUnreadFile();
   cost.addUnreadFile();
   cost.addUnreadFile();
-  EXPECT_EQ(cost.helpersWorthStarting(1999, 8), 0U);
-  EXPECT_EQ(cost.helpersWorthStarting(2000, 8), 1U);
+  EXPECT_EQ(cost.helpersWorthStarting(1999), 0U);
+  EXPECT_EQ(cost.helpersWorthStarting(2000), 1U);
 }
 
 TEST(WorthwhileHelpersOfFewerFiles, areNoneWhereNothingHadToBeRead) {
-  ReadingCost cost;
+  ReadingCost cost(8);
   cost.addUnreadFile();
-  EXPECT_EQ(cost.helpersWorthStarting(1'000'000, 8), 0U);
+  EXPECT_EQ(cost.helpersWorthStarting(1'000'000), 0U);
 }
 
 TEST(WorthwhileHelpersOfManyFiles, areFewerThanTheWorkersAskedFor) {
-  ReadingCost cost;
-  cost.addFile(100);
   // Eleven are worth it.
   for (const auto& [workers, helpers] :
        std::map<std::size_t, std::size_t>{{1, 0}, {2, 1}, {11, 10}, {12, 11}, {13, 11}, {64, 11}}) {
-    EXPECT_EQ(cost.helpersWorthStarting(999, workers), helpers) << workers;
+    ReadingCost cost(workers);
+    cost.addFile(100);
+    EXPECT_EQ(cost.helpersWorthStarting(999), helpers) << workers;
+    EXPECT_EQ(cost.helpersWorthStarting(999), helpers) << workers;
   }
 }
 
 TEST(WorthwhileHelpersOfManyFiles, areFewerThanTheUsualWorkersWhereNobodyAsks) {
-  ReadingCost cost;
+  ReadingCost cost(std::nullopt);
   cost.addFile(100);
-  EXPECT_EQ(cost.helpersWorthStarting(999, std::nullopt), usualWorkerCount() - 1);
+  EXPECT_EQ(cost.helpersWorthStarting(999), usualWorkerCount() - 1);
 }
 
 }  // namespace

@@ -234,7 +234,12 @@ class RandomTree {
 };
 
 constexpr int batchCount = 10;
+#ifdef VELMORA_TEST_WITH_SANITIZERS
+// Each tree takes six processes, whose start takes many times as long then.
+constexpr int treesPerBatch = 20;
+#else
 constexpr int treesPerBatch = 100;
+#endif
 
 class AgreementTest : public ::testing::TestWithParam<int> {
  protected:

@@ -155,9 +155,10 @@ class TextContent final : public FileContent {
   int error_;
 };
 
-/// A text and, where there is one, the error that is raised behind it.
+/// What makes a text, and, where there is one, the error that is raised behind it. (Each test is a
+/// process that makes the table of all cases, and the texts are long.)
 struct Reading {
-  std::string text;
+  std::function<std::string()> text;
   int error = 0;
 };
 
@@ -177,17 +178,23 @@ class ChangingFile final : public FileReader {
     if (asAWhole_.error != 0) {
       throw posixError(asAWhole_.error);
     }
-    return asAWhole_.text;
+    return asAWhole_.text();
   }
 
   std::unique_ptr<FileContent> open(std::string_view, std::size_t) const override {
-    return std::make_unique<TextContent>(inPieces_.text, inPieces_.error);
+    return std::make_unique<TextContent>(inPieces_.text(), inPieces_.error);
   }
 
  private:
   Reading inPieces_;
   Reading asAWhole_;
 };
+
+std::string nothing() { return ""; }
+std::string emptyObject() { return "{}"; }
+std::string beginningOfAManifest() { return R"({"more":1,"version":)"; }
+std::string wholeManifest() { return longManifest(); }
+std::string cutManifest() { return longManifest().substr(0, 90'000); }
 
 struct ChangeCase {
   const char* name;
@@ -213,7 +220,7 @@ TEST_P(ChangingFiles, areJudgedAsTheyAreWhenReadLast) {
   EXPECT_EQ(verdict, GetParam().verdict);
   EXPECT_EQ(decoder.reconsideredCount(), GetParam().reconsideredCount);
   // The next file is none the worse for it.
-  EXPECT_EQ(decoder.read("/other", ChangingFile({longManifest()}, {"", EIO})),
+  EXPECT_EQ(decoder.read("/other", ChangingFile({wholeManifest}, {nothing, EIO})),
             decoded(longManifest()));
 }
 
@@ -222,27 +229,24 @@ const Verdict missingVersion = {"keyNotFound", {"version"}, "The key \"version\"
 INSTANTIATE_TEST_SUITE_P(
     Cases, ChangingFiles,
     testing::Values(
-        ChangeCase{"notReadAgainWhenItWasFine", {longManifest()}, {"", EIO}},
-        ChangeCase{"mended", {oddManifest()}, {longManifest()}, 0, valid, 1},
-        ChangeCase{"cutAtFirst", {longManifest().substr(0, 90'000)}, {longManifest()}, 0, valid, 1},
-        ChangeCase{"emptyAtFirst", {""}, {longManifest()}, 0, valid, 1},
-        ChangeCase{"broken", {oddManifest()}, {"{}"}, 0, missingVersion, 1},
+        ChangeCase{"notReadAgainWhenItWasFine", {wholeManifest}, {nothing, EIO}},
+        ChangeCase{"mended", {oddManifest}, {wholeManifest}, 0, valid, 1},
+        ChangeCase{"cutAtFirst", {cutManifest}, {wholeManifest}, 0, valid, 1},
+        ChangeCase{"emptyAtFirst", {nothing}, {wholeManifest}, 0, valid, 1},
+        ChangeCase{"broken", {oddManifest}, {emptyObject}, 0, missingVersion, 1},
         ChangeCase{"cutSince",
-                   {oddManifest()},
-                   {oddManifest().substr(0, 20)},
+                   {oddManifest},
+                   {beginningOfAManifest},
                    0,
-                   verdictOf([] { static_cast<void>(decoded(oddManifest().substr(0, 20))); }),
+                   verdictOf([] { static_cast<void>(decoded(beginningOfAManifest())); }),
                    1},
-        ChangeCase{
-            "growsTooLong", {longManifest().substr(0, 90'000), EFBIG}, {longManifest()}, EFBIG},
-        ChangeCase{
-            "growsTooLongBehindTheManifest", {longManifest(), EFBIG}, {longManifest()}, EFBIG},
-        ChangeCase{"growsTooLongAtOnce", {"", EFBIG}, {longManifest()}, EFBIG},
-        ChangeCase{
-            "failsInTheMiddle", {longManifest().substr(0, 90'000), EIO}, {longManifest()}, EIO},
-        ChangeCase{"grownTooLongSince", {oddManifest()}, {"", EFBIG}, EFBIG},
-        ChangeCase{"goneSince", {oddManifest()}, {"", ENOENT}, ENOENT},
-        ChangeCase{"directorySince", {oddManifest()}, {"", EISDIR}, EISDIR}),
+        ChangeCase{"growsTooLong", {cutManifest, EFBIG}, {wholeManifest}, EFBIG},
+        ChangeCase{"growsTooLongBehindTheManifest", {wholeManifest, EFBIG}, {wholeManifest}, EFBIG},
+        ChangeCase{"growsTooLongAtOnce", {nothing, EFBIG}, {wholeManifest}, EFBIG},
+        ChangeCase{"failsInTheMiddle", {cutManifest, EIO}, {wholeManifest}, EIO},
+        ChangeCase{"grownTooLongSince", {oddManifest}, {nothing, EFBIG}, EFBIG},
+        ChangeCase{"goneSince", {oddManifest}, {nothing, ENOENT}, ENOENT},
+        ChangeCase{"directorySince", {oddManifest}, {nothing, EISDIR}, EISDIR}),
     RowName());
 
 }  // namespace

@@ -59,7 +59,12 @@ velmora_require_found(VELMORA_BLOCKS_RUNTIME libBlocksRuntime libblocksruntime-d
 
 # g++ compiles Objective-C++, too, but knows no blocks.
 set(CMAKE_OBJCXX_COMPILER ${VELMORA_CLANGXX})
+set(pch_prologue ${CMAKE_PCH_PROLOGUE})
+set(pch_extension ${CMAKE_PCH_EXTENSION})
 enable_language(OBJCXX)
+# CMake makes precompiled headers as the last enabled compiler wants them; they are for C++.
+set(CMAKE_PCH_PROLOGUE ${pch_prologue})
+set(CMAKE_PCH_EXTENSION ${pch_extension})
 
 # The other sources of these targets may be compiled by g++, which knows few of these options.
 # gcc's headers come last, because clang has most of them itself.

@@ -1,7 +1,7 @@
 // Any document: read exactly when another parser reads it, with the same values, each of which is
 // told where it stands; and read again as the same, however it is written.
 #include "fuzz/Verdict.h"
-#include "tests/json/JSONJudge.h"
+#include "tests/support/JSONJudge.h"
 
 #include <string_view>
 #include <vector>

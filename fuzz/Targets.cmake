@@ -7,14 +7,11 @@ velmora_fuzz_target(lexical_path SOURCES LexicalPathFuzzer.cpp DEPENDS velmora::
 velmora_fuzz_target(
   path_predicates SOURCES PathPredicatesFuzzer.cpp DEPENDS velmora::warpshared velmora::text)
 velmora_fuzz_target(
-  json SOURCES JSONFuzzer.cpp ../tests/json/JSONJudge.cpp ../tests/json/JSONRewriting.cpp
-  DEPENDS velmora::json PkgConfig::SIMDJSON)
-velmora_fuzz_target(manifest SOURCES ManifestFuzzer.cpp ../tests/json/JSONRewriting.cpp
-                    DEPENDS velmora::warpshared)
-velmora_fuzz_target(index SOURCES IndexFuzzer.cpp ../tests/json/JSONRewriting.cpp
-                    DEPENDS velmora::warpshared)
-velmora_fuzz_target(marker SOURCES MarkerFuzzer.cpp ../tests/json/JSONRewriting.cpp
-                    DEPENDS velmora::resolution)
+  json SOURCES JSONFuzzer.cpp DEPENDS velmora_json_judge velmora::json)
+velmora_fuzz_target(manifest SOURCES ManifestFuzzer.cpp
+                    DEPENDS velmora_json_judge velmora::warpshared)
+velmora_fuzz_target(index SOURCES IndexFuzzer.cpp DEPENDS velmora_json_judge velmora::warpshared)
+velmora_fuzz_target(marker SOURCES MarkerFuzzer.cpp DEPENDS velmora_json_judge velmora::resolution)
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
   velmora_fuzz_target(strings_table SOURCES StringsTableFuzzer.cpp DEPENDS velmora::platform_linux)
 endif()

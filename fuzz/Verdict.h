@@ -6,7 +6,7 @@
 #include "json/DecodingError.h"
 #include "json/JSONReader.h"
 #include "platform/PlatformError.h"
-#include "tests/json/JSONRewriting.h"
+#include "tests/support/JSONRewriting.h"
 
 #include <concepts>
 #include <cstddef>

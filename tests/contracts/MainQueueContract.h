@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/MainQueue.h"
-#include "tests/Threads.h"
+#include "tests/support/Threads.h"
 
 #include <gtest/gtest.h>
 

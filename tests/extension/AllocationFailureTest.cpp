@@ -1,7 +1,7 @@
 // Serves a request again and again, each time with another of its memory allocations failing.
 
 #include "extension/VelmoraFinderActionExtension.h"
-#include "tests/FailingAllocations.h"
+#include "tests/support/FailingAllocations.h"
 #include "tests/fakes/FakeExtensionHost.h"
 #include "tests/fakes/FakePlatform.h"
 

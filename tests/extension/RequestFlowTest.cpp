@@ -1,5 +1,5 @@
 #include "extension/RequestFlow.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/fakes/FakeExtensionHost.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/RecordedWarps.h"

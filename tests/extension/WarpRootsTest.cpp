@@ -1,8 +1,8 @@
 #include "extension/WarpRoots.h"
 #include "platform/posix/PosixPathStandardizer.h"
-#include "tests/Bytes.h"
-#include "tests/RowName.h"
-#include "tests/data/AnsweredCases.h"
+#include "tests/support/Bytes.h"
+#include "tests/support/RowName.h"
+#include "tests/support/AnsweredCases.h"
 #include "text/Characters.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "tests/gnustep/ProcessEnvironment.h"
 #include "tests/gnustep/SharedObjects.h"
 #include "tests/gnustep/Strings.h"
-#include "tests/process/Process.h"
+#include "tests/support/Process.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "tests/gnustep/NotificationProtocol.h"
 #include "tests/gnustep/ProcessEnvironment.h"
 #include "tests/gnustep/Strings.h"
-#include "tests/process/Process.h"
+#include "tests/support/Process.h"
 
 #import <Foundation/Foundation.h>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 #include "handoff/HandoffRequestEncoding.h"
 #include "platform/PlatformError.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "handoff/HandoffRequest.h"
-#include "tests/Bytes.h"
-#include "tests/RowName.h"
+#include "tests/support/Bytes.h"
+#include "tests/support/RowName.h"
 #include "tests/fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>

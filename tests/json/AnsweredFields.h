@@ -3,7 +3,7 @@
 
 #include "json/JSONReader.h"
 #include "json/RecordDecoding.h"
-#include "tests/data/AnsweredDocuments.h"
+#include "tests/support/AnsweredDocuments.h"
 #include "tests/json/Faults.h"
 
 #include <gtest/gtest.h>

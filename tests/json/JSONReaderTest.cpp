@@ -1,8 +1,8 @@
 #include "json/JSONReader.h"
-#include "tests/data/AnsweredDocuments.h"
+#include "tests/support/AnsweredDocuments.h"
 #include "tests/json/Faults.h"
-#include "tests/json/JSONJudge.h"
-#include "tests/json/JSONRewriting.h"
+#include "tests/support/JSONJudge.h"
+#include "tests/support/JSONRewriting.h"
 #include "tests/json/ReadDocument.h"
 
 #include <gtest/gtest.h>

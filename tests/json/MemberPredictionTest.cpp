@@ -1,5 +1,5 @@
 #include "json/MemberPrediction.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/json/TokenizedText.h"
 
 #include <gtest/gtest.h>

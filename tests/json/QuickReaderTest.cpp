@@ -1,7 +1,7 @@
 #include "json/DecodingError.h"
 #include "json/QuickReader.h"
 #include "json/RecordDecoding.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/json/ReadDocument.h"
 #include "tests/json/TokenizedText.h"
 

@@ -1,6 +1,6 @@
 #include "json/ExactInteger.h"
 #include "json/QuickTokens.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/json/TokenizedText.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "json/TokenFinder.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 
 #include <gtest/gtest.h>
 

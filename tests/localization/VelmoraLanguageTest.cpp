@@ -1,5 +1,5 @@
 #include "localization/VelmoraLanguage.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>

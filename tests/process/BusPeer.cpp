@@ -11,7 +11,7 @@
 //   bus_peer launched SOCKET [ARGUMENT]...
 // is an application that a launcher starts: it reports how, and runs until SOCKET closes.
 
-#include "tests/process/Records.h"
+#include "tests/support/Records.h"
 
 #include <gio/gio.h>
 

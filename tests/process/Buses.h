@@ -1,7 +1,7 @@
 // The session bus of a test, in good health and otherwise.
 #pragma once
 
-#include "tests/process/Records.h"
+#include "tests/support/Records.h"
 #include "tests/process/ScratchHome.h"
 
 #include <sys/types.h>

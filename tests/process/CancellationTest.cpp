@@ -1,6 +1,6 @@
 // Selections that do not suit the action: the sentence in the user's language, and nothing else.
 
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/process/Buses.h"
 #include "tests/process/ProcessTest.h"
 

@@ -1,6 +1,6 @@
 // --check: an answer by the exit status, and no trace of the question.
 
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/process/ProcessTest.h"
 
 namespace velmora::process {

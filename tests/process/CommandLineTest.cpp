@@ -1,6 +1,6 @@
 // The command line: what is understood, and how misunderstandings are told.
 
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/process/ProcessTest.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // One fault in each system call that writes a request, in turn: whatever happens, there is either
 // no request or a whole one, and the program says which.
 
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/process/ProcessTest.h"
 #include "tests/process/Trace.h"
 

@@ -1,6 +1,6 @@
 // A good request from end to end: the file, the signal after it, the application.
 
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/process/Buses.h"
 #include "tests/process/ProcessTest.h"
 

@@ -1,6 +1,6 @@
 // velmora-warp-inspect: where its answers go, and how its command line is answered.
 
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/InspectTest.h"
 

@@ -1,6 +1,6 @@
 // Items as file managers and people write them: hostile names, relative paths, file URLs.
 
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/process/ProcessTest.h"
 
 namespace velmora::process {

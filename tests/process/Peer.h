@@ -2,7 +2,7 @@
 // application that it launches.
 #pragma once
 
-#include "tests/process/Records.h"
+#include "tests/support/Records.h"
 #include "tests/process/ScratchHome.h"
 
 #include <sys/types.h>

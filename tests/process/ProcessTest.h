@@ -3,7 +3,7 @@
 
 #include "tests/process/Expectations.h"
 #include "tests/process/Peer.h"
-#include "tests/process/Process.h"
+#include "tests/support/Process.h"
 #include "tests/process/ScratchHome.h"
 
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 // Specification, and the application's container.
 #pragma once
 
-#include "tests/ScratchDirectory.h"
-#include "tests/process/Process.h"
+#include "tests/support/ScratchDirectory.h"
+#include "tests/support/Process.h"
 
 #include <filesystem>
 #include <set>

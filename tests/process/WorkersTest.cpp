@@ -1,7 +1,7 @@
 // --workers: how many threads a program starts to read the mirror and the markers, and that nobody
 // can tell by its answers.
 
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/ProcessTest.h"
 #include "tests/process/Trace.h"

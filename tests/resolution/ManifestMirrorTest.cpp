@@ -1,5 +1,5 @@
 #include "resolution/ManifestMirror.h"
-#include "tests/data/AnsweredCases.h"
+#include "tests/support/AnsweredCases.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/resolution/RecordingObserver.h"
 

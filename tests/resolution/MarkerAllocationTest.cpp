@@ -4,7 +4,7 @@
 
 #include "resolution/ResolutionObserver.h"
 #include "resolution/WarpMarker.h"
-#include "tests/FailingAllocations.h"
+#include "tests/support/FailingAllocations.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/resolution/MirroredManifests.h"
 

@@ -3,7 +3,7 @@
 
 #include "resolution/ManifestMirror.h"
 #include "resolution/ResolutionObserver.h"
-#include "tests/FailingAllocations.h"
+#include "tests/support/FailingAllocations.h"
 #include "tests/fakes/RecordedWarps.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "resolution/ReadingCost.h"
 #include "resolution/WorkerCount.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "resolution/ResolutionObserver.h"
 #include "resolution/WarpMarker.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/resolution/Meeting.h"
 #include "tests/resolution/MirroredManifests.h"

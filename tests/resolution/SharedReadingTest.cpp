@@ -2,7 +2,7 @@
 
 #include "resolution/ManifestMirror.h"
 #include "resolution/ResolutionObserver.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/resolution/Meeting.h"
 #include "tests/resolution/WatchedFiles.h"

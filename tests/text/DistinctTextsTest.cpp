@@ -1,4 +1,4 @@
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "text/DistinctTexts.h"
 
 #include <gtest/gtest.h>

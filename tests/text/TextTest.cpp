@@ -1,4 +1,4 @@
-#include "tests/data/AnsweredCases.h"
+#include "tests/support/AnsweredCases.h"
 #include "text/Text.h"
 
 #include <gtest/gtest.h>

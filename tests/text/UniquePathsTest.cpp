@@ -1,4 +1,4 @@
-#include "tests/Bytes.h"
+#include "tests/support/Bytes.h"
 #include "text/UniquePaths.h"
 
 #include <gtest/gtest.h>

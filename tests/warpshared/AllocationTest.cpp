@@ -1,7 +1,7 @@
 // What a large manifest does not allocate for: the questions asked of every path, when it is ASCII,
 // and each of the entries that are kept. And what becomes of these when memory runs out.
 
-#include "tests/FailingAllocations.h"
+#include "tests/support/FailingAllocations.h"
 #include "tests/fakes/WarpRecords.h"
 #include "text/CanonicalTextSet.h"
 #include "text/Characters.h"

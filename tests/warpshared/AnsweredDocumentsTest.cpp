@@ -2,7 +2,7 @@
 
 #include "json/JSONWriting.h"
 #include "platform/PlatformError.h"
-#include "tests/data/AnsweredDocuments.h"
+#include "tests/support/AnsweredDocuments.h"
 #include "tests/warpshared/SharedWarpDocuments.h"
 #include "warpshared/DestroyedManifestIndex.h"
 #include "warpshared/ManifestDecoding.h"

@@ -1,5 +1,5 @@
 #include "platform/PlatformError.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/warpshared/SharedWarpDocuments.h"
 #include "warpshared/DestroyedManifestIndex.h"

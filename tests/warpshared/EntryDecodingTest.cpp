@@ -1,5 +1,5 @@
 #include "json/JSONReader.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/warpshared/SharedWarpDocuments.h"
 #include "warpshared/VelmoraWarpSharedManifest.h"
 

@@ -1,7 +1,7 @@
 // Reading manifests allocates nothing for an entry, and survives each allocation that fails.
 
 #include "platform/FileReader.h"
-#include "tests/FailingAllocations.h"
+#include "tests/support/FailingAllocations.h"
 #include "tests/warpshared/PlainManifests.h"
 #include "warpshared/ManifestDecoding.h"
 

@@ -1,4 +1,4 @@
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/warpshared/SharedWarpDocuments.h"
 #include "warpshared/ManifestDecoding.h"
 

@@ -1,4 +1,4 @@
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "warpshared/ManifestRules.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "warpshared/OriginalFolder.h"
 #include "warpshared/PathPredicates.h"
 

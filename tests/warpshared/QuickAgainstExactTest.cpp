@@ -2,8 +2,8 @@
 // does.
 
 #include "json/JSONReader.h"
-#include "tests/data/AnsweredDocuments.h"
-#include "tests/json/JSONRewriting.h"
+#include "tests/support/AnsweredDocuments.h"
+#include "tests/support/JSONRewriting.h"
 #include "tests/warpshared/ManifestReadings.h"
 #include "tests/warpshared/PlainManifests.h"
 

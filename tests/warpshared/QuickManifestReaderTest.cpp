@@ -1,4 +1,4 @@
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/warpshared/ManifestReadings.h"
 #include "tests/warpshared/PlainManifests.h"
 #include "tests/warpshared/SharedWarpDocuments.h"

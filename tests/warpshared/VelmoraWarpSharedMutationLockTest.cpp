@@ -2,8 +2,8 @@
 #include "platform/RecordLocks.h"
 #include "platform/posix/PosixRecordLocks.h"
 #include "platform/posix/ThreadSemaphore.h"
-#include "tests/LockProbe.h"
-#include "tests/ScratchDirectory.h"
+#include "tests/support/LockProbe.h"
+#include "tests/support/ScratchDirectory.h"
 #include "warpshared/VelmoraWarpSharedMutationLock.h"
 
 #include <gtest/gtest.h>

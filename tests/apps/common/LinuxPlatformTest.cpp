@@ -1,7 +1,7 @@
 #include "common/LinuxPlatform.h"
 #include "localization/Messages.h"
 #include "platform/linux/Environment.h"
-#include "tests/ScratchDirectory.h"
+#include "tests/support/ScratchDirectory.h"
 
 #include <gtest/gtest.h>
 

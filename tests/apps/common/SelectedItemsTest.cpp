@@ -1,7 +1,7 @@
 #include "common/SelectedItems.h"
 #include "extension/SelectionGathering.h"
 #include "platform/PathStandardizer.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "text/LexicalPath.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Serves a request of the host again and again, each time with another of its memory allocations
 // failing: C++ must not throw into the host, and the request must end.
 
-#include "tests/FailingAllocations.h"
+#include "tests/support/FailingAllocations.h"
 #include "tests/apps/macos/HostSession.h"
 #include "tests/gnustep/SharedObjects.h"
 

@@ -1,5 +1,5 @@
 #include "DirectoryAccess.h"
-#include "tests/ScratchDirectory.h"
+#include "tests/support/ScratchDirectory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "Explanation.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/fakes/RecordedWarps.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "Fault.h"
 #include "platform/PlatformError.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "FileCheck.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/WarpRecords.h"
 

@@ -1,6 +1,6 @@
 #include "Style.h"
 #include "platform/linux/Environment.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/posix/FileDescriptor.h"
-#include "tests/ScratchDirectory.h"
+#include "tests/support/ScratchDirectory.h"
 
 #include <sys/types.h>
 

@@ -1,8 +1,8 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/LinuxExtensionBundle.h"
 #include "platform/posix/PosixFileReader.h"
-#include "tests/ScratchDirectory.h"
-#include "tests/StringsFile.h"
+#include "tests/support/ScratchDirectory.h"
+#include "tests/support/StringsFile.h"
 #include "tests/contracts/ExtensionBundleContract.h"
 
 #include <gtest/gtest.h>

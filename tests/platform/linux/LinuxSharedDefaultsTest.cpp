@@ -1,8 +1,8 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/LinuxSharedDefaults.h"
 #include "platform/posix/PosixFileReader.h"
-#include "tests/RowName.h"
-#include "tests/ScratchDirectory.h"
+#include "tests/support/RowName.h"
+#include "tests/support/ScratchDirectory.h"
 #include "tests/contracts/SharedDefaultsContract.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/LinuxSharedLocations.h"
 #include "platform/posix/PosixFileReader.h"
-#include "tests/ScratchDirectory.h"
+#include "tests/support/ScratchDirectory.h"
 #include "tests/contracts/SharedLocationsContract.h"
 
 #include <gtest/gtest.h>

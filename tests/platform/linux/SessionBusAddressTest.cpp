@@ -1,7 +1,7 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/SessionBusAddress.h"
-#include "tests/RowName.h"
-#include "tests/ScratchDirectory.h"
+#include "tests/support/RowName.h"
+#include "tests/support/ScratchDirectory.h"
 #include "tests/platform/linux/Buses.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/SessionBus.h"
 #include "platform/posix/FileDescriptor.h"
-#include "tests/ScratchDirectory.h"
+#include "tests/support/ScratchDirectory.h"
 #include "tests/platform/linux/BusPeer.h"
 #include "tests/platform/linux/Buses.h"
 

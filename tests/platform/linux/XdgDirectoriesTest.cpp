@@ -1,6 +1,6 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/XdgDirectories.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "extension/SelectionGathering.h"
 #include "platform/macos/MacItemProvider.h"
-#include "tests/RowName.h"
+#include "tests/support/RowName.h"
 #include "tests/gnustep/ScriptedItemProvider.h"
 
 #include <gtest/gtest.h>

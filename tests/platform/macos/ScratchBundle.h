@@ -1,7 +1,7 @@
 // A bundle that stands in for the main bundle, which a test program cannot choose.
 #pragma once
 
-#include "tests/ScratchDirectory.h"
+#include "tests/support/ScratchDirectory.h"
 
 #include <functional>
 #include <map>

@@ -1,7 +1,7 @@
 #include "tests/platform/macos/ScratchBundle.h"
 
 #include "platform/macos/FoundationText.h"
-#include "tests/StringsFile.h"
+#include "tests/support/StringsFile.h"
 #include "tests/platform/macos/MethodReplacement.h"
 
 #import <Foundation/Foundation.h>

@@ -1,6 +1,6 @@
 #include "platform/posix/PosixFileReader.h"
 #include "platform/posix/PosixFileWriter.h"
-#include "tests/ScratchDirectory.h"
+#include "tests/support/ScratchDirectory.h"
 #include "tests/contracts/FileContract.h"
 #include "tests/fakes/FakePlatform.h"
 

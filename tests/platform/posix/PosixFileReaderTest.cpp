@@ -1,10 +1,10 @@
 #include "platform/PlatformError.h"
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/PosixFileReader.h"
-#include "tests/HostileFiles.h"
-#include "tests/RowName.h"
-#include "tests/ScratchDirectory.h"
-#include "tests/Threads.h"
+#include "tests/support/HostileFiles.h"
+#include "tests/support/RowName.h"
+#include "tests/support/ScratchDirectory.h"
+#include "tests/support/Threads.h"
 
 #include <gtest/gtest.h>
 

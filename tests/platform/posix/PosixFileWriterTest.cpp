@@ -1,8 +1,8 @@
 #include "platform/PlatformError.h"
 #include "platform/posix/PosixFileReader.h"
 #include "platform/posix/PosixFileWriter.h"
-#include "tests/ScratchDirectory.h"
-#include "tests/Threads.h"
+#include "tests/support/ScratchDirectory.h"
+#include "tests/support/Threads.h"
 
 #include <gtest/gtest.h>
 

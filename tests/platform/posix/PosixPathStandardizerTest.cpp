@@ -1,6 +1,6 @@
 #include "platform/posix/PosixPathStandardizer.h"
-#include "tests/RowName.h"
-#include "tests/ScratchDirectory.h"
+#include "tests/support/RowName.h"
+#include "tests/support/ScratchDirectory.h"
 #include "tests/contracts/PathStandardizerContract.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/PosixRecordLocks.h"
-#include "tests/LockProbe.h"
-#include "tests/ScratchDirectory.h"
+#include "tests/support/LockProbe.h"
+#include "tests/support/ScratchDirectory.h"
 
 #include <gtest/gtest.h>
 

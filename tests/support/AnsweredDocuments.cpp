@@ -1,4 +1,4 @@
-#include "tests/data/AnsweredDocuments.h"
+#include "tests/support/AnsweredDocuments.h"
 
 #include <simdjson.h>
 

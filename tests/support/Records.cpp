@@ -1,4 +1,4 @@
-#include "tests/process/Records.h"
+#include "tests/support/Records.h"
 
 #include <poll.h>
 #include <sys/socket.h>

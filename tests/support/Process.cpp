@@ -1,4 +1,4 @@
-#include "tests/process/Process.h"
+#include "tests/support/Process.h"
 
 #include <fcntl.h>
 #include <poll.h>

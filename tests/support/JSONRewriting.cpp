@@ -1,4 +1,4 @@
-#include "tests/json/JSONRewriting.h"
+#include "tests/support/JSONRewriting.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "tests/json/JSONJudge.h"
+#include "tests/support/JSONJudge.h"
 
 #include "json/DecodingError.h"
 #include "json/ExactInteger.h"

@@ -1,6 +1,5 @@
 // The command line: what is understood, and how misunderstandings are told.
 
-#include "tests/support/RowName.h"
 #include "tests/process/ProcessTest.h"
 
 #include <algorithm>
@@ -9,121 +8,75 @@ namespace velmora::process {
 
 namespace {
 
-struct UsageCase {
-  const char* name;
-  std::vector<std::string> arguments;
-};
-
-class UsageTest : public ProcessTest, public ::testing::WithParamInterface<UsageCase> {};
-
-TEST_P(UsageTest, isAnErrorOfOneLine) {
-  home.makeFolder("A");
-  home.makeFolder("-dash");
-  command.workingDirectory = home.path() / "folders";
-  installApplication(execLine());
-  const Outcome outcome = run(GetParam().arguments);
-  expectCancelled(outcome, 64, outcome.error);
-  EXPECT_EQ(std::ranges::count(outcome.error, '\n'), 1) << outcome.error;
-  EXPECT_TRUE(outcome.error.ends_with('\n'));
-  EXPECT_GT(outcome.error.size(), 1U);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Usage, UsageTest,
-    ::testing::Values(
-        UsageCase{"nothing", {}}, UsageCase{"optionsOnly", {"--restore", "--no-notify"}},
-        UsageCase{"endOfOptionsOnly", {"--"}}, UsageCase{"checkOnly", {"--check"}},
-        UsageCase{"unknownOption", {"--unknown", "A"}},
-        UsageCase{"unknownOptionWithALineBreak", {"--un\nknown", "A"}},
-        UsageCase{"unknownShortOption", {"-x", "A"}},
-        UsageCase{"nameThatLooksLikeAnOption", {"-dash"}},
-        UsageCase{"unknownOptionAfterAnItem", {"A", "--unknown"}},
-        UsageCase{"valueForAFlag", {"--check=yes", "A"}},
-        UsageCase{"identifierWithoutValue", {"--bundle-identifier"}},
-        UsageCase{"listAndItems", {"--files0-from=-", "A"}},
-        UsageCase{"listAndItemsAfterTheEndOfOptions", {"--files0-from=-", "--", "A"}},
-        UsageCase{"listFromAFile", {"--files0-from=x"}},
-        UsageCase{"listFromNowhere", {"--files0-from="}},
-        UsageCase{"restoreAndIdentifier",
-                  {"--restore", "--bundle-identifier", "io.tolvane.Velmora.FinderAction", "A"}},
-        UsageCase{
-            "restoreAndIdentifierOfRestore",
-            {"--restore", "--bundle-identifier=io.tolvane.Velmora.FinderRestoreAction", "A"}}),
-    RowName());
-
 class CommandLineTest : public ProcessTest {};
 
-TEST_F(CommandLineTest, helpIsPrintedAndNothingDone) {
-  const Outcome outcome = run({"--help"});
-  EXPECT_EQ(outcome.exitStatus, 0);
-  EXPECT_EQ(outcome.error, "");
-  for (const char* option : {"--bundle-identifier", "--restore", "--check", "--no-notify",
-                             "--workers", "--files0-from"}) {
-    EXPECT_NE(outcome.output.find(option), std::string::npos) << option;
+TEST_F(CommandLineTest, misunderstandingsAreErrorsOfOneLine) {
+  home.makeFolder("A");
+  command.workingDirectory = home.folders();
+  installApplication(execLine());
+  const std::vector<std::string> rows[] = {
+      {}, {"--un\nknown", "A"}, {"A", "--unknown"}, {"--files0-from="}, {"--workers", "65", "A"},
+  };
+  for (const std::vector<std::string>& arguments : rows) {
+    SCOPED_TRACE(::testing::PrintToString(arguments));
+    const Outcome outcome = run(arguments);
+    expectCancelled(outcome, 64, outcome.error);
+    EXPECT_TRUE(outcome.error.starts_with("velmora-finder-action: ")) << outcome.error;
+    EXPECT_EQ(std::ranges::count(outcome.error, '\n'), 1) << outcome.error;
+    EXPECT_TRUE(outcome.error.ends_with('\n'));
   }
-  EXPECT_EQ(made(), std::set<std::string>());
 }
 
-TEST_F(CommandLineTest, versionIsPrintedAndNothingDone) {
-  const Outcome outcome = run({"--version"});
-  EXPECT_EQ(outcome.exitStatus, 0);
-  EXPECT_EQ(outcome.error, "");
-  EXPECT_EQ(outcome.output, "velmora-finder-action " VELMORA_TEST_VERSION "\n");
+TEST_F(CommandLineTest, helpAndVersionArePrintedAndNothingDone) {
+  const Outcome help = run({"--help"});
+  EXPECT_EQ(help.exitStatus, 0);
+  EXPECT_EQ(help.error, "");
+  EXPECT_NE(help.output.find("--bundle-identifier"), std::string::npos) << help.output;
+  EXPECT_EQ(made(), std::set<std::string>());
+  const Outcome version = run({"--version"});
+  EXPECT_EQ(version.exitStatus, 0);
+  EXPECT_EQ(version.error, "");
+  EXPECT_EQ(version.output, "velmora-finder-action " VELMORA_TEST_VERSION "\n");
   EXPECT_EQ(made(), std::set<std::string>());
 }
 
 TEST_F(CommandLineTest, optionsOfASuccessfulRequestMayBeCombined) {
   const std::string folder = home.makeFolder("A");
-  expectCompleted(run({"--no-notify", "--bundle-identifier", "other", "--", folder}));
-  EXPECT_EQ(onlyRequest().folderPaths, std::vector<std::string>{folder});
+  expectHandedOver(run({"--no-notify", "--bundle-identifier", "other", "--", folder}), {folder});
 }
 
-class ListTest : public ProcessTest {
- protected:
-  static std::string joined(const std::vector<std::string>& items) {
-    std::string result;
-    for (const std::string& item : items) {
-      result += item + '\0';
-    }
-    return result;
-  }
-};
-
-TEST_F(ListTest, thousandsOfFoldersArriveInOrder) {
+TEST_F(CommandLineTest, listOfManyFoldersArrivesInOrder) {
+  // More than a pipe holds, the last without its end.
   std::vector<std::string> folders;
-  for (int number = 0; number < 5000; ++number) {
-    folders.push_back(home.makeFolder("folder " + std::to_string(number * 7919 % 5000)));
+  std::string list;
+  for (int number = 0; number < 1000; ++number) {
+    folders.push_back(home.makeFolder(std::string(100, 'x') + std::to_string(number * 919 % 1000)));
+    list += folders.back() + '\0';
   }
-  command.input = joined(folders);
-  expectCompleted(run({"--files0-from=-"}));
-  EXPECT_EQ(onlyRequest().folderPaths, folders);
+  list.pop_back();
+  command.input = list;
+  expectHandedOver(run({"--files0-from=-"}), folders);
 }
 
-TEST_F(ListTest, lastItemMayGoWithoutItsEnd) {
-  const std::vector<std::string> folders = {home.makeFolder("A"), home.makeFolder("line\nbreak")};
-  command.input = folders[0] + '\0' + folders[1];
-  expectCompleted(run({"--files0-from=-"}));
-  EXPECT_EQ(onlyRequest().folderPaths, folders);
+TEST_F(CommandLineTest, listedItemsThatLookLikeOptionsAreItems) {
+  const std::vector<std::string> folders = {home.makeFolder("--restore"), home.makeFolder("--"),
+                                            home.makeFolder("line\nbreak")};
+  command.input = std::string("--restore\0--\0line\nbreak\0", 24);
+  command.workingDirectory = home.folders();
+  expectHandedOver(run({"--files0-from=-"}), folders);
 }
 
-TEST_F(ListTest, itemsThatLookLikeOptionsAreItems) {
-  const std::vector<std::string> folders = {home.makeFolder("--restore"), home.makeFolder("--")};
-  command.input = joined({"--restore", "--"});
-  command.workingDirectory = home.path() / "folders";
-  expectCompleted(run({"--files0-from=-"}));
-  EXPECT_EQ(onlyRequest().folderPaths, folders);
-}
-
-TEST_F(ListTest, emptyListIsAnEmptySelection) {
+TEST_F(CommandLineTest, emptyListIsAnEmptySelection) {
   command.input = "";
   expectCancelled(run({"--files0-from=-"}), 1, message("en", chooseWarpFolders) + "\n");
   command.input.reset();
   expectCancelled(run({"--files0-from=-", "--restore"}), 1, message("en", chooseWarpedItem) + "\n");
 }
 
-TEST_F(ListTest, listOfOnlyFilesIsRefused) {
-  command.input = joined({home.makeFile("a"), home.makeFile("b")});
-  expectCancelled(run({"--files0-from=-"}), 1, message("en", chooseWarpFolders) + "\n");
+TEST_F(CommandLineTest, listThatCannotBeReadIsAnError) {
+  command.arguments = {"sh", "-c", R"(exec "$0" "$@" </)", VELMORA_TEST_PROGRAM};
+  expectCancelled(run({"--files0-from=-"}), 64,
+                  "velmora-finder-action: cannot read standard input: Is a directory\n");
 }
 
 }  // namespace

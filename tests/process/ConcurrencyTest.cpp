@@ -83,7 +83,7 @@ class ConcurrencyTest : public ProcessTest {
 
 TEST_F(ConcurrencyTest, everyRequestIsWholeFromTheMomentItAppears) {
   constexpr int writers = 8;
-  constexpr int requestsEach = 200;
+  constexpr int requestsEach = 25;
   const std::string end = "end";
   std::filesystem::create_directories(home.requestDirectory());
   RequestWatcher watcher(home.requestDirectory());

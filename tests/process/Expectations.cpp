@@ -1,8 +1,7 @@
 #include "tests/process/Expectations.h"
 
+#include "tests/process/JSONLine.h"
 #include "tests/process/ScratchHome.h"
-
-#include <simdjson.h>
 
 #include <algorithm>
 #include <array>
@@ -14,44 +13,23 @@ namespace velmora::process {
 namespace {
 
 bool fits(char character, char pattern) {
-  constexpr std::string_view digits = "0123456789";
-  constexpr std::string_view hexadecimalDigits = "0123456789ABCDEF";
-  constexpr std::string_view variants = "89AB";
-  switch (pattern) {
-    case '9':
-      return digits.find(character) != std::string_view::npos;
-    case 'H':
-      return hexadecimalDigits.find(character) != std::string_view::npos;
-    case 'V':
-      return variants.find(character) != std::string_view::npos;
-    default:
-      return character == pattern;
-  }
-}
-
-std::vector<std::string> textsOf(simdjson::dom::array array) {
-  std::vector<std::string> result;
-  for (const simdjson::dom::element element : array) {
-    result.emplace_back(std::string_view(element.get_string()));
-  }
-  return result;
+  const std::string_view choice = pattern == '9'   ? "0123456789"
+                                  : pattern == 'H' ? "0123456789ABCDEF"
+                                  : pattern == 'V' ? "89AB"
+                                                   : std::string_view(&pattern, 1);
+  return choice.find(character) != std::string_view::npos;
 }
 
 }  // namespace
 
 Request parseRequest(const std::string& json) {
-  simdjson::dom::parser parser;
-  const simdjson::dom::object object = parser.parse(json).get_object();
-  std::vector<std::string_view> keys;
-  for (const auto field : object) {
-    keys.push_back(field.key);
-  }
-  if (keys != std::vector<std::string_view>{"action", "createdAt", "folderPaths"}) {
+  const JSONLine object(json);
+  if (object.keys() != std::vector<std::string>{"action", "createdAt", "folderPaths"}) {
     throw std::runtime_error("other keys: " + json);
   }
-  Request request{.action = std::string(std::string_view(object["action"].get_string())),
-                  .createdAt = std::string(std::string_view(object["createdAt"].get_string())),
-                  .folderPaths = textsOf(object["folderPaths"].get_array())};
+  Request request{.action = object.text("/action"),
+                  .createdAt = object.text("/createdAt"),
+                  .folderPaths = object.texts("/folderPaths")};
   if (request.folderPaths.empty() || !hasForm(request.createdAt, momentForm)) {
     throw std::runtime_error("not a request: " + json);
   }

@@ -1,6 +1,5 @@
 // Requests that cannot be written: one line for the log, the sentence, and nothing left behind.
 
-#include "tests/process/Buses.h"
 #include "tests/process/ProcessTest.h"
 
 #include <unistd.h>
@@ -13,58 +12,29 @@ namespace {
 
 namespace filesystem = std::filesystem;
 
-/// The user who owns nothing, and one whom the system has no entry for.
-constexpr uid_t nobody = 65534;
-constexpr uid_t stranger = 54321;
-
-std::string logLine(const Outcome& outcome, const std::string& description) {
-  return "velmora-finder-action[" + std::to_string(outcome.process) +
-         "]: Velmora Finder Action handoff failed: " + description + "\n";
-}
+/// A user whom the system has no entry for.
+constexpr unsigned stranger = 54321;
 
 /// With a bus to signal on and an application to launch, so that doing so would be noticed.
 class FailedHandoffTest : public ProcessTest {
  protected:
   FailedHandoffTest() {
-    command.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
+    setBus(bus.address());
+    filesystem::permissions(home.runtimeDirectory() / "bus", filesystem::perms(0777));
+    receiver.listen("io.tolvane.Velmora");
     installApplication(execLine());
   }
 
   void expectHandoffFails(int error) { expectHandoffFails(std::strerror(error)); }
 
-  void expectHandoffFails(const std::string& description) {
+  /// The sentence is in the user's language, the line for the log in the system's.
+  void expectHandoffFails(const std::string& description, const std::string& language = "en") {
     const Outcome outcome = run({folder});
     expectCancelled(outcome, 2,
-                    logLine(outcome, description) + message("en", warpHandoffFailed) + "\n");
-    EXPECT_TRUE(receiver.recordsUntilGone(outcome.process).empty());
-  }
-
-  /// Lets the program run as someone without privileges. Everything that it needs to do so is
-  /// copied into the home, which is all that this user is sure to reach.
-  void runAs(uid_t user) {
-    filesystem::permissions(home.path(), filesystem::perms(0755));
-    filesystem::permissions(home.runtimeDirectory(), filesystem::perms(0755));
-    filesystem::permissions(home.runtimeDirectory() / "bus", filesystem::perms(0777));
-    const filesystem::path program = home.path() / "velmora-finder-action";
-    filesystem::copy_file(VELMORA_TEST_PROGRAM, program);
-    filesystem::copy(VELMORA_TEST_RESOURCES, home.path() / "resources",
-                     filesystem::copy_options::recursive);
-    command.environment["VELMORA_RESOURCE_DIR"] = home.path() / "resources";
-    // Where a build that counts lines puts its counts.
-    filesystem::create_directory(home.path() / "coverage");
-    filesystem::permissions(home.path() / "coverage", filesystem::perms(0777));
-    command.environment["GCOV_PREFIX"] = home.path() / "coverage";
-    command.arguments = commandAs(user);
-    command.arguments.push_back(program);
-  }
-
-  static std::vector<std::string> commandAs(uid_t user) {
-    const std::string number = std::to_string(user);
-    if (::geteuid() == 0) {
-      return {"setpriv", "--reuid=" + number, "--regid=" + number, "--clear-groups", "--"};
-    }
-    return user == nobody ? std::vector<std::string>()
-                          : std::vector<std::string>{"unshare", "--map-user=" + number, "--"};
+                    "velmora-finder-action[" + std::to_string(outcome.process) +
+                        "]: Velmora Finder Action handoff failed: " + description + "\n" +
+                        message(language, warpHandoffFailed) + "\n");
+    EXPECT_TRUE(receiver.receivedUntilGone(outcome.process).empty());
   }
 
   /// A directory that only its owner may write to, and only that user owns.
@@ -77,23 +47,26 @@ class FailedHandoffTest : public ProcessTest {
   }
 
   std::string folder = home.makeFolder("A");
-  PrivateBus bus{home};
-  Peer receiver{bus.address(), {"--match", handoffRule}};
+  PrivateBus bus{home.runtimeDirectory()};
+  BusPeer receiver{bus.address()};
 };
 
-TEST_F(FailedHandoffTest, containerIsAFile) {
+TEST_F(FailedHandoffTest, somethingElseIsInTheWay) {
+  const struct {
+    filesystem::path file;
+    int error;
+  } rows[] = {{home.container(), ENOTDIR},
+              {home.container() / "Warp", ENOTDIR},
+              {home.requestDirectory(), EEXIST}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.file);
+    writeFile(row.file, "");
+    expectHandoffFails(row.error);
+    filesystem::remove_all(home.container());
+  }
   writeFile(home.container(), "");
-  expectHandoffFails(ENOTDIR);
-}
-
-TEST_F(FailedHandoffTest, sharedRootIsAFile) {
-  writeFile(home.container() / "Warp", "");
-  expectHandoffFails(ENOTDIR);
-}
-
-TEST_F(FailedHandoffTest, requestDirectoryIsAFile) {
-  writeFile(home.requestDirectory(), "");
-  expectHandoffFails(EEXIST);
+  command.environment["LANG"] = "ja_JP.UTF-8";
+  expectHandoffFails(std::strerror(ENOTDIR), "ja");
 }
 
 TEST_F(FailedHandoffTest, sharedRootLeadsNowhere) {
@@ -131,15 +104,6 @@ TEST_F(FailedHandoffTest, userIsUnknownAndHasNoHome) {
   }
   runAs(stranger);
   expectHandoffFails("The file doesn’t exist.");
-}
-
-TEST_F(FailedHandoffTest, sentenceIsInTheUsersLanguageAndTheLogInTheSystems) {
-  writeFile(home.container(), "");
-  command.environment["LANG"] = "ja_JP.UTF-8";
-  const Outcome outcome = run({folder});
-  expectCancelled(
-      outcome, 2,
-      logLine(outcome, std::strerror(ENOTDIR)) + message("ja", warpHandoffFailed) + "\n");
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 // velmora-warp-inspect: where its answers go, and how its command line is answered.
 
-#include "tests/support/RowName.h"
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/InspectTest.h"
 
@@ -10,46 +9,24 @@ namespace velmora::process {
 
 namespace {
 
-struct InspectUsageCase {
-  const char* name;
-  std::vector<std::string> arguments;
-};
-
-class InspectUsageTest : public InspectTest,
-                         public ::testing::WithParamInterface<InspectUsageCase> {};
-
-TEST_P(InspectUsageTest, isAnErrorOfOneLine) {
-  const Outcome outcome = run(GetParam().arguments);
-  EXPECT_EQ(outcome.exitStatus, 64);
-  EXPECT_EQ(outcome.output, "");
-  EXPECT_TRUE(outcome.error.starts_with("velmora-warp-inspect: ")) << outcome.error;
-  EXPECT_EQ(std::ranges::count(outcome.error, '\n'), 1) << outcome.error;
-  EXPECT_TRUE(outcome.error.ends_with('\n'));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Usage, InspectUsageTest,
-    ::testing::Values(InspectUsageCase{"nothing", {}}, InspectUsageCase{"command", {"bogus"}},
-                      InspectUsageCase{"commandWithALineBreak", {"bo\ngus\x1b[2J"}},
-                      InspectUsageCase{"checkNothing", {"check"}},
-                      InspectUsageCase{"checkUnknownOption", {"check", "--bogus", "a"}},
-                      InspectUsageCase{"checkDash", {"check", "-dash"}},
-                      InspectUsageCase{"checkKind", {"check", "--kind=\n", "a"}},
-                      InspectUsageCase{"listOperand", {"list", "a\nb"}},
-                      InspectUsageCase{"explainNoAction", {"explain", "a"}},
-                      InspectUsageCase{"explainNothing", {"explain", "--warp"}},
-                      InspectUsageCase{"doctorOperand", {"doctor", "a"}}),
-    RowName());
-
 class InspectOutputTest : public InspectTest {};
+
+TEST_F(InspectOutputTest, misunderstandingsAreErrorsOfOneLine) {
+  const std::vector<std::string> rows[] = {
+      {}, {"bo\ngus\x1b[2J"}, {"check", "--kind=\n", "a"}, {"list", "a\nb"}};
+  for (const std::vector<std::string>& arguments : rows) {
+    SCOPED_TRACE(::testing::PrintToString(arguments));
+    const Outcome outcome = run(arguments);
+    expectCancelled(outcome, 64, outcome.error);
+    EXPECT_TRUE(outcome.error.starts_with("velmora-warp-inspect: ")) << outcome.error;
+    EXPECT_EQ(std::ranges::count(outcome.error, '\n'), 1) << outcome.error;
+    EXPECT_TRUE(outcome.error.ends_with('\n'));
+  }
+}
 
 TEST_F(InspectOutputTest, helpAndVersionArePrinted) {
   EXPECT_EQ(inspect({"--version"}, 0).output, "velmora-warp-inspect " VELMORA_TEST_VERSION "\n");
   EXPECT_NE(inspect({"--help"}, 0).output.find("doctor"), std::string::npos);
-  for (const char* subcommand : {"check", "list", "explain", "doctor"}) {
-    const std::string help = inspect({subcommand, "--help"}, 0).output;
-    EXPECT_NE(help.find(std::string("velmora-warp-inspect ") + subcommand), std::string::npos);
-  }
 }
 
 TEST_F(InspectOutputTest, readerThatHasGoneEndsItQuietly) {
@@ -61,10 +38,7 @@ TEST_F(InspectOutputTest, readerThatHasGoneEndsItQuietly) {
                                                     {"explain", "--warp", "a"},
                                                     {"doctor"},
                                                     {"--help"}}) {
-    const Outcome outcome = run(arguments);
-    EXPECT_EQ(outcome.exitStatus, 74) << arguments.front();
-    EXPECT_EQ(outcome.signal, 0);
-    EXPECT_EQ(outcome.error, "");
+    inspect(arguments, 74);
   }
 }
 
@@ -81,10 +55,8 @@ TEST_F(InspectOutputTest, readerThatGoesMidwayEndsItSoon) {
 
 TEST_F(InspectOutputTest, answerThatFindsNoRoomIsAnError) {
   command.arguments = {"sh", "-c", R"(exec "$0" "$@" >/dev/full)", VELMORA_TEST_INSPECT_PROGRAM};
-  const Outcome outcome = run({"doctor"});
-  EXPECT_EQ(outcome.exitStatus, 74);
-  EXPECT_EQ(outcome.error,
-            "velmora-warp-inspect: cannot write the answer: No space left on device\n");
+  expectCancelled(run({"doctor"}), 74,
+                  "velmora-warp-inspect: cannot write the answer: No space left on device\n");
 }
 
 TEST_F(InspectOutputTest, missingStreamsAreNoMatter) {
@@ -93,40 +65,18 @@ TEST_F(InspectOutputTest, missingStreamsAreNoMatter) {
   EXPECT_EQ(run({"check", "--files0-from=-"}).exitStatus, 0);
 }
 
-struct ColourCase {
-  const char* name;
-  StandardOutput standardOutput;
-  Environment variables;
-  const char* output;
-};
-
-class InspectColourTest : public InspectTest, public ::testing::WithParamInterface<ColourCase> {};
-
-TEST_P(InspectColourTest, isForTerminalsThatWantIt) {
+TEST_F(InspectOutputTest, coloursAreForTerminalsThatWantThem) {
   writeFile(home.path() / "m", markerJSON("W1"));
-  command.standardOutput = GetParam().standardOutput;
-  command.environment.insert(GetParam().variables.begin(), GetParam().variables.end());
-  EXPECT_EQ(inspect({"check", "--kind=marker", "m"}, 0).output, GetParam().output);
-}
-
-constexpr const char* plainAnswer = "valid    marker    m\n         Warp W1\n";
-constexpr const char* colouredAnswer = "\x1b[32mvalid\x1b[0m    marker    m\n         Warp W1\n";
-
-INSTANTIATE_TEST_SUITE_P(
-    Outputs, InspectColourTest,
-    ::testing::Values(
-        ColourCase{"terminal", StandardOutput::terminal, {{"TERM", "xterm"}}, colouredAnswer},
-        ColourCase{"pipe", StandardOutput::pipe, {{"TERM", "xterm"}}, plainAnswer},
-        ColourCase{"dumbTerminal", StandardOutput::terminal, {{"TERM", "dumb"}}, plainAnswer},
-        ColourCase{"unwanted",
-                   StandardOutput::terminal,
-                   {{"TERM", "xterm"}, {"NO_COLOR", "1"}},
-                   plainAnswer}),
-    RowName());
-
-TEST_F(InspectOutputTest, jsonIsNeverColoured) {
-  command.standardOutput = StandardOutput::terminal;
-  command.environment["TERM"] = "xterm";
+  const std::string plain = "valid    marker    m\n         Warp W1\n";
+  const std::string coloured = "\x1b[32mvalid\x1b[0m    marker    m\n         Warp W1\n";
+  const auto answer = [this](StandardOutput output, const char* terminal) {
+    command.standardOutput = output;
+    command.environment["TERM"] = terminal;
+    return inspect({"check", "--kind=marker", "m"}, 0).output;
+  };
+  EXPECT_EQ(answer(StandardOutput::pipe, "xterm"), plain);
+  EXPECT_EQ(answer(StandardOutput::terminal, "dumb"), plain);
+  EXPECT_EQ(answer(StandardOutput::terminal, "xterm"), coloured);
   EXPECT_EQ(inspect({"check", "--json", "missing"}, 1).output.find('\x1b'), std::string::npos);
 }
 

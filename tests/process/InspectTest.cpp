@@ -2,14 +2,9 @@
 
 #include "tests/fakes/WarpRecords.h"
 
-#include <unistd.h>
+#include <utility>
 
 namespace velmora::process {
-
-InspectTest::InspectTest() {
-  command.arguments = {VELMORA_TEST_INSPECT_PROGRAM};
-  command.workingDirectory = home.path();
-}
 
 Outcome InspectTest::inspect(const std::vector<std::string>& arguments, int exitStatus) {
   Outcome outcome = run(arguments);
@@ -27,33 +22,20 @@ std::vector<JSONLine> InspectTest::inspectAsJSON(std::vector<std::string> argume
   return jsonLines(inspect(arguments, exitStatus).output);
 }
 
-void InspectTest::runWithoutPrivileges() {
-  if (::geteuid() != 0) {
-    return;
-  }
-  const auto allowAll = [](const std::filesystem::path& path) {
-    std::filesystem::permissions(path, std::filesystem::perms(0777));
-  };
-  const std::filesystem::path program = home.path() / "program";
-  std::filesystem::copy_file(VELMORA_TEST_INSPECT_PROGRAM, program);
-  // Where a build that counts lines puts its counts: not in the home, where they would be a trace.
-  command.environment["GCOV_PREFIX"] = "/nonexistent";
-  allowAll(home.path());
-  allowAll(home.runtimeDirectory());
-  command.arguments = {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups",
-                       "--",      program};
+JSONLine InspectTest::onlyLine(const std::vector<std::string>& arguments, int exitStatus) {
+  std::vector<JSONLine> lines = inspectAsJSON(arguments, exitStatus);
+  EXPECT_EQ(lines.size(), 1U);
+  return std::move(lines.at(0));
 }
 
-std::string InspectTest::mirrorManifest(const VelmoraWarpSharedManifest& manifest,
-                                        std::string_view fileName) const {
-  std::filesystem::path file = mirror() / fileName;
-  writeFile(file, encodeManifest(manifest));
-  return file;
+void InspectTest::mirrorManifest(const VelmoraWarpSharedManifest& manifest,
+                                 std::string_view fileName) const {
+  writeFile(mirror() / fileName, encodeManifest(manifest));
 }
 
 std::string InspectTest::makeWarpedFolder(std::string_view name, std::string_view warpID) const {
   std::string folder = home.makeFolder(name);
-  writeFile(std::filesystem::path(folder) / ".velmora-warped.json", markerJSON(warpID));
+  writeFile(folder + "/.velmora-warped.json", markerJSON(warpID));
   mirrorManifest(manifestOf(folder, warpID), std::string(warpID) + ".json");
   return folder;
 }

@@ -14,23 +14,22 @@ namespace velmora::process {
 
 class InspectTest : public ProcessTest {
  protected:
-  InspectTest();
+  InspectTest() { command.arguments = {VELMORA_TEST_INSPECT_PROGRAM}; }
 
   /// Runs the program, which must leave no trace, whatever it is asked. Nothing goes to standard
   /// error.
   Outcome inspect(const std::vector<std::string>& arguments, int exitStatus);
   /// The same with "--json" behind the command; the answer's lines.
   std::vector<JSONLine> inspectAsJSON(std::vector<std::string> arguments, int exitStatus);
-
-  /// From here on, permissions hold the program back. What it needs is copied into the home.
-  void runWithoutPrivileges();
+  /// The same of an answer of one line.
+  JSONLine onlyLine(const std::vector<std::string>& arguments, int exitStatus);
 
   std::filesystem::path sharedRoot() const { return home.container() / "Warp"; }
   std::filesystem::path mirror() const { return sharedRoot() / "ManifestMirror"; }
+  std::filesystem::path index() const { return sharedRoot() / "destroyed-manifest-index.json"; }
 
-  /// Puts a manifest into the mirror; returns the path of its file.
-  std::string mirrorManifest(const VelmoraWarpSharedManifest& manifest,
-                             std::string_view fileName) const;
+  /// Puts a manifest into the mirror.
+  void mirrorManifest(const VelmoraWarpSharedManifest& manifest, std::string_view fileName) const;
   /// Makes a folder that is warped by `warpID`, whose manifest is `<warpID>.json`.
   std::string makeWarpedFolder(std::string_view name, std::string_view warpID) const;
 };

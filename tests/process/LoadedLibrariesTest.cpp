@@ -50,12 +50,9 @@ class LoadedLibrariesTest : public ProcessTest {
   const std::string folder = home.makeFolder("A");
 };
 
-TEST_F(LoadedLibrariesTest, checkLoadsNoneOfTheDesktop) {
+TEST_F(LoadedLibrariesTest, questionsAboutFoldersLoadNoneOfTheDesktop) {
   expectNoneOfTheDesktop(opened({VELMORA_TEST_PROGRAM, "--check", folder}, 0));
   expectNoneOfTheDesktop(opened({VELMORA_TEST_PROGRAM, "--check", "--restore", folder}, 1));
-}
-
-TEST_F(LoadedLibrariesTest, inspectionOfFoldersLoadsNoneOfTheDesktop) {
   expectNoneOfTheDesktop(opened({VELMORA_TEST_INSPECT_PROGRAM, "list"}, 0));
   expectNoneOfTheDesktop(opened({VELMORA_TEST_INSPECT_PROGRAM, "explain", "--warp", folder}, 0));
 }

@@ -1,9 +1,14 @@
 #include "tests/process/ProcessTest.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace velmora::process {
+
+namespace filesystem = std::filesystem;
 
 ProcessTest::ProcessTest()
     : command{.arguments = {VELMORA_TEST_PROGRAM},
@@ -43,10 +48,10 @@ Request ProcessTest::onlyRequest() {
   }
   EXPECT_EQ(files.size(), 1U) << ::testing::PrintToString(files);
   const std::string file = files.empty() ? std::string() : *files.begin();
-  const std::filesystem::path path = home.path() / file;
+  const filesystem::path path = home.path() / file;
   EXPECT_EQ(path.parent_path(), home.requestDirectory());
   EXPECT_TRUE(hasForm(path.filename().string(), requestNameForm)) << file;
-  return ::testing::Test::HasFailure() ? Request() : parseRequest(readFile(path));
+  return HasFailure() ? Request() : parseRequest(readFile(path));
 }
 
 void ProcessTest::expectCompleted(const Outcome& outcome) {
@@ -55,6 +60,13 @@ void ProcessTest::expectCompleted(const Outcome& outcome) {
   EXPECT_EQ(outcome.output, "");
   EXPECT_EQ(outcome.error, "");
   EXPECT_TRUE(outcome.released);
+}
+
+void ProcessTest::expectHandedOver(const Outcome& outcome,
+                                   const std::vector<std::string>& folders) {
+  expectCompleted(outcome);
+  EXPECT_EQ(leftRunning(), std::set<pid_t>());
+  EXPECT_EQ(onlyRequest().folderPaths, folders);
 }
 
 void ProcessTest::expectCancelled(const Outcome& outcome, int exitStatus,
@@ -84,15 +96,31 @@ std::unique_ptr<LaunchedApplication> ProcessTest::launched() {
   return application;
 }
 
-std::string ProcessTest::execLine(const std::string& arguments) const {
-  return "Exec=" + helperCommand({"launched", launches.path(), arguments}) + "\n";
+void ProcessTest::runAs(unsigned user) {
+  const auto copy = [this](const filesystem::path& from, const char* name) {
+    filesystem::copy(from, home.path() / name, filesystem::copy_options::recursive);
+    return home.path() / name;
+  };
+  command.environment["VELMORA_RESOURCE_DIR"] = copy(VELMORA_TEST_RESOURCES, "resources");
+  // Where a build that counts lines puts its counts: not in the home, where they would be a trace.
+  command.environment["GCOV_PREFIX"] = "/nonexistent";
+  const std::string number = std::to_string(user);
+  std::vector<std::string> prefix;
+  if (::geteuid() == 0) {
+    prefix = {"setpriv", "--reuid=" + number, "--regid=" + number, "--clear-groups", "--"};
+  } else if (user != nobody) {
+    prefix = {"unshare", "--map-user=" + number, "--"};
+  }
+  prefix.push_back(copy(command.arguments.front(), "program"));
+  command.arguments = std::move(prefix);
+  for (const filesystem::path& entry : {home.path(), home.runtimeDirectory()}) {
+    filesystem::permissions(entry, filesystem::perms(0777));
+  }
 }
 
-std::vector<Record> named(const std::vector<Record>& records, std::string_view member) {
-  std::vector<Record> result;
-  std::ranges::copy_if(records, std::back_inserter(result),
-                       [&](const Record& record) { return record.value("member") == member; });
-  return result;
+std::vector<BusMessage> named(std::vector<BusMessage> messages, std::string_view member) {
+  std::erase_if(messages, [&](const BusMessage& message) { return message.member != member; });
+  return messages;
 }
 
 }  // namespace velmora::process

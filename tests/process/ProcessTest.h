@@ -2,9 +2,11 @@
 #pragma once
 
 #include "tests/process/Expectations.h"
-#include "tests/process/Peer.h"
-#include "tests/support/Process.h"
 #include "tests/process/ScratchHome.h"
+#include "tests/support/BusPeer.h"
+#include "tests/support/Buses.h"
+#include "tests/support/LaunchedApplication.h"
+#include "tests/support/Process.h"
 
 #include <gtest/gtest.h>
 
@@ -13,9 +15,13 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmora::process {
+
+/// The user who owns nothing.
+inline constexpr unsigned nobody = 65534;
 
 class ProcessTest : public ::testing::Test {
  protected:
@@ -36,9 +42,16 @@ class ProcessTest : public ::testing::Test {
 
   /// The request was handed over without a word.
   void expectCompleted(const Outcome& outcome);
+  /// The same of a request for these folders alone.
+  void expectHandedOver(const Outcome& outcome, const std::vector<std::string>& folders);
   /// Nothing was written, signalled by a new process, or launched, and `error` is all that was
   /// said.
   void expectCancelled(const Outcome& outcome, int exitStatus, const std::string& error);
+
+  /// Lets the program find that bus.
+  void setBus(const std::string& address) {
+    command.environment["DBUS_SESSION_BUS_ADDRESS"] = address;
+  }
 
   /// Makes the application known to the desktop: a desktop entry with these further lines.
   void installApplication(const std::string& lines);
@@ -46,7 +59,12 @@ class ProcessTest : public ::testing::Test {
   /// when that is not so, which is a failure of the test.
   std::unique_ptr<LaunchedApplication> launched();
   /// A line of a desktop entry: starts an application that reports to `launches`.
-  std::string execLine(const std::string& arguments = "") const;
+  std::string execLine(const std::string& arguments = "") const {
+    return "Exec=" + applicationCommand(launches, arguments) + "\n";
+  }
+
+  /// Lets a copy of the program, all that this user is sure to reach, run as that user.
+  void runAs(unsigned user);
 
   ScratchHome home;
   Command command;
@@ -57,7 +75,7 @@ class ProcessTest : public ::testing::Test {
   std::set<pid_t> childrenBefore_;
 };
 
-/// Those of `records` that tell of a signal or call of this name.
-std::vector<Record> named(const std::vector<Record>& records, std::string_view member);
+/// Those of `messages` that are a signal or call of this name.
+std::vector<BusMessage> named(std::vector<BusMessage> messages, std::string_view member);
 
 }  // namespace velmora::process

@@ -27,13 +27,13 @@ Environment ScratchHome::environment() const {
 }
 
 std::string ScratchHome::makeFolder(std::string_view name) const {
-  const std::filesystem::path folder = path_ / "folders" / name;
+  const std::filesystem::path folder = folders() / name;
   std::filesystem::create_directories(folder);
   return folder;
 }
 
 std::string ScratchHome::makeFile(std::string_view name) const {
-  const std::filesystem::path file = path_ / "folders" / name;
+  const std::filesystem::path file = folders() / name;
   writeFile(file, "content");
   return file;
 }

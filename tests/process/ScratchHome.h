@@ -2,8 +2,8 @@
 // Specification, and the application's container.
 #pragma once
 
-#include "tests/support/ScratchDirectory.h"
 #include "tests/support/Process.h"
+#include "tests/support/ScratchDirectory.h"
 
 #include <filesystem>
 #include <set>
@@ -20,6 +20,7 @@ class ScratchHome {
   std::filesystem::path dataHome() const { return path_ / "data"; }
   std::filesystem::path configHome() const { return path_ / "config"; }
   std::filesystem::path runtimeDirectory() const { return path_ / "run"; }
+  std::filesystem::path folders() const { return path_ / "folders"; }
   std::filesystem::path container() const { return path_ / "container"; }
   std::filesystem::path requestDirectory() const { return container() / "Warp" / "FinderHandoff"; }
 

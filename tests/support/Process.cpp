@@ -21,6 +21,7 @@
 #include <fstream>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace velmora::process {
 
@@ -326,6 +327,23 @@ int awaitEnd(pid_t child) {
     require(errno == EINTR, "waitpid");
   }
   return status;
+}
+
+HelperProcess::HelperProcess(std::vector<std::string> arguments, const FileDescriptor& socket,
+                             const std::filesystem::path& errorFile) {
+  arguments.insert(arguments.begin(), {"setpriv", "--pdeathsig=KILL", "--"});
+  process_ =
+      start({.arguments = std::move(arguments), .environment = helperEnvironment(), .input = {}},
+            socket, errorFile);
+}
+
+void HelperProcess::signal(int number) const { require(::kill(process_, number) == 0, "kill"); }
+
+void HelperProcess::end() {
+  if (const pid_t process = std::exchange(process_, 0)) {
+    ::kill(process, SIGKILL);
+    awaitEnd(process);
+  }
 }
 
 void adoptOrphans() { require(::prctl(PR_SET_CHILD_SUBREAPER, 1) == 0, "prctl"); }

@@ -75,6 +75,25 @@ pid_t start(const Command& command, const FileDescriptor& socket,
 /// Waits for the end of a child. Returns its status as waitpid() tells it.
 int awaitEnd(pid_t child);
 
+/// A helper that runs beside the test, at the longest as long as its owner; a test that is killed
+/// takes it along.
+class HelperProcess {
+ public:
+  /// Starts it as start() does, in the environment of helpers.
+  HelperProcess(std::vector<std::string> arguments, const FileDescriptor& socket,
+                const std::filesystem::path& errorFile = {});
+  HelperProcess(const HelperProcess&) = delete;
+  HelperProcess& operator=(const HelperProcess&) = delete;
+  ~HelperProcess() { end(); }
+
+  void signal(int number) const;
+  /// Kills it and waits until it is gone.
+  void end();
+
+ private:
+  pid_t process_;
+};
+
 /// From here on, programs whose parent has ended become children of this process.
 void adoptOrphans();
 

@@ -4,16 +4,15 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <functional>
 #include <string>
 
 namespace velmora {
 namespace {
 
-/// The error that `action` raises, which has to have ELIBACC.
-std::string loadingError(const std::function<void()>& action) {
+/// The error of looking for `function` in `library`, which has to have ELIBACC.
+std::string loadingError(const char* library, const char* function) {
   try {
-    action();
+    static_cast<void>(DynamicLibrary(library).function(function));
     return "none";
   } catch (const PlatformError& error) {
     EXPECT_EQ(error.domain(), posixErrorDomain);
@@ -22,26 +21,19 @@ std::string loadingError(const std::function<void()>& action) {
   }
 }
 
-TEST(DynamicLibraryTest, findsAFunction) {
+TEST(DynamicLibraryTest, findsAFunctionOfItsOwnAndOfALibraryBelow) {
   const DynamicLibrary library("libm.so.6");
   double (*const squareRoot)(double) = library.function("sqrt");
   EXPECT_EQ(squareRoot(9), 3);
-}
-
-TEST(DynamicLibraryTest, findsAFunctionOfALibraryBelow) {
   void (*const release)(void*) = DynamicLibrary("libgio-2.0.so.0").function("g_free");
   release(nullptr);
 }
 
-TEST(DynamicLibraryTest, namesTheLibraryThatIsMissing) {
-  const std::string error = loadingError([] { const DynamicLibrary library("libnone.so.7"); });
-  EXPECT_TRUE(error.starts_with("libnone.so.7: ")) << error;
-}
-
-TEST(DynamicLibraryTest, namesTheFunctionThatIsMissing) {
-  const DynamicLibrary library("libm.so.6");
-  const std::string error = loadingError([&] { static_cast<void>(library.function("nought")); });
-  EXPECT_TRUE(error.ends_with("undefined symbol: nought")) << error;
+TEST(DynamicLibraryTest, namesWhatIsMissing) {
+  const std::string library = loadingError("libnone.so.7", "sqrt");
+  EXPECT_TRUE(library.starts_with("libnone.so.7: ")) << library;
+  const std::string function = loadingError("libm.so.6", "nought");
+  EXPECT_TRUE(function.ends_with("undefined symbol: nought")) << function;
 }
 
 }  // namespace

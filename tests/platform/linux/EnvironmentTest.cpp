@@ -3,36 +3,55 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 namespace velmora {
 namespace {
 
-TEST(Environment, tellsEmptyFromUnset) {
-  const Environment environment({{"EMPTY", ""}, {"SET", "a=b"}});
+TEST(Environment, tellsEmptyFromUnsetAndPathsFromOthers) {
+  const Environment environment({{"ABSOLUTE", "/a"}, {"RELATIVE", "a/b=c"}, {"EMPTY", ""}});
   EXPECT_EQ(environment.variable("EMPTY"), "");
-  EXPECT_EQ(environment.variable("SET"), "a=b");
+  EXPECT_EQ(environment.variable("RELATIVE"), "a/b=c");
   EXPECT_EQ(environment.variable("UNSET"), std::nullopt);
-  EXPECT_EQ(environment.variable("SE"), std::nullopt);
-}
-
-TEST(Environment, takesOnlyAbsolutePathsForPaths) {
-  const Environment environment({{"ABSOLUTE", "/a"}, {"RELATIVE", "a/b"}, {"EMPTY", ""}});
+  EXPECT_EQ(environment.variable("RELATIV"), std::nullopt);
   EXPECT_EQ(environment.absolutePath("ABSOLUTE"), "/a");
   EXPECT_EQ(environment.absolutePath("RELATIVE"), std::nullopt);
   EXPECT_EQ(environment.absolutePath("EMPTY"), std::nullopt);
   EXPECT_EQ(environment.absolutePath("UNSET"), std::nullopt);
 }
 
-TEST(Environment, isCapturedOnce) {
-  setenv("VELMORA_TEST_VARIABLE", "before=1", 1);
+/// Puts the environment back as it was.
+class EnvironmentOfProcess : public testing::Test {
+ protected:
+  void set(const std::string& name, const std::string& value) {
+    if (!before_) {
+      before_ = captureEnvironment();
+    }
+    setenv(name.c_str(), value.c_str(), 1);
+    changed_.push_back(name);
+  }
+  ~EnvironmentOfProcess() override {
+    for (const std::string& name : changed_) {
+      const auto value = before_->variable(name);
+      value ? setenv(name.c_str(), std::string(*value).c_str(), 1) : unsetenv(name.c_str());
+    }
+  }
+
+ private:
+  std::optional<Environment> before_;
+  std::vector<std::string> changed_;
+};
+
+TEST_F(EnvironmentOfProcess, isCapturedOnce) {
+  set("VELMORA_TEST_VARIABLE", "before=1");
   const Environment environment = captureEnvironment();
-  setenv("VELMORA_TEST_VARIABLE", "after", 1);
+  set("VELMORA_TEST_VARIABLE", "after");
   EXPECT_EQ(environment.variable("VELMORA_TEST_VARIABLE"), "before=1");
 }
 
-TEST(Environment, keepsTheBusThatIsHiddenFromLibraries) {
-  setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/somewhere", 1);
+TEST_F(EnvironmentOfProcess, keepsTheBusThatIsHiddenFromLibraries) {
+  set("DBUS_SESSION_BUS_ADDRESS", "unix:path=/somewhere");
   const Environment environment = captureEnvironment();
   detachSessionBusFromLibraries();
   EXPECT_EQ(environment.variable(sessionBusAddressVariable), "unix:path=/somewhere");

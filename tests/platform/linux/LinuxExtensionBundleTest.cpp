@@ -1,9 +1,9 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/LinuxExtensionBundle.h"
 #include "platform/posix/PosixFileReader.h"
+#include "tests/contracts/ExtensionBundleContract.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/StringsFile.h"
-#include "tests/contracts/ExtensionBundleContract.h"
 
 #include <gtest/gtest.h>
 
@@ -64,12 +64,9 @@ class LinuxExtensionBundleTest : public testing::Test {
   LinuxExtensionBundle bundle{std::nullopt, [this] { return directory.path(); }, files};
 };
 
-TEST_F(LinuxExtensionBundleTest, takesNoFileForAFolder) {
-  directory.write("ja.lproj", "");
-  EXPECT_EQ(bundle.localizationFolder("ja"), nullptr);
-}
-
-TEST_F(LinuxExtensionBundleTest, fallsBackInAFolderWithoutATable) {
+TEST_F(LinuxExtensionBundleTest, takesFoldersEvenWithoutATableAndNoFiles) {
+  directory.write("es.lproj", "");
+  EXPECT_EQ(bundle.localizationFolder("es"), nullptr);
   std::filesystem::create_directory(directory.path("ja.lproj"));
   const auto folder = bundle.localizationFolder("ja");
   ASSERT_NE(folder, nullptr);
@@ -96,18 +93,15 @@ TEST_F(LinuxExtensionBundleTest, fallsBackForATableLongerThanTheLimit) {
   EXPECT_EQ(textWithTableOf(limit + 1), "fallback");
 }
 
-TEST(LinuxExtensionBundles, askForTheirPlaceWhenAFolderIsLookedUp) {
+TEST_F(LinuxExtensionBundleTest, asksForItsPlaceWhenAFolderIsLookedUp) {
   int questions = 0;
-  const PosixFileReader files;
-  const LinuxExtensionBundle bundle(
-      std::nullopt,
-      [&questions] {
-        ++questions;
-        return std::string("/nowhere");
-      },
-      files);
+  const auto place = [&questions] {
+    ++questions;
+    return std::string("/nowhere");
+  };
+  const LinuxExtensionBundle asking(std::nullopt, place, files);
   EXPECT_EQ(questions, 0);
-  EXPECT_EQ(bundle.localizationFolder("ja"), nullptr);
+  EXPECT_EQ(asking.localizationFolder("ja"), nullptr);
   EXPECT_EQ(questions, 1);
 }
 

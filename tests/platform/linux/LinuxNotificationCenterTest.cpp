@@ -2,8 +2,8 @@
 #include "platform/linux/LinuxNotificationCenter.h"
 #include "platform/linux/SessionBus.h"
 #include "tests/contracts/NotificationCenterContract.h"
-#include "tests/platform/linux/BusPeer.h"
-#include "tests/platform/linux/Buses.h"
+#include "tests/support/BusPeer.h"
+#include "tests/support/Buses.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +12,7 @@
 #include <chrono>
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmora {
@@ -20,6 +21,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr const char* handoffName = "io.tolvane.Velmora.finderHandoff";
+
+/// What this program owns while it posts.
+std::string ownName() { return "io.tolvane.Velmora.FinderAction.p" + std::to_string(getpid()); }
 
 Environment at(const std::string& address) {
   return Environment({{"DBUS_SESSION_BUS_ADDRESS", address}});
@@ -59,49 +63,47 @@ class LinuxCenterAdapter {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, NotificationCenterContract, LinuxCenterAdapter);
 
-TEST(LinuxNotificationCenterTest, postsTheHandoffSignalUnderANameOfThisProcess) {
-  const PrivateBus daemon;
-  BusPeer receiver(daemon.address());
-  receiver.listen("io.tolvane.Velmora");
+class LinuxNotificationCenterTest : public testing::Test {
+ protected:
+  LinuxNotificationCenterTest() { receiver.listen("io.tolvane.Velmora"); }
+
+  PrivateBus daemon;
+  BusPeer receiver{daemon.address()};
+};
+
+TEST_F(LinuxNotificationCenterTest, postsTheHandoffSignalUnderANameOfThisProcess) {
   const Environment environment = at(daemon.address());
   SessionBus bus(environment, 60s);
   LinuxNotificationCenter(bus).post(handoffName);
-
-  const std::string sender =
-      receiver.ownerOf("io.tolvane.Velmora.FinderAction.p" + std::to_string(getpid()));
+  const std::string sender = receiver.ownerOf(ownName());
   EXPECT_NE(sender, "");
-  EXPECT_EQ(receiver.received(1), (std::vector<BusMessage>{{.sender = sender,
-                                                            .path = "/io/tolvane/Velmora",
-                                                            .interface = "io.tolvane.Velmora",
-                                                            .member = "finderHandoff",
-                                                            .arguments = "()"}}));
+  const std::vector<BusMessage> messages = receiver.received(1);
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_FALSE(messages.front().isCall);
+  EXPECT_EQ(messages.front().sender, sender);
+  EXPECT_EQ(messages.front().path, "/io/tolvane/Velmora");
+  EXPECT_EQ(messages.front().interface, "io.tolvane.Velmora");
+  EXPECT_EQ(messages.front().member, "finderHandoff");
+  EXPECT_EQ(messages.front().arguments, "()");
 }
 
-TEST(LinuxNotificationCenterTest, postsThoughTheNameIsRefused) {
-  const PrivateBus daemon;
-  BusPeer receiver(daemon.address());
-  receiver.listen("io.tolvane.Velmora");
-  receiver.own("io.tolvane.Velmora.FinderAction.p" + std::to_string(getpid()));
+TEST_F(LinuxNotificationCenterTest, postsThoughTheNameIsRefused) {
+  receiver.own(ownName());
   post(daemon.address(), handoffName);
   EXPECT_EQ(receiver.received(1).front().member, "finderHandoff");
 }
 
-TEST(LinuxNotificationCenterTest, reachesASandboxThatHearsTheApplicationsNamesOnly) {
-  const PrivateBus daemon;
+TEST_F(LinuxNotificationCenterTest, reachesASandboxThatHearsTheApplicationsNamesOnly) {
   const FilteringProxy proxy(daemon.address(), {"--own=io.tolvane.Velmora.*"});
   BusPeer sandboxed(proxy.address());
   sandboxed.listen("io.tolvane.Velmora");
-  BusPeer nameless(daemon.address());
-  nameless.emitSignal("/io/tolvane/Velmora", "io.tolvane.Velmora", "filteredOut");
+  receiver.emitSignal("/io/tolvane/Velmora", "io.tolvane.Velmora", "filteredOut");
   post(daemon.address(), handoffName);
   // What the filter lets through keeps its order.
   EXPECT_EQ(sandboxed.received(1).front().member, "finderHandoff");
 }
 
-TEST(LinuxNotificationCenterTest, postsNothingUnderAnImpossibleName) {
-  const PrivateBus daemon;
-  BusPeer receiver(daemon.address());
-  receiver.listen("io.tolvane.Velmora");
+TEST_F(LinuxNotificationCenterTest, postsNothingUnderAnImpossibleName) {
   for (const std::string_view name :
        {"", "finderHandoff", "Velmora.finderHandoff", "io.tolvane.Velmora.", ".finderHandoff",
         "io.tolvane.Velmora.finder handoff", "io..Velmora.finderHandoff",
@@ -112,11 +114,10 @@ TEST(LinuxNotificationCenterTest, postsNothingUnderAnImpossibleName) {
   EXPECT_EQ(receiver.received(1).front().member, "last");
 }
 
-TEST(LinuxNotificationCenterTest, comesBackWhateverTheBusIsLike) {
-  const DeafBus deaf;
-  MuteBus mute;
-  DeafBus crashed;
-  crashed.crash();
+TEST(LinuxNotificationCenters, comeBackWhateverTheBusIsLike) {
+  const BrokenBus deaf(BusFault::letsNobodyIn);
+  BrokenBus mute(BusFault::answersNothing);
+  const BrokenBus crashed(BusFault::crashed);
   for (const std::string& address :
        {std::string(), deaf.address(), mute.address(), crashed.address()}) {
     post(address, handoffName, 200ms);

@@ -1,9 +1,8 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/LinuxSharedDefaults.h"
 #include "platform/posix/PosixFileReader.h"
-#include "tests/support/RowName.h"
-#include "tests/support/ScratchDirectory.h"
 #include "tests/contracts/SharedDefaultsContract.h"
+#include "tests/support/ScratchDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +11,6 @@
 #include <cstddef>
 #include <filesystem>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -52,14 +50,6 @@ std::optional<std::string> settingIn(const ScratchDirectory& configHome) {
   return value ? std::optional(value->utf8()) : std::nullopt;
 }
 
-struct SettingsCase {
-  std::string name;
-  std::string file;
-  std::optional<std::string> value;
-};
-
-std::ostream& operator<<(std::ostream& out, const SettingsCase& row) { return out << row.name; }
-
 /// Settings that a comment makes so long.
 std::string settingsOfLength(std::size_t length) {
   std::string settings = "[Defaults]\nLanguage.v1=ja\n#";
@@ -67,39 +57,40 @@ std::string settingsOfLength(std::size_t length) {
   return settings;
 }
 
-class SettingsFile : public testing::TestWithParam<SettingsCase> {};
-
-TEST_P(SettingsFile, isReadLikeThis) {
-  const ScratchDirectory configHome;
-  configHome.write("suite/defaults.conf", GetParam().file);
-  EXPECT_EQ(settingIn(configHome), GetParam().value);
+TEST(LinuxSharedDefaultsTest, readsSettingsLikeThis) {
+  const struct {
+    const char* name;
+    std::string file;
+    std::optional<std::string> value;
+  } rows[] = {
+      {"plain", "[Defaults]\nLanguage.v1=pt-BR\n", "pt-BR"},
+      {"noFinalNewline", "[Defaults]\nLanguage.v1=pt-BR", "pt-BR"},
+      {"blanksAroundTheSign", "[Defaults]\nLanguage.v1 = pt-BR\n", "pt-BR"},
+      {"carriageReturns", "[Defaults]\r\nLanguage.v1=pt-BR\r\n", "pt-BR"},
+      {"comment", "# c\n\n[Defaults]\n# c\nLanguage.v1=ja\n", "ja"},
+      {"duplicates", "[Defaults]\nLanguage.v1=ja\nLanguage.v1=es\n", "es"},
+      {"groupInTwoPieces", "[Defaults]\nLanguage.v1=ja\n[Other]\n[Defaults]\nLanguage.v1=es\n",
+       "es"},
+      {"quotesAreKept", "[Defaults]\nLanguage.v1=\"ja\"\n", "\"ja\""},
+      {"emptyValue", "[Defaults]\nLanguage.v1=\n", ""},
+      {"escapes", "[Defaults]\nLanguage.v1=a\\sb\\\\c\n", "a b\\c"},
+      {"otherCaseOfKey", "[Defaults]\nlanguage.v1=ja\n", std::nullopt},
+      {"otherGroup", "[Other]\nLanguage.v1=ja\n", std::nullopt},
+      {"noGroup", "Language.v1=ja\n", std::nullopt},
+      {"unknownEscape", "[Defaults]\nLanguage.v1=a\\qb\n", std::nullopt},
+      {"valueNotUTF8", "[Defaults]\nLanguage.v1=a\xFF\n", std::nullopt},
+      {"byteOrderMark", "\xEF\xBB\xBF[Defaults]\nLanguage.v1=ja\n", std::nullopt},
+      {"asLongAsTheLimit", settingsOfLength(1024 * 1024), "ja"},
+      {"longerThanTheLimit", settingsOfLength(1024 * 1024 + 1), std::nullopt},
+      {"strayLine", "[Defaults]\nLanguage.v1=ja\nstray\n", std::nullopt},
+      {"empty", "", std::nullopt},
+  };
+  for (const auto& row : rows) {
+    const ScratchDirectory configHome;
+    configHome.write("suite/defaults.conf", row.file);
+    EXPECT_EQ(settingIn(configHome), row.value) << row.name;
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, SettingsFile,
-    testing::Values(
-        SettingsCase{"plain", "[Defaults]\nLanguage.v1=pt-BR\n", "pt-BR"},
-        SettingsCase{"noFinalNewline", "[Defaults]\nLanguage.v1=pt-BR", "pt-BR"},
-        SettingsCase{"blanksAroundTheSign", "[Defaults]\nLanguage.v1 = pt-BR\n", "pt-BR"},
-        SettingsCase{"carriageReturns", "[Defaults]\r\nLanguage.v1=pt-BR\r\n", "pt-BR"},
-        SettingsCase{"comment", "# c\n\n[Defaults]\n# c\nLanguage.v1=ja\n", "ja"},
-        SettingsCase{"duplicates", "[Defaults]\nLanguage.v1=ja\nLanguage.v1=es\n", "es"},
-        SettingsCase{"groupInTwoPieces",
-                     "[Defaults]\nLanguage.v1=ja\n[Other]\n[Defaults]\nLanguage.v1=es\n", "es"},
-        SettingsCase{"quotesAreKept", "[Defaults]\nLanguage.v1=\"ja\"\n", "\"ja\""},
-        SettingsCase{"emptyValue", "[Defaults]\nLanguage.v1=\n", ""},
-        SettingsCase{"escapes", "[Defaults]\nLanguage.v1=a\\sb\\\\c\n", "a b\\c"},
-        SettingsCase{"otherCaseOfKey", "[Defaults]\nlanguage.v1=ja\n", std::nullopt},
-        SettingsCase{"otherGroup", "[Other]\nLanguage.v1=ja\n", std::nullopt},
-        SettingsCase{"noGroup", "Language.v1=ja\n", std::nullopt},
-        SettingsCase{"unknownEscape", "[Defaults]\nLanguage.v1=a\\qb\n", std::nullopt},
-        SettingsCase{"valueNotUTF8", "[Defaults]\nLanguage.v1=a\xFF\n", std::nullopt},
-        SettingsCase{"byteOrderMark", "\xEF\xBB\xBF[Defaults]\nLanguage.v1=ja\n", std::nullopt},
-        SettingsCase{"asLongAsTheLimit", settingsOfLength(1024 * 1024), "ja"},
-        SettingsCase{"longerThanTheLimit", settingsOfLength(1024 * 1024 + 1), std::nullopt},
-        SettingsCase{"strayLine", "[Defaults]\nLanguage.v1=ja\nstray\n", std::nullopt},
-        SettingsCase{"empty", "", std::nullopt}),
-    RowName());
 
 TEST(LinuxSharedDefaultsTest, doesNotWaitForTheWriterOfAPipe) {
   const ScratchDirectory configHome;

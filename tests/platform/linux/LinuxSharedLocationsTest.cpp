@@ -1,8 +1,8 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/LinuxSharedLocations.h"
 #include "platform/posix/PosixFileReader.h"
-#include "tests/support/ScratchDirectory.h"
 #include "tests/contracts/SharedLocationsContract.h"
+#include "tests/support/ScratchDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -41,46 +41,29 @@ class LinuxLocationsAdapter {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, SharedLocationsContract, LinuxLocationsAdapter);
 
-class LinuxSharedLocationsTest : public testing::Test {
- protected:
-  std::optional<Text> container(const Environment::Variables& variables) {
+TEST(LinuxSharedLocationsTest, findsTheContainerOfTheEnvironmentOrOfTheDataHome) {
+  const ScratchDirectory directory;
+  const PosixFileReader files;
+  const auto container = [&](const Environment::Variables& variables) {
     const Environment environment(variables);
     return LinuxSharedLocations(environment, files, nowhere).groupContainer("group.org.example");
-  }
-
-  ScratchDirectory directory;
-  PosixFileReader files;
-};
-
-TEST_F(LinuxSharedLocationsTest, takesAnotherContainerFromTheEnvironmentThoughItNeedNotExist) {
-  std::filesystem::create_directory(directory.path("group.org.example"));
-  EXPECT_EQ(container({{"VELMORA_GROUP_CONTAINER", "/does/not/exist"},
-                       {"XDG_DATA_HOME", directory.path()}}),
-            Text("/does/not/exist"));
-}
-
-TEST_F(LinuxSharedLocationsTest, ignoresARelativeContainerInTheEnvironment) {
-  std::filesystem::create_directory(directory.path("group.org.example"));
-  EXPECT_EQ(
-      container({{"VELMORA_GROUP_CONTAINER", "relative"}, {"XDG_DATA_HOME", directory.path()}}),
-      Text(directory.path("group.org.example")));
-}
-
-TEST_F(LinuxSharedLocationsTest, takesNoFileForAContainer) {
-  directory.write("group.org.example", "");
-  EXPECT_EQ(container({{"XDG_DATA_HOME", directory.path()}}), std::nullopt);
-}
-
-TEST_F(LinuxSharedLocationsTest, takesALinkToADirectoryForAContainer) {
-  std::filesystem::create_directory(directory.path("elsewhere"));
-  std::filesystem::create_directory_symlink(directory.path("elsewhere"),
-                                            directory.path("group.org.example"));
-  EXPECT_EQ(container({{"XDG_DATA_HOME", directory.path()}}),
-            Text(directory.path("group.org.example")));
-}
-
-TEST_F(LinuxSharedLocationsTest, hasNoContainerWithoutADataHome) {
+  };
+  const std::string dataHome = directory.path();
+  const std::string group = directory.path("group.org.example");
   EXPECT_EQ(container({}), std::nullopt);
+  // No file is one.
+  directory.write("group.org.example", "");
+  EXPECT_EQ(container({{"XDG_DATA_HOME", dataHome}}), std::nullopt);
+  // A link to a directory is.
+  std::filesystem::remove(group);
+  std::filesystem::create_directory(directory.path("elsewhere"));
+  std::filesystem::create_directory_symlink(directory.path("elsewhere"), group);
+  EXPECT_EQ(container({{"XDG_DATA_HOME", dataHome}}), Text(group));
+  // That of the environment need not exist, but be absolute.
+  EXPECT_EQ(container({{"VELMORA_GROUP_CONTAINER", "/none"}, {"XDG_DATA_HOME", dataHome}}),
+            Text("/none"));
+  EXPECT_EQ(container({{"VELMORA_GROUP_CONTAINER", "relative"}, {"XDG_DATA_HOME", dataHome}}),
+            Text(group));
 }
 
 }  // namespace

@@ -3,33 +3,24 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/SessionBus.h"
-#include "platform/posix/FileDescriptor.h"
 #include "platform/posix/PosixFileReader.h"
-#include "tests/support/RowName.h"
-#include "tests/support/ScratchDirectory.h"
 #include "tests/contracts/WorkspaceContract.h"
-#include "tests/platform/linux/BusPeer.h"
-#include "tests/platform/linux/Buses.h"
+#include "tests/support/BusPeer.h"
+#include "tests/support/Buses.h"
+#include "tests/support/LaunchedApplication.h"
+#include "tests/support/ScratchDirectory.h"
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <chrono>
-#include <csignal>
 #include <cstddef>
 #include <cstdlib>
 #include <exception>
-#include <fstream>
 #include <iostream>
+#include <memory>
 #include <optional>
-#include <ostream>
 #include <stdexcept>
 #include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 namespace velmora {
@@ -39,57 +30,18 @@ using namespace std::chrono_literals;
 
 constexpr OpenConfiguration activating = {.activates = true, .addsToRecentItems = false};
 
+constexpr const char* tokens =
+    "({'activation-token': <'wayland-token'>, 'desktop-startup-id': <'x11-id'>},)";
+
 std::string dataHome() {
   return std::string(captureEnvironment().variable("XDG_DATA_HOME").value());
 }
 
-std::string reportsPipe(const std::string& home) { return home + "/reports"; }
+/// Where the started applications report, each with its name as argument.
+std::unique_ptr<Listener> launches;
 
-/// The name as the path of an application's object.
-std::string objectPath(std::string name) {
-  for (char& character : name) {
-    character = character == '.' ? '/' : character;
-    character = character == '-' ? '_' : character;
-  }
-  return "/" + name;
-}
-
-/// What the started applications tell of themselves.
-class Reports {
- public:
-  /// The next report: lines of a name and a value, in the order in which they were written.
-  std::vector<std::pair<std::string, std::string>> next() {
-    std::vector<std::pair<std::string, std::string>> report;
-    for (std::string line = readLine(); line != "end"; line = readLine()) {
-      const std::size_t equals = line.find('=');
-      report.emplace_back(line.substr(0, equals), line.substr(equals + 1));
-    }
-    return report;
-  }
-
- private:
-  std::string readLine() {
-    std::string line;
-    for (char character = 0; read(pipe_.get(), &character, 1) == 1 && character != '\n';) {
-      line.push_back(character);
-    }
-    return line;
-  }
-
-  // For writing, too: an application that reports to nobody must not wait for a reader for ever.
-  FileDescriptor pipe_ =
-      FileDescriptor::adopt(open(reportsPipe(dataHome()).c_str(), O_RDWR | O_CLOEXEC));
-};
-
-std::optional<std::string> value(const std::vector<std::pair<std::string, std::string>>& report,
-                                 std::string_view name) {
-  for (const auto& [lineName, lineValue] : report) {
-    if (lineName == name) {
-      return lineValue;
-    }
-  }
-  return std::nullopt;
-}
+/// The name of the next application that was started, which ends then.
+std::string nextStarted() { return LaunchedApplication(*launches).value("argument"); }
 
 class LinuxWorkspaceAdapter {
  public:
@@ -98,10 +50,10 @@ class LinuxWorkspaceAdapter {
   static std::string otherInstalledApplication() { return "org.example.Activatable"; }
   static Text emptyLocation() { return {"/does/not/exist.desktop"}; }
 
-  std::vector<std::string> opened(std::size_t count) {
+  static std::vector<std::string> opened(std::size_t count) {
     std::vector<std::string> applications;
     while (applications.size() < count) {
-      applications.push_back(value(reports_.next(), "started").value());
+      applications.push_back(nextStarted());
     }
     return applications;
   }
@@ -112,45 +64,38 @@ class LinuxWorkspaceAdapter {
   SessionBus bus_{environment_, 60s};
   PosixFileReader fileReader_;
   LinuxWorkspace workspace_{bus_, environment_, fileReader_};
-  Reports reports_;
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, WorkspaceContract, LinuxWorkspaceAdapter);
 
-struct LookUpCase {
-  std::string name;
-  std::string application;
-  bool isFound;
-};
-
-std::ostream& operator<<(std::ostream& out, const LookUpCase& row) { return out << row.name; }
-
-class ApplicationLookUp : public testing::TestWithParam<LookUpCase> {};
-
-TEST_P(ApplicationLookUp, findsTheDesktopEntry) {
-  const Environment environment;
-  SessionBus bus(environment, 60s);
-  const PosixFileReader fileReader;
-  LinuxWorkspace workspace(bus, environment, fileReader);
-  const std::string file = dataHome() + "/applications/" + GetParam().application + ".desktop";
-  EXPECT_EQ(workspace.applicationLocation(GetParam().application),
-            GetParam().isFound ? std::optional<Text>(file) : std::nullopt);
+TEST(ApplicationLookUp, findsTheDesktopEntry) {
+  const struct {
+    const char* application;
+    bool isFound;
+  } rows[] = {
+      {"org.example.Plain", true},
+      {"org.example.Activatable", true},
+      {"org.example.BusOnly", true},
+      {"org.example.NoDisplay", true},
+      {"org.example.Hidden", false},
+      {"org.example.TryExecMissing", false},
+      {"org.example.CommandMissing", false},
+      {"org.example.TooLong", false},
+      {"org.example.Absent", false},
+      {"org.example.Plain.desktop", false},
+      {"", false},
+  };
+  for (const auto& row : rows) {
+    const Environment environment;
+    SessionBus bus(environment, 60s);
+    const PosixFileReader fileReader;
+    LinuxWorkspace workspace(bus, environment, fileReader);
+    const std::string file = dataHome() + "/applications/" + row.application + ".desktop";
+    EXPECT_EQ(workspace.applicationLocation(row.application),
+              row.isFound ? std::optional<Text>(file) : std::nullopt)
+        << row.application;
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, ApplicationLookUp,
-    testing::Values(LookUpCase{"plain", "org.example.Plain", true},
-                    LookUpCase{"activatable", "org.example.Activatable", true},
-                    LookUpCase{"activatableWithoutCommand", "org.example.BusOnly", true},
-                    LookUpCase{"noDisplay", "org.example.NoDisplay", true},
-                    LookUpCase{"hidden", "org.example.Hidden", false},
-                    LookUpCase{"tryExecMissing", "org.example.TryExecMissing", false},
-                    LookUpCase{"commandMissing", "org.example.CommandMissing", false},
-                    LookUpCase{"longerThanTheLimit", "org.example.TooLong", false},
-                    LookUpCase{"noEntry", "org.example.Absent", false},
-                    LookUpCase{"fileName", "org.example.Plain.desktop", false},
-                    LookUpCase{"empty", "", false}),
-    RowName());
 
 /// A desktop on which a launcher has given this program both tokens.
 class LinuxWorkspaceTest : public testing::Test {
@@ -179,165 +124,119 @@ class LinuxWorkspaceTest : public testing::Test {
     workspace.finishPendingActivation();
   }
 
-  static void runOn(BusPeer& peer, const std::string& application) {
-    peer.serve(objectPath(application), applicationInterfaceXml, "()");
-    peer.own(application);
+  /// The next application that was started has this name, and these variables of the three.
+  static void expectStarted(const std::string& application, const Variables& variables) {
+    const LaunchedApplication started(*launches);
+    EXPECT_EQ(started.value("argument"), application);
+    for (const char* name :
+         {"DBUS_SESSION_BUS_ADDRESS", "XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
+      const auto given = variables.find(name);
+      EXPECT_EQ(started.variable(name),
+                given == variables.end() ? std::nullopt : std::optional(given->second))
+          << name;
+    }
   }
 
-  Reports reports;
+  PrivateBus daemon;
 };
 
 TEST_F(LinuxWorkspaceTest, activatesARunningApplicationWithBothTokens) {
-  const PrivateBus daemon;
   BusPeer application(daemon.address());
-  runOn(application, "org.example.Activatable");
+  application.own("org.example.Activatable");
   open("org.example.Activatable", tokensAnd(daemon.address()));
   open("org.example.Plain", tokensAnd(daemon.address()));
 
   const std::vector<BusMessage> received = application.received(1);
   ASSERT_EQ(received.size(), 1U);
+  EXPECT_TRUE(received.front().isCall);
   EXPECT_EQ(received.front().path, "/org/example/Activatable");
   EXPECT_EQ(received.front().interface, "org.freedesktop.Application");
   EXPECT_EQ(received.front().member, "Activate");
-  EXPECT_EQ(received.front().arguments,
-            "({'activation-token': <'wayland-token'>, 'desktop-startup-id': <'x11-id'>},)");
+  EXPECT_EQ(received.front().arguments, tokens);
   // It was not started as well.
-  EXPECT_EQ(value(reports.next(), "started"), "org.example.Plain");
+  EXPECT_EQ(nextStarted(), "org.example.Plain");
 }
 
 TEST_F(LinuxWorkspaceTest, activatesWithoutTokensThatAreNotThere) {
-  const PrivateBus daemon;
   BusPeer application(daemon.address());
-  runOn(application, "org.example.with-dash");
+  application.own("org.example.with-dash");
   open("org.example.with-dash", {{"DBUS_SESSION_BUS_ADDRESS", daemon.address()},
                                  {"XDG_ACTIVATION_TOKEN", ""},
                                  {"DESKTOP_STARTUP_ID", "not UTF-8: \xFF"}});
-  EXPECT_EQ(application.received(1).front().path, "/org/example/with_dash");
-  EXPECT_EQ(application.received(1).front().arguments, "(@a{sv} {},)");
+  const BusMessage call = application.received(1).front();
+  EXPECT_EQ(call.path, "/org/example/with_dash");
+  EXPECT_EQ(call.arguments, "(@a{sv} {},)");
 }
 
 TEST_F(LinuxWorkspaceTest, startsAnActivatableApplicationThatDoesNotRun) {
-  const PrivateBus daemon;
   // What the bus would start ends at once.
   daemon.addService("org.example.Activatable", "/bin/false");
   open("org.example.Activatable", tokensAnd(daemon.address()));
-  const auto report = reports.next();
-  EXPECT_EQ(value(report, "started"), "org.example.Activatable");
-  EXPECT_EQ(value(report, "DBUS_SESSION_BUS_ADDRESS"), daemon.address());
-  EXPECT_EQ(value(report, "XDG_ACTIVATION_TOKEN"), "wayland-token");
-  EXPECT_EQ(value(report, "DESKTOP_STARTUP_ID"), "x11-id");
+  expectStarted("org.example.Activatable", tokensAnd(daemon.address()));
 }
 
 TEST_F(LinuxWorkspaceTest, runsTheCommandOfAnApplicationThatIsNotActivatable) {
-  const PrivateBus daemon;
   BusPeer application(daemon.address());
-  runOn(application, "org.example.Plain");
+  application.own("org.example.Plain");
   open("org.example.Plain", tokensAnd(daemon.address()));
-  EXPECT_EQ(value(reports.next(), "started"), "org.example.Plain");
+  expectStarted("org.example.Plain", tokensAnd(daemon.address()));
 }
 
 TEST_F(LinuxWorkspaceTest, cutsTheCommandOffFromItsStarter) {
   open("org.example.Plain", {});
-  const auto report = reports.next();
-  for (const std::string_view stream : {"0", "1", "2"}) {
-    EXPECT_EQ(value(report, stream), "/dev/null") << stream;
-  }
-  EXPECT_EQ(value(report, "session"), value(report, "process"));
+  const LaunchedApplication started(*launches);
+  EXPECT_EQ(started.values("stream"), std::vector<std::string>(3, "/dev/null"));
+  EXPECT_EQ(started.value("session"), started.value("process"));
   // GIO ignores broken pipes; its children should not.
-  const unsigned long long ignored =
-      std::strtoull(value(report, "ignored").value().c_str(), nullptr, 16);
-  EXPECT_EQ(ignored >> (SIGPIPE - 1) & 1U, 0U);
+  EXPECT_EQ(started.value("ignoresBrokenPipes"), "no");
 }
 
 TEST_F(LinuxWorkspaceTest, givesTheCommandOnlyWhatThisProgramWasGiven) {
   open("org.example.Plain", {});
-  const auto report = reports.next();
-  EXPECT_EQ(value(report, "DBUS_SESSION_BUS_ADDRESS"), std::nullopt);
-  EXPECT_EQ(value(report, "XDG_ACTIVATION_TOKEN"), std::nullopt);
-  EXPECT_EQ(value(report, "DESKTOP_STARTUP_ID"), std::nullopt);
+  expectStarted("org.example.Plain", {});
 }
 
 TEST_F(LinuxWorkspaceTest, neitherActivatesNorPassesTokensUnlessAsked) {
-  const PrivateBus daemon;
   BusPeer application(daemon.address());
-  runOn(application, "org.example.Activatable");
+  application.own("org.example.Activatable");
   open("org.example.Activatable", tokensAnd(daemon.address()), {.activates = false});
-  const auto report = reports.next();
-  EXPECT_EQ(value(report, "started"), "org.example.Activatable");
-  EXPECT_EQ(value(report, "DBUS_SESSION_BUS_ADDRESS"), daemon.address());
-  EXPECT_EQ(value(report, "XDG_ACTIVATION_TOKEN"), std::nullopt);
-  EXPECT_EQ(value(report, "DESKTOP_STARTUP_ID"), std::nullopt);
+  expectStarted("org.example.Activatable", {{"DBUS_SESSION_BUS_ADDRESS", daemon.address()}});
 }
 
 TEST_F(LinuxWorkspaceTest, waitsForAnApplicationThatOnlyTheBusCanStart) {
-  const PrivateBus daemon;
-  daemon.addService("org.example.BusOnly", "/proc/" + std::to_string(getpid()) +
-                                               "/exe --application org.example.BusOnly " +
-                                               reportsPipe(dataHome()));
+  daemon.addService("org.example.BusOnly",
+                    applicationCommand(*launches, "", "org.example.BusOnly"));
   open("org.example.BusOnly", tokensAnd(daemon.address()));
-  EXPECT_EQ(value(reports.next(), "activated"),
-            "({'activation-token': <'wayland-token'>, 'desktop-startup-id': <'x11-id'>},)");
+  EXPECT_EQ(LaunchedApplication(*launches).value("call"),
+            std::string("/org/example/BusOnly org.freedesktop.Application.Activate") + tokens);
 }
 
 TEST_F(LinuxWorkspaceTest, comesBackWhenTheBusCannotStartTheApplication) {
-  const PrivateBus daemon;
-  const DeafBus deaf;
+  const BrokenBus deaf(BusFault::letsNobodyIn);
   for (const std::string& address : {std::string(), daemon.address(), deaf.address()}) {
     open("org.example.BusOnly", tokensAnd(address), activating, 200ms);
   }
   open("org.example.Plain", {});
-  EXPECT_EQ(value(reports.next(), "started"), "org.example.Plain");
+  EXPECT_EQ(nextStarted(), "org.example.Plain");
 }
 
 TEST_F(LinuxWorkspaceTest, startsTheApplicationThoughTheBusHangs) {
-  const DeafBus deaf;
-  const MuteBus mute;
-  for (const std::string& address : {deaf.address(), mute.address()}) {
-    open("org.example.Activatable", tokensAnd(address), activating, 200ms);
-    const auto report = reports.next();
-    EXPECT_EQ(value(report, "started"), "org.example.Activatable");
-    EXPECT_EQ(value(report, "DBUS_SESSION_BUS_ADDRESS"), address);
+  for (const BusFault fault : {BusFault::letsNobodyIn, BusFault::answersNothing}) {
+    const BrokenBus bus(fault);
+    open("org.example.Activatable", tokensAnd(bus.address()), activating, 200ms);
+    expectStarted("org.example.Activatable", tokensAnd(bus.address()));
   }
 }
-
-/// The program of org.example.BusOnly: takes one activation, reports it and ends.
-int runApplication(const std::string& name, const std::string& reports) {
-  BusPeer peer(std::string(captureEnvironment().variable(sessionBusAddressVariable).value()));
-  peer.serve(objectPath(name), applicationInterfaceXml, "()");
-  peer.own(name);
-  const std::string arguments = peer.received(1).front().arguments;
-  peer.flush();
-  std::ofstream(reports) << "activated=" << arguments << "\nend\n";
-  return EXIT_SUCCESS;
-}
-
-/// The program of the others: reports how it was started, to the pipe that is its second argument.
-constexpr std::string_view reportingProgram = R"sh(#!/bin/sh
-report=$(
-  echo "started=$1"
-  env | grep -E '^(DBUS_SESSION_BUS_ADDRESS|XDG_ACTIVATION_TOKEN|DESKTOP_STARTUP_ID)='
-  for stream in 0 1 2; do echo "$stream=$(readlink /proc/$$/fd/$stream)"; done
-  echo "process=$$"
-  echo "session=$(cut -d' ' -f6 /proc/$$/stat)"
-  sed -n 's/^SigIgn:[[:blank:]]*/ignored=/p' /proc/$$/status
-)
-printf '%s\nend\n' "$report" > "$2"
-)sh";
 
 /// Makes a desktop in `home`.
 void makeDesktop(const ScratchDirectory& home) {
-  const std::string reports = reportsPipe(home.path());
-  if (mkfifo(reports.c_str(), 0600) != 0) {
-    throw std::runtime_error(reports);
-  }
-  const std::string program = home.write("program", reportingProgram);
-  chmod(program.c_str(), 0700);
+  launches = std::make_unique<Listener>(home.path("launches"));
   const auto install = [&home](const std::string& application, const std::string& lines) {
     home.write("applications/" + application + ".desktop",
                "[Desktop Entry]\nType=Application\nName=Example\n" + lines);
   };
-  const auto command = [&](const std::string& application) {
-    return "Exec=" + program + " " + application + " " + reports + "\n";
+  const auto command = [](const std::string& application) {
+    return "Exec=" + applicationCommand(*launches, application) + "\n";
   };
   install("org.example.Plain", command("org.example.Plain"));
   install("org.example.Activatable", "DBusActivatable=true\n" + command("org.example.Activatable"));
@@ -366,10 +265,6 @@ int runTests() {
 
 int main(int count, char** words) {
   try {
-    const std::vector<std::string> arguments(words, words + count);
-    if (count == 4 && arguments[1] == "--application") {
-      return velmora::runApplication(arguments[2], arguments[3]);
-    }
     testing::InitGoogleTest(&count, words);
     return velmora::runTests();
   } catch (const std::exception& error) {

@@ -1,11 +1,12 @@
 // The bus in all its states of health. That a test ends at all shows that nothing waits for ever;
 // the test runner's limit is far above the limits given here.
 #include "platform/linux/Environment.h"
+#include "platform/linux/GLibPointers.h"
 #include "platform/linux/SessionBus.h"
 #include "platform/posix/FileDescriptor.h"
+#include "tests/support/BusPeer.h"
+#include "tests/support/Buses.h"
 #include "tests/support/ScratchDirectory.h"
-#include "tests/platform/linux/BusPeer.h"
-#include "tests/platform/linux/Buses.h"
 
 #include <gio/gio.h>
 #include <gtest/gtest.h>
@@ -35,10 +36,6 @@ Environment at(const std::string& address) {
 }
 
 const BusMethod echoMethod = {"org.example.Echo", "/org/example/Echo", "org.example.Echo", "Echo"};
-
-constexpr const char* echoInterfaceXml =
-    "<node><interface name='org.example.Echo'>"
-    "<method name='TooEarly'/><method name='Echo'/></interface></node>";
 
 GLibPointer<GVariant> nothing() { return ownVariant(g_variant_new("()")); }
 
@@ -81,14 +78,12 @@ TEST(SessionBusTest, ownsTheNamesThatItIsGranted) {
   peer.own("org.example.Taken");
   const std::string peersName = peer.ownerOf("org.example.Taken");
   const Environment environment = at(daemon.address());
-  {
-    SessionBus bus(environment, ample);
-    bus.requestName("org.example.Taken");
-    bus.requestName("org.example.Free");
-    EXPECT_EQ(peer.ownerOf("org.example.Taken"), peersName);
-    EXPECT_NE(peer.ownerOf("org.example.Free"), "");
-    EXPECT_NE(peer.ownerOf("org.example.Free"), peersName);
-  }
+  SessionBus bus(environment, ample);
+  bus.requestName("org.example.Taken");
+  bus.requestName("org.example.Free");
+  EXPECT_EQ(peer.ownerOf("org.example.Taken"), peersName);
+  EXPECT_NE(peer.ownerOf("org.example.Free"), "");
+  EXPECT_NE(peer.ownerOf("org.example.Free"), peersName);
 }
 
 TEST(SessionBusTest, sendsSignalsThatAreWithTheBusAfterAFlush) {
@@ -132,7 +127,6 @@ TEST(SessionBusTest, startsNothingForACallThatNobodyAwaits) {
   SessionBus bus(environment, ample);
   bus.send({"org.example.Echo", "/org/example/Echo", "org.example.Echo", "TooEarly"}, nothing());
   bus.flush();
-  peer.serve("/org/example/Echo", echoInterfaceXml, "()");
   peer.own("org.example.Echo");
   bus.send(echoMethod, nothing());
   EXPECT_EQ(peer.received(1).front().member, "Echo");
@@ -145,22 +139,21 @@ TEST(SessionBusTest, hasNoEffectWithoutABus) {
 }
 
 TEST(SessionBusTest, hasNoEffectWhereNothingListens) {
-  DeafBus bus;
-  bus.crash();
+  const BrokenBus bus(BusFault::crashed);
   EXPECT_FALSE(answersAnything(bus.address()));
   EXPECT_FALSE(answersAnything("unix:path=/does/not/exist"));
   EXPECT_FALSE(answersAnything("no address at all"));
 }
 
 TEST(SessionBusTest, doesNotWaitForABusThatLetsNobodyIn) {
-  const DeafBus bus;
+  const BrokenBus bus(BusFault::letsNobodyIn);
   EXPECT_FALSE(answersAnything(bus.address()));
 }
 
 TEST(SessionBusTest, doesNotWaitForABusThatDoesNotGreet) {
   // Often enough for GIO's own limit of 25 seconds to exceed the test runner's.
   for (int round = 0; round < 6; ++round) {
-    MuteBus bus;
+    BrokenBus bus(BusFault::answersNothing);
     EXPECT_FALSE(answersAnything(bus.address(), unhurried));
     // It came as far as the greeting, and no further.
     EXPECT_NE(bus.lastWords().find("Hello"), std::string::npos);
@@ -207,9 +200,8 @@ TEST(SessionBusTest, survivesTheEndOfTheBus) {
 
 TEST(SessionBusTest, endsACallThatNobodyWaitsFor) {
   const PrivateBus daemon;
-  // Takes calls only while it is asked for them.
   BusPeer silent(daemon.address());
-  silent.serve("/org/example/Echo", echoInterfaceXml, "()");
+  silent.answerWith("");
   silent.own("org.example.Echo");
   const Environment environment = at(daemon.address());
   SessionBus bus(environment, longerThanTheTest);

@@ -1,11 +1,12 @@
 // Another program on the bus, as far as a test needs one: it hears signals and takes calls.
 //
-// Everything happens while one of its functions runs, on the thread that calls them.
+// Both are taken as they come, on a thread of GIO's.
 #pragma once
 
-#include "platform/linux/GLibPointers.h"
+#include <sys/types.h>
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,29 +14,40 @@ namespace velmora {
 
 /// A signal or a call, as it arrived.
 struct BusMessage {
+  bool isCall = false;
   std::string sender;
   std::string path;
   std::string interface;
   std::string member;
   /// In the text format of GVariant, with types.
   std::string arguments;
+  /// What lay in the watched directory: names and contents, by turns.
+  std::vector<std::string> files;
 
   bool operator==(const BusMessage&) const = default;
 };
 
 class BusPeer {
  public:
+  /// Throws std::runtime_error when there is no bus.
   explicit BusPeer(const std::string& address);
   BusPeer(const BusPeer&) = delete;
   BusPeer& operator=(const BusPeer&) = delete;
+  /// Waits until all that it has to say has left.
   ~BusPeer();
 
   /// Hears every signal of `interface` from here on.
   void listen(const std::string& interface);
 
-  /// Takes the calls of the methods that `interfaceXml` describes, answering each with `answer`, a
-  /// tuple in the text format of GVariant.
-  void serve(const std::string& path, const std::string& interfaceXml, const std::string& answer);
+  /// Hears of every name of that beginning which gets another owner.
+  void listenForOwners(const std::string& namesBeginning);
+
+  /// Answers calls with `answer`, a tuple in the text format of GVariant, instead of "()"; when
+  /// that is empty, never.
+  void answerWith(const std::string& answer);
+
+  /// Looks from here on into `directory` whenever a message comes.
+  void watch(const std::string& directory);
 
   /// Becomes the owner of `name`.
   void own(const std::string& name);
@@ -48,26 +60,16 @@ class BusPeer {
 
   /// Waits until `count` signals and calls have come since the beginning. Returns all that came,
   /// in order.
-  const std::vector<BusMessage>& received(std::size_t count);
+  std::vector<BusMessage> received(std::size_t count);
 
-  /// Waits until all answers have left.
-  void flush();
+  /// Waits until `process` has left the bus, so that nothing that it has sent can follow. Returns
+  /// all that has come since the beginning.
+  std::vector<BusMessage> receivedUntilGone(pid_t process);
 
  private:
-  struct Service;
+  struct State;
 
-  GLibPointer<GVariant> callBus(const char* member, GVariant* arguments);
-
-  GLibPointer<GMainContext> context_;
-  GObjectRef<GDBusConnection> connection_;
-  std::vector<std::unique_ptr<Service>> services_;
-  std::vector<BusMessage> received_;
+  std::unique_ptr<State> state_;
 };
-
-/// What is known of org.freedesktop.Application here, for BusPeer::serve.
-inline constexpr const char* applicationInterfaceXml =
-    "<node><interface name='org.freedesktop.Application'>"
-    "<method name='Activate'><arg type='a{sv}' name='platform_data' direction='in'/></method>"
-    "</interface></node>";
 
 }  // namespace velmora

@@ -125,6 +125,7 @@ void BrokenBus::serve(bool hangsUp) {
       count = ::recv(client.get(), message.data(), message.size(), 0);
       lastWords_.append(message.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     } while (count > 0 && !hangsUp);
+    client = FileDescriptor::adopt(-1);
   }
 }
 

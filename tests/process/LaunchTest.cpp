@@ -76,8 +76,9 @@ TEST_F(LaunchTest, activatableApplicationWithoutCommandIsStartedByTheBus) {
   bus.addService(applicationName, applicationCommand(service, "", applicationName));
   installApplication("DBusActivatable=true\n");
   expectCompleted(run({folder}));
-  EXPECT_EQ(LaunchedApplication(service).value("call"),
-            std::string("/io/tolvane/Velmora org.freedesktop.Application.Activate") + tokens);
+  EXPECT_EQ(LaunchedApplication(service).values("call"),
+            std::vector{"/io/tolvane/Velmora org.freedesktop.Application.Activate" +
+                        std::string(tokens)});
 }
 
 TEST_F(LaunchTest, applicationThatCannotBeLaunchedIsNoError) {

@@ -15,8 +15,8 @@
 
 namespace velmora {
 
-/// The command of a desktop entry or service file that starts the application. It reports to
-/// `listener` at once; when it has a `name`, that is its own on the bus and it waits for a call.
+/// The command of a desktop entry or service file that starts the application, which reports to
+/// `listener`; when it has a `name`, once it has that on the bus and the calls that waited for it.
 std::string applicationCommand(const Listener& listener, const std::string& arguments = "",
                                const std::string& name = "-");
 

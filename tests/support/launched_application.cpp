@@ -3,8 +3,8 @@
 //
 //   launched_application SOCKET NAME [ARGUMENT]...
 //
-// With another NAME than "-", it is an application of the bus that is called by that name: it waits
-// for a call, of which it reports the arguments.
+// With another NAME than "-", it takes that on the bus, and reports the calls that have waited for
+// it.
 
 #include "tests/support/BusPeer.h"
 #include "tests/support/Listener.h"
@@ -57,8 +57,12 @@ void run(const std::string& socket, const std::string& name, std::span<char*> ar
   if (name != "-") {
     peer.emplace(::getenv("DBUS_SESSION_BUS_ADDRESS"));
     peer->own(name);
-    const velmora::BusMessage call = peer->received(1).front();
-    report += field("call", call.path + " " + call.interface + "." + call.member + call.arguments);
+    // Calls that waited for the name come before the answer to one made now.
+    static_cast<void>(peer->ownerOf(name));
+    for (const velmora::BusMessage& call : peer->received(0)) {
+      report +=
+          field("call", call.path + " " + call.interface + "." + call.member + call.arguments);
+    }
   }
   report += '\0';
   const velmora::FileDescriptor connection = velmora::connectTo(socket);

@@ -207,8 +207,9 @@ TEST_F(LinuxWorkspaceTest, waitsForAnApplicationThatOnlyTheBusCanStart) {
   daemon.addService("org.example.BusOnly",
                     applicationCommand(*launches, "", "org.example.BusOnly"));
   open("org.example.BusOnly", tokensAnd(daemon.address()));
-  EXPECT_EQ(LaunchedApplication(*launches).value("call"),
-            std::string("/org/example/BusOnly org.freedesktop.Application.Activate") + tokens);
+  EXPECT_EQ(LaunchedApplication(*launches).values("call"),
+            std::vector{"/org/example/BusOnly org.freedesktop.Application.Activate" +
+                        std::string(tokens)});
 }
 
 TEST_F(LinuxWorkspaceTest, comesBackWhenTheBusCannotStartTheApplication) {

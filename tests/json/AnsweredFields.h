@@ -3,8 +3,8 @@
 
 #include "json/JSONReader.h"
 #include "json/RecordDecoding.h"
-#include "tests/support/AnsweredDocuments.h"
 #include "tests/json/Faults.h"
+#include "tests/support/AnsweredDocuments.h"
 
 #include <gtest/gtest.h>
 

@@ -1,13 +1,11 @@
 #include "json/DocumentPieces.h"
-#include "tests/support/RowName.h"
+#include "tests/json/JSONCases.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <functional>
-#include <memory>
-#include <new>
+#include <cstdint>
 #include <optional>
 #include <ostream>
 #include <stdexcept>
@@ -17,8 +15,6 @@
 
 namespace velmora {
 namespace {
-
-using std::string_literals::operator""s;
 
 /// A token by its place in the document, and the byte that is there.
 struct Token {
@@ -103,14 +99,6 @@ struct PiecesCase {
   bool isWhole = true;
 };
 
-std::string repeated(std::string_view text, int times) {
-  std::string result;
-  for (int count = 0; count < times; ++count) {
-    result += text;
-  }
-  return result;
-}
-
 const std::vector<PiecesCase> documents = {
     {"empty", ""},
     {"blank", " "},
@@ -150,21 +138,19 @@ const std::vector<PiecesCase> documents = {
     {"escapedLineBreak", "[1,\n\"a\\\nb\"]", false},
 };
 
-class WalkedDocuments : public testing::TestWithParam<PiecesCase> {};
-
-TEST_P(WalkedDocuments, haveTheirTokensWhateverThePieces) {
-  const std::string& document = GetParam().document;
-  const std::optional<Tokens> tokens = walkInMemory(document, document.size() + 1);
-  EXPECT_EQ(tokens.has_value(), GetParam().isWhole);
-  for (const std::size_t length : pieceLengths()) {
-    EXPECT_EQ(walkInMemory(document, length), tokens) << length;
-    for (const std::size_t portion : {1U, 2U, 7U, 64U, 10'000U}) {
-      EXPECT_EQ(walkStream(document, length, portion), tokens) << length << ' ' << portion;
+TEST(DocumentPiecesTest, documentsHaveTheirTokensWhateverThePieces) {
+  for (const PiecesCase& row : documents) {
+    SCOPED_TRACE(row.name);
+    const std::optional<Tokens> tokens = walkInMemory(row.document, row.document.size() + 1);
+    EXPECT_EQ(tokens.has_value(), row.isWhole);
+    for (const std::size_t length : pieceLengths()) {
+      EXPECT_EQ(walkInMemory(row.document, length), tokens) << length;
+      for (const std::size_t portion : {1U, 2U, 7U, 64U, 10'000U}) {
+        EXPECT_EQ(walkStream(row.document, length, portion), tokens) << length << ' ' << portion;
+      }
     }
   }
 }
-
-INSTANTIATE_TEST_SUITE_P(Table, WalkedDocuments, testing::ValuesIn(documents), RowName());
 
 /// How long the second half of a piece's tokens is.
 std::size_t lengthOfSecondHalf(const DocumentPieces& pieces) {
@@ -176,20 +162,22 @@ std::size_t lengthOfSecondHalf(const DocumentPieces& pieces) {
   return pieces.text().size() - begin[(end - begin) / 2];
 }
 
-TEST_P(WalkedDocuments, goOnWithWhatWasLeftUnread) {
-  const std::string& document = GetParam().document;
-  for (const std::size_t pieceLength : {1U, 2U, 5U, 16U, 50U, 1000U}) {
-    PieceMemory memory;
-    DocumentPieces pieces(portions(document, 7), memory, pieceLength);
-    std::size_t begin = 0;
-    std::size_t unread = 0;
-    while (!pieces.isLast() && pieces.advance(unread)) {
-      const std::string_view text = pieces.text();
-      ASSERT_EQ(text, std::string_view(document).substr(begin, text.size()));
-      unread = unread == 0 ? lengthOfSecondHalf(pieces) : 0;
-      begin += text.size() - (pieces.isLast() ? 0 : unread);
+TEST(DocumentPiecesTest, piecesGoOnWithWhatWasLeftUnread) {
+  for (const PiecesCase& row : documents) {
+    SCOPED_TRACE(row.name);
+    for (const std::size_t pieceLength : {1U, 2U, 5U, 16U, 50U, 1000U}) {
+      PieceMemory memory;
+      DocumentPieces pieces(portions(row.document, 7), memory, pieceLength);
+      std::size_t begin = 0;
+      std::size_t unread = 0;
+      while (!pieces.isLast() && pieces.advance(unread)) {
+        const std::string_view text = pieces.text();
+        EXPECT_EQ(text, std::string_view(row.document).substr(begin, text.size()));
+        unread = unread == 0 ? lengthOfSecondHalf(pieces) : 0;
+        begin += text.size() - (pieces.isLast() ? 0 : unread);
+      }
+      EXPECT_EQ(begin == row.document.size(), row.isWhole) << pieceLength;
     }
-    EXPECT_EQ(begin == document.size(), GetParam().isWhole) << pieceLength;
   }
 }
 

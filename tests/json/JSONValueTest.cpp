@@ -17,17 +17,17 @@ struct TypeCase {
 };
 
 constexpr TypeCase typeCases[] = {
-    {.document = "null", .type = JSONType::null, .description = "null"},
-    {.document = "true", .type = JSONType::boolean, .description = "a boolean"},
-    {.document = "false", .type = JSONType::boolean, .description = "a boolean"},
-    {.document = "0", .type = JSONType::number, .description = "a number"},
-    {.document = "-1e5", .type = JSONType::number, .description = "a number"},
-    {.document = "\"\"", .type = JSONType::string, .description = "a string"},
-    {.document = "\"\\n\"", .type = JSONType::string, .description = "a string"},
-    {.document = "[]", .type = JSONType::array, .description = "an array"},
-    {.document = "[{}]", .type = JSONType::array, .description = "an array"},
-    {.document = "{}", .type = JSONType::object, .description = "an object"},
-    {.document = "{\"\":[]}", .type = JSONType::object, .description = "an object"},
+    {"null", JSONType::null, "null"},
+    {"true", JSONType::boolean, "a boolean"},
+    {"false", JSONType::boolean, "a boolean"},
+    {"0", JSONType::number, "a number"},
+    {"-1e5", JSONType::number, "a number"},
+    {"\"\"", JSONType::string, "a string"},
+    {"\"\\n\"", JSONType::string, "a string"},
+    {"[]", JSONType::array, "an array"},
+    {"[{}]", JSONType::array, "an array"},
+    {"{}", JSONType::object, "an object"},
+    {"{\"\":[]}", JSONType::object, "an object"},
 };
 
 TEST(JSONValueTest, valuesHaveTheirType) {

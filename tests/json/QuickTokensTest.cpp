@@ -1,22 +1,20 @@
 #include "json/ExactInteger.h"
 #include "json/QuickTokens.h"
-#include "tests/support/RowName.h"
+#include "tests/json/JSONCases.h"
+#include "tests/json/ReadDocument.h"
 #include "tests/json/TokenizedText.h"
 
 #include <gtest/gtest.h>
 
+#include <concepts>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <random>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace velmora {
 namespace {
-
-using std::string_literals::operator""s;
 
 /// The value that is all of `text`.
 template <class Value>
@@ -30,96 +28,37 @@ std::optional<Value> taken(const std::string& text) {
 std::optional<std::string> takenText(const std::string& text) {
   TokenizedText document(text);
   std::string_view value;
-  return document.tokens().take(value) ? std::optional(std::string(value)) : std::nullopt;
+  const bool isTaken = document.tokens().take(value) && document.tokens().atEnd();
+  return isTaken ? std::optional(std::string(value)) : std::nullopt;
 }
 
-struct IntegerCase {
-  const char* name;
-  std::string number;
-  bool isTaken = true;
-};
+bool isNull(const std::string& text) {
+  TokenizedText document(text);
+  return document.tokens().takeNull() && document.tokens().atEnd();
+}
 
-const std::vector<IntegerCase> integers = {
-    {"zero", "0"},
-    {"minusZero", "-0"},
-    {"one", "1"},
-    {"minusOne", "-1"},
-    {"sevenDigits", "1234567"},
-    {"eightDigits", "12345678"},
-    {"nineDigits", "123456789"},
-    {"sixteenDigits", "1234567890123456"},
-    {"seventeenDigits", "98765432109876543"},
-    {"uint8Largest", "255"},
-    {"uint8Beyond", "256"},
-    {"uint16Largest", "65535"},
-    {"uint16Beyond", "65536"},
-    {"uint32Largest", "4294967295"},
-    {"uint32Beyond", "4294967296"},
-    {"int64Largest", "9223372036854775807"},
-    {"int64Beyond", "9223372036854775808"},
-    {"int64Least", "-9223372036854775808"},
-    {"int64Below", "-9223372036854775809"},
-    {"mostOf19Digits", "9999999999999999999"},
-    {"leastOf20Digits", "10000000000000000000"},
-    {"uint64Largest", "18446744073709551615"},
-    {"uint64Beyond", "18446744073709551616", false},
-    {"justBelowTwiceTheLeastOf20Digits", "19999999999999999999", false},
-    {"twiceTheLeastOf20Digits", "20000000000000000000", false},
-    {"wrapsAroundToAnother20Digits", "28446744073709551616", false},
-    {"wrapsAroundTwice", "46893488147419103231", false},
-    {"mostOf20Digits", "99999999999999999999", false},
-    {"uint64BeyondBelowZero", "-18446744073709551616", false},
-    {"leastOf21Digits", "100000000000000000000", false},
-    {"wrapsAroundFrom21Digits", "184467440737095516160", false},
-    {"leadingZero", "01", false},
-    {"twoZeros", "00", false},
-    {"leadingZeroBelowZero", "-01", false},
-    {"minusAlone", "-", false},
-    {"twoMinuses", "--1", false},
-    {"plus", "+1", false},
-    {"minusInside", "1-2", false},
-    {"fraction", "1.0", false},
-    {"exponent", "1e0", false},
-    {"capitalExponent", "1E2", false},
-    {"lettersBehind", "1x", false},
-    {"hexadecimal", "0x1", false},
-    {"letter", "x", false},
-    {"letterAmongEight", "1234x678", false},
-    {"fractionAmongEight", "1234.678", false},
-    {"minusAmongEight", "123456-8", false},
-    {"plusAmongEight", "1+345678", false},
-    {"byteBelowZeroAmongEight", "1234/678", false},
-    {"byteBelowZeroBehindEight", "123456781/345678", false},
-    {"sevenMoreThanNineAmongEight", "1234?678", false},
-    {"nonASCII", "123456\u00e9", false},
-    {"NULBehind", "1\0"s, false},
-    {"NULAmongEight", "1234\000678"s, false},
-    {"text", "\"1\"", false},
-    {"null", "null", false},
-    {"array", "[", false},
-};
-
-class QuickIntegers : public testing::TestWithParam<IntegerCase> {};
-
-/// As the exact reader has it, or not at all.
+/// The value as it is exactly, or none, as the table says; with blanks around it, too.
 template <std::integral Integer>
-void expectExact(const IntegerCase& row) {
-  const std::optional<ExactInteger> exact = row.isTaken ? exactInteger(row.number) : std::nullopt;
-  const std::optional<Integer> expected =
-      exact.has_value() ? fitted<Integer>(*exact) : std::nullopt;
-  EXPECT_EQ(taken<Integer>(row.number), expected);
-  EXPECT_EQ(taken<Integer>(" \n" + row.number + "\r\t "), expected);
+void expectIntegers(const NumberCase& row) {
+  for (const std::string& text : textsOf(row)) {
+    SCOPED_TRACE(text);
+    const std::optional<ExactInteger> exact = row.isQuick ? exactInteger(text) : std::nullopt;
+    const std::optional<Integer> expected =
+        exact.has_value() ? fitted<Integer>(*exact) : std::nullopt;
+    EXPECT_EQ(taken<Integer>(text), expected);
+    EXPECT_EQ(taken<Integer>(" \n" + text + "\r\t "), expected);
+  }
 }
 
-TEST_P(QuickIntegers, areExactOrGivenUp) {
-  expectExact<std::int64_t>(GetParam());
-  expectExact<std::uint64_t>(GetParam());
-  expectExact<std::uint32_t>(GetParam());
-  expectExact<std::uint16_t>(GetParam());
-  expectExact<std::int8_t>(GetParam());
+TEST(QuickTokensTest, takesIntegersExactlyOrGivesUp) {
+  for (const NumberCase& row : numberCases) {
+    expectIntegers<std::int64_t>(row);
+    expectIntegers<std::uint64_t>(row);
+    expectIntegers<std::uint32_t>(row);
+    expectIntegers<std::uint16_t>(row);
+    expectIntegers<std::int8_t>(row);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(Table, QuickIntegers, testing::ValuesIn(integers), RowName());
 
 TEST(QuickTokensTest, takesEveryIntegerOfItsWriting) {
   std::mt19937_64 random(1);
@@ -146,90 +85,56 @@ TEST(QuickTokensTest, takesNoNumberThatIsNotExact) {
   }
 }
 
-struct TextCase {
-  const char* name;
-  std::string string;
-  /// None when it is given up.
-  std::optional<std::string> text;
-};
-
-class QuickTexts : public testing::TestWithParam<TextCase> {};
-
-TEST_P(QuickTexts, areResolvedOrGivenUp) {
-  EXPECT_EQ(takenText(GetParam().string), GetParam().text);
-  EXPECT_EQ(takenText("  " + GetParam().string + "\n "), GetParam().text);
-}
-
-TEST_P(QuickTexts, areTheSameBehindOthers) {
+void expectTextBehindOthers(const std::string& string, const std::optional<std::string>& text) {
   const std::string others = R"("plain" "escaped\n" "" "plain again" "two\\\"")";
-  TokenizedText document(others + GetParam().string);
+  TokenizedText document(others + string);
+  std::string_view taken;
   for (const std::string_view expected : {"plain", "escaped\n", "", "plain again", "two\\\""}) {
-    std::string_view text;
-    ASSERT_TRUE(document.tokens().take(text));
-    EXPECT_EQ(text, expected);
+    ASSERT_TRUE(document.tokens().take(taken));
+    EXPECT_EQ(taken, expected);
   }
-  std::string_view text;
-  ASSERT_EQ(document.tokens().take(text), GetParam().text.has_value());
-  if (GetParam().text.has_value()) {
-    EXPECT_EQ(text, *GetParam().text);
+  ASSERT_EQ(document.tokens().take(taken), text.has_value());
+  if (text.has_value()) {
+    EXPECT_EQ(taken, *text);
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, QuickTexts,
-    testing::Values(TextCase{"empty", R"("")", ""}, TextCase{"plain", R"("text")", "text"},
-                    TextCase{"escapedSlashes", R"("\/a\/b")", "/a/b"},
-                    TextCase{"escapedQuote", R"("\"")", "\""},
-                    TextCase{"escapedBackslash", R"("\\")", "\\"},
-                    TextCase{"NUL", R"("a\u0000b")", "a\0b"s},
-                    TextCase{"pairOfSurrogates", R"("\uD83D\uDE00")", "\U0001F600"},
-                    TextCase{"nonASCII", "\"\u00e9\U0001F600\"", "\u00e9\U0001F600"},
-                    TextCase{"DEL", "\"\x7F\"", "\x7F"},
-                    TextCase{"looksLikeTokens", R"("},{\"a\":[1],null")", "},{\"a\":[1],null"},
-                    TextCase{"long", '"' + std::string(100'000, 'x') + '"',
-                             std::string(100'000, 'x')},
-                    TextCase{"longWithEscapes", '"' + std::string(50'000, 'x') + "\\t\"",
-                             std::string(50'000, 'x') + '\t'},
-                    TextCase{"halfOfAPair", R"("\uD83D")", std::nullopt},
-                    TextCase{"unknownEscape", R"("\x")", std::nullopt},
-                    TextCase{"cutEscape", R"("\u12")", std::nullopt},
-                    TextCase{"escapedBlank", R"("\ ")", std::nullopt},
-                    TextCase{"number", "1", std::nullopt}, TextCase{"null", "null", std::nullopt},
-                    TextCase{"backslashBefore", R"(\"a")"s + " \"", std::nullopt},
-                    TextCase{"letter", "a", std::nullopt}),
-    RowName());
-
-struct LiteralCase {
-  const char* name;
-  std::string text;
-  std::optional<bool> boolean;
-  bool isNull = false;
-};
-
-class QuickLiterals : public testing::TestWithParam<LiteralCase> {};
-
-TEST_P(QuickLiterals, areTakenWholeOnly) {
-  EXPECT_EQ(taken<bool>(GetParam().text), GetParam().boolean);
-  EXPECT_EQ(taken<bool>(" " + GetParam().text + "\t"), GetParam().boolean);
-  TokenizedText document(GetParam().text);
-  EXPECT_EQ(document.tokens().takeNull(), GetParam().isNull);
+TEST(QuickTokensTest, takesTheScalarsThatAreReadElsewhere) {
+  for (const ReadCase& row : readCases) {
+    SCOPED_TRACE(row.name);
+    std::optional<std::string> text;
+    if (const ReadDocument read(row.document); read.value().type() == JSONType::string) {
+      text = read.value().text();
+      expectTextBehindOthers(row.document, text);
+    }
+    const std::optional<bool> boolean = row.rewritten == "true" || row.rewritten == "false"
+                                            ? std::optional(row.rewritten == "true")
+                                            : std::nullopt;
+    for (const std::string& document : {row.document, "  " + row.document + "\n\t "}) {
+      EXPECT_EQ(takenText(document), text);
+      EXPECT_EQ(taken<bool>(document), boolean);
+      EXPECT_EQ(isNull(document), row.rewritten == "null");
+      EXPECT_EQ(taken<int>(document), row.rewritten == "7" ? std::optional(7) : std::nullopt);
+    }
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, QuickLiterals,
-                         testing::Values(LiteralCase{"true", "true", true},
-                                         LiteralCase{"false", "false", false},
-                                         LiteralCase{"null", "null", std::nullopt, true},
-                                         LiteralCase{"upperCase", "True", std::nullopt},
-                                         LiteralCase{"cutTrue", "tru", std::nullopt},
-                                         LiteralCase{"cutFalse", "fals", std::nullopt},
-                                         LiteralCase{"cutNull", "nul", std::nullopt},
-                                         LiteralCase{"lettersBehindTrue", "truex", std::nullopt},
-                                         LiteralCase{"lettersBehindNull", "nullx", std::nullopt},
-                                         LiteralCase{"NULBehind", "true\0"s, std::nullopt},
-                                         LiteralCase{"blankInside", "tr ue", std::nullopt},
-                                         LiteralCase{"string", "\"true\"", std::nullopt},
-                                         LiteralCase{"number", "1", std::nullopt}),
-                         RowName());
+TEST(QuickTokensTest, takesNoScalarThatIsRefusedElsewhere) {
+  for (const RefusedCase& row : refusedCases) {
+    if (row.tokens == TokenFault::none) {
+      SCOPED_TRACE(row.name);
+      for (const std::string& document : {row.document, "  " + row.document + "\n\t "}) {
+        EXPECT_EQ(takenText(document), std::nullopt);
+        EXPECT_EQ(taken<bool>(document), std::nullopt);
+        EXPECT_FALSE(isNull(document));
+        EXPECT_EQ(taken<int>(document), std::nullopt);
+      }
+      if (row.what == badEscape && row.document.starts_with('"')) {
+        expectTextBehindOthers(row.document, std::nullopt);
+      }
+    }
+  }
+}
 
 TEST(QuickTokensTest, takesWhatIsNextOnly) {
   TokenizedText document(R"( { "a" : [ 1 , null ] } )");

@@ -1,5 +1,6 @@
 #include "json/ExactInteger.h"
 #include "tests/json/JSONCases.h"
+#include "tests/text/Words.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +23,7 @@ std::string written(std::optional<ExactInteger> integer) {
 
 TEST(ExactIntegerTest, valueIsExactHoweverWritten) {
   for (const NumberCase& row : numberCases) {
-    for (const std::string& text : textsOf(row)) {
+    for (const std::string& text : wordsOf(row.texts)) {
       SCOPED_TRACE(text);
       EXPECT_EQ(isJSONNumber(text), row.value != noNumber);
       if (row.value != noNumber) {

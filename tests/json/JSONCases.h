@@ -5,11 +5,8 @@
 #include "json/TokenFinder.h"
 
 #include <cstddef>
-#include <iterator>
-#include <sstream>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace velmora {
 
@@ -207,7 +204,7 @@ struct NumberCase {
   std::string_view value;
   /// Whether the quick reader takes them for that, where it fits; else it gives them up.
   bool isQuick;
-  /// Separated by blanks.
+  /// Separated by blanks (Words.h).
   std::string texts;
 };
 
@@ -260,10 +257,5 @@ inline const NumberCase numberCases[] = {
      "1234x678 123456-8 1+345678 1234/678 123456781/345678 1234?678 "
      "123456\u00e9 \u0661 1\u0661 1\0 1234\000678"s},
 };
-
-inline std::vector<std::string> textsOf(const NumberCase& row) {
-  std::istringstream stream(row.texts);
-  return {std::istream_iterator<std::string>(stream), {}};
-}
 
 }  // namespace velmora

@@ -5,6 +5,7 @@
 #include "tests/support/AnsweredDocuments.h"
 #include "tests/support/JSONJudge.h"
 #include "tests/support/JSONRewriting.h"
+#include "tests/text/Words.h"
 
 #include <gtest/gtest.h>
 
@@ -71,7 +72,7 @@ TEST(JSONReaderTest, theWholeDocumentIsReadStrictly) {
 
 TEST(JSONReaderTest, readsNumbersAndNothingLikeThem) {
   for (const NumberCase& row : numberCases) {
-    for (const std::string& text : textsOf(row)) {
+    for (const std::string& text : wordsOf(row.texts)) {
       SCOPED_TRACE(text);
       EXPECT_EQ(faultOfDocument("[" + text + "]"),
                 row.value == noNumber ? "dataCorrupted @1: Expected a value." : "none");

@@ -1,4 +1,5 @@
 #include "json/JSONString.h"
+#include "tests/text/Words.h"
 #include "text/UTF8.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -171,43 +173,15 @@ TEST(JSONStringTest, everyOtherCharacterBehindABackslashIsRefused) {
 }
 
 TEST(JSONStringTest, brokenEscapesAreRefused) {
-  constexpr std::string_view broken[] = {
-      "\\",
-      "\\u",
-      "\\u0",
-      "\\u00",
-      "\\u004",
-      "\\u004g",
-      "\\u004G",
-      "\\u004 ",
-      "\\u+041",
-      "\\u 041",
-      "\\u0x41",
-      "\\U0041",
-      "\\x41",
-      "\\u004\\n",
-      "\\ud834",
-      "\\ud834\\",
-      "\\ud834\\u",
-      "\\ud834\\udd1",
-      "\\ud834\\udd1g",
-      "\\ud834\\n",
-      "\\ud834x",
-      "\\ud834xdd1e",
-      "\\ud834\\xdd1e",
-      "\\ud834\\u0041",
-      "\\ud834\\ue000",
-      "\\ud834\\udbff",
-      "\\udc00",
-      "\\udfff",
-      "\\\\\\",
-      "\\n\\",
-  };
-  for (const std::string_view content : broken) {
+  const std::vector<std::string> broken = wordsOf(
+      R"(\ \u \u0 \u00 \u004 \u004g \u004G \u+041 \u0x41 \U0041 \x41 \u004\n \ud834 \ud834\ )"
+      R"(\ud834\u \ud834\udd1 \ud834\udd1g \ud834\n \ud834x \ud834xdd1e \ud834\xdd1e \ud834\u0041 )"
+      R"(\ud834\ue000 \ud834\udbff \udc00 \udfff \\\ \n\)");
+  for (const std::string& content : broken) {
     SCOPED_TRACE(content);
     for (std::size_t before = 0; before <= 17; ++before) {
       const std::string left(before, 'l');
-      EXPECT_EQ(resolved(left + std::string(content)), std::nullopt);
+      EXPECT_EQ(resolved(left + content), std::nullopt);
     }
   }
 }

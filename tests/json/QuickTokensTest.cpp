@@ -3,6 +3,7 @@
 #include "tests/json/JSONCases.h"
 #include "tests/json/ReadDocument.h"
 #include "tests/json/TokenizedText.h"
+#include "tests/text/Words.h"
 
 #include <gtest/gtest.h>
 
@@ -40,7 +41,7 @@ bool isNull(const std::string& text) {
 /// The value as it is exactly, or none, as the table says; with blanks around it, too.
 template <std::integral Integer>
 void expectIntegers(const NumberCase& row) {
-  for (const std::string& text : textsOf(row)) {
+  for (const std::string& text : wordsOf(row.texts)) {
     SCOPED_TRACE(text);
     const std::optional<ExactInteger> exact = row.isQuick ? exactInteger(text) : std::nullopt;
     const std::optional<Integer> expected =

@@ -11,46 +11,45 @@ namespace velmora {
 namespace {
 
 struct PathCase {
-  std::string_view name;
   std::string_view path;
   std::string_view standardized;
 };
 
 constexpr PathCase pathCases[] = {
-    {"root", "/", "/"},
-    {"leadingSlashes", "//a", "/a"},
-    {"innerSlashes", "/Users//a", "/Users/a"},
-    {"dot", "/a/./b", "/a/b"},
-    {"dotAtEnd", "/a/.", "/a"},
-    {"onlyDot", "/.", "/"},
-    {"up", "/a/../b", "/b"},
-    {"upToRoot", "/a/..", "/"},
-    {"upFromRoot", "/..", "/"},
-    {"upAcrossSlashes", "/a/b//../c", "/a/c"},
-    {"hiddenName", "/a/.hidden/..b/c..", "/a/.hidden/..b/c.."},
-    {"backslash", "/a\\..\\b", "/a\\..\\b"},
-    {"nul", {"/a\0/..", 6}, "/"},
-    {"notUTF8", "/\xFF/./\xFE", "/\xFF/\xFE"},
+    {"/", "/"},
+    {"//a", "/a"},
+    {"/Users//a", "/Users/a"},
+    {"/a/./b", "/a/b"},
+    {"/a/.", "/a"},
+    {"/.", "/"},
+    {"/a/../b", "/b"},
+    {"/a/..", "/"},
+    {"/..", "/"},
+    {"/a/b//../c", "/a/c"},
+    {"/a/.hidden/..b/c..", "/a/.hidden/..b/c.."},
+    {"/a\\..\\b", "/a\\..\\b"},
+    {{"/a\0/..", 6}, "/"},
+    {"/\xFF/./\xFE", "/\xFF/\xFE"},
     // A path is resolved by bytes: the mark after the "/" begins a name.
-    {"markAfterSlash", "/a//\u0301b", "/a/\u0301b"},
-    {"upFromMarkedName", "/a/\u0301b/..", "/a"},
-    {"dotWithMark", "/a/.\u0301/b", "/a/.\u0301/b"},
-    {"empty", "", ""},
-    {"relativeDot", ".", "."},
-    {"dotSlash", "./", "."},
-    {"relative", "a", "a"},
-    {"relativeTrailingSlash", "a/", "a"},
-    {"leadingDot", "./a//b", "a/b"},
-    {"toNothing", "a/..", "."},
-    {"throughNothing", "a/../b", "b"},
-    {"relativeUp", "..", ".."},
-    {"upTwice", "../..", "../.."},
-    {"upThenDown", "../a", "../a"},
-    {"upAndBack", "../a/..", ".."},
-    {"upBeyondBeginning", "a/../../b", "../b"},
-    {"upFromUp", "../a/../..", "../.."},
-    {"upFromOneName", "a/b/..", "a"},
-    {"tilde", "~/x", "~/x"},
+    {"/a//\u0301b", "/a/\u0301b"},
+    {"/a/\u0301b/..", "/a"},
+    {"/a/.\u0301/b", "/a/.\u0301/b"},
+    {"", ""},
+    {".", "."},
+    {"./", "."},
+    {"a", "a"},
+    {"a/", "a"},
+    {"./a//b", "a/b"},
+    {"a/..", "."},
+    {"a/../b", "b"},
+    {"..", ".."},
+    {"../..", "../.."},
+    {"../a", "../a"},
+    {"../a/..", ".."},
+    {"a/../../b", "../b"},
+    {"../a/../..", "../.."},
+    {"a/b/..", "a"},
+    {"~/x", "~/x"},
 };
 
 void expectStandardized(std::string_view path, std::string_view standardized) {
@@ -60,7 +59,7 @@ void expectStandardized(std::string_view path, std::string_view standardized) {
 
 TEST(LexicalPathTest, standardizesAbsolutePathsAndKeepsRelativeOnesRelative) {
   for (const PathCase& row : pathCases) {
-    SCOPED_TRACE(row.name);
+    SCOPED_TRACE(row.path);
     expectStandardized(row.path, row.standardized);
   }
   const std::vector<AnsweredCase> cases = readAnsweredCases("text/standardizedFileURL.jsonl");

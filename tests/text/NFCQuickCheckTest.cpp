@@ -3,11 +3,17 @@
 #include <gtest/gtest.h>
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
+#include <iterator>
 #include <map>
+#include <optional>
 #include <random>
 #include <set>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace velmora {
@@ -98,48 +104,34 @@ TEST(NFCQuickCheckTest, everyCodePointHasThePropertiesThatItsNormalFormsGiveIt) 
 }
 
 struct PropertiesCase {
-  std::string_view name;
-  std::int32_t codePoint;
   NFCProperties properties;
-};
-
-constexpr PropertiesCase propertiesCases[] = {
-    {"ascii", 'a', {}},
-    {"composedLetter", 0xE9, {}},
-    {"composedCyrillicLetter", 0x439, {}},
-    {"letterThatComposesWithTheNext", 0x9C7, {}},
-    {"han", 0x65E5, {}},
-    {"syllable", 0xD55C, {}},
-    {"emoji", 0x1F600, {}},
-    {"last", 0x10FFFF, {}},
-    {"markThatComposes", 0x301, {.quickCheck = NFCQuickCheck::maybe, .combiningClass = 230}},
-    {"markThatNeverComposes", 0x305, {.combiningClass = 230}},
-    {"virama", 0x94D, {.combiningClass = 9}},
-    {"pointOfExclusionsOnly", 0x5BC, {.combiningClass = 21}},
-    {"stemOfExclusionsOnly", 0x1D165, {.combiningClass = 216}},
-    {"vowelThatComposes", 0x9BE, {.quickCheck = NFCQuickCheck::maybe}},
-    {"hangulConsonant", 0x1112, {}},
-    {"hangulVowel", 0x1161, {.quickCheck = NFCQuickCheck::maybe}},
-    {"lastHangulVowelThatComposes", 0x1175, {.quickCheck = NFCQuickCheck::maybe}},
-    {"oldHangulVowel", 0x1176, {}},
-    {"vowelBeforeFinals", 0x11A7, {}},
-    {"firstFinal", 0x11A8, {.quickCheck = NFCQuickCheck::maybe}},
-    {"lastFinal", 0x11C2, {.quickCheck = NFCQuickCheck::maybe}},
-    {"oldFinal", 0x11C3, {}},
-    {"singleton", 0x212A, {.quickCheck = NFCQuickCheck::no}},
-    {"singletonOfAComposition", 0x212B, {.quickCheck = NFCQuickCheck::no}},
-    {"exclusion", 0x958, {.quickCheck = NFCQuickCheck::no}},
-    {"decomposesIntoMarksOnly", 0x344, {.quickCheck = NFCQuickCheck::no, .combiningClass = 230}},
-    {"compatibilityIdeograph", 0xF900, {.quickCheck = NFCQuickCheck::no}},
-    {"exclusionBeyondBMP", 0x1D15E, {.quickCheck = NFCQuickCheck::no}},
-    {"composedBeyondBMP", 0x1109A, {}},
+  std::vector<std::int32_t> codePoints;
 };
 
 TEST(NFCQuickCheckTest, knowsTheKindsOfCodePoints) {
-  for (const PropertiesCase& row : propertiesCases) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(nfcProperties(row.codePoint).quickCheck, row.properties.quickCheck);
-    EXPECT_EQ(nfcProperties(row.codePoint).combiningClass, row.properties.combiningClass);
+  using enum NFCQuickCheck;
+  const PropertiesCase cases[] = {
+      // Letters that are composed, and one that composes with the next; syllables; parts of
+      // syllables that compose with nothing before them: a consonant, an old vowel, the vowel
+      // before the finals, an old final.
+      {{yes, 0}, {'a', 0xE9, 0x439, 0x9C7, 0x65E5, 0xD55C, 0x1F600, 0x1109A, 0x10FFFF}},
+      {{yes, 0}, {0x1112, 0x1176, 0x11A7, 0x11C3}},
+      // Marks that never compose, or into what is excluded only.
+      {{yes, 230}, {0x305}},
+      {{yes, 9}, {0x94D}},
+      {{yes, 21}, {0x5BC}},
+      {{yes, 216}, {0x1D165}},
+      // A mark, vowels and finals that compose.
+      {{maybe, 230}, {0x301}},
+      {{maybe, 0}, {0x9BE, 0x1161, 0x1175, 0x11A8, 0x11C2}},
+      // Singletons, exclusions, a compatibility ideograph; what decomposes into marks only.
+      {{no, 0}, {0x212A, 0x212B, 0x958, 0x1D15E, 0xF900}},
+      {{no, 230}, {0x344}},
+  };
+  for (const auto& [properties, codePoints] : cases) {
+    for (const std::int32_t codePoint : codePoints) {
+      EXPECT_EQ(nfcProperties(codePoint), properties) << std::hex << codePoint;
+    }
   }
 }
 
@@ -173,7 +165,7 @@ TEST(NFCQuickCheckTest, pieceIsNoLongerThanWhatBelongsTogether) {
     SCOPED_TRACE(row.name);
     const std::string text = std::string(row.before).append(row.piece).append(row.after);
     const std::optional<TextPiece> piece = findPieceNotInNFC(text, 0);
-    ASSERT_EQ(piece.has_value(), !row.piece.empty());
+    EXPECT_EQ(piece.has_value(), !row.piece.empty());
     if (piece) {
       EXPECT_EQ(piece->begin, row.before.size());
       EXPECT_EQ(text.substr(piece->begin, piece->end - piece->begin), row.piece);
@@ -261,15 +253,10 @@ void expectVerdictOf(const CodePoints& codePoints) {
 
 TEST(NFCQuickCheckTest, pairsThatPassAreInNFC) {
   const CodePoints all = interestingCodePoints();
-  const CodePoints seconds = [&] {
-    CodePoints some;
-    for (const std::int32_t codePoint : all) {
-      if (!nfcProperties(codePoint).beginsPiece()) {
-        some.push_back(codePoint);
-      }
-    }
-    return some;
-  }();
+  CodePoints seconds;
+  std::ranges::copy_if(all, std::back_inserter(seconds), [](std::int32_t codePoint) {
+    return !nfcProperties(codePoint).beginsPiece();
+  });
   ASSERT_GT(seconds.size(), 150U);
   for (const std::int32_t second : seconds) {
     for (std::size_t index = static_cast<std::size_t>(second) % 31; index < all.size();

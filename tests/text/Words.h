@@ -1,0 +1,17 @@
+// Many short texts in one.
+#pragma once
+
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace velmora {
+
+/// What stands between blanks.
+inline std::vector<std::string> wordsOf(const std::string& text) {
+  std::istringstream stream(text);
+  return {std::istream_iterator<std::string>(stream), {}};
+}
+
+}  // namespace velmora

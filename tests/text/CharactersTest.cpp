@@ -1,4 +1,5 @@
 #include "tests/support/AnsweredCases.h"
+#include "tests/text/Answers.h"
 #include "tests/text/RandomTexts.h"
 #include "text/Characters.h"
 #include "text/Text.h"
@@ -16,61 +17,48 @@ namespace velmora {
 namespace {
 
 struct CountCase {
-  std::string_view name;
-  std::string_view text;
+  const char* name;
   std::size_t count;
+  std::vector<std::string_view> texts;
 };
 
-constexpr CountCase countCases[] = {
-    {"empty", "", 0},
-    {"ascii", "/Users/a", 8},
-    {"nul", {"a\0b", 3}, 3},
-    {"precomposed", "\u00e9", 1},
-    {"decomposed", "e\u0301", 1},
-    {"markOnLastOfASCIIRun", "abc\u0301d", 4},
-    {"markAlone", "\u0301", 1},
-    {"slashWithMark", "a/\u0301b", 3},
-    {"crlf", "\r\n", 1},
-    {"crlfTwice", "a\r\n\r\nb", 4},
-    {"lfcr", "\n\r", 2},
-    {"crcrlf", "\r\r\n", 2},
-    {"markAfterCRLF", "\r\n\u0301", 2},
-    {"markAfterControl", "\t\u0301", 2},
-    {"crlfAfterOther", "\u00e9\r\n", 2},
-    {"crlfAfterPrepended", "\u0600\r\n", 2},
-    {"syllable", "\ud55c", 1},
-    {"jamo", "\u1112\u1161\u11ab", 1},
-    {"twoSyllablesOfJamo", "\u1112\u1161\u11ab\u1100\u1173\u11af", 2},
-    {"oneRegionalIndicator", "\U0001F1E6", 1},
-    {"flag", "\U0001F1E6\U0001F1E7", 1},
-    {"flagAndHalf", "\U0001F1E6\U0001F1E7\U0001F1E8", 2},
-    {"flagAfterASCII", "a\U0001F1E6\U0001F1E7\U0001F1E8\U0001F1E9", 3},
-    {"family", "\U0001F468\u200d\U0001F469\u200d\U0001F467", 1},
-    {"emojiWithSkinTone", "\U0001F44D\U0001F3FD", 1},
-    {"emojiWithSelector", "\u2764\ufe0f", 1},
-    {"heartOnFire", "\u2764\ufe0f\u200d\U0001F525", 1},
-    {"joinerBetweenLetters", "a\u200db", 2},
-    {"keycap", "1\ufe0f\u20e3", 1},
-    {"prepended", "\u0600/", 1},
-    {"prependedAfterASCII", "a\u0600/b", 3},
-    {"spacingMark", "\u0915\u093e", 1},
-    {"byteNotUTF8", "a\xFF\xFE", 3},
-    {"truncated", "\xE2\x82", 2},
-    {"markAfterByteNotUTF8", "\xFF\u0301", 2},
-    {"byteNotUTF8AfterPrepended", "\u0600\xFF", 2},
+const CountCase countCases[] = {
+    {"nothing", 0, {""}},
+    {"ascii", 8, {"/Users/a"}},
+    {"NULAmongASCII", 3, {{"a\0b", 3}}},
+    {"marks", 1, {"\u00e9", "e\u0301", "\u0301", "\u0915\u093e"}},
+    {"markOnLastOfASCIIRun", 4, {"abc\u0301d"}},
+    {"slashWithMark", 3, {"a/\u0301b"}},
+    {"crlf", 1, {"\r\n"}},
+    {"crlfTwice", 4, {"a\r\n\r\nb"}},
+    {"otherLineEnds", 2, {"\n\r", "\r\r\n"}},
+    {"markAfterControl", 2, {"\t\u0301", "\r\n\u0301"}},
+    {"crlfAfterOther", 2, {"\u00e9\r\n", "\u0600\r\n"}},
+    {"syllable", 1, {"\ud55c", "\u1112\u1161\u11ab"}},
+    {"twoSyllablesOfJamo", 2, {"\u1112\u1161\u11ab\u1100\u1173\u11af"}},
+    {"regionalIndicators", 1, {"\U0001F1E6", "\U0001F1E6\U0001F1E7"}},
+    {"flagAndHalf", 2, {"\U0001F1E6\U0001F1E7\U0001F1E8"}},
+    {"flagsAfterASCII", 3, {"a\U0001F1E6\U0001F1E7\U0001F1E8\U0001F1E9"}},
+    {"family", 1, {"\U0001F468\u200d\U0001F469\u200d\U0001F467"}},
+    {"emojiWithSkinToneOrSelector", 1, {"\U0001F44D\U0001F3FD", "\u2764\ufe0f"}},
+    {"emojiJoinedWithSelector", 1, {"\u2764\ufe0f\u200d\U0001F525", "1\ufe0f\u20e3"}},
+    {"joinerBetweenLetters", 2, {"a\u200db"}},
+    {"prepended", 1, {"\u0600/"}},
+    {"prependedAfterASCII", 3, {"a\u0600/b"}},
+    {"notUTF8", 2, {"\xE2\x82", "\xFF\u0301", "\u0600\xFF"}},
+    {"notUTF8AfterASCII", 3, {"a\xFF\xFE"}},
 };
 
 TEST(CharactersTest, countsWholeCharacters) {
   for (const CountCase& row : countCases) {
     SCOPED_TRACE(row.name);
-    EXPECT_EQ(characterCount(row.text), row.count);
+    for (const std::string_view text : row.texts) {
+      EXPECT_EQ(characterCount(text), row.count) << text;
+    }
   }
-  const std::vector<AnsweredCase> cases = readAnsweredCases("text/count.jsonl");
-  EXPECT_EQ(cases.size(), 5U);
-  for (const AnsweredCase& row : cases) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(characterCount(row.input), static_cast<std::size_t>(row.expect<std::int64_t>()));
-  }
+  expectAnswers<std::int64_t>("text/count.jsonl", 5, [](const AnsweredCase& row) {
+    return static_cast<std::int64_t>(characterCount(row.input));
+  });
 }
 
 struct PrefixCase {
@@ -142,12 +130,9 @@ TEST(CharactersTest, prefixIsOfWholeCharacters) {
       EXPECT_EQ(isCharacterBoundaryAfterASCII(row.text, row.prefix.size()), row.isPrefix);
     }
   }
-  const std::vector<AnsweredCase> cases = readAnsweredCases("text/hasPrefix.jsonl");
-  EXPECT_EQ(cases.size(), 7U);
-  for (const AnsweredCase& row : cases) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(hasCharacterPrefix(row.input, row.other), row.expect<bool>());
-  }
+  expectAnswers<bool>("text/hasPrefix.jsonl", 7, [](const AnsweredCase& row) {
+    return hasCharacterPrefix(row.input, row.other);
+  });
 }
 
 using Parts = std::vector<std::string_view>;
@@ -185,13 +170,10 @@ TEST(CharactersTest, splitsAtWholeCharactersOnly) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(splitAtCharacter(row.text, '/'), row.parts);
   }
-  const std::vector<AnsweredCase> answered = readAnsweredCases("text/split.jsonl");
-  EXPECT_EQ(answered.size(), 4U);
-  for (const AnsweredCase& row : answered) {
-    SCOPED_TRACE(row.name);
-    const auto& expected = row.expect<std::vector<std::string>>();
-    EXPECT_EQ(splitAtCharacter(row.input, '/'), Parts(expected.begin(), expected.end()));
-  }
+  expectAnswers<std::vector<std::string>>("text/split.jsonl", 4, [](const AnsweredCase& row) {
+    const Parts parts = splitAtCharacter(row.input, '/');
+    return std::vector<std::string>(parts.begin(), parts.end());
+  });
 }
 
 TEST(CharactersTest, splitsAtAnyASCIICharacter) {

@@ -1,11 +1,11 @@
 #include "tests/support/AnsweredCases.h"
+#include "tests/text/Answers.h"
 #include "text/LexicalPath.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace velmora {
 namespace {
@@ -52,22 +52,15 @@ constexpr PathCase pathCases[] = {
     {"~/x", "~/x"},
 };
 
-void expectStandardized(std::string_view path, std::string_view standardized) {
-  EXPECT_EQ(lexicallyStandardized(path), standardized);
-  EXPECT_EQ(lexicallyStandardized(standardized), standardized);
-}
-
 TEST(LexicalPathTest, standardizesAbsolutePathsAndKeepsRelativeOnesRelative) {
   for (const PathCase& row : pathCases) {
     SCOPED_TRACE(row.path);
-    expectStandardized(row.path, row.standardized);
+    EXPECT_EQ(lexicallyStandardized(row.path), row.standardized);
+    EXPECT_EQ(lexicallyStandardized(row.standardized), row.standardized);
   }
-  const std::vector<AnsweredCase> cases = readAnsweredCases("text/standardizedFileURL.jsonl");
-  EXPECT_EQ(cases.size(), 37U);
-  for (const AnsweredCase& row : cases) {
-    SCOPED_TRACE(row.name);
-    expectStandardized(row.input, row.expect<std::string>());
-  }
+  expectAnswers<std::string>("text/standardizedFileURL.jsonl", 37, [](const AnsweredCase& row) {
+    return lexicallyStandardized(row.input);
+  });
 }
 
 TEST(LexicalPathTest, longChainsOfUpAreNotQuadratic) {

@@ -2,11 +2,11 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <variant>
 #include <vector>
 
 namespace velmora {
@@ -27,37 +27,56 @@ inline const std::vector<JSONStyle> jsonStyles = {
     {"prettyFourBlanks", JSONStyle::Order::asBuilt, true, false, "    "},
 };
 
-/// A value: JSON text as it stands, or an object or array of values.
+/// A value: JSON text, with ' for each quotation mark, or an object or array of values.
 class JSONTree {
  public:
+  /// The elements of an array have no key.
   using Member = std::pair<std::string, JSONTree>;
   using Object = std::vector<Member>;
   using Array = std::vector<JSONTree>;
 
-  JSONTree(std::string text) : value_(std::move(text)) {}
-  JSONTree(const char* text) : value_(std::string(text)) {}
-  JSONTree(Object members) : value_(std::move(members)) {}
-  JSONTree(Array elements) : value_(std::move(elements)) {}
-
-  /// The member at `key`, which must be there.
-  JSONTree& operator[](std::string_view key) {
-    for (Member& member : members()) {
-      if (member.first == key) {
-        return member.second;
-      }
+  JSONTree(std::string text) : text_(std::move(text)) { std::ranges::replace(text_, '\'', '"'); }
+  JSONTree(const char* text) : JSONTree(std::string(text)) {}
+  JSONTree(Object members) : brackets_("{}"), members_(std::move(members)) {}
+  JSONTree(Array elements) : brackets_("[]") {
+    for (JSONTree& element : elements) {
+      members_.emplace_back("", std::move(element));
     }
-    throw std::out_of_range("no member " + std::string(key));
   }
 
-  /// The element at `index`, which must be there.
-  JSONTree& operator[](std::size_t index) { return elements().at(index); }
+  /// Those of an object, or the elements of an array.
+  Object& members() { return members_; }
 
-  Object& members() { return std::get<Object>(value_); }
-  Array& elements() { return std::get<Array>(value_); }
+  /// The member or element of that name or number, which must be there.
+  JSONTree& operator[](std::string_view name) { return find(name)->second; }
 
-  void erase(std::string_view key) {
-    if (std::erase_if(members(), [&](const Member& member) { return member.first == key; }) == 0) {
-      throw std::out_of_range("no member " + std::string(key));
+  void erase(std::string_view name) { members_.erase(find(name)); }
+
+  /// What is at a path such as "/entries/0/size"; the value itself at "".
+  JSONTree& at(std::string_view path) {
+    if (path.empty()) {
+      return *this;
+    }
+    const std::size_t end = path.rfind('/');
+    return at(path.substr(0, end))[path.substr(end + 1)];
+  }
+
+  /// Puts JSON text at a path; takes away what is there when the text is empty. A last name that
+  /// begins with "+" is that of one more member; "+" alone is one more element.
+  void change(std::string_view path, std::string_view json) {
+    if (path.empty()) {
+      *this = std::string(json);
+      return;
+    }
+    const std::size_t end = path.rfind('/');
+    const std::string_view name = path.substr(end + 1);
+    JSONTree& parent = at(path.substr(0, end));
+    if (name.starts_with('+')) {
+      parent.members_.emplace_back(name.substr(1), std::string(json));
+    } else if (json.empty()) {
+      parent.erase(name);
+    } else {
+      parent[name] = std::string(json);
     }
   }
 
@@ -68,66 +87,55 @@ class JSONTree {
   }
 
  private:
+  Object::iterator find(std::string_view name) {
+    const auto found = brackets_ == "[]" ? members_.begin() + std::stoi(std::string(name))
+                                         : std::ranges::find(members_, name, &Member::first);
+    if (found >= members_.end()) {
+      throw std::out_of_range("nothing at " + std::string(name));
+    }
+    return found;
+  }
+
   void write(std::string& json, const JSONStyle& style, const std::string& newLine) const {
-    if (const auto* text = std::get_if<std::string>(&value_)) {
-      writeText(json, *text, style);
-    } else if (const auto* object = std::get_if<Object>(&value_)) {
-      writeList(json, ordered(*object, style), "{}", style, newLine,
-                [&](const Member& member, const std::string& inner) {
-                  json += '"' + member.first + (style.isPretty ? "\" : " : "\":");
-                  member.second.write(json, style, inner);
-                });
-    } else {
-      writeList(json, pointers(std::get<Array>(value_)), "[]", style, newLine,
-                [&](const JSONTree& element, const std::string& inner) {
-                  element.write(json, style, inner);
-                });
-    }
-  }
-
-  template <class Item, class WriteItem>
-  static void writeList(std::string& json, const std::vector<const Item*>& items,
-                        std::string_view brackets, const JSONStyle& style,
-                        const std::string& newLine, WriteItem writeItem) {
-    const std::string inner = newLine + style.indentation;
-    json += brackets.front();
-    for (const Item* item : items) {
-      json += item == items.front() ? "" : ",";
-      json += style.isPretty ? inner : "";
-      writeItem(*item, inner);
-    }
-    json += style.isPretty ? newLine : "";
-    json += brackets.back();
-  }
-
-  static void writeText(std::string& json, const std::string& text, const JSONStyle& style) {
-    for (const char character : text) {
+    for (const char character : text_) {
       json += style.escapesSlashes && character == '/' ? "\\" : "";
       json += character;
     }
-  }
-
-  template <class Item>
-  static std::vector<const Item*> pointers(const std::vector<Item>& items) {
-    std::vector<const Item*> result;
-    for (const Item& item : items) {
-      result.push_back(&item);
+    if (brackets_.empty()) {
+      return;
     }
-    return result;
+    const std::string inner = newLine + style.indentation;
+    char separator = brackets_.front();
+    for (const Member* member : ordered(style.order)) {
+      json += std::exchange(separator, ',');
+      json += style.isPretty ? inner : "";
+      if (brackets_ == "{}") {
+        json += '"' + member->first + (style.isPretty ? "\" : " : "\":");
+      }
+      member->second.write(json, style, inner);
+    }
+    json += members_.empty() ? brackets_.substr(0, 1) : "";
+    json += (style.isPretty ? newLine : "") + brackets_.back();
   }
 
-  static std::vector<const Member*> ordered(const Object& members, const JSONStyle& style) {
-    std::vector<const Member*> result = pointers(members);
-    if (style.order == JSONStyle::Order::reversed) {
+  [[nodiscard]] std::vector<const Member*> ordered(JSONStyle::Order order) const {
+    std::vector<const Member*> result;
+    for (const Member& member : members_) {
+      result.push_back(&member);
+    }
+    if (order == JSONStyle::Order::reversed && brackets_ == "{}") {
       std::ranges::reverse(result);
-    } else if (style.order == JSONStyle::Order::sorted) {
+    } else if (order == JSONStyle::Order::sorted) {
       std::ranges::stable_sort(
           result, {}, [](const Member* member) -> auto& { return member->first; });
     }
     return result;
   }
 
-  std::variant<std::string, Object, Array> value_;
+  std::string text_;
+  /// None of a text.
+  std::string brackets_;
+  Object members_;
 };
 
 }  // namespace velmora

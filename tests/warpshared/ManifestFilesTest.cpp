@@ -4,10 +4,8 @@
 #include "platform/PlatformError.h"
 #include "platform/posix/PosixFileReader.h"
 #include "tests/support/HostileFiles.h"
-#include "tests/support/RowName.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/warpshared/PlainManifests.h"
-#include "tests/warpshared/SharedWarpDocuments.h"
 #include "warpshared/ManifestDecoding.h"
 
 #include <gtest/gtest.h>
@@ -26,8 +24,6 @@
 
 namespace velmora {
 namespace {
-
-VelmoraWarpSharedManifest decoded(std::string bytes) { return ManifestDecoder().decode(bytes); }
 
 /// The code of the PlatformError that `operation` raises; 0 without one.
 int errorCodeOf(const std::function<void()>& operation) {
@@ -61,7 +57,7 @@ TEST(ManifestFiles, areReadWhateverTheirLengthAndStyle) {
     for (const std::string& text : {small, large, small}) {
       const std::string path = directory.write("manifest.json", text);
       std::string bytes = text;
-      EXPECT_EQ(decoder.read(path, files), decoded(text)) << style.name;
+      EXPECT_EQ(decoder.read(path, files), decodedManifest(text)) << style.name;
       EXPECT_EQ(decoder.readSummary(path, files), ManifestDecoder().decodeSummary(bytes));
     }
   }
@@ -73,7 +69,7 @@ TEST(ManifestFiles, areReadAgainWhenTheyAreOdd) {
   const PosixFileReader files;
   ManifestDecoder decoder;
   const std::string path = directory.write("manifest.json", oddManifest());
-  EXPECT_EQ(decoder.read(path, files), decoded(longManifest()));
+  EXPECT_EQ(decoder.read(path, files), decodedManifest(longManifest()));
   EXPECT_EQ(decoder.readSummary(path, files).entryCount, longCount);
   EXPECT_EQ(decoder.reconsideredCount(), 2);
 }
@@ -88,7 +84,7 @@ TEST(ManifestFiles, areRefusedForTheSameReasonsAsDocuments) {
         longManifest().substr(0, 100'000), longManifest() + "x", "\xFF" + longManifest(),
         longManifest() + "\n\"a\nb\""}) {
     const std::string path = directory.write("manifest.json", text);
-    const Verdict verdict = verdictOf([&] { static_cast<void>(decoded(text)); });
+    const std::string verdict = verdictOf([&] { static_cast<void>(decodedManifest(text)); });
     EXPECT_NE(verdict, valid);
     EXPECT_EQ(verdictOf([&] { static_cast<void>(decoder.read(path, files)); }), verdict);
     EXPECT_EQ(verdictOf([&] { static_cast<void>(decoder.readSummary(path, files)); }), verdict);
@@ -96,45 +92,35 @@ TEST(ManifestFiles, areRefusedForTheSameReasonsAsDocuments) {
   }
 }
 
-struct ErrorCase {
-  const char* name;
-  /// Makes something at a path.
-  void (*make)(const std::string& path);
-  int error;
-};
-
-class UnreadableFiles : public testing::TestWithParam<ErrorCase> {};
-
-TEST_P(UnreadableFiles, raiseTheErrorOfTheFile) {
-  const ScratchDirectory directory;
-  const PosixFileReader files;
-  const std::string path = directory.path("entry");
-  GetParam().make(path);
-  ManifestDecoder decoder;
-  EXPECT_EQ(errorCodeOf([&] { static_cast<void>(decoder.read(path, files)); }), GetParam().error);
-  EXPECT_EQ(errorCodeOf([&] { static_cast<void>(decoder.readSummary(path, files)); }),
-            GetParam().error);
-  EXPECT_EQ(decoder.reconsideredCount(), 0);
-  EXPECT_EQ(decoder.read(directory.write("other", longManifest()), files), decoded(longManifest()));
+TEST(ManifestFiles, raiseTheErrorOfTheFile) {
+  struct {
+    const char* name;
+    /// Makes something at a path.
+    void (*make)(const std::string& path);
+    int error;
+  } const rows[] = {
+      {"missing", [](const std::string&) {}, ENOENT},
+      {"directory", [](auto& path) { require(::mkdir(path.c_str(), 0700) == 0, path); }, EISDIR},
+      {"fifo", [](auto& path) { require(::mkfifo(path.c_str(), 0600) == 0, path); }, EINVAL},
+      {"loopingLink", [](auto& path) { link("entry", path); }, ELOOP},
+      {"tooLong",
+       [](auto& path) { makeSparseFile(path, static_cast<off_t>(longestSharedWarpManifest) + 1); },
+       EFBIG},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const ScratchDirectory directory;
+    const PosixFileReader files;
+    const std::string path = directory.path("entry");
+    row.make(path);
+    ManifestDecoder decoder;
+    EXPECT_EQ(errorCodeOf([&] { static_cast<void>(decoder.read(path, files)); }), row.error);
+    EXPECT_EQ(errorCodeOf([&] { static_cast<void>(decoder.readSummary(path, files)); }), row.error);
+    EXPECT_EQ(decoder.reconsideredCount(), 0);
+    EXPECT_EQ(decoder.read(directory.write("other", longManifest()), files),
+              decodedManifest(longManifest()));
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, UnreadableFiles,
-    testing::Values(
-        ErrorCase{"missing", [](const std::string&) {}, ENOENT},
-        ErrorCase{"directory",
-                  [](const std::string& path) { require(::mkdir(path.c_str(), 0700) == 0, path); },
-                  EISDIR},
-        ErrorCase{"fifo",
-                  [](const std::string& path) { require(::mkfifo(path.c_str(), 0600) == 0, path); },
-                  EINVAL},
-        ErrorCase{"loopingLink", [](const std::string& path) { link("entry", path); }, ELOOP},
-        ErrorCase{"tooLong",
-                  [](const std::string& path) {
-                    makeSparseFile(path, static_cast<off_t>(longestSharedWarpManifest) + 1);
-                  },
-                  EFBIG}),
-    RowName());
 
 /// Delivers a text in portions; behind it, it raises an error where there is one.
 class TextContent final : public FileContent {
@@ -155,10 +141,9 @@ class TextContent final : public FileContent {
   int error_;
 };
 
-/// What makes a text, and, where there is one, the error that is raised behind it. (Each test is a
-/// process that makes the table of all cases, and the texts are long.)
+/// A text, and, where there is one, the error that is raised behind it.
 struct Reading {
-  std::function<std::string()> text;
+  std::string text;
   int error = 0;
 };
 
@@ -178,11 +163,11 @@ class ChangingFile final : public FileReader {
     if (asAWhole_.error != 0) {
       throw posixError(asAWhole_.error);
     }
-    return asAWhole_.text();
+    return asAWhole_.text;
   }
 
   std::unique_ptr<FileContent> open(std::string_view, std::size_t) const override {
-    return std::make_unique<TextContent>(inPieces_.text(), inPieces_.error);
+    return std::make_unique<TextContent>(inPieces_.text, inPieces_.error);
   }
 
  private:
@@ -190,64 +175,52 @@ class ChangingFile final : public FileReader {
   Reading asAWhole_;
 };
 
-std::string nothing() { return ""; }
-std::string emptyObject() { return "{}"; }
-std::string beginningOfAManifest() { return R"({"more":1,"version":)"; }
-std::string wholeManifest() { return longManifest(); }
-std::string cutManifest() { return longManifest().substr(0, 90'000); }
-
-struct ChangeCase {
-  const char* name;
-  Reading inPieces;
-  Reading asAWhole;
-  /// What the second reading told, or the first one's error.
-  int error = 0;
-  Verdict verdict = valid;
-  std::size_t reconsideredCount = 0;
-};
-
-class ChangingFiles : public testing::TestWithParam<ChangeCase> {};
-
-TEST_P(ChangingFiles, areJudgedAsTheyAreWhenReadLast) {
-  const ChangingFile file(GetParam().inPieces, GetParam().asAWhole);
-  ManifestDecoder decoder;
-  Verdict verdict = valid;
-  EXPECT_EQ(errorCodeOf([&] {
-              verdict = verdictOf(
-                  [&] { EXPECT_EQ(decoder.read("/file", file), decoded(longManifest())); });
-            }),
-            GetParam().error);
-  EXPECT_EQ(verdict, GetParam().verdict);
-  EXPECT_EQ(decoder.reconsideredCount(), GetParam().reconsideredCount);
-  // The next file is none the worse for it.
-  EXPECT_EQ(decoder.read("/other", ChangingFile({wholeManifest}, {nothing, EIO})),
-            decoded(longManifest()));
+TEST(ManifestFiles, areJudgedAsTheyAreWhenReadLast) {
+  const Reading whole = {longManifest()};
+  const Reading odd = {oddManifest()};
+  const std::string cut = longManifest().substr(0, 90'000);
+  const std::string beginning = R"({"more":1,"version":)";
+  const std::string faultOfTheBeginning =
+      verdictOf([&] { static_cast<void>(decodedManifest(beginning)); });
+  const std::string noVersion = "keyNotFound at /version: The key \"version\" is missing.";
+  struct {
+    const char* name;
+    Reading inPieces;
+    Reading asAWhole;
+    /// What the second reading told, or the first one's error.
+    int error = 0;
+    std::string verdict = std::string(valid);
+    std::size_t reconsideredCount = 0;
+  } const rows[] = {
+      {"notReadAgainWhenItWasFine", whole, {"", EIO}},
+      {"mended", odd, whole, 0, "valid", 1},
+      {"cutAtFirst", {cut}, whole, 0, "valid", 1},
+      {"emptyAtFirst", {""}, whole, 0, "valid", 1},
+      {"broken", odd, {"{}"}, 0, noVersion, 1},
+      {"cutSince", odd, {beginning}, 0, faultOfTheBeginning, 1},
+      {"growsTooLong", {cut, EFBIG}, whole, EFBIG},
+      {"growsTooLongBehindTheManifest", {longManifest(), EFBIG}, whole, EFBIG},
+      {"growsTooLongAtOnce", {"", EFBIG}, whole, EFBIG},
+      {"failsInTheMiddle", {cut, EIO}, whole, EIO},
+      {"grownTooLongSince", odd, {"", EFBIG}, EFBIG},
+      {"goneSince", odd, {"", ENOENT}, ENOENT},
+      {"directorySince", odd, {"", EISDIR}, EISDIR},
+  };
+  const VelmoraWarpSharedManifest manifest = decodedManifest(longManifest());
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const ChangingFile file(row.inPieces, row.asAWhole);
+    ManifestDecoder decoder;
+    std::string verdict(valid);
+    const int error = errorCodeOf(
+        [&] { verdict = verdictOf([&] { EXPECT_EQ(decoder.read("/file", file), manifest); }); });
+    EXPECT_EQ(error, row.error);
+    EXPECT_EQ(verdict, row.verdict);
+    EXPECT_EQ(decoder.reconsideredCount(), row.reconsideredCount);
+    // The next file is none the worse for it.
+    EXPECT_EQ(decoder.read("/other", ChangingFile(whole, {"", EIO})), manifest);
+  }
 }
-
-const Verdict missingVersion = {"keyNotFound", {"version"}, "The key \"version\" is missing."};
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ChangingFiles,
-    testing::Values(
-        ChangeCase{"notReadAgainWhenItWasFine", {wholeManifest}, {nothing, EIO}},
-        ChangeCase{"mended", {oddManifest}, {wholeManifest}, 0, valid, 1},
-        ChangeCase{"cutAtFirst", {cutManifest}, {wholeManifest}, 0, valid, 1},
-        ChangeCase{"emptyAtFirst", {nothing}, {wholeManifest}, 0, valid, 1},
-        ChangeCase{"broken", {oddManifest}, {emptyObject}, 0, missingVersion, 1},
-        ChangeCase{"cutSince",
-                   {oddManifest},
-                   {beginningOfAManifest},
-                   0,
-                   verdictOf([] { static_cast<void>(decoded(beginningOfAManifest())); }),
-                   1},
-        ChangeCase{"growsTooLong", {cutManifest, EFBIG}, {wholeManifest}, EFBIG},
-        ChangeCase{"growsTooLongBehindTheManifest", {wholeManifest, EFBIG}, {wholeManifest}, EFBIG},
-        ChangeCase{"growsTooLongAtOnce", {nothing, EFBIG}, {wholeManifest}, EFBIG},
-        ChangeCase{"failsInTheMiddle", {cutManifest, EIO}, {wholeManifest}, EIO},
-        ChangeCase{"grownTooLongSince", {oddManifest}, {nothing, EFBIG}, EFBIG},
-        ChangeCase{"goneSince", {oddManifest}, {nothing, ENOENT}, ENOENT},
-        ChangeCase{"directorySince", {oddManifest}, {nothing, EISDIR}, EISDIR}),
-    RowName());
 
 }  // namespace
 }  // namespace velmora

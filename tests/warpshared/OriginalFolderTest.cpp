@@ -1,4 +1,3 @@
-#include "tests/support/RowName.h"
 #include "warpshared/OriginalFolder.h"
 #include "warpshared/PathPredicates.h"
 
@@ -28,101 +27,93 @@ bool areOwned(const Paths& paths, const std::string& folder) {
   return std::ranges::all_of(paths, [&](const std::string& path) { return original.owns(path); });
 }
 
-struct OwnedCase {
-  const char* name;
-  std::string folder;
-  std::string path;
-  bool isOwned;
-};
-
-class OwnedPaths : public testing::TestWithParam<OwnedCase> {};
-
-TEST_P(OwnedPaths, areTheFoldersOwnAndThoseBelow) {
-  EXPECT_EQ(OriginalFolder(GetParam().folder).owns(GetParam().path), GetParam().isOwned);
+TEST(OriginalFolderTest, ownsItsOwnPathAndThoseBelow) {
+  struct {
+    const char* name;
+    const char* folder;
+    const char* path;
+    bool isOwned;
+  } const rows[] = {
+      {"itself", "/a/b", "/a/b", true},
+      {"itselfInOtherNormalForm", "/a/\u00e9", "/a/e\u0301", true},
+      {"below", "/a/b", "/a/b/c", true},
+      {"farBelow", "/a/b", "/a/b/c/d/e", true},
+      {"belowInOtherNormalForm", "/a/e\u0301", "/a/\u00e9/c", true},
+      {"belowTheRoot", "/", "/a", true},
+      {"rootItself", "/", "/", true},
+      {"sibling", "/a/b", "/a/bc", false},
+      {"parent", "/a/b", "/a", false},
+      {"otherLetterCase", "/a/b", "/a/B/c", false},
+      {"markOnTheFoldersName", "/a/e", "/a/e\u0301/c", false},
+      {"markOnTheSeparator", "/a/b", "/a/b/\u0301c", false},
+      {"markOnTheRoot", "/", "/\u0301c", false},
+      {"joinerOnTheSeparator", "/a/b", "/a/b/\u200dc", false},
+      {"lineBreaksInNames", "/a/\r", "/a/\r/\n", true},
+      {"lineFeedBehindACarriageReturn", "/a/\r", "/a/\r\n/c", false},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(OriginalFolder(TextView(row.folder)).owns(TextView(row.path)), row.isOwned)
+        << row.name;
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, OwnedPaths,
-    testing::Values(OwnedCase{"itself", "/a/b", "/a/b", true},
-                    OwnedCase{"itselfInOtherNormalForm", "/a/\u00e9", "/a/e\u0301", true},
-                    OwnedCase{"below", "/a/b", "/a/b/c", true},
-                    OwnedCase{"farBelow", "/a/b", "/a/b/c/d/e", true},
-                    OwnedCase{"belowInOtherNormalForm", "/a/e\u0301", "/a/\u00e9/c", true},
-                    OwnedCase{"belowTheRoot", "/", "/a", true},
-                    OwnedCase{"rootItself", "/", "/", true},
-                    OwnedCase{"sibling", "/a/b", "/a/bc", false},
-                    OwnedCase{"parent", "/a/b", "/a", false},
-                    OwnedCase{"otherLetterCase", "/a/b", "/a/B/c", false},
-                    OwnedCase{"markOnTheFoldersName", "/a/e", "/a/e\u0301/c", false},
-                    OwnedCase{"markOnTheSeparator", "/a/b", "/a/b/\u0301c", false},
-                    OwnedCase{"markOnTheRoot", "/", "/\u0301c", false},
-                    OwnedCase{"joinerOnTheSeparator", "/a/b", "/a/b/\u200dc", false},
-                    OwnedCase{"lineBreaksInNames", "/a/\r", "/a/\r/\n", true},
-                    OwnedCase{"lineFeedBehindACarriageReturn", "/a/\r", "/a/\r\n/c", false}),
-    RowName());
 
 struct CommonCase {
   const char* name;
-  std::string folder;
+  const char* folder;
   Paths paths;
   /// What is said of them. Where it is "below", all of them are.
   bool areBelow;
 };
 
-class CommonFolders : public testing::TestWithParam<CommonCase> {};
+const CommonCase commonCases[] = {
+    {"none", "/a/b", {}, true},
+    {"one", "/a/b", {"/a/b/c"}, true},
+    {"siblings", "/a/b", {"/a/b/c", "/a/b/d"}, true},
+    {"folderAndItsContent", "/a/b", {"/a/b/c", "/a/b/c/d", "/a/b/c/e"}, true},
+    {"contentAndItsFolder", "/a/b", {"/a/b/c/d/e", "/a/b/c/d", "/a/b/c"}, true},
+    {"namesThatBeginAlike", "/a/b", {"/a/b/cd", "/a/b/ce/f", "/a/b/c"}, true},
+    {"belowTheRoot", "/", {"/a", "/b/c", "/d"}, true},
+    {"oneBelowTheRoot", "/", {"/a/b/c"}, true},
+    {"rootItself", "/", {"/", "/a"}, true},
+    {"nonASCIINames", "/a/\u00e9", {"/a/\u00e9/\u65e5", "/a/\u00e9/\u672c"}, true},
+    {"namesOfTheSameFirstBytes", "/a", {"/a/\u00e8", "/a/\u00e9"}, true},
+    {"folderInOtherNormalForm", "/a/\u00e9", {"/a/e\u0301/x", "/a/e\u0301/y"}, true},
+    {"marksInsideOfNames", "/a", {"/a/e\u0301", "/a/e\u0300/x"}, true},
+    {"lineBreaksInNames", "/a/\r", {"/a/\r/\n", "/a/\r/\r\n/c"}, true},
+    {"manyFoldersUp", "/a", {"/a/b/c/d/e", "/a/b/c/x", "/a/y"}, true},
+    {"elsewhere", "/a/b", {"/a/c/d"}, false},
+    {"oneElsewhere", "/a/b", {"/a/b/c", "/a/b/d", "/a/c"}, false},
+    {"siblingOfTheFolder", "/a/b", {"/a/b/c", "/a/bc/d"}, false},
+    {"siblingAlone", "/a/b", {"/a/bc/d"}, false},
+    {"otherRoot", "/a", {"/a/b", "/b/b"}, false},
+    {"folderItself", "/a/b", {"/a/b"}, false},
+    {"folderItselfAmongOthers", "/a/b", {"/a/b/c", "/a/b"}, false},
+    {"bothNormalForms", "/\u00e9", {"/\u00e9/x", "/e\u0301/x"}, false},
+    {"markOnTheSeparator", "/a/b", {"/a/b/\u0301c"}, false},
+    {"markOnALaterSeparator", "/a/b", {"/a/b/c", "/a/b/\u0301c"}, false},
+    {"markOnAnEarlierSeparator", "/a/b", {"/a/b/\u0301c/d", "/a/b/c"}, false},
+    {"markOnASeparatorFarBelow", "/a/b", {"/a/b/c/\u0301d", "/a/b/c/x"}, false},
+    {"markOnAnInnerSeparator", "/a", {"/a/x/\u0301b/c", "/a/x/\u0301b/d"}, true},
+    {"markOnTheSeparatorOfAll", "/a", {"/a/\u0301b/c", "/a/\u0301b/d"}, false},
+    {"otherMarksOnOneSeparator", "/a", {"/a/x/\u0301b", "/a/x/\u0300b"}, false},
+    {"markBehindTheRoot", "/", {"/\u0301b", "/a"}, false},
+    {"joinerOnTheSeparator", "/a/b", {"/a/b/c", "/a/b/\u200dc"}, false},
+    {"notUTF8", "/a/b", {"/a/b/\xFF", "/a/b/\xFE"}, true},
+};
 
-TEST_P(CommonFolders, tellWhetherAllPathsAreBelow) {
-  EXPECT_EQ(areBelow(GetParam().paths, GetParam().folder), GetParam().areBelow);
-  EXPECT_TRUE(!GetParam().areBelow || areOwned(GetParam().paths, GetParam().folder));
+TEST(CommonFolderTest, tellsInAnyOrderWhetherAllPathsAreBelow) {
+  for (const CommonCase& row : commonCases) {
+    SCOPED_TRACE(row.name);
+    Paths paths = row.paths;
+    EXPECT_EQ(areBelow(paths, row.folder), row.areBelow);
+    std::ranges::sort(paths);
+    do {
+      const bool isSaid = areBelow(paths, row.folder);
+      EXPECT_TRUE(isSaid || !row.areBelow);
+      EXPECT_TRUE(!isSaid || areOwned(paths, row.folder));
+    } while (std::ranges::next_permutation(paths).found);
+  }
 }
-
-TEST_P(CommonFolders, tellItInAnyOrder) {
-  Paths paths = GetParam().paths;
-  std::ranges::sort(paths);
-  do {
-    EXPECT_TRUE(!areBelow(paths, GetParam().folder) || areOwned(paths, GetParam().folder));
-    if (GetParam().areBelow) {
-      EXPECT_TRUE(areBelow(paths, GetParam().folder));
-    }
-  } while (std::ranges::next_permutation(paths).found);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, CommonFolders,
-    testing::Values(
-        CommonCase{"none", "/a/b", {}, true}, CommonCase{"one", "/a/b", {"/a/b/c"}, true},
-        CommonCase{"siblings", "/a/b", {"/a/b/c", "/a/b/d"}, true},
-        CommonCase{"folderAndItsContent", "/a/b", {"/a/b/c", "/a/b/c/d", "/a/b/c/e"}, true},
-        CommonCase{"contentAndItsFolder", "/a/b", {"/a/b/c/d/e", "/a/b/c/d", "/a/b/c"}, true},
-        CommonCase{"namesThatBeginAlike", "/a/b", {"/a/b/cd", "/a/b/ce/f", "/a/b/c"}, true},
-        CommonCase{"belowTheRoot", "/", {"/a", "/b/c", "/d"}, true},
-        CommonCase{"oneBelowTheRoot", "/", {"/a/b/c"}, true},
-        CommonCase{"rootItself", "/", {"/", "/a"}, true},
-        CommonCase{"nonASCIINames", "/a/\u00e9", {"/a/\u00e9/\u65e5", "/a/\u00e9/\u672c"}, true},
-        CommonCase{"namesOfTheSameFirstBytes", "/a", {"/a/\u00e8", "/a/\u00e9"}, true},
-        CommonCase{"folderInOtherNormalForm", "/a/\u00e9", {"/a/e\u0301/x", "/a/e\u0301/y"}, true},
-        CommonCase{"marksInsideOfNames", "/a", {"/a/e\u0301", "/a/e\u0300/x"}, true},
-        CommonCase{"lineBreaksInNames", "/a/\r", {"/a/\r/\n", "/a/\r/\r\n/c"}, true},
-        CommonCase{"manyFoldersUp", "/a", {"/a/b/c/d/e", "/a/b/c/x", "/a/y"}, true},
-        CommonCase{"elsewhere", "/a/b", {"/a/c/d"}, false},
-        CommonCase{"oneElsewhere", "/a/b", {"/a/b/c", "/a/b/d", "/a/c"}, false},
-        CommonCase{"siblingOfTheFolder", "/a/b", {"/a/b/c", "/a/bc/d"}, false},
-        CommonCase{"siblingAlone", "/a/b", {"/a/bc/d"}, false},
-        CommonCase{"otherRoot", "/a", {"/a/b", "/b/b"}, false},
-        CommonCase{"folderItself", "/a/b", {"/a/b"}, false},
-        CommonCase{"folderItselfAmongOthers", "/a/b", {"/a/b/c", "/a/b"}, false},
-        CommonCase{"bothNormalForms", "/\u00e9", {"/\u00e9/x", "/e\u0301/x"}, false},
-        CommonCase{"markOnTheSeparator", "/a/b", {"/a/b/\u0301c"}, false},
-        CommonCase{"markOnALaterSeparator", "/a/b", {"/a/b/c", "/a/b/\u0301c"}, false},
-        CommonCase{"markOnAnEarlierSeparator", "/a/b", {"/a/b/\u0301c/d", "/a/b/c"}, false},
-        CommonCase{"markOnASeparatorFarBelow", "/a/b", {"/a/b/c/\u0301d", "/a/b/c/x"}, false},
-        CommonCase{"markOnAnInnerSeparator", "/a", {"/a/x/\u0301b/c", "/a/x/\u0301b/d"}, true},
-        CommonCase{"markOnTheSeparatorOfAll", "/a", {"/a/\u0301b/c", "/a/\u0301b/d"}, false},
-        CommonCase{"otherMarksOnOneSeparator", "/a", {"/a/x/\u0301b", "/a/x/\u0300b"}, false},
-        CommonCase{"markBehindTheRoot", "/", {"/\u0301b", "/a"}, false},
-        CommonCase{"joinerOnTheSeparator", "/a/b", {"/a/b/c", "/a/b/\u200dc"}, false},
-        CommonCase{"notUTF8", "/a/b", {"/a/b/\xFF", "/a/b/\xFE"}, true}),
-    RowName());
 
 TEST(CommonFolderTest, forgetsWhatWasThere) {
   CommonFolder common;

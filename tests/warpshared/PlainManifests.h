@@ -31,7 +31,7 @@ inline JSONTree plainManifestDocument(JSONTree::Array entries = {}) {
   for (const char* key : {"uploadedAt", "replacedAt", "failureDescription"}) {
     manifest.erase(key);
   }
-  manifest["originalFolderPath"] = "\"/a\"";
+  manifest["originalFolderPath"] = "'/a'";
   manifest["verificationSampleAbsolutePaths"] = JSONTree::Array{};
   manifest["rootMetadata"] = plainEntryDocument("/a");
   manifest["entries"] = JSONTree(std::move(entries));

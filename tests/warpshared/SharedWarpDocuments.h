@@ -3,22 +3,22 @@
 
 #include "json/DecodingError.h"
 #include "tests/warpshared/JSONTree.h"
+#include "warpshared/ManifestDecoding.h"
 
-#include <gtest/gtest.h>
-
-#include <ostream>
+#include <cstddef>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <variant>
-#include <vector>
 
 namespace velmora {
 
 /// A file entry with every field.
 inline JSONTree entryDocument(const std::string& path) {
   return JSONTree::Object{
-      {"absolutePath", '"' + path + '"'},
-      {"displayName", "\"name\""},
-      {"kind", "\"file\""},
+      {"absolutePath", '\'' + path + '\''},
+      {"displayName", "'name'"},
+      {"kind", "'file'"},
       {"size", "1000"},
       {"modificationTimeNanoseconds", "1740830400123456789"},
       {"statusChangeTimeNanoseconds", "1740830400123456790"},
@@ -34,29 +34,27 @@ inline JSONTree entryDocument(const std::string& path) {
       {"hasExtendedAttributesMetadata", "true"},
       {"hasACLMetadata", "true"},
       {"extendedAttributes",
-       JSONTree::Array{JSONTree::Object{{"name", "\"com.example.a\""}, {"base64Value", "\"QQ==\""}},
-                       JSONTree::Object{{"name", "\"com.example.b\""}, {"base64Value", "\"\""}}}},
-      {"aclText", "\"!#acl 1\""},
-      {"symlinkTarget", "\"../target\""},
-      {"payloadKey", "\"objects/a\""},
+       JSONTree::Array{JSONTree::Object{{"name", "'com.example.a'"}, {"base64Value", "'QQ=='"}},
+                       JSONTree::Object{{"name", "'com.example.b'"}, {"base64Value", "''"}}}},
+      {"aclText", "'!#acl 1'"},
+      {"symlinkTarget", "'../target'"},
+      {"payloadKey", "'objects/a'"},
       {"payloadParts",
        JSONTree::Array{
-           JSONTree::Object{{"key", "\"objects/a/1\""},
-                            {"offset", "0"},
-                            {"size", "600"},
-                            {"namespace", "\"warp\""}},
-           JSONTree::Object{{"key", "\"objects/a/2\""}, {"offset", "600"}, {"size", "400"}}}},
-      {"uploadStrategy", "\"multipart\""},
+           JSONTree::Object{
+               {"key", "'objects/a/1'"}, {"offset", "0"}, {"size", "600"}, {"namespace", "'warp'"}},
+           JSONTree::Object{{"key", "'objects/a/2'"}, {"offset", "600"}, {"size", "400"}}}},
+      {"uploadStrategy", "'multipart'"},
       {"multipartPartCount", "2"},
       {"multipartPartSizeBytes", "600"},
-      {"contentChecksumSHA256", '"' + std::string(63, 'a') + "F\""},
-      {"payloadEncoding", "\"raw\""},
+      {"contentChecksumSHA256", '\'' + std::string(63, 'a') + "F'"},
+      {"payloadEncoding", "'raw'"},
       {"storedSize", "900"},
       {"sparseExtents", JSONTree::Array{JSONTree::Object{
                             {"logicalOffset", "100"}, {"storedOffset", "0"}, {"length", "900"}}}},
       {"hardLinkIdentity",
        JSONTree::Object{{"deviceID", "16777231"}, {"inode", "18446744073709551615"}}},
-      {"hardLinkPrimaryPath", "\"/Users/a/Docs/primary\""},
+      {"hardLinkPrimaryPath", "'/Users/a/Docs/primary'"},
   };
 }
 
@@ -66,18 +64,18 @@ inline JSONTree manifestDocument() {
   primary["hardLinkPrimaryPath"] = "null";
   return JSONTree::Object{
       {"version", "4"},
-      {"warpID", "\"W-1\""},
-      {"deviceID", "\"D-1\""},
-      {"manifestKey", "\"manifests/W-1.json\""},
-      {"originalFolderPath", "\"/Users/a/Docs\""},
-      {"displayName", "\"Docs\""},
-      {"createdAt", "\"2025-03-01T12:00:00Z\""},
-      {"uploadedAt", "\"2025-03-01T12:05:00+01:00\""},
-      {"replacedAt", "\"2025-03-02T00:00:00Z\""},
-      {"status", "\"needsAttention\""},
-      {"failureDescription", "\"no network\""},
+      {"warpID", "'W-1'"},
+      {"deviceID", "'D-1'"},
+      {"manifestKey", "'manifests/W-1.json'"},
+      {"originalFolderPath", "'/Users/a/Docs'"},
+      {"displayName", "'Docs'"},
+      {"createdAt", "'2025-03-01T12:00:00Z'"},
+      {"uploadedAt", "'2025-03-01T12:05:00+01:00'"},
+      {"replacedAt", "'2025-03-02T00:00:00Z'"},
+      {"status", "'needsAttention'"},
+      {"failureDescription", "'no network'"},
       {"verificationSampleAbsolutePaths",
-       JSONTree::Array{"\"/Users/a/Docs/file\"", "\"/Users/a/Docs\""}},
+       JSONTree::Array{"'/Users/a/Docs/file'", "'/Users/a/Docs'"}},
       {"rootMetadata", entryDocument("/Users/a/Docs")},
       {"entries", JSONTree::Array{entryDocument("/Users/a/Docs/file"), std::move(primary)}},
   };
@@ -85,49 +83,36 @@ inline JSONTree manifestDocument() {
 
 inline JSONTree indexDocument() {
   const auto record = [](const std::string& name) {
-    return JSONTree::Object{{"warpID", "\"W-" + name + '"'},
-                            {"manifestKey", "\"manifests/" + name + '"'},
-                            {"originalFolderPath", "\"/Users/a/" + name + '"'},
-                            {"destroyedAt", "\"2025-03-01T12:00:00Z\""}};
+    return JSONTree::Object{{"warpID", "'W-" + name + '\''},
+                            {"manifestKey", "'manifests/" + name + '\''},
+                            {"originalFolderPath", "'/Users/a/" + name + '\''},
+                            {"destroyedAt", "'2025-03-01T12:00:00Z'"}};
   };
   return JSONTree::Object{{"version", "1"},
-                          {"generatedAt", "\"2025-03-05T00:00:00Z\""},
+                          {"generatedAt", "'2025-03-05T00:00:00Z'"},
                           {"records", JSONTree::Array{record("b"), record("a")}}};
 }
 
-/// What a decoding said: the error, or that there was none.
-struct Verdict {
-  std::string kind;
-  std::vector<CodingKey> codingPath;
-  std::string message;
-
-  bool operator==(const Verdict&) const = default;
-};
-
-inline std::string describe(const std::vector<CodingKey>& codingPath) {
-  std::string text;
-  for (const CodingKey& key : codingPath) {
-    const auto* index = std::get_if<std::size_t>(&key);
-    text += '/' + (index != nullptr ? std::to_string(*index) : std::get<std::string>(key));
-  }
-  return text;
+inline VelmoraWarpSharedManifest decodedManifest(std::string bytes) {
+  return ManifestDecoder().decode(bytes);
 }
 
-inline std::ostream& operator<<(std::ostream& stream, const Verdict& verdict) {
-  return stream << verdict.kind << " at " << describe(verdict.codingPath) << ": "
-                << verdict.message;
-}
+/// Of what there is nothing to say.
+inline constexpr std::string_view valid = "valid";
 
-inline const Verdict valid = {"valid", {}, ""};
-
-/// Runs a decoding and tells what it said.
+/// What a decoding says: "valid", or a fault with the path of its place.
 template <class Decoding>
-Verdict verdictOf(Decoding decoding) {
+std::string verdictOf(Decoding decoding) {
   try {
     decoding();
-    return valid;
+    return std::string(valid);
   } catch (const DecodingError& error) {
-    return {std::string(name(error.kind())), error.codingPath(), error.what()};
+    std::string path;
+    for (const CodingKey& key : error.codingPath()) {
+      const auto* index = std::get_if<std::size_t>(&key);
+      path += '/' + (index != nullptr ? std::to_string(*index) : std::get<std::string>(key));
+    }
+    return std::string(name(error.kind())) + " at " + path + ": " + error.what();
   }
 }
 

@@ -81,34 +81,28 @@ class ReleasingMutationLock : public testing::Test {
 using Events = std::vector<std::string>;
 
 TEST_F(ReleasingMutationLock, unlocksThenClosesThenSignalsThenDropsTheSemaphore) {
-  { const Lock lock(locks, 7, makeSemaphore()); }
-  EXPECT_EQ(record.events, (Events{"unlock 7", "close 7", "signal", "drop semaphore"}));
-}
-
-TEST_F(ReleasingMutationLock, takesZeroForADescriptor) {
-  { const Lock lock(locks, 0, makeSemaphore()); }
-  EXPECT_EQ(record.events, (Events{"unlock 0", "close 0", "signal", "drop semaphore"}));
-}
-
-TEST_F(ReleasingMutationLock, doesNothingWhileItIsHeld) {
-  const auto semaphore = makeSemaphore();
-  const Lock lock(locks, 7, semaphore);
-  EXPECT_TRUE(record.events.empty());
-}
-
-TEST_F(ReleasingMutationLock, signalsNothingWithoutASemaphore) {
-  { const Lock lock(locks, 7, nullptr); }
-  EXPECT_EQ(record.events, (Events{"unlock 7", "close 7"}));
-}
-
-TEST_F(ReleasingMutationLock, doesNotEvenSignalWithoutADescriptor) {
-  for (const std::int32_t descriptor : {-1, -2, std::numeric_limits<std::int32_t>::min()}) {
+  struct {
+    std::int32_t descriptor;
+    Events eventsWithoutASemaphore;
+    Events events;
+  } const rows[] = {
+      {7, {"unlock 7", "close 7"}, {"unlock 7", "close 7", "signal", "drop semaphore"}},
+      {0, {"unlock 0", "close 0"}, {"unlock 0", "close 0", "signal", "drop semaphore"}},
+      {-1, {}, {"drop semaphore"}},
+      {-2, {}, {"drop semaphore"}},
+      {std::numeric_limits<std::int32_t>::min(), {}, {"drop semaphore"}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.descriptor);
     record = {};
-    { const Lock lock(locks, descriptor, makeSemaphore()); }
-    EXPECT_EQ(record.events, Events{"drop semaphore"}) << descriptor;
+    { const Lock lock(locks, row.descriptor, nullptr); }
+    EXPECT_EQ(record.events, row.eventsWithoutASemaphore);
     record = {};
-    { const Lock lock(locks, descriptor, nullptr); }
-    EXPECT_TRUE(record.events.empty()) << descriptor;
+    {
+      const Lock lock(locks, row.descriptor, makeSemaphore());
+      EXPECT_EQ(record.events, Events());
+    }
+    EXPECT_EQ(record.events, row.events);
   }
 }
 

@@ -1,13 +1,13 @@
 #include "json/RecordEncoding.h"
 #include "tests/fakes/WarpRecords.h"
+#include "tests/warpshared/RecordsAtTheirEnds.h"
 #include "warpshared/RecordValues.h"
 #include "warpshared/WarpSharedEntries.h"
 
 #include <gtest/gtest.h>
 
-#include <concepts>
+#include <algorithm>
 #include <cstddef>
-#include <limits>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -26,49 +26,6 @@ std::string contentOf(const WarpSharedEntry<String>& entry) {
   std::string json;
   encode(json, entry);
   return json;
-}
-
-// Values at their ends, for fields that do not exist yet, too.
-
-enum class End { least, greatest };
-
-template <std::integral Integer>
-void put(Integer& integer, End end) {
-  using Limits = std::numeric_limits<Integer>;
-  integer = end == End::least ? Limits::min() : Limits::max();
-}
-
-template <EnumerationWithRawValues Enumeration>
-void put(Enumeration& enumeration, End end) {
-  const std::size_t last = RawValues<Enumeration>::list.size() - 1;
-  enumeration = static_cast<Enumeration>(end == End::least ? 0 : last);
-}
-
-void put(Text& text, End end) {
-  text = end == End::least ? Text() : Text(std::string(300, '/') + '\0' + "\xF0\x9F\x98\x80");
-}
-
-template <RecordWithFields Record>
-void put(Record& record, End end);
-
-/// There at its least, too.
-template <class Value>
-void put(std::optional<Value>& value, End end) {
-  put(value.emplace(), end);
-}
-
-template <class Element>
-void put(std::vector<Element>& elements, End end) {
-  elements.assign(end == End::least ? 1 : 3, {});
-  for (Element& element : elements) {
-    put(element, end);
-  }
-}
-
-template <RecordWithFields Record>
-void put(Record& record, End end) {
-  std::apply([&](const auto&... fields) { (put(record.*fields.member, end), ...); },
-             RecordFields<Record>::list);
 }
 
 /// Entries in which one field alone is at an end, or alone is not, for each field in turn.
@@ -103,35 +60,25 @@ std::vector<std::string> pathsOf(const WarpSharedEntries& entries) {
   return paths;
 }
 
-TEST(WarpSharedEntries, areNoneAtFirst) {
-  EXPECT_TRUE(WarpSharedEntries().empty());
-  EXPECT_EQ(WarpSharedEntries().size(), 0);
-}
-
-TEST(WarpSharedEntries, giveBackEveryField) {
+TEST(WarpSharedEntries, giveBackEveryFieldOfOwnedEntriesAndOfViews) {
   const std::vector<Entry> originals = entriesWithOneFieldAtAnEnd();
   WarpSharedEntries entries;
+  WarpSharedEntries copies;
   for (const Entry& original : originals) {
     entries.append(original);
+    copies.append(entries[entries.size() - 1]);
   }
   ASSERT_EQ(entries.size(), originals.size());
+  EntryView scratch;
   for (std::size_t index = 0; index < originals.size(); ++index) {
-    const EntryView entry = entries[index];
-    EXPECT_EQ(contentOf(entry), contentOf(originals[index])) << index;
-    EXPECT_EQ(contentOf(ownedEntry(entry)), contentOf(originals[index])) << index;
-  }
-}
-
-TEST(WarpSharedEntries, takeViewsAsTheyTakeOwnedEntries) {
-  const std::vector<Entry> originals = entriesWithOneFieldAtAnEnd();
-  WarpSharedEntries entries;
-  for (const Entry& original : originals) {
-    WarpSharedEntries single;
-    single.append(original);
-    entries.append(single[0]);
-  }
-  for (std::size_t index = 0; index < originals.size(); ++index) {
-    EXPECT_EQ(contentOf(entries[index]), contentOf(originals[index])) << index;
+    SCOPED_TRACE(index);
+    const std::string content = contentOf(originals[index]);
+    EXPECT_EQ(contentOf(entries[index]), content);
+    EXPECT_EQ(contentOf(ownedEntry(entries[index])), content);
+    EXPECT_EQ(contentOf(copies[index]), content);
+    // Nothing is left of the entry that was read before.
+    entries.read(index, scratch);
+    EXPECT_EQ(contentOf(scratch), content);
   }
 }
 
@@ -151,19 +98,6 @@ TEST(WarpSharedEntries, tellAbsentFromEmpty) {
   EXPECT_EQ(entries[0].hardLinkIdentity, VelmoraWarpSharedHardLinkIdentity());
   EXPECT_EQ(entries[0].payloadParts[0].payloadNamespace, std::nullopt);
   EXPECT_EQ(entries[0].payloadParts[1].payloadNamespace, VelmoraPayloadNamespace::backup);
-}
-
-TEST(WarpSharedEntries, leaveNothingOfTheEntryReadBefore) {
-  WarpSharedEntries entries;
-  for (const Entry& entry : entriesWithOneFieldAtAnEnd()) {
-    entries.append(entry);
-    entries.append(Entry());
-  }
-  EntryView scratch;
-  for (std::size_t index = 0; index < entries.size(); ++index) {
-    entries.read(index, scratch);
-    EXPECT_EQ(contentOf(scratch), contentOf(entries[index])) << index;
-  }
 }
 
 // Around the lengths that are written differently and those of whole chunks, and beyond.
@@ -246,7 +180,9 @@ TEST(WarpSharedEntries, growApartFromTheirCopy) {
   EXPECT_EQ(pathsOf(copy), (std::vector<std::string>{"/a", "/copy"}));
 }
 
-TEST(WarpSharedEntries, beginAnewWhenCleared) {
+TEST(WarpSharedEntries, areNoneAtFirstAndWhenCleared) {
+  EXPECT_TRUE(WarpSharedEntries().empty());
+  EXPECT_EQ(WarpSharedEntries().size(), 0);
   WarpSharedEntries entries = entriesAt({"/a", "/b"});
   entries.clear();
   EXPECT_TRUE(entries.empty());

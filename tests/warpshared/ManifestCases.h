@@ -1,0 +1,141 @@
+// Changed manifests, and what both readers say of them: the exact one, which tells each fault, and
+// the quick one, which accepts or gives up.
+#pragma once
+
+#include "tests/warpshared/ManifestReadings.h"
+#include "tests/warpshared/SharedWarpDocuments.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velmora {
+
+// What is said of manifests.
+inline constexpr std::string_view unsupportedVersion =
+    "dataCorrupted at /version: Unsupported shared Warp manifest version.";
+inline constexpr std::string_view unsafeIdentity =
+    "dataCorrupted at /originalFolderPath: Shared Warp identity, object key, or original path is "
+    "unsafe.";
+inline constexpr std::string_view inconsistent =
+    "dataCorrupted at /entries: Shared Warp manifest dates or original-path ownership are "
+    "inconsistent.";
+inline constexpr std::string_view strayHardLink =
+    "dataCorrupted at /entries: Shared Warp hard-link references must remain inside the manifest.";
+
+// What is said of entries, with paths from the entry on.
+inline constexpr std::string_view notCanonical =
+    "dataCorrupted at /absolutePath: Shared Warp entries require canonical absolute paths.";
+inline constexpr std::string_view negativeSize =
+    "dataCorrupted at /size: Shared Warp entry sizes cannot be negative.";
+inline constexpr std::string_view negativeStoredSize =
+    "dataCorrupted at /storedSize: Shared Warp stored sizes cannot be negative.";
+inline constexpr std::string_view noChecksum =
+    "dataCorrupted at /contentChecksumSHA256: Shared Warp checksums must be SHA-256 hex values.";
+inline constexpr std::string_view incomplete =
+    "dataCorrupted at /extendedAttributes: Shared Warp entries require complete current metadata.";
+inline constexpr std::string_view unsafeHardLink =
+    "dataCorrupted at /hardLinkPrimaryPath: Shared Warp hard-link paths must be canonical absolute "
+    "paths.";
+inline constexpr std::string_view unsafePart =
+    "dataCorrupted at /payloadParts: Shared Warp payload parts contain an unsafe range or object "
+    "key.";
+inline constexpr std::string_view unsafeKey =
+    "dataCorrupted at /payloadKey: Shared Warp payload keys must be safe relative object keys.";
+inline constexpr std::string_view outsideExtent =
+    "dataCorrupted at /sparseExtents: Shared Warp sparse extents fall outside the stored file "
+    "range.";
+
+/// What is said of something, said of it at `place` in a larger document.
+inline std::string verdictAt(std::string_view place, std::string_view verdict) {
+  std::string text(verdict);
+  const std::size_t path = text.find(" at /");
+  return path == std::string::npos ? text : text.insert(path + 4, place);
+}
+
+/// For JSONTree::change.
+struct Edit {
+  std::string_view path;
+  std::string_view json;
+};
+
+class Edits {
+ public:
+  constexpr Edits(std::initializer_list<Edit> edits) : count_(edits.size()) {
+    std::ranges::copy(edits, edits_.begin());
+  }
+
+  [[nodiscard]] const Edit* begin() const { return edits_.data(); }
+  [[nodiscard]] const Edit* end() const { return begin() + count_; }
+
+ private:
+  std::array<Edit, 8> edits_{};
+  std::size_t count_;
+};
+
+/// Of a valid manifest; of any other one, the quick reader gives up.
+enum class Quickly { accepted, givenUp };
+
+struct ManifestCase {
+  const char* name;
+  /// From a manifest with every field.
+  Edits edits;
+  std::string_view verdict = valid;
+  Quickly quickly = Quickly::accepted;
+};
+
+/// In memory, which keeps its bytes, and from a stream.
+inline void expectQuickReading(const ManifestReading& expected, ManifestReaders& readers,
+                               const std::string& document, std::size_t pieceLength) {
+  std::string bytes = document;
+  EXPECT_EQ(readers.quickly(bytes, pieceLength), expected) << pieceLength;
+  EXPECT_TRUE(bytes == document) << pieceLength;
+  for (const std::size_t portion : {1U, 2U, 7U, 100'000U}) {
+    EXPECT_EQ(readers.quicklyFromStream(document, portion, pieceLength), expected)
+        << pieceLength << ' ' << portion;
+  }
+}
+
+/// In every style, by both readers and by the decoder that asks them in turn. The edits are made at
+/// `place`.
+inline void expectJudgement(const ManifestCase& row, std::string_view place = "") {
+  SCOPED_TRACE(row.name);
+  JSONTree document = manifestDocument();
+  for (const Edit& edit : row.edits) {
+    document.change(std::string(place) + std::string(edit.path), edit.json);
+  }
+  const std::string verdict = verdictAt(place, row.verdict);
+  const bool isAccepted = row.verdict == valid && row.quickly == Quickly::accepted;
+  ManifestReaders readers;
+  ManifestDecoder decoder;
+  std::size_t reconsideredCount = 0;
+  const ManifestReading reading = readers.exactly(document.text());
+  EXPECT_EQ(reading.has_value(), row.verdict == valid);
+  for (const JSONStyle& style : jsonStyles) {
+    SCOPED_TRACE(style.name);
+    const std::string text = document.text(style);
+    EXPECT_EQ(readers.exactly(text), reading);
+    for (const std::size_t pieceLength : {documentPieceLength, std::size_t{100}}) {
+      expectQuickReading(isAccepted ? reading : std::nullopt, readers, text, pieceLength);
+    }
+    std::string bytes = text;
+    EXPECT_EQ(verdictOf([&] { static_cast<void>(decoder.decode(bytes)); }), verdict);
+    bytes = text;
+    EXPECT_EQ(verdictOf([&] { static_cast<void>(decoder.decodeSummary(bytes)); }), verdict);
+    reconsideredCount += isAccepted ? 0 : 2;
+    EXPECT_EQ(decoder.reconsideredCount(), reconsideredCount);
+  }
+  // Whatever was read, the next document is none the worse for it.
+  const std::string usual = manifestDocument().text();
+  std::string bytes = usual;
+  EXPECT_EQ(decoder.decode(bytes), decodedManifest(usual));
+  EXPECT_EQ(decoder.reconsideredCount(), reconsideredCount);
+}
+
+}  // namespace velmora

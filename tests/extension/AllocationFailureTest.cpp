@@ -1,9 +1,9 @@
-// Serves a request again and again, each time with another of its memory allocations failing.
+// Serves a request while memory runs out.
 
 #include "extension/VelmoraFinderActionExtension.h"
-#include "tests/support/FailingAllocations.h"
 #include "tests/fakes/FakeExtensionHost.h"
 #include "tests/fakes/FakePlatform.h"
+#include "tests/support/FailingAllocations.h"
 
 #include <gtest/gtest.h>
 
@@ -33,28 +33,24 @@ class CountingQueue final : public MainQueue {
 
 class CountingContext final : public ExtensionContext {
  public:
-  explicit CountingContext(std::vector<InputItem> items) : items_(std::move(items)) {}
+  std::vector<InputItem> items;
+  int completedCount = 0;
+  int cancelledCount = 0;
+  int lastCode = 0;
 
-  std::vector<InputItem> inputItems() const override { return items_; }
+  std::vector<InputItem> inputItems() const override { return items; }
   void completeRequest() noexcept override { ++completedCount; }
   void cancelRequest(const RequestError& error) noexcept override {
     ++cancelledCount;
     lastCode = error.code;
   }
-
-  int completedCount = 0;
-  int cancelledCount = 0;
-  int lastCode = 0;
-
- private:
-  std::vector<InputItem> items_;
 };
 
-class SilentLogger final : public Logger {
+class CountingLogger final : public Logger {
  public:
-  void log(std::string_view) noexcept override { ++lineCount; }
-
   int lineCount = 0;
+
+  void log(std::string_view) noexcept override { ++lineCount; }
 };
 
 class SilentNotificationCenter final : public NotificationCenter {
@@ -62,71 +58,47 @@ class SilentNotificationCenter final : public NotificationCenter {
   void post(std::string_view) noexcept override {}
 };
 
-class FailingAllocations : public testing::TestWithParam<MemoryShortage> {
- protected:
-  FailingAllocations() {
+/// A request for two folders, and its platform.
+struct Request {
+  Request() {
     fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/group container of Velmora";
     fake.languages.tags = {"a language tag of some length", "ja-JP"};
     fake.fileSystem.directories = {"/", "/a folder with a long name", "/a second folder"};
-  }
-  ~FailingAllocations() override { letAllocationsSucceed(); }
-
-  /// Whether the request was served without reaching the failing allocation.
-  bool serve(long successfulAllocations) {
-    fake.fileSystem.files.clear();
-    fake.journal.clear();
-    Platform platform = fake.platform();
-    Platform silent{platform.bundle,
-                    platform.fileReader,
-                    platform.fileWriter,
-                    platform.paths,
-                    platform.locations,
-                    platform.defaults,
-                    platform.languages,
-                    notifications,
-                    platform.workspace,
-                    queue,
-                    logger,
-                    platform.clock,
-                    platform.identifiers};
-    const VelmoraFinderActionExtension extension(silent);
-    const auto context = std::make_shared<CountingContext>(std::vector<InputItem>{
+    context->items = {
         ExtensionItem{.attachments = {{answeringPath("/a folder with a long name"),
-                                       answering(URLObject{"file:///a%20second%20folder"})}}}});
-    logger.lineCount = 0;
-    failAllocations(successfulAllocations, GetParam());
-    extension.beginRequestWithExtensionContext(context);
-    queue.run();
-    const bool wasServed = !letAllocationsSucceed();
-    expectOneEnd(*context);
-    return wasServed;
-  }
-
-  void expectOneEnd(const CountingContext& context) const {
-    EXPECT_EQ(context.completedCount + context.cancelledCount, 1);
-    if (context.cancelledCount == 1) {
-      EXPECT_EQ(context.lastCode, 2);
-      EXPECT_EQ(logger.lineCount, 1);
-      EXPECT_TRUE(fake.fileSystem.files.empty());
-    }
+                                       answering(URLObject{"file:///a%20second%20folder"})}}}};
   }
 
   FakePlatform fake;
   CountingQueue queue;
-  SilentLogger logger;
+  CountingLogger logger;
   SilentNotificationCenter notifications;
+  std::shared_ptr<CountingContext> context = std::make_shared<CountingContext>();
+  VelmoraFinderActionExtension extension{
+      {fake.bundle, fake.fileSystem, fake.fileSystem, fake.paths, fake.locations, fake.defaults,
+       fake.languages, notifications, fake.workspace, queue, logger, fake.clock, fake.identifiers}};
 };
 
-TEST_P(FailingAllocations, endTheRequestOnceWithTheHandoffError) {
-  long allocationCount = 0;
-  while (!serve(allocationCount) && !HasFailure()) {
-    ++allocationCount;
-  }
+TEST(FailingAllocations, endTheRequestOnceWithTheHandoffError) {
+  const long allocationCount =
+      failEachAllocation([] { return Request(); },
+                         [](Request& request) {
+                           request.extension.beginRequestWithExtensionContext(request.context);
+                           request.queue.run();
+                         },
+                         [](const Request& request, const Attempt& attempt) {
+                           const CountingContext& context = *request.context;
+                           EXPECT_FALSE(attempt.hasThrown);
+                           EXPECT_EQ(context.completedCount + context.cancelledCount, 1);
+                           EXPECT_TRUE(attempt.hasFailed || context.completedCount == 1);
+                           if (context.cancelledCount == 1) {
+                             EXPECT_EQ(context.lastCode, 2);
+                             EXPECT_EQ(request.logger.lineCount, 1);
+                             EXPECT_TRUE(request.fake.fileSystem.files.empty());
+                           }
+                         });
   EXPECT_GT(allocationCount, 20);
 }
-
-INSTANTIATE_TEST_SUITE_P(OnceOrForGood, FailingAllocations,
-                         testing::Values(MemoryShortage::once, MemoryShortage::forGood));
 
 }  // namespace
 }  // namespace velmora

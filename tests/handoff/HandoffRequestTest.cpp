@@ -1,45 +1,42 @@
 #include "handoff/HandoffRequest.h"
-#include "tests/support/Bytes.h"
-#include "tests/support/RowName.h"
 #include "tests/fakes/FakePlatform.h"
+#include "tests/support/Bytes.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <chrono>
+#include <string>
+#include <vector>
 
 namespace velmora {
 namespace {
 
 using Paths = std::vector<Text>;
 
-struct NormalizationCase {
-  const char* name;
-  Paths paths;
-  Paths normalized;
-};
-
-class NormalizedHandoffPaths : public testing::TestWithParam<NormalizationCase> {};
-
-TEST_P(NormalizedHandoffPaths, areStandardisedAndUnique) {
-  EXPECT_EQ(bytesOf(normalizedHandoffPaths(GetParam().paths, PosixPathStandardizer())),
-            bytesOf(GetParam().normalized));
+TEST(NormalizedHandoffPaths, areStandardisedAndUnique) {
+  struct Row {
+    const char* name;
+    Paths paths;
+    Paths normalized;
+  };
+  const Row rows[] = {{"empty", {}, {}},
+                      {"dotDotMeetsItsTarget", {"/a/b/../c", "/a/c"}, {"/a/c"}},
+                      {"firstSeenOrder", {"/b", "/a", "/b/", "/c"}, {"/b", "/a", "/c"}},
+                      {"composedFirst", {"/caf\u00e9", "/cafe\u0301"}, {"/caf\u00e9"}},
+                      {"decomposedFirst", {"/cafe\u0301", "/caf\u00e9"}, {"/cafe\u0301"}},
+                      {"letterCaseCounts", {"/a", "/A"}, {"/a", "/A"}},
+                      {"compatibilityFormsDiffer", {"/ﬁ", "/fi"}, {"/ﬁ", "/fi"}},
+                      {"tildeIsAName", {"/~", "/~/x"}, {"/~", "/~/x"}},
+                      {"root", {"/..", "//", "/"}, {"/"}}};
+  for (const Row& row : rows) {
+    EXPECT_EQ(bytesOf(normalizedHandoffPaths(row.paths, PosixPathStandardizer())),
+              bytesOf(row.normalized))
+        << row.name;
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Lists, NormalizedHandoffPaths,
-    testing::Values(
-        NormalizationCase{"empty", {}, {}},
-        NormalizationCase{"dotDotMeetsItsTarget", {"/a/b/../c", "/a/c"}, {"/a/c"}},
-        NormalizationCase{"firstSeenOrder", {"/b", "/a", "/b/", "/c"}, {"/b", "/a", "/c"}},
-        NormalizationCase{"composedFirst", {"/caf\u00e9", "/cafe\u0301"}, {"/caf\u00e9"}},
-        NormalizationCase{"decomposedFirst", {"/cafe\u0301", "/caf\u00e9"}, {"/cafe\u0301"}},
-        NormalizationCase{"letterCaseCounts", {"/a", "/A"}, {"/a", "/A"}},
-        NormalizationCase{"compatibilityFormsDiffer", {"/ﬁ", "/fi"}, {"/ﬁ", "/fi"}},
-        NormalizationCase{"tildeIsAName", {"/~", "/~/x"}, {"/~", "/~/x"}},
-        NormalizationCase{"root", {"/..", "//", "/"}, {"/"}}),
-    RowName());
-
-TEST(NormalizedHandoffPathsFromRelativeOnes, lieInTheWorkingDirectory) {
+TEST(NormalizedHandoffPaths, fromRelativeOnesLieInTheWorkingDirectory) {
   const PosixPathStandardizer standardizer;
   const Text here = standardizer.standardizedFileURLPath(".");
   EXPECT_EQ(normalizedHandoffPaths({"", "a", "./a/", "."}, standardizer),
@@ -55,7 +52,7 @@ class NowhereStandardizer final : public PathStandardizer {
   Text standardizedPath(const Text& path) const override { return path; }
 };
 
-TEST(NormalizedHandoffPathsFromRelativeOnes, areLeftOutWithoutAWorkingDirectory) {
+TEST(NormalizedHandoffPaths, fromRelativeOnesAreLeftOutWithoutAWorkingDirectory) {
   EXPECT_EQ(normalizedHandoffPaths({"a", "/b", ""}, NowhereStandardizer()), (Paths{"/b"}));
 }
 
@@ -67,82 +64,50 @@ class HandoffRequestWriting : public testing::Test {
     writeHandoffRequest(action, paths, fake.platform());
   }
 
-  /// The code of the error that writing raises; 0 without one.
-  int errorCodeOfWriting() {
+  /// Writing `path` raises an error with this code, and leaves nothing.
+  void expectError(int code, const char* path = "/a") {
     try {
-      write(FinderHandoffAction::warpFolder, {"/a"});
+      write(FinderHandoffAction::warpFolder, {path});
+      ADD_FAILURE() << "no error " << code;
     } catch (const PlatformError& error) {
-      return error.code();
+      EXPECT_EQ(error.code(), code);
     }
-    return 0;
+    EXPECT_TRUE(fake.journal.empty());
   }
 
   FakePlatform fake;
 };
 
-TEST_F(HandoffRequestWriting, putsOneFileInPlaceBeforeItPosts) {
+TEST_F(HandoffRequestWriting, putsADifferentFileInPlaceEachTimeBeforeItPosts) {
   fake.clock.time += std::chrono::seconds(61);
   write(FinderHandoffAction::warpFolder, {"/a/b/../c", "/a/c"});
+  write(FinderHandoffAction::restoreMarkerFolder, {"/a"});
   const std::string path = "/C/Warp/FinderHandoff/00000000-0000-4000-8000-000000000001.json";
-  ASSERT_EQ(fake.fileSystem.files.size(), 1U);
+  const std::string second = "/C/Warp/FinderHandoff/00000000-0000-4000-8000-000000000002.json";
+  const std::string posting = "post io.tolvane.Velmora.finderHandoff";
+  EXPECT_EQ(fake.journal, (Journal{"write " + path, posting, "write " + second, posting}));
   EXPECT_EQ(fake.fileSystem.files[path],
             "{\n  \"action\" : \"warpFolder\",\n  \"createdAt\" : \"1970-01-01T00:01:01Z\",\n"
             "  \"folderPaths\" : [\n    \"\\/a\\/c\"\n  ]\n}");
-  EXPECT_EQ(fake.journal, (Journal{"write " + path, "post io.tolvane.Velmora.finderHandoff"}));
+  EXPECT_NE(fake.fileSystem.files[second].find("\"restoreMarkerFolder\""), std::string::npos);
 }
 
-TEST_F(HandoffRequestWriting, namesTheAction) {
-  write(FinderHandoffAction::restoreMarkerFolder, {"/a"});
-  EXPECT_NE(fake.fileSystem.files.begin()->second.find("\"restoreMarkerFolder\""),
-            std::string::npos);
-}
-
-TEST_F(HandoffRequestWriting, makesADifferentFileEachTime) {
-  write(FinderHandoffAction::warpFolder, {"/a"});
-  write(FinderHandoffAction::warpFolder, {"/a"});
-  EXPECT_EQ(fake.fileSystem.files.size(), 2U);
-  EXPECT_EQ(fake.notifications.posted.size(), 2U);
-}
-
-TEST_F(HandoffRequestWriting, succeedsWithoutATraceWhenNoPathIsLeft) {
+TEST_F(HandoffRequestWriting, succeedsWithoutATraceOrALocationWhenNoPathIsLeft) {
   write(FinderHandoffAction::warpFolder, {});
+  fake.locations.groupContainers.clear();
+  EXPECT_NO_THROW(write(FinderHandoffAction::warpFolder, {}));
   EXPECT_EQ(fake.fileSystem.directories.size(), 1U);
   EXPECT_TRUE(fake.journal.empty());
 }
 
-TEST_F(HandoffRequestWriting, needsNoLocationWhenNoPathIsLeft) {
-  fake.locations.groupContainers.clear();
-  EXPECT_NO_THROW(write(FinderHandoffAction::warpFolder, {}));
-}
-
-TEST_F(HandoffRequestWriting, usesTheFallbackLocation) {
-  fake.locations.groupContainers.clear();
-  fake.locations.supportDirectories = {"/S"};
-  write(FinderHandoffAction::warpFolder, {"/a"});
-  EXPECT_TRUE(fake.fileSystem.exists("/S/Velmora/Warp/FinderHandoff"));
-}
-
-TEST_F(HandoffRequestWriting, passesTheErrorOfAMissingLocationOn) {
-  fake.locations.groupContainers.clear();
-  EXPECT_EQ(errorCodeOfWriting(), fileNoSuchFileErrorCode);
-  EXPECT_TRUE(fake.journal.empty());
-}
-
-TEST_F(HandoffRequestWriting, passesTheErrorOfTheDirectoryOn) {
-  fake.fileSystem.createDirectoriesFailure = throwing(posixError(EROFS));
-  EXPECT_EQ(errorCodeOfWriting(), EROFS);
-  EXPECT_TRUE(fake.journal.empty());
-}
-
-TEST_F(HandoffRequestWriting, passesTheErrorOfTheFileOnAndPostsNothing) {
+TEST_F(HandoffRequestWriting, passesErrorsOnAndPostsNothing) {
+  expectError(EILSEQ, "/\xff");
   fake.fileSystem.writeFailure = throwing(posixError(ENOSPC));
-  EXPECT_EQ(errorCodeOfWriting(), ENOSPC);
-  EXPECT_TRUE(fake.journal.empty());
-}
-
-TEST_F(HandoffRequestWriting, passesTheErrorOfTheEncodingOnAndWritesNothing) {
-  EXPECT_THROW(write(FinderHandoffAction::warpFolder, {"/\xff"}), PlatformError);
-  EXPECT_TRUE(fake.journal.empty());
+  expectError(ENOSPC);
+  fake.fileSystem.createDirectoriesFailure = throwing(posixError(EROFS));
+  expectError(EROFS);
+  fake.locations.groupContainers.clear();
+  expectError(fileNoSuchFileErrorCode);
 }
 
 }  // namespace

@@ -1,46 +1,43 @@
 #include "handoff/SharedContainer.h"
-#include "tests/support/RowName.h"
 #include "tests/fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <vector>
+
 namespace velmora {
 namespace {
 
-struct RootCase {
-  const char* name;
-  std::optional<Text> container;
-  std::vector<Text> supportDirectories;
-  const char* root;
-};
-
-class SharedContainer : public testing::TestWithParam<RootCase> {};
-
-TEST_P(SharedContainer, givesTheSharedWarpRoot) {
+TEST(SharedContainer, givesTheSharedWarpRootAfreshEachTime) {
+  struct Row {
+    const char* name;
+    std::optional<Text> container;
+    std::vector<Text> supportDirectories;
+    const char* root;
+  };
+  const Row rows[] = {{"container", "/C", {}, "/C/Warp"},
+                      {"containerBeforeSupport", "/C", {"/S"}, "/C/Warp"},
+                      {"containerIsStandardised", "/x/.././C//d/", {}, "/C/d/Warp"},
+                      {"containerAtTheRoot", "/", {}, "/Warp"},
+                      {"support",
+                       std::nullopt,
+                       {"/U/Library/Application Support"},
+                       "/U/Library/Application Support/Velmora/Warp"},
+                      {"firstSupportOnly", std::nullopt, {"/one", "/two"}, "/one/Velmora/Warp"},
+                      {"supportIsStandardised", std::nullopt, {"/a/../b/."}, "/b/Velmora/Warp"}};
   FakePlatform fake;
-  if (GetParam().container.has_value()) {
-    fake.locations.groupContainers["group.io.tolvane.Velmora"] = *GetParam().container;
+  for (const Row& row : rows) {
+    fake.locations.groupContainers.clear();
+    if (row.container.has_value()) {
+      fake.locations.groupContainers["group.io.tolvane.Velmora"] = *row.container;
+    }
+    fake.locations.supportDirectories = row.supportDirectories;
+    EXPECT_EQ(sharedWarpRootURL(fake.locations, fake.paths).utf8(), row.root) << row.name;
   }
-  fake.locations.supportDirectories = GetParam().supportDirectories;
-  EXPECT_EQ(sharedWarpRootURL(fake.locations, fake.paths).utf8(), GetParam().root);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Roots, SharedContainer,
-    testing::Values(
-        RootCase{"container", "/C", {}, "/C/Warp"},
-        RootCase{"containerBeforeSupport", "/C", {"/S"}, "/C/Warp"},
-        RootCase{"containerIsStandardised", "/x/.././C//d/", {}, "/C/d/Warp"},
-        RootCase{"containerAtTheRoot", "/", {}, "/Warp"},
-        RootCase{"support",
-                 std::nullopt,
-                 {"/U/Library/Application Support"},
-                 "/U/Library/Application Support/Velmora/Warp"},
-        RootCase{"firstSupportOnly", std::nullopt, {"/one", "/two"}, "/one/Velmora/Warp"},
-        RootCase{"supportIsStandardised", std::nullopt, {"/a/../b/."}, "/b/Velmora/Warp"}),
-    RowName());
-
-TEST(SharedContainerFailure, isTheBareErrorOfAMissingFile) {
+TEST(SharedContainer, raisesTheBareErrorOfAMissingFile) {
   FakePlatform fake;
   try {
     static_cast<void>(sharedWarpRootURL(fake.locations, fake.paths));
@@ -51,14 +48,6 @@ TEST(SharedContainerFailure, isTheBareErrorOfAMissingFile) {
     EXPECT_STREQ(error.what(), "The file doesn’t exist.");
     EXPECT_EQ(error.native(), nullptr);
   }
-}
-
-TEST(SharedContainerLookup, asksAfreshEachTime) {
-  FakePlatform fake;
-  fake.locations.supportDirectories = {"/S"};
-  EXPECT_EQ(sharedWarpRootURL(fake.locations, fake.paths), Text("/S/Velmora/Warp"));
-  fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
-  EXPECT_EQ(sharedWarpRootURL(fake.locations, fake.paths), Text("/C/Warp"));
 }
 
 }  // namespace

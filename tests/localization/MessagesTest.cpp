@@ -1,13 +1,15 @@
 #include "localization/Messages.h"
-#include "tests/support/RowName.h"
 #include "tests/fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <utility>
+
 namespace velmora {
 namespace {
 
-struct ErrorCase {
+struct Situation {
   const char* name;
   RequestError (*makeError)(bool isRestore, const Platform& platform);
   bool isRestore;
@@ -16,69 +18,62 @@ struct ErrorCase {
   const char* englishText;
 };
 
-class Errors : public testing::TestWithParam<ErrorCase> {
- protected:
-  RequestError error() { return GetParam().makeError(GetParam().isRestore, fake.platform()); }
+const Situation situations[] = {
+    {"warpSelection", makeSelectionError, false, 1,
+     "consumer.finder-service.error.choose-warp-folders",
+     "Select one or more normal folders to Warp to Velmora."},
+    {"restoreSelection", makeSelectionError, true, 1,
+     "consumer.finder-service.error.choose-warped-item",
+     "Select a warped Velmora item to restore."},
+    {"warpHandoff", makeHandoffError, false, 2, "consumer.finder-service.error.warp-handoff-failed",
+     "Velmora could not start this Warp action. Open Velmora and try again."},
+    {"restoreHandoff", makeHandoffError, true, 2,
+     "consumer.finder-service.error.restore-handoff-failed",
+     "Velmora could not start this Restore action. Open Velmora and try again."}};
 
-  FakePlatform fake;
-};
+const std::pair<std::string, std::string> choice = {"group.io.tolvane.Velmora",
+                                                    "VelmoraSelectedLanguage.v1"};
 
-TEST_P(Errors, carryDomainCodeAndEnglishTextWithoutResources) {
-  EXPECT_EQ(error(), (RequestError{.domain = "io.tolvane.Velmora.FinderAction",
-                                   .code = GetParam().code,
-                                   .localizedDescription = GetParam().englishText}));
+TEST(Errors, carryDomainCodeAndEnglishTextWithoutResources) {
+  for (const Situation& row : situations) {
+    FakePlatform fake;
+    EXPECT_EQ(row.makeError(row.isRestore, fake.platform()),
+              (RequestError{.domain = "io.tolvane.Velmora.FinderAction",
+                            .code = row.code,
+                            .localizedDescription = row.englishText}))
+        << row.name;
+  }
 }
 
-TEST_P(Errors, carryTheTextOfTheChosenLanguage) {
-  fake.defaults.values[{"group.io.tolvane.Velmora", "VelmoraSelectedLanguage.v1"}] = "ja";
-  fake.languages.tags = {"en-US"};
-  fake.bundle.tables["ja"] = {{GetParam().key, "日本語"}};
-  fake.bundle.tables["en"] = {{GetParam().key, "English"}};
-  EXPECT_EQ(error().localizedDescription, "日本語");
+TEST(Errors, carryTheTextOfTheLanguageOrTheirEnglishText) {
+  struct Row {
+    const char* chosen;
+    const char* preferred;
+    const char* table;
+    bool isTableUsed;
+  };
+  const Row rows[] = {{"ja", "en-US", "ja", true},
+                      {"system", "ja-JP", "ja", true},
+                      // Not the English table in the place of one that is missing.
+                      {"", "pt-BR", "en", false},
+                      {"", "es", "es", true}};
+  for (const Situation& situation : situations) {
+    FakePlatform fake;
+    const auto text = [&] {
+      return situation.makeError(situation.isRestore, fake.platform()).localizedDescription;
+    };
+    for (const Row& row : rows) {
+      SCOPED_TRACE(std::string(situation.name) + ", " + row.chosen + ", " + row.preferred);
+      fake.defaults.values = {{choice, row.chosen}};
+      fake.languages.tags = {row.preferred};
+      fake.bundle.tables.clear();
+      fake.bundle.tables[row.table] = {{situation.key, "日本語"}};
+      EXPECT_EQ(text(), row.isTableUsed ? "日本語" : situation.englishText);
+      fake.bundle.tables[row.table] = {{"another.key", "otro"}};
+      EXPECT_EQ(text(), situation.englishText);
+    }
+  }
 }
-
-TEST_P(Errors, followTheSystemWithoutAChoice) {
-  fake.defaults.values[{"group.io.tolvane.Velmora", "VelmoraSelectedLanguage.v1"}] = "system";
-  fake.languages.tags = {"ja-JP"};
-  fake.bundle.tables["ja"] = {{GetParam().key, "日本語"}};
-  EXPECT_EQ(error().localizedDescription, "日本語");
-}
-
-TEST_P(Errors, fallBackToTheirEnglishTextNotToTheEnglishTable) {
-  fake.languages.tags = {"pt-BR"};
-  fake.bundle.tables["en"] = {{GetParam().key, "from the English table"}};
-  EXPECT_EQ(error().localizedDescription, GetParam().englishText);
-}
-
-TEST_P(Errors, fallBackToTheirEnglishTextForAMissingKey) {
-  fake.languages.tags = {"es"};
-  fake.bundle.tables["es"] = {{"another.key", "otro"}};
-  EXPECT_EQ(error().localizedDescription, GetParam().englishText);
-}
-
-TEST_P(Errors, noticeAChangedChoiceAtOnce) {
-  fake.bundle.tables["es"] = {{GetParam().key, "español"}};
-  EXPECT_EQ(error().localizedDescription, GetParam().englishText);
-  fake.defaults.values[{"group.io.tolvane.Velmora", "VelmoraSelectedLanguage.v1"}] = "es";
-  EXPECT_EQ(error().localizedDescription, "español");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    SituationsAndActions, Errors,
-    testing::Values(
-        ErrorCase{"warpSelection", makeSelectionError, false, 1,
-                  "consumer.finder-service.error.choose-warp-folders",
-                  "Select one or more normal folders to Warp to Velmora."},
-        ErrorCase{"restoreSelection", makeSelectionError, true, 1,
-                  "consumer.finder-service.error.choose-warped-item",
-                  "Select a warped Velmora item to restore."},
-        ErrorCase{"warpHandoff", makeHandoffError, false, 2,
-                  "consumer.finder-service.error.warp-handoff-failed",
-                  "Velmora could not start this Warp action. Open Velmora and try again."},
-        ErrorCase{"restoreHandoff", makeHandoffError, true, 2,
-                  "consumer.finder-service.error.restore-handoff-failed",
-                  "Velmora could not start this Restore action. Open Velmora and try again."}),
-    RowName());
 
 TEST(LocalizedMessage, keepsAnEmptyText) {
   FakeExtensionBundle bundle;

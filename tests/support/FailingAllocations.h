@@ -1,9 +1,13 @@
-// Counts allocations, and lets memory run out at a chosen one. A test program with
+// Counts allocations, and lets memory run out at each one of an operation. A test program with
 // FailingAllocations.cpp among its sources has its operator new replaced, so it should hold nothing
 // else.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstddef>
+#include <limits>
+#include <new>
 
 namespace velmora {
 
@@ -25,6 +29,51 @@ std::size_t allocationsOf(Operation operation) {
   const long before = allocationCount();
   operation();
   return static_cast<std::size_t>(allocationCount() - before);
+}
+
+/// How an operation got on.
+struct Attempt {
+  MemoryShortage shortage = MemoryShortage::once;
+  /// An allocation of it has failed.
+  bool hasFailed = false;
+  /// It has thrown std::bad_alloc.
+  bool hasThrown = false;
+};
+
+/// Lets memory run out at each allocation of `operation` in turn, first for once, then for good:
+/// behind the first `density` of them at ever fewer. The operation gets what `prepare` makes, and
+/// so does `check` afterwards, with the attempt; both are without a shortage. Returns how many
+/// allocations there are.
+template <class Prepare, class Operation, class Check>
+long failEachAllocation(Prepare prepare, Operation operation, Check check,
+                        long density = std::numeric_limits<long>::max()) {
+  const auto attempt = [&](long successfulAllocations, MemoryShortage shortage) {
+    SCOPED_TRACE(testing::Message() << "memory for " << successfulAllocations << " allocations"
+                                    << (shortage == MemoryShortage::once ? ", then again" : ""));
+    auto subject = prepare();
+    Attempt attempted = {.shortage = shortage};
+    failAllocations(successfulAllocations, shortage);
+    try {
+      operation(subject);
+    } catch (const std::bad_alloc&) {
+      attempted.hasThrown = true;
+    } catch (...) {
+      letAllocationsSucceed();
+      throw;
+    }
+    attempted.hasFailed = letAllocationsSucceed();
+    EXPECT_TRUE(attempted.hasFailed || !attempted.hasThrown);
+    check(subject, attempted);
+    return attempted.hasFailed && !testing::Test::HasFailure();
+  };
+  // simdjson ends a process that has no memory when it is used for the first time.
+  attempt(std::numeric_limits<long>::max(), MemoryShortage::once);
+  long number = 0;
+  for (const MemoryShortage shortage : {MemoryShortage::once, MemoryShortage::forGood}) {
+    for (number = 0; attempt(number, shortage); number += 1 + number / density) {
+    }
+  }
+  return number;
 }
 
 }  // namespace velmora

@@ -1,8 +1,8 @@
 // What a large manifest does not allocate for: the questions asked of every path, when it is ASCII,
 // and each of the entries that are kept. And what becomes of these when memory runs out.
 
-#include "tests/support/FailingAllocations.h"
 #include "tests/fakes/WarpRecords.h"
+#include "tests/support/FailingAllocations.h"
 #include "text/CanonicalTextSet.h"
 #include "text/Characters.h"
 #include "text/Text.h"
@@ -13,9 +13,9 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <new>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -97,37 +97,30 @@ TEST(KeptEntries, areReadWithoutAllocations) {
             0);
 }
 
-/// Whether `operation` has no memory for its allocation of that number.
-template <class Operation>
-bool runsOutOfMemory(long allocation, Operation operation) {
-  failAllocations(allocation, MemoryShortage::forGood);
-  try {
-    operation();
-    letAllocationsSucceed();
-    return false;
-  } catch (const std::bad_alloc&) {
-    return letAllocationsSucceed();
-  }
-}
-
 TEST(KeptEntries, areAsBeforeWhenMemoryRunsOutForOneMore) {
-  VelmoraWarpSharedEntry longEntry = fullEntry();
-  longEntry.aclText = std::string(2'000'000, 'x');
-  WarpSharedEntries entries;
+  std::vector<VelmoraWarpSharedEntry> given(300, fullEntry());
+  given[99].aclText = given[199].aclText = given[299].aclText = std::string(2'000'000, 'x');
   WarpSharedEntries expected;
-  long shortages = 0;
-  for (int count = 0; count < 300; ++count) {
-    const VelmoraWarpSharedEntry entry = count % 100 == 99 ? longEntry : fullEntry();
+  for (const VelmoraWarpSharedEntry& entry : given) {
     expected.append(entry);
-    for (long allocation = 0; runsOutOfMemory(allocation, [&] { entries.append(entry); });
-         ++allocation) {
-      ++shortages;
-      ASSERT_EQ(entries.size(), expected.size() - 1);
-    }
-    ASSERT_EQ(entries.size(), expected.size());
   }
-  EXPECT_EQ(entries, expected);
-  EXPECT_GT(shortages, 10);
+  struct Subject {
+    WarpSharedEntries entries;
+    std::size_t appendedCount = 0;
+  };
+  const auto appendTheRest = [&](Subject& subject) {
+    for (; subject.appendedCount < given.size(); ++subject.appendedCount) {
+      subject.entries.append(given[subject.appendedCount]);
+    }
+  };
+  EXPECT_GT(failEachAllocation([] { return Subject(); }, appendTheRest,
+                               [&](Subject& subject, const Attempt& attempt) {
+                                 EXPECT_EQ(attempt.hasThrown, attempt.hasFailed);
+                                 EXPECT_EQ(subject.entries.size(), subject.appendedCount);
+                                 appendTheRest(subject);
+                                 EXPECT_EQ(subject.entries, expected);
+                               }),
+            10);
 }
 
 TEST(KeptEntries, areAsBeforeWhenMemoryRunsOutForACopy) {
@@ -135,16 +128,15 @@ TEST(KeptEntries, areAsBeforeWhenMemoryRunsOutForACopy) {
   for (int count = 0; count < 1000; ++count) {
     original.append(fullEntry());
   }
-  WarpSharedEntries copy;
-  copy.append(entryOf("/before"));
-  long allocation = 0;
-  while (runsOutOfMemory(allocation, [&] { copy = original; })) {
-    ASSERT_EQ(copy.size(), 1);
-    EXPECT_EQ(copy[0].relativePath, "/before");
-    ++allocation;
-  }
-  EXPECT_GT(allocation, 1);
-  EXPECT_EQ(copy, original);
+  WarpSharedEntries before;
+  before.append(entryOf("/before"));
+  EXPECT_GT(
+      failEachAllocation([&] { return before; }, [&](WarpSharedEntries& copy) { copy = original; },
+                         [&](const WarpSharedEntries& copy, const Attempt& attempt) {
+                           EXPECT_EQ(attempt.hasThrown, attempt.hasFailed);
+                           EXPECT_EQ(copy, attempt.hasThrown ? before : original);
+                         }),
+      1);
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -93,100 +92,65 @@ TEST(ManifestAllocations, areAsManyForManyEntriesAsForFewTheSecondTime) {
   EXPECT_EQ(decoder.reconsideredCount(), 0);
 }
 
-/// Lets memory run out at each allocation of `operation` in turn. It gets what `prepare` makes, and
-/// so does `check` afterwards. Returns how many there are.
-template <class Prepare, class Operation, class Check>
-long failEachAllocation(MemoryShortage shortage, Prepare prepare, Operation operation,
-                        Check check) {
-  // simdjson ends a process that has no memory when it is used for the first time.
-  auto first = prepare();
-  operation(first);
-  for (long number = 0;; ++number) {
-    auto subject = prepare();
-    bool hasThrown = false;
-    failAllocations(number, shortage);
-    try {
-      operation(subject);
-    } catch (const std::bad_alloc&) {
-      hasThrown = true;
-    }
-    const bool hasFailed = letAllocationsSucceed();
-    EXPECT_EQ(hasThrown, hasFailed) << number;
-    check(subject);
-    if (!hasFailed) {
-      return number;
-    }
-  }
-}
-
 /// A manifest that everything is kept of: links, samples, escapes.
 std::string richManifest() {
   return manifestDocument().text({"", JSONStyle::Order::asBuilt, true, true});
 }
 
-class FailedAllocations : public testing::TestWithParam<std::string> {
- protected:
-  /// Whatever fails, the decoder can read this file and a smaller one afterwards.
-  void expectDecoderToWork(MemoryShortage shortage, bool isNew) const {
-    const TextFile small(plainManifestDocument().text());
-    const TextFile file(GetParam());
-    const ManifestSummary summary = ManifestDecoder().readSummary("/file", file);
-    const long count = failEachAllocation(
-        shortage,
-        [&] {
-          ManifestDecoder decoder;
-          EXPECT_TRUE(isNew || decoder.readSummary("/file", small).entryCount == 0);
-          return decoder;
-        },
-        [&](ManifestDecoder& decoder) { static_cast<void>(decoder.read("/file", file)); },
-        [&](ManifestDecoder& decoder) {
-          EXPECT_EQ(decoder.readSummary("/file", small).entryCount, 0);
-          EXPECT_EQ(decoder.readSummary("/file", file), summary);
-        });
-    EXPECT_GT(count, 10);
+/// Whatever fails, the decoder can read this file and a smaller one afterwards.
+void expectDecoderToWork(const TextFile& file, bool isNew) {
+  const TextFile small(plainManifestDocument().text());
+  const ManifestSummary summary = ManifestDecoder().readSummary("/file", file);
+  const long count = failEachAllocation(
+      [&] {
+        ManifestDecoder decoder;
+        EXPECT_TRUE(isNew || decoder.readSummary("/file", small).entryCount == 0);
+        return decoder;
+      },
+      [&](ManifestDecoder& decoder) { static_cast<void>(decoder.read("/file", file)); },
+      [&](ManifestDecoder& decoder, const Attempt& attempt) {
+        EXPECT_EQ(attempt.hasThrown, attempt.hasFailed);
+        EXPECT_EQ(decoder.readSummary("/file", small).entryCount, 0);
+        EXPECT_EQ(decoder.readSummary("/file", file), summary);
+      });
+  EXPECT_GT(count, 10);
+}
+
+TEST(FailedAllocations, leaveADecoderThatWorks) {
+  for (const std::string& text : {richManifest(), "{\"more\":1," + richManifest().substr(1)}) {
+    for (const bool isNew : {true, false}) {
+      SCOPED_TRACE(text.substr(0, 20) + (isNew ? " for a new one" : " for an old one"));
+      expectDecoderToWork(TextFile(text), isNew);
+    }
   }
-};
-
-TEST_P(FailedAllocations, leaveANewDecoderThatWorks) {
-  expectDecoderToWork(MemoryShortage::once, true);
-  expectDecoderToWork(MemoryShortage::forGood, true);
 }
 
-TEST_P(FailedAllocations, leaveAnOldDecoderThatWorks) {
-  expectDecoderToWork(MemoryShortage::once, false);
-  expectDecoderToWork(MemoryShortage::forGood, false);
-}
-
-INSTANTIATE_TEST_SUITE_P(Documents, FailedAllocations,
-                         testing::Values(richManifest(),
-                                         "{\"more\":1," + richManifest().substr(1)));
-
-TEST(FailedAllocationsOfManyEntries, leaveADecoderThatWorks) {
+TEST(FailedAllocations, leaveADecoderThatWorksAfterManyEntries) {
   // So many that their hashes are looked at in groups, and of more than one piece.
   constexpr std::size_t count = 1100;
   const TextFile file(plainManifestText(count, numberedPath));
   failEachAllocation(
-      MemoryShortage::once, [] { return ManifestDecoder(); },
+      [] { return ManifestDecoder(); },
       [&](ManifestDecoder& decoder) { static_cast<void>(decoder.readSummary("/file", file)); },
-      [&](ManifestDecoder& decoder) {
+      [&](ManifestDecoder& decoder, const Attempt& attempt) {
+        EXPECT_EQ(attempt.hasThrown, attempt.hasFailed);
         EXPECT_EQ(decoder.readSummary("/file", file).entryCount, count);
       });
 }
 
-TEST(FailedAllocationsInMemory, leaveTheDocumentToTheNextAttempt) {
+TEST(FailedAllocations, leaveADocumentInMemoryToTheNextAttempt) {
   const std::string text = richManifest();
   std::string bytes = text;
-  failEachAllocation(
-      MemoryShortage::once, [] { return std::pair<PieceMemory, QuickManifestReader>(); },
-      [&](auto& subject) {
-        DocumentPieces pieces(bytes, subject.first, 500);
-        EXPECT_TRUE(subject.second.read(pieces, [](const auto&) {}).has_value());
-      },
-      [&](auto& subject) {
-        EXPECT_EQ(bytes, text);
-        DocumentPieces pieces(bytes, subject.first, 500);
-        EXPECT_TRUE(subject.second.read(pieces, [](const auto&) {}).has_value());
-      });
+  const auto read = [&](std::pair<PieceMemory, QuickManifestReader>& subject) {
+    DocumentPieces pieces(bytes, subject.first, 500);
+    EXPECT_TRUE(subject.second.read(pieces, [](const auto&) {}).has_value());
+  };
+  failEachAllocation([] { return std::pair<PieceMemory, QuickManifestReader>(); }, read,
+                     [&](auto& subject, const Attempt& attempt) {
+                       EXPECT_EQ(attempt.hasThrown, attempt.hasFailed);
+                       EXPECT_EQ(bytes, text);
+                       read(subject);
+                     });
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Serves a request of the host again and again, each time with another of its memory allocations
-// failing: C++ must not throw into the host, and the request must end.
+// Serves a request of the host while memory runs out: C++ must not throw into the host, and the
+// request must end.
 
 #include "tests/support/FailingAllocations.h"
 #include "tests/apps/macos/HostSession.h"
@@ -115,78 +115,70 @@ int loggedLineCount = 0;
 /// In the place of the one that keeps the lines: it would need memory within the log's own lock.
 void countLine(NSString*) { ++loggedLineCount; }
 
-class FailingAllocations : public testing::TestWithParam<MemoryShortage> {
- protected:
-  FailingAllocations() { _NSLog_printf_handler = countLine; }
-  ~FailingAllocations() override {
-    letAllocationsSucceed();
-    _NSLog_printf_handler = handler_;
-  }
-
-  /// Whether the request was served without reaching the failing allocation.
-  bool serve(long successfulAllocations) {
-    @autoreleasepool {
-      loggedLineCount = 0;
-      const std::size_t earlierRequests = host_.requests().size();
-      CountingContext* context = [[[CountingContext alloc] init] autorelease];
-      [context setInputItems:selection()];
-      NSViewController* extension = [[[NSClassFromString(@"VelmoraFinderActionExtension") alloc]
-          initWithNibName:nil
-                   bundle:nil] autorelease];
-      failAllocations(successfulAllocations, GetParam());
-      [extension beginRequestWithExtensionContext:context];
-      runMainQueue();
-      const bool wasServed = !letAllocationsSucceed();
-      expectOneEnd(context, host_.requests().size() - earlierRequests);
-      expectWholeSelectionInRequests();
-      return wasServed;
-    }
-  }
-
- private:
-  NSArray* selection() {
+/// A request for two folders that are there, and the extension that is to serve it.
+class Request {
+ public:
+  explicit Request(HostSession& host) : earlierRequests_(host.requests().size()) {
+    loggedLineCount = 0;
     NSExtensionItem* item = [[[NSExtensionItem alloc] init] autorelease];
-    [item setAttachments:@[ provider("a folder with a long name"), provider("a second folder") ]];
-    return @[ item ];
+    [item setAttachments:@[
+      provider(host, "a folder with a long name"), provider(host, "a second folder")
+    ]];
+    [context_ setInputItems:@[ item ]];
+  }
+  Request(const Request&) = delete;
+  Request& operator=(const Request&) = delete;
+  ~Request() { [pool_ drain]; }
+
+  void serve() {
+    [extension_ beginRequestWithExtensionContext:context_];
+    runMainQueue();
   }
 
-  NSItemProvider* provider(std::string_view folder) {
-    const std::string path = host_.makeFolder(folder);
-    NSString* string = [NSString stringWithUTF8String:path.c_str()];
-    return [[[PlainItemProvider alloc] initWithURL:[NSURL fileURLWithPath:string]] autorelease];
-  }
-
-  static void expectOneEnd(CountingContext* context, std::size_t requestCount) {
-    EXPECT_EQ([context completionCount] + [context cancellationCount], 1);
-    EXPECT_EQ(requestCount, static_cast<std::size_t>([context completionCount]));
-    if ([context cancellationCount] == 1) {
-      EXPECT_EQ([context lastCode], 2);
+  void expectOneEnd(HostSession& host) const {
+    EXPECT_EQ([context_ completionCount] + [context_ cancellationCount], 1);
+    const std::vector<std::string> requests = host.requests();
+    EXPECT_EQ(requests.size() - earlierRequests_,
+              static_cast<std::size_t>([context_ completionCount]));
+    if ([context_ cancellationCount] == 1) {
+      EXPECT_EQ([context_ lastCode], 2);
       EXPECT_LE(loggedLineCount, 1);
     }
-  }
-
-  /// A folder that memory ran out for must not be left behind.
-  void expectWholeSelectionInRequests() {
-    for (const std::string& request : host_.requests()) {
+    // A folder that memory ran out for must not be left behind.
+    for (const std::string& request : requests) {
       EXPECT_NE(request.find("a folder with a long name"), std::string::npos);
       EXPECT_NE(request.find("a second folder"), std::string::npos);
     }
   }
 
-  HostSession host_;
-  NSLog_printf_handler* handler_ = _NSLog_printf_handler;
+ private:
+  static NSItemProvider* provider(HostSession& host, std::string_view folder) {
+    const std::string path = host.makeFolder(folder);
+    NSString* string = [NSString stringWithUTF8String:path.c_str()];
+    return [[[PlainItemProvider alloc] initWithURL:[NSURL fileURLWithPath:string]] autorelease];
+  }
+
+  NSAutoreleasePool* pool_ = [[NSAutoreleasePool alloc] init];
+  std::size_t earlierRequests_;
+  CountingContext* context_ = [[[CountingContext alloc] init] autorelease];
+  NSViewController* extension_ = [[[NSClassFromString(@"VelmoraFinderActionExtension") alloc]
+      initWithNibName:nil
+               bundle:nil] autorelease];
 };
 
-TEST_P(FailingAllocations, endTheRequestOnceWithTheHandoffError) {
-  long allocationCount = 0;
-  while (!serve(allocationCount) && !HasFailure()) {
-    ++allocationCount;
-  }
+TEST(FailingAllocations, endTheRequestOnceWithTheHandoffError) {
+  HostSession host;
+  NSLog_printf_handler* const handler = _NSLog_printf_handler;
+  _NSLog_printf_handler = countLine;
+  const long allocationCount = failEachAllocation(
+      [&] { return Request(host); }, [](Request& request) { request.serve(); },
+      [&](const Request& request, const Attempt& attempt) {
+        EXPECT_FALSE(attempt.hasThrown);
+        request.expectOneEnd(host);
+      });
+  _NSLog_printf_handler = handler;
   EXPECT_GT(allocationCount, 20);
 }
-
-INSTANTIATE_TEST_SUITE_P(OnceOrForGood, FailingAllocations,
-                         testing::Values(MemoryShortage::once, MemoryShortage::forGood));
 
 }  // namespace
 }  // namespace velmora

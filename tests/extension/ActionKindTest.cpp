@@ -1,37 +1,32 @@
 #include "extension/ActionKind.h"
-#include "tests/support/RowName.h"
 #include "tests/fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 namespace velmora {
 namespace {
 
-struct IdentifierCase {
-  const char* name;
-  std::optional<Text> identifier;
-  bool isRestore;
-};
-
-class ActionKind : public testing::TestWithParam<IdentifierCase> {};
-
-TEST_P(ActionKind, followsFromTheBundleIdentifier) {
-  FakeExtensionBundle bundle;
-  bundle.identifier = GetParam().identifier;
-  EXPECT_EQ(isRestoreAction(bundle), GetParam().isRestore);
+TEST(ActionKind, followsFromTheBundleIdentifier) {
+  struct Row {
+    std::optional<Text> identifier;
+    bool isRestore;
+  };
+  const Row rows[] = {{"io.tolvane.Velmora.FinderRestoreAction", true},
+                      {"io.tolvane.Velmora.FinderWarpAction", false},
+                      {std::nullopt, false},
+                      {"", false},
+                      {"io.tolvane.velmora.finderrestoreaction", false},
+                      {"io.tolvane.Velmora.FinderRestoreAction2", false},
+                      {"io.tolvane.Velmora.FinderRestoreActio", false},
+                      {"io.tolvane.Velmora.FinderRestoreAction\u0301", false}};
+  for (const Row& row : rows) {
+    FakeExtensionBundle bundle;
+    bundle.identifier = row.identifier;
+    EXPECT_EQ(isRestoreAction(bundle), row.isRestore) << row.identifier.value_or("none").utf8();
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Identifiers, ActionKind,
-    testing::Values(IdentifierCase{"restore", "io.tolvane.Velmora.FinderRestoreAction", true},
-                    IdentifierCase{"warp", "io.tolvane.Velmora.FinderWarpAction", false},
-                    IdentifierCase{"none", std::nullopt, false}, IdentifierCase{"empty", "", false},
-                    IdentifierCase{"letterCase", "io.tolvane.velmora.finderrestoreaction", false},
-                    IdentifierCase{"longer", "io.tolvane.Velmora.FinderRestoreAction2", false},
-                    IdentifierCase{"shorter", "io.tolvane.Velmora.FinderRestoreActio", false},
-                    IdentifierCase{"markBehind", "io.tolvane.Velmora.FinderRestoreAction\u0301",
-                                   false}),
-    RowName());
 
 }  // namespace
 }  // namespace velmora

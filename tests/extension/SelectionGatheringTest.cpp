@@ -1,62 +1,53 @@
 #include "extension/SelectionGathering.h"
-#include "tests/support/RowName.h"
 #include "tests/fakes/FakeExtensionHost.h"
 #include "tests/fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <functional>
+#include <memory>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace velmora {
 namespace {
 
 using Providers = std::vector<std::shared_ptr<ItemProvider>>;
+using URLs = std::vector<FileURL>;
 
-struct ItemCase {
-  const char* name;
-  LoadedItem item;
-  std::optional<FileURL> url;
-};
-
-class FileURLFromLoadedItem : public testing::TestWithParam<ItemCase> {};
-
-TEST_P(FileURLFromLoadedItem, takesFileURLsOnly) {
-  EXPECT_EQ(fileURLFromLoadedItem(GetParam().item), GetParam().url);
+TEST(FileURLFromLoadedItem, takesFileURLsOnly) {
+  struct Row {
+    const char* name;
+    LoadedItem item;
+    std::optional<FileURL> url;
+  };
+  const Row rows[] = {{"nothing", std::monostate(), std::nullopt},
+                      {"URL", FileURL{"/a b"}, FileURL{"/a b"}},
+                      {"URL object", URLObject{"file:///a%20b"}, FileURL{"/a b"}},
+                      {"URL object of the web", URLObject{"https://a/b"}, std::nullopt},
+                      {"empty URL object", URLObject{""}, std::nullopt},
+                      {"URL object of a path", URLObject{"/a"}, std::nullopt},
+                      {"URL object of no text", URLObject{"file:///\xff"}, std::nullopt},
+                      {"anything else", UnusableItem(), std::nullopt}};
+  for (const Row& row : rows) {
+    EXPECT_EQ(fileURLFromLoadedItem(row.item), row.url) << row.name;
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Items, FileURLFromLoadedItem,
-    testing::Values(ItemCase{"nothing", std::monostate(), std::nullopt},
-                    ItemCase{"url", FileURL{"/a b"}, FileURL{"/a b"}},
-                    ItemCase{"urlObject", URLObject{"file:///a%20b"}, FileURL{"/a b"}},
-                    ItemCase{"urlObjectOfTheWeb", URLObject{"https://a/b"}, std::nullopt},
-                    ItemCase{"emptyURLObject", URLObject{""}, std::nullopt},
-                    ItemCase{"urlObjectOfAPath", URLObject{"/a"}, std::nullopt},
-                    ItemCase{"urlObjectOfNoText", URLObject{"file:///\xff"}, std::nullopt},
-                    ItemCase{"anythingElse", UnusableItem(), std::nullopt}),
-    RowName());
-
-TEST(FileURLProviders, keepTheOrderOfItemsAndAttachments) {
-  const Providers all = {answeringPath("/0"), answeringPath("/1"), answeringPath("/2")};
-  const FakeExtensionContext context({ExtensionItem{.attachments = Providers{all[0], all[1]}},
-                                      ExtensionItem{.attachments = Providers{all[2]}}});
-  EXPECT_EQ(fileURLProviders(context), all);
-}
-
-TEST(FileURLProviders, passOverForeignObjectsAndMissingAttachments) {
-  const Providers only = {answeringPath("/0")};
-  const FakeExtensionContext context({ForeignObject(), ExtensionItem{.attachments = std::nullopt},
-                                      ExtensionItem{.attachments = only}, ForeignObject()});
-  EXPECT_EQ(fileURLProviders(context), only);
-}
-
-TEST(FileURLProviders, passOverAttachmentsThatOfferNoFileURL) {
+TEST(FileURLProviders, areThoseOfFileURLsInTheOrderOfItemsAndAttachments) {
   const auto image = answeringPath("/image");
   image->conformsToFileURL = false;
-  const auto folder = answeringPath("/folder");
-  EXPECT_EQ(fileURLProviders(*contextWith({image, folder, image})), Providers{folder});
+  const Providers all = {answeringPath("/0"), answeringPath("/1"), answeringPath("/2")};
+  const FakeExtensionContext context(
+      {ForeignObject(), ExtensionItem{.attachments = Providers{image, all[0], image, all[1]}},
+       ExtensionItem{.attachments = std::nullopt}, ExtensionItem{.attachments = Providers{all[2]}},
+       ForeignObject()});
+  EXPECT_EQ(fileURLProviders(context), all);
 }
 
 class LoadingFileURLs : public testing::Test {
@@ -68,10 +59,10 @@ class LoadingFileURLs : public testing::Test {
     });
   }
 
-  std::vector<FileURL> finish() {
+  GatheredFileURLs finish() {
     queue.runAll();
-    EXPECT_EQ(finalStepCount, 1);
-    return gathered.value();
+    EXPECT_EQ(std::exchange(finalStepCount, 0), 1);
+    return gathered;
   }
 
   FakeMainQueue queue;
@@ -79,71 +70,71 @@ class LoadingFileURLs : public testing::Test {
   GatheredFileURLs gathered;
 };
 
-TEST_F(LoadingFileURLs, waitsForTheMainQueueEvenWhenAllAnswerAtOnce) {
-  load({answeringPath("/a"), answeringPath("/b")});
-  EXPECT_EQ(finalStepCount, 0);
-  EXPECT_EQ(queue.pendingTaskCount(), 1U);
-  EXPECT_EQ(finish(), (std::vector<FileURL>{{"/a"}, {"/b"}}));
+std::shared_ptr<ItemProvider> answeringWithError(LoadedItem item) {
+  return std::make_shared<FakeItemProvider>([item = std::move(item)](const auto& completion) {
+    const PlatformError error = posixError(EIO);
+    completion(item, &error);
+  });
 }
 
-TEST_F(LoadingFileURLs, startsEveryLoadBeforeAnyAnswer) {
-  const PendingLoad first;
-  const PendingLoad second;
-  const Providers providers = {first.provider(), second.provider()};
-  load(providers);
-  EXPECT_TRUE(first.hasStarted());
-  EXPECT_TRUE(second.hasStarted());
-  EXPECT_EQ(queue.pendingTaskCount(), 0U);
+std::shared_ptr<ItemProvider> throwingProvider(const std::function<void()>& fault,
+                                               const char* pathBefore = nullptr) {
+  return std::make_shared<FakeItemProvider>([=](const auto& completion) {
+    if (pathBefore != nullptr) {
+      completion(FileURL{pathBefore}, nullptr);
+    }
+    fault();
+  });
 }
 
-TEST_F(LoadingFileURLs, restoresTheOrderOfTheProviders) {
-  const PendingLoad loads[3];
-  load({loads[0].provider(), loads[1].provider(), loads[2].provider()});
-  loads[2].answerPath("/2");
-  loads[1].answerPath("/1");
-  EXPECT_EQ(queue.pendingTaskCount(), 0U);
-  loads[0].answerPath("/0");
-  EXPECT_EQ(finish(), (std::vector<FileURL>{{"/0"}, {"/1"}, {"/2"}}));
+TEST_F(LoadingFileURLs, givesThoseThatWereDeliveredUnlessMemoryRanOut) {
+  const std::function<void()> fault = throwing(std::runtime_error("no such item"));
+  struct Row {
+    const char* name;
+    Providers providers;
+    GatheredFileURLs urls;
+  };
+  const Row rows[] = {
+      {"no gap for loads that fail",
+       {answeringPath("/a"), answering(std::monostate()), answering(UnusableItem()),
+        answering(URLObject{"file:///b"})},
+       {{{"/a"}, {"/b"}}}},
+      {"repetitions", {answeringPath("/a"), answeringPath("/a")}, {{{"/a"}, {"/a"}}}},
+      {"error beside an item", {answeringWithError(FileURL{"/a"})}, {{{"/a"}}}},
+      {"error without an item",
+       {answeringWithError(std::monostate()), answeringPath("/b")},
+       {{{"/b"}}}},
+      {"provider that throws", {throwingProvider(fault), answeringPath("/b")}, {{{"/b"}}}},
+      {"provider that throws afterwards", {throwingProvider(fault, "/a")}, {{{"/a"}}}},
+      {"no memory in a provider",
+       {throwingProvider(throwing(std::bad_alloc())), answeringPath("/b")},
+       std::nullopt},
+      {"no memory for an item", {answeringPath("/a"), answering(OutOfMemory())}, std::nullopt}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    load(row.providers);
+    EXPECT_EQ(finalStepCount, 0);
+    EXPECT_EQ(queue.pendingTaskCount(), 1U);
+    EXPECT_EQ(finish(), row.urls);
+  }
 }
 
-TEST_F(LoadingFileURLs, ordersByNumberNotByText) {
-  std::vector<FileURL> expected;
+TEST_F(LoadingFileURLs, startsEveryLoadAndWaitsForAllThenRestoresTheirOrder) {
+  const PendingLoad loads[12];
   Providers providers;
-  for (int index = 0; index < 12; ++index) {
-    expected.push_back({.path = "/" + std::to_string(index)});
-    providers.push_back(answering(expected.back()));
+  URLs expected;
+  for (const PendingLoad& load : loads) {
+    expected.push_back({.path = "/" + std::to_string(providers.size())});
+    providers.push_back(load.provider());
   }
   load(providers);
+  for (std::size_t number = std::size(loads); number-- > 0;) {
+    EXPECT_TRUE(loads[number].hasStarted());
+    queue.runAll();
+    EXPECT_EQ(finalStepCount, 0);
+    loads[number].answer(expected[number]);
+  }
   EXPECT_EQ(finish(), expected);
-}
-
-TEST_F(LoadingFileURLs, leavesNoGapForLoadsThatFail) {
-  load({answeringPath("/a"), answering(std::monostate()), answering(UnusableItem()),
-        answering(URLObject{"file:///b"})});
-  EXPECT_EQ(finish(), (std::vector<FileURL>{{"/a"}, {"/b"}}));
-}
-
-TEST_F(LoadingFileURLs, keepsRepetitions) {
-  load({answeringPath("/a"), answeringPath("/a")});
-  EXPECT_EQ(finish(), (std::vector<FileURL>{{"/a"}, {"/a"}}));
-}
-
-TEST_F(LoadingFileURLs, ignoresTheErrorBesideAnItem) {
-  const auto provider = std::make_shared<FakeItemProvider>([](const auto& completion) {
-    const PlatformError error = posixError(EIO);
-    completion(FileURL{"/a"}, &error);
-  });
-  load({provider});
-  EXPECT_EQ(finish(), (std::vector<FileURL>{{"/a"}}));
-}
-
-TEST_F(LoadingFileURLs, dropsAnErrorWithoutAnItem) {
-  const auto provider = std::make_shared<FakeItemProvider>([](const auto& completion) {
-    const PlatformError error = posixError(EIO);
-    completion(std::monostate(), &error);
-  });
-  load({provider, answeringPath("/b")});
-  EXPECT_EQ(finish(), (std::vector<FileURL>{{"/b"}}));
 }
 
 TEST_F(LoadingFileURLs, countsTheFirstAnswerOfAProviderOnly) {
@@ -154,66 +145,20 @@ TEST_F(LoadingFileURLs, countsTheFirstAnswerOfAProviderOnly) {
   twice.answerPath("/late");
   EXPECT_EQ(queue.pendingTaskCount(), 0U);
   once.answerPath("/b");
-  EXPECT_EQ(finish(), (std::vector<FileURL>{{"/b"}}));
-}
-
-TEST_F(LoadingFileURLs, ignoresAnAnswerAfterTheEnd) {
-  const PendingLoad pending;
-  load({pending.provider()});
-  pending.answerPath("/a");
-  EXPECT_EQ(finish(), (std::vector<FileURL>{{"/a"}}));
-  pending.answerPath("/b");
+  EXPECT_EQ(finish(), (URLs{{"/b"}}));
+  once.answerPath("/c");
   EXPECT_EQ(queue.pendingTaskCount(), 0U);
-}
-
-TEST_F(LoadingFileURLs, takesAProviderThatThrowsForOneThatDeliversNothing) {
-  const auto throwing = std::make_shared<FakeItemProvider>(
-      [](const auto&) { throw std::runtime_error("no such item"); });
-  load({throwing, answeringPath("/b")});
-  EXPECT_EQ(finish(), (std::vector<FileURL>{{"/b"}}));
-}
-
-TEST_F(LoadingFileURLs, keepsTheAnswerOfAProviderThatThrowsAfterwards) {
-  const auto throwing = std::make_shared<FakeItemProvider>([](const auto& completion) {
-    completion(FileURL{"/a"}, nullptr);
-    throw std::runtime_error("too late");
-  });
-  load({throwing});
-  EXPECT_EQ(finish(), (std::vector<FileURL>{{"/a"}}));
-}
-
-TEST_F(LoadingFileURLs, neverEndsWhileAProviderIsSilent) {
-  const PendingLoad silent;
-  load({answeringPath("/a"), silent.provider()});
-  queue.runAll();
-  EXPECT_EQ(finalStepCount, 0);
-}
-
-TEST_F(LoadingFileURLs, saysSoWhenMemoryRanOut) {
-  const auto starving =
-      std::make_shared<FakeItemProvider>([](const auto&) { throw std::bad_alloc(); });
-  load({starving, answeringPath("/b")});
-  queue.runAll();
-  EXPECT_EQ(finalStepCount, 1);
-  EXPECT_EQ(gathered, std::nullopt);
-}
-
-TEST_F(LoadingFileURLs, saysSoWhenThereWasNoMemoryForAnItem) {
-  load({answeringPath("/a"), answering(OutOfMemory())});
-  queue.runAll();
-  EXPECT_EQ(finalStepCount, 1);
-  EXPECT_EQ(gathered, std::nullopt);
 }
 
 TEST_F(LoadingFileURLs, endsAtOnceWhenTheMainQueueCannotBeReached) {
   queue.failure = throwing(std::bad_alloc());
+  gathered = URLs();
   load({answeringPath("/a")});
   EXPECT_EQ(finalStepCount, 1);
   EXPECT_EQ(gathered, std::nullopt);
 }
 
-TEST(LoadingFileURLsLifetime, letsTheFinalStepGoAfterItRan) {
-  FakeMainQueue queue;
+TEST_F(LoadingFileURLs, letsTheFinalStepGoAfterItRan) {
   const PendingLoad keptForEver;
   auto owned = std::make_shared<int>(0);
   const std::weak_ptr<int> watched = owned;

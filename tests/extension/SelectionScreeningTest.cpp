@@ -1,15 +1,20 @@
 #include "extension/SelectionScreening.h"
-#include "tests/support/Bytes.h"
-#include "tests/support/RowName.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/support/Bytes.h"
 
 #include <gtest/gtest.h>
+
+#include <exception>
+#include <string>
+#include <vector>
 
 namespace velmora {
 namespace {
 
 using Paths = std::vector<Text>;
+
+constexpr const char* restoreIdentifier = "io.tolvane.Velmora.FinderRestoreAction";
 
 struct ScreeningCase {
   const char* name;
@@ -21,95 +26,80 @@ struct ScreeningCase {
   Paths accepted;
 };
 
-class Screening : public testing::TestWithParam<ScreeningCase> {
- protected:
-  Screening() {
-    int warpCount = 0;
-    for (std::string folder : GetParam().warped) {
-      const std::string warpID = "warp-" + std::to_string(++warpCount);
-      if (folder.ends_with('!')) {
-        folder.pop_back();
-        mirror(fake, manifestOf(folder, warpID));
-        fake.fileSystem.directories.insert(folder);
-      } else {
-        recordWarp(fake, folder, warpID);
-      }
-    }
-    for (std::string folder : GetParam().folders) {
-      if (folder.ends_with('*')) {
-        folder.pop_back();
-        mark(fake, folder, "stray");
-      }
-      fake.fileSystem.directories.insert(folder);
-    }
-    fake.fileSystem.files["/file"] = "plain";
-  }
-
-  std::vector<std::string> acceptedPaths() {
-    std::vector<FileURL> selection;
-    for (const Text& path : GetParam().selection) {
-      selection.push_back({.path = path});
-    }
-    ScreeningObserver unobserved;
-    return bytesOf(screenSelection(selection, fake.platform(), unobserved));
-  }
-
+void expectAccepted(const ScreeningCase& row, const char* identifier) {
+  SCOPED_TRACE(row.name);
   FakePlatform fake;
-};
-
-class WarpScreening : public Screening {};
-
-TEST_P(WarpScreening, acceptsFoldersOutsideEveryWarpedFolder) {
-  EXPECT_EQ(acceptedPaths(), bytesOf(GetParam().accepted));
+  fake.bundle.identifier = identifier;
+  fake.fileSystem.files["/file"] = "plain";
+  int warpCount = 0;
+  for (std::string folder : row.warped) {
+    const std::string warpID = "warp-" + std::to_string(++warpCount);
+    if (folder.ends_with('!')) {
+      folder.pop_back();
+      mirror(fake, manifestOf(folder, warpID));
+      fake.fileSystem.directories.insert(folder);
+    } else {
+      recordWarp(fake, folder, warpID);
+    }
+  }
+  for (std::string folder : row.folders) {
+    if (folder.ends_with('*')) {
+      folder.pop_back();
+      mark(fake, folder, "stray");
+    }
+    fake.fileSystem.directories.insert(folder);
+  }
+  std::vector<FileURL> selection;
+  for (const Text& path : row.selection) {
+    selection.push_back({.path = path});
+  }
+  ScreeningObserver unobserved;
+  EXPECT_EQ(bytesOf(screenSelection(selection, fake.platform(), unobserved)),
+            bytesOf(row.accepted));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Selections, WarpScreening,
-    testing::Values(
-        ScreeningCase{"nothing", {}, {}, {}, {}},
-        ScreeningCase{"folder", {}, {"/a"}, {"/a"}, {"/a"}},
-        ScreeningCase{"plainFile", {}, {}, {"/file"}, {}},
-        ScreeningCase{"fileAmongFolders", {}, {"/a", "/b"}, {"/a", "/file", "/b"}, {"/a", "/b"}},
-        ScreeningCase{"missing", {}, {}, {"/missing"}, {}},
-        ScreeningCase{"selectionOrder", {}, {"/a", "/b"}, {"/b", "/a"}, {"/b", "/a"}},
-        ScreeningCase{"twice", {}, {"/a"}, {"/a", "/a/", "/x/../a"}, {"/a"}},
-        ScreeningCase{"standardised", {}, {"/a/b"}, {"/a//./b/"}, {"/a/b"}},
-        ScreeningCase{"warpedFolder", {"/a"}, {"/a"}, {"/a"}, {}},
-        ScreeningCase{"insideWarped", {"/a/b"}, {"/a/b/c"}, {"/a/b/c"}, {}},
-        ScreeningCase{"siblingWithSamePrefix", {"/a/b"}, {"/a/bc"}, {"/a/bc"}, {"/a/bc"}},
-        ScreeningCase{"parentOfWarped", {"/a/b"}, {"/a"}, {"/a"}, {"/a"}},
-        ScreeningCase{"strayMarkerIsNotAsked", {}, {"/a*"}, {"/a"}, {"/a"}},
-        ScreeningCase{"warpedInOtherNormalForm", {"/e\u0301"}, {"/\u00e9"}, {"/\u00e9"}, {}},
-        ScreeningCase{"manifestWithoutMarker", {"/a!"}, {}, {"/a"}, {"/a"}},
-        ScreeningCase{"innermostWarpedFolder", {"/a", "/a/b"}, {"/a/b/c"}, {"/a/b/c"}, {}},
-        ScreeningCase{"everythingWarped", {"/"}, {"/a"}, {"/a", "/"}, {}}),
-    RowName());
-
-class RestoreScreening : public Screening {
- protected:
-  RestoreScreening() { fake.bundle.identifier = "io.tolvane.Velmora.FinderRestoreAction"; }
-};
-
-TEST_P(RestoreScreening, acceptsWarpedFoldersWithTheirMarker) {
-  EXPECT_EQ(acceptedPaths(), bytesOf(GetParam().accepted));
+TEST(WarpScreening, acceptsFoldersOutsideEveryWarpedFolder) {
+  const ScreeningCase rows[] = {
+      {"nothing", {}, {}, {}, {}},
+      {"folder", {}, {"/a"}, {"/a"}, {"/a"}},
+      {"plainFile", {}, {}, {"/file"}, {}},
+      {"fileAmongFolders", {}, {"/a", "/b"}, {"/a", "/file", "/b"}, {"/a", "/b"}},
+      {"missing", {}, {}, {"/missing"}, {}},
+      {"selectionOrder", {}, {"/a", "/b"}, {"/b", "/a"}, {"/b", "/a"}},
+      {"twice", {}, {"/a"}, {"/a", "/a/", "/x/../a"}, {"/a"}},
+      {"standardised", {}, {"/a/b"}, {"/a//./b/"}, {"/a/b"}},
+      {"warpedFolder", {"/a"}, {"/a"}, {"/a"}, {}},
+      {"insideWarped", {"/a/b"}, {"/a/b/c"}, {"/a/b/c"}, {}},
+      {"siblingWithSamePrefix", {"/a/b"}, {"/a/bc"}, {"/a/bc"}, {"/a/bc"}},
+      {"parentOfWarped", {"/a/b"}, {"/a"}, {"/a"}, {"/a"}},
+      {"strayMarkerIsNotAsked", {}, {"/a*"}, {"/a"}, {"/a"}},
+      {"warpedInOtherNormalForm", {"/e\u0301"}, {"/\u00e9"}, {"/\u00e9"}, {}},
+      {"manifestWithoutMarker", {"/a!"}, {}, {"/a"}, {"/a"}},
+      {"innermostWarpedFolder", {"/a", "/a/b"}, {"/a/b/c"}, {"/a/b/c"}, {}},
+      {"everythingWarped", {"/"}, {"/a"}, {"/a", "/"}, {}}};
+  for (const ScreeningCase& row : rows) {
+    expectAccepted(row, "io.tolvane.Velmora.FinderWarpAction");
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Selections, RestoreScreening,
-    testing::Values(ScreeningCase{"nothing", {}, {}, {}, {}},
-                    ScreeningCase{"warpedFolder", {"/a"}, {}, {"/a"}, {"/a"}},
-                    ScreeningCase{"markerDeleted", {"/a!"}, {}, {"/a"}, {}},
-                    ScreeningCase{"markerWithoutManifest", {}, {"/a*"}, {"/a"}, {}},
-                    ScreeningCase{"markerOfAnotherWarp", {"/a!"}, {"/a*"}, {"/a"}, {}},
-                    ScreeningCase{"strayMarkerInside", {"/a"}, {"/a/b*"}, {"/a/b"}, {}},
-                    ScreeningCase{"nested", {"/a", "/a/b"}, {}, {"/a/b", "/a"}, {"/a/b", "/a"}},
-                    ScreeningCase{"plainFolder", {"/a"}, {"/b"}, {"/b"}, {}},
-                    ScreeningCase{"plainFile", {"/a"}, {}, {"/file"}, {}},
-                    ScreeningCase{"twice", {"/a"}, {}, {"/a", "/a/"}, {"/a"}},
-                    ScreeningCase{"theRoot", {"/"}, {}, {"/"}, {"/"}},
-                    ScreeningCase{
-                        "otherNormalForm", {"/e\u0301"}, {"/\u00e9*"}, {"/\u00e9"}, {"/\u00e9"}}),
-    RowName());
+TEST(RestoreScreening, acceptsWarpedFoldersWithTheirMarker) {
+  const ScreeningCase rows[] = {
+      {"nothing", {}, {}, {}, {}},
+      {"warpedFolder", {"/a"}, {}, {"/a"}, {"/a"}},
+      {"markerDeleted", {"/a!"}, {}, {"/a"}, {}},
+      {"markerWithoutManifest", {}, {"/a*"}, {"/a"}, {}},
+      {"markerOfAnotherWarp", {"/a!"}, {"/a*"}, {"/a"}, {}},
+      {"strayMarkerInside", {"/a"}, {"/a/b*"}, {"/a/b"}, {}},
+      {"nested", {"/a", "/a/b"}, {}, {"/a/b", "/a"}, {"/a/b", "/a"}},
+      {"plainFolder", {"/a"}, {"/b"}, {"/b"}, {}},
+      {"plainFile", {"/a"}, {}, {"/file"}, {}},
+      {"twice", {"/a"}, {}, {"/a", "/a/"}, {"/a"}},
+      {"theRoot", {"/"}, {}, {"/"}, {"/"}},
+      {"otherNormalForm", {"/e\u0301"}, {"/\u00e9*"}, {"/\u00e9"}, {"/\u00e9"}}};
+  for (const ScreeningCase& row : rows) {
+    expectAccepted(row, restoreIdentifier);
+  }
+}
 
 /// Keeps what it hears.
 class RecordingObserver final : public ScreeningObserver {
@@ -121,46 +111,42 @@ class RecordingObserver final : public ScreeningObserver {
   void didFailToLocateRoot(const std::exception&) override { isWithoutRoot = true; }
 };
 
-class ScreeningVerdicts : public testing::Test {
- protected:
-  ScreeningVerdicts() {
-    recordWarp(fake, "/warped", "outer");
-    recordWarp(fake, "/warped/inner", "inner");
-    mark(fake, "/warped/stray", "stray");
-    mark(fake, "/marked", "gone");
-    fake.fileSystem.createDirectories("/plain");
-  }
-
-  ItemVerdict verdictOn(const char* path, const char* root) {
-    RecordingObserver observer;
-    static_cast<void>(screenSelection({{path}}, fake.platform(), observer));
-    EXPECT_EQ(observer.items.size(), 1);
-    const ScreenedItem& item = observer.items.at(0);
-    EXPECT_EQ(item.path.utf8(), path);
-    EXPECT_EQ(item.root.value_or("none").utf8(), root);
-    return item.verdict;
-  }
-
+TEST(Screening, saysWhyAnItemDoesNotSuit) {
   FakePlatform fake;
-};
-
-TEST_F(ScreeningVerdicts, sayWhyAnItemCannotBeWarped) {
-  EXPECT_EQ(verdictOn("/plain", "none"), ItemVerdict::accepted);
-  EXPECT_EQ(verdictOn("/missing", "none"), ItemVerdict::notADirectory);
-  EXPECT_EQ(verdictOn("/warped", "/warped"), ItemVerdict::alreadyWarped);
-  EXPECT_EQ(verdictOn("/warped/stray", "/warped"), ItemVerdict::insideWarpedFolder);
-}
-
-TEST_F(ScreeningVerdicts, sayWhyAnItemCannotBeRestored) {
-  fake.bundle.identifier = "io.tolvane.Velmora.FinderRestoreAction";
-  EXPECT_EQ(verdictOn("/warped/inner", "/warped/inner"), ItemVerdict::accepted);
-  EXPECT_EQ(verdictOn("/plain", "none"), ItemVerdict::noMarker);
-  EXPECT_EQ(verdictOn("/marked", "none"), ItemVerdict::notWarped);
-  EXPECT_EQ(verdictOn("/warped/stray", "/warped"), ItemVerdict::insideWarpedFolder);
-}
-
-TEST_F(ScreeningVerdicts, areGivenForEachItemOfTheSelection) {
+  recordWarp(fake, "/warped", "outer");
+  recordWarp(fake, "/warped/inner", "inner");
+  mark(fake, "/warped/stray", "stray");
+  mark(fake, "/marked", "gone");
+  fake.fileSystem.createDirectories("/plain");
+  using enum ItemVerdict;
+  struct Row {
+    const char* identifier;
+    const char* path;
+    const char* root;
+    ItemVerdict verdict;
+  };
+  const char* const warpIdentifier = "";
+  const Row rows[] = {{warpIdentifier, "/plain", "none", accepted},
+                      {warpIdentifier, "/missing", "none", notADirectory},
+                      {warpIdentifier, "/warped", "/warped", alreadyWarped},
+                      {warpIdentifier, "/warped/stray", "/warped", insideWarpedFolder},
+                      {restoreIdentifier, "/warped/inner", "/warped/inner", accepted},
+                      {restoreIdentifier, "/plain", "none", noMarker},
+                      {restoreIdentifier, "/marked", "none", notWarped},
+                      {restoreIdentifier, "/warped/stray", "/warped", insideWarpedFolder}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::string(row.identifier) + " " + row.path);
+    fake.bundle.identifier = row.identifier;
+    RecordingObserver observer;
+    static_cast<void>(screenSelection({{row.path}}, fake.platform(), observer));
+    EXPECT_EQ(observer.items.size(), 1);
+    const ScreenedItem item = observer.items.empty() ? ScreenedItem() : observer.items.front();
+    EXPECT_EQ(item.path.utf8(), row.path);
+    EXPECT_EQ(item.root.value_or("none").utf8(), row.root);
+    EXPECT_EQ(item.verdict, row.verdict);
+  }
   RecordingObserver observer;
+  fake.bundle.identifier = warpIdentifier;
   EXPECT_EQ(screenSelection({{"/plain"}, {"/warped"}, {"/plain/"}}, fake.platform(), observer),
             Paths{"/plain"});
   EXPECT_EQ(observer.items.size(), 3);
@@ -169,7 +155,7 @@ TEST_F(ScreeningVerdicts, areGivenForEachItemOfTheSelection) {
 TEST(ScreeningMarkers, countForTheSelectionWhateverTheirKind) {
   FakePlatform fake;
   recordWarp(fake, "/e\u0301", "warp");
-  fake.bundle.identifier = "io.tolvane.Velmora.FinderRestoreAction";
+  fake.bundle.identifier = restoreIdentifier;
   // The same folder in the other form, where the fake sees a directory instead of the marker.
   fake.fileSystem.createDirectories("/\u00e9/.velmora-warped.json");
   ScreeningObserver unobserved;

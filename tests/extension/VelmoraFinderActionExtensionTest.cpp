@@ -1,6 +1,7 @@
 #include "extension/VelmoraFinderActionExtension.h"
 #include "tests/fakes/FakeExtensionHost.h"
 #include "tests/fakes/FakePlatform.h"
+#include "tests/support/Threads.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +13,6 @@
 #include <random>
 #include <set>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace velmora {
@@ -27,14 +27,6 @@ class PrincipalClass : public testing::Test {
 
   FakePlatform fake;
 };
-
-TEST_F(PrincipalClass, servesARequest) {
-  const VelmoraFinderActionExtension extension(fake.platform());
-  const auto context = contextWith({answeringPath("/a")});
-  extension.beginRequestWithExtensionContext(context);
-  fake.mainQueue.runAll();
-  EXPECT_EQ(context->ends->completedCount, 1);
-}
 
 TEST_F(PrincipalClass, mayGoWhileItsRequestIsServed) {
   auto extension = std::make_unique<VelmoraFinderActionExtension>(fake.platform());
@@ -52,7 +44,11 @@ class LoadingThreads {
  public:
   explicit LoadingThreads(unsigned count) {
     for (unsigned seed = 0; seed < count; ++seed) {
-      threads_.emplace_back([this, seed] { answerAtRandom(std::mt19937(seed)); });
+      threads_.emplace_back([this, random = std::mt19937(seed)]() mutable {
+        while (std::function<void()> answer = take(random)) {
+          answer();
+        }
+      });
     }
   }
   LoadingThreads(const LoadingThreads&) = delete;
@@ -63,9 +59,6 @@ class LoadingThreads {
       isClosed_ = true;
     }
     changed_.notify_all();
-    for (std::thread& thread : threads_) {
-      thread.join();
-    }
   }
 
   void add(std::function<void()> answer) {
@@ -77,12 +70,6 @@ class LoadingThreads {
   }
 
  private:
-  void answerAtRandom(std::mt19937 random) {
-    while (std::function<void()> answer = take(random)) {
-      answer();
-    }
-  }
-
   std::function<void()> take(std::mt19937& random) {
     std::unique_lock guard(lock_);
     changed_.wait(guard, [this] { return isClosed_ || !answers_.empty(); });
@@ -99,7 +86,7 @@ class LoadingThreads {
   std::condition_variable changed_;
   std::deque<std::function<void()>> answers_;
   bool isClosed_ = false;
-  std::vector<std::thread> threads_;
+  std::vector<JoiningThread> threads_;
 };
 
 TEST_F(PrincipalClass, keepsAThousandRequestsInFlightApart) {

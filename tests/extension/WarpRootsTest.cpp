@@ -1,14 +1,15 @@
 #include "extension/WarpRoots.h"
 #include "platform/posix/PosixPathStandardizer.h"
-#include "tests/support/Bytes.h"
-#include "tests/support/RowName.h"
 #include "tests/support/AnsweredCases.h"
+#include "tests/support/Bytes.h"
 #include "text/Characters.h"
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -17,37 +18,32 @@ using Paths = std::vector<Text>;
 
 const PosixPathStandardizer standardizer;
 
-struct RootsCase {
-  const char* name;
-  Paths paths;
-  Paths roots;
-};
-
-class NormalizedWarpRoots : public testing::TestWithParam<RootsCase> {};
-
-TEST_P(NormalizedWarpRoots, areInMatchingOrder) {
-  EXPECT_EQ(bytesOf(normalizedWarpRoots(GetParam().paths, standardizer)),
-            bytesOf(GetParam().roots));
+TEST(NormalizedWarpRoots, areInMatchingOrder) {
+  struct Row {
+    const char* name;
+    Paths paths;
+    Paths roots;
+  };
+  const Row rows[] = {
+      {"none", {}, {}},
+      {"longestFirst", {"/a", "/a/b/c", "/a/b"}, {"/a/b/c", "/a/b", "/a"}},
+      {"equalLengthAscending", {"/b", "/a", "/B"}, {"/B", "/a", "/b"}},
+      {"standardised", {"/a/./b/", "//c"}, {"/a/b", "/c"}},
+      {"unique", {"/a", "/a/", "/x/../a"}, {"/a"}},
+      {"firstSpellingOfEquals", {"/e\u0301", "/\u00e9"}, {"/e\u0301"}},
+      {"relativeLeftOut", {"a", "", ".", "/b", "../c"}, {"/b"}},
+      {"markOnTheFirstSlash", {"/\u0301a", "/b"}, {"/b"}},
+      {"unknownUserLeftOut", {"~no such user/a"}, {}},
+      {"charactersNotBytes", {"/日", "/abc"}, {"/abc", "/日"}},
+      {"charactersNotCodePoints", {"/e\u0301\u0323", "/ab"}, {"/ab", "/e\u0301\u0323"}},
+      {"root", {"/", "/a"}, {"/a", "/"}}};
+  for (const Row& row : rows) {
+    EXPECT_EQ(bytesOf(normalizedWarpRoots(row.paths, standardizer)), bytesOf(row.roots))
+        << row.name;
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Lists, NormalizedWarpRoots,
-    testing::Values(
-        RootsCase{"none", {}, {}},
-        RootsCase{"longestFirst", {"/a", "/a/b/c", "/a/b"}, {"/a/b/c", "/a/b", "/a"}},
-        RootsCase{"equalLengthAscending", {"/b", "/a", "/B"}, {"/B", "/a", "/b"}},
-        RootsCase{"standardised", {"/a/./b/", "//c"}, {"/a/b", "/c"}},
-        RootsCase{"unique", {"/a", "/a/", "/x/../a"}, {"/a"}},
-        RootsCase{"firstSpellingOfEquals", {"/e\u0301", "/\u00e9"}, {"/e\u0301"}},
-        RootsCase{"relativeLeftOut", {"a", "", ".", "/b", "../c"}, {"/b"}},
-        RootsCase{"markOnTheFirstSlash", {"/\u0301a", "/b"}, {"/b"}},
-        RootsCase{"unknownUserLeftOut", {"~no such user/a"}, {}},
-        RootsCase{"charactersNotBytes", {"/日", "/abc"}, {"/abc", "/日"}},
-        RootsCase{"charactersNotCodePoints", {"/e\u0301\u0323", "/ab"}, {"/ab", "/e\u0301\u0323"}},
-        RootsCase{"root", {"/", "/a"}, {"/a", "/"}}),
-    RowName());
-
-TEST(NormalizedWarpRootsOfAnsweredCases, agreeWithEveryAnswer) {
+TEST(NormalizedWarpRoots, agreeWithEveryAnswer) {
   const std::vector<AnsweredCase> cases = readAnsweredCases("extension/roots.jsonl");
   ASSERT_FALSE(cases.empty());
   for (const AnsweredCase& answered : cases) {
@@ -58,51 +54,45 @@ TEST(NormalizedWarpRootsOfAnsweredCases, agreeWithEveryAnswer) {
   }
 }
 
-struct EnclosingCase {
-  const char* name;
-  Paths roots;
-  const char* item;
-  std::optional<Text> enclosing;
-};
-
-class EnclosingWarpRoot : public testing::TestWithParam<EnclosingCase> {};
-
-TEST_P(EnclosingWarpRoot, isTheItemOrTheInnermostRootAround) {
-  const WarpRoots roots(GetParam().roots, standardizer);
-  EXPECT_EQ(roots.enclosingWarpRoot(GetParam().item), GetParam().enclosing);
+TEST(EnclosingWarpRoot, isTheItemOrTheInnermostRootAround) {
+  struct Row {
+    const char* name;
+    Paths roots;
+    const char* item;
+    std::optional<Text> enclosing;
+  };
+  const Row rows[] = {{"noRoots", {}, "/a", std::nullopt},
+                      {"itself", {"/a/b"}, "/a/b", "/a/b"},
+                      {"inside", {"/a/b"}, "/a/b/c", "/a/b"},
+                      {"deepInside", {"/a"}, "/a/b/c/d/e", "/a"},
+                      {"parent", {"/a/b"}, "/a", std::nullopt},
+                      {"siblingWithSamePrefix", {"/a/b"}, "/a/bc", std::nullopt},
+                      {"innermostWins", {"/a", "/a/b"}, "/a/b/c", "/a/b"},
+                      {"innermostWinsInAnyOrder", {"/a/b", "/a"}, "/a/b/c", "/a/b"},
+                      {"everythingIsInTheRoot", {"/"}, "/x/y", "/"},
+                      {"theRootIsInTheRoot", {"/"}, "/", "/"},
+                      {"theRootIsInNothingElse", {"/a"}, "/", std::nullopt},
+                      {"trailingSlash", {"/a"}, "/a/b/", "/a"},
+                      {"dotDotOut", {"/a"}, "/a/../b", std::nullopt},
+                      {"dotDotIn", {"/a"}, "/b/../a/c", "/a"},
+                      {"relative", {"/", "/a"}, "a/b", std::nullopt},
+                      {"empty", {"/"}, "", std::nullopt},
+                      {"otherNormalForm", {"/caf\u00e9"}, "/cafe\u0301/x", "/caf\u00e9"},
+                      {"otherNormalFormBack", {"/cafe\u0301"}, "/caf\u00e9/x", "/cafe\u0301"},
+                      {"letterCase", {"/a"}, "/A/b", std::nullopt},
+                      {"accentBehindTheRoot", {"/e"}, "/e\u0301/x", std::nullopt},
+                      {"markOnTheSlash", {"/a"}, "/a/\u0301b", std::nullopt},
+                      {"markOnALaterSlash", {"/a"}, "/a/b/\u0301c", "/a"},
+                      {"joinerOnTheSlash", {"/a"}, "/a/\u200db", std::nullopt},
+                      {"prependedToTheSlash", {"/a\u0600"}, "/a\u0600/b", "/a\u0600"},
+                      {"hangul", {"/\u1112\u1161\u11ab"}, "/\ud55c/x", "/\u1112\u1161\u11ab"}};
+  for (const Row& row : rows) {
+    EXPECT_EQ(WarpRoots(row.roots, standardizer).enclosingWarpRoot(row.item), row.enclosing)
+        << row.name;
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Items, EnclosingWarpRoot,
-    testing::Values(
-        EnclosingCase{"noRoots", {}, "/a", std::nullopt},
-        EnclosingCase{"itself", {"/a/b"}, "/a/b", "/a/b"},
-        EnclosingCase{"inside", {"/a/b"}, "/a/b/c", "/a/b"},
-        EnclosingCase{"deepInside", {"/a"}, "/a/b/c/d/e", "/a"},
-        EnclosingCase{"parent", {"/a/b"}, "/a", std::nullopt},
-        EnclosingCase{"siblingWithSamePrefix", {"/a/b"}, "/a/bc", std::nullopt},
-        EnclosingCase{"innermostWins", {"/a", "/a/b"}, "/a/b/c", "/a/b"},
-        EnclosingCase{"innermostWinsInAnyOrder", {"/a/b", "/a"}, "/a/b/c", "/a/b"},
-        EnclosingCase{"everythingIsInTheRoot", {"/"}, "/x/y", "/"},
-        EnclosingCase{"theRootIsInTheRoot", {"/"}, "/", "/"},
-        EnclosingCase{"theRootIsInNothingElse", {"/a"}, "/", std::nullopt},
-        EnclosingCase{"trailingSlash", {"/a"}, "/a/b/", "/a"},
-        EnclosingCase{"dotDotOut", {"/a"}, "/a/../b", std::nullopt},
-        EnclosingCase{"dotDotIn", {"/a"}, "/b/../a/c", "/a"},
-        EnclosingCase{"relative", {"/", "/a"}, "a/b", std::nullopt},
-        EnclosingCase{"empty", {"/"}, "", std::nullopt},
-        EnclosingCase{"otherNormalForm", {"/caf\u00e9"}, "/cafe\u0301/x", "/caf\u00e9"},
-        EnclosingCase{"otherNormalFormBack", {"/cafe\u0301"}, "/caf\u00e9/x", "/cafe\u0301"},
-        EnclosingCase{"letterCase", {"/a"}, "/A/b", std::nullopt},
-        EnclosingCase{"accentBehindTheRoot", {"/e"}, "/e\u0301/x", std::nullopt},
-        EnclosingCase{"markOnTheSlash", {"/a"}, "/a/\u0301b", std::nullopt},
-        EnclosingCase{"markOnALaterSlash", {"/a"}, "/a/b/\u0301c", "/a"},
-        EnclosingCase{"joinerOnTheSlash", {"/a"}, "/a/\u200db", std::nullopt},
-        EnclosingCase{"prependedToTheSlash", {"/a\u0600"}, "/a\u0600/b", "/a\u0600"},
-        EnclosingCase{"hangul", {"/\u1112\u1161\u11ab"}, "/\ud55c/x", "/\u1112\u1161\u11ab"}),
-    RowName());
-
-TEST(EnclosingWarpRootOfEqualOnes, isTheFirstAsItIsSpelled) {
+TEST(EnclosingWarpRoot, isTheFirstOfEqualOnesAsItIsSpelled) {
   const Paths spellings = {"/e\u0301\u0323", "/\u1eb9\u0301", "/e\u0323\u0301"};
   for (const Text& first : spellings) {
     Paths paths = {"/e", first};
@@ -116,7 +106,7 @@ TEST(EnclosingWarpRootOfEqualOnes, isTheFirstAsItIsSpelled) {
   }
 }
 
-TEST(EnclosingWarpRootOfAnsweredCases, agreesWithEveryAnswer) {
+TEST(EnclosingWarpRoot, agreesWithEveryAnswer) {
   const std::vector<AnsweredCase> cases = readAnsweredCases("extension/enclosing.jsonl");
   ASSERT_FALSE(cases.empty());
   for (const AnsweredCase& answered : cases) {
@@ -140,7 +130,7 @@ std::optional<Text> enclosingRootByWalking(const Text& item, const Paths& paths)
   return std::nullopt;
 }
 
-TEST(EnclosingWarpRootOfRandomTrees, agreesWithTheWalkOverAllRoots) {
+TEST(EnclosingWarpRoot, agreesWithTheWalkOverAllRoots) {
   const std::vector<std::string> names = {"a",       "ab",     "e",       "e\u0301", "\u00e9",
                                           "\u0301b", "\u0600", "x\u0600", "日",      "\u200d"};
   std::mt19937 random(20260301);

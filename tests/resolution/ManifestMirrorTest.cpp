@@ -1,7 +1,7 @@
 #include "resolution/ManifestMirror.h"
-#include "tests/support/AnsweredCases.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/resolution/RecordingObserver.h"
+#include "tests/support/AnsweredCases.h"
 
 #include <gtest/gtest.h>
 
@@ -27,12 +27,6 @@ class Mirror : public testing::Test {
     fake.fileSystem.files[pathOf(fileName)] = encodeManifest(manifest);
   }
 
-  void addOfInstant(const std::string& fileName, double secondsSinceReferenceDate) {
-    VelmoraWarpSharedManifest manifest = manifestOf("/" + fileName, fileName);
-    manifest.createdAt = {.secondsSinceReferenceDate = secondsSinceReferenceDate};
-    add(fileName, manifest);
-  }
-
   std::vector<MirroredManifest> read(const std::string& root = std::string(recordedWarpRoot)) {
     return mirroredManifests(root, fake.fileSystem, fake.paths, observer);
   }
@@ -51,11 +45,12 @@ class Mirror : public testing::Test {
   RecordingObserver observer;
 };
 
-TEST_F(Mirror, givesWhatTheManifestsSay) {
+TEST_F(Mirror, givesWhatTheManifestsSayReadAfreshUnderTheStandardisedRoot) {
+  EXPECT_TRUE(read().empty());
   VelmoraWarpSharedManifest manifest = manifestOf("/a", "warp");
   manifest.entries.append(entryOf("/a/b"));
   add("any name.json", manifest);
-  const std::vector<MirroredManifest> manifests = read();
+  const std::vector<MirroredManifest> manifests = read("/x/../C//Warp/");
   ASSERT_EQ(manifests.size(), 1);
   EXPECT_EQ(manifests[0].filePath.utf8(), pathOf("any name.json"));
   EXPECT_EQ(manifests[0].manifest.warpID, "warp");
@@ -64,9 +59,10 @@ TEST_F(Mirror, givesWhatTheManifestsSay) {
   EXPECT_EQ(manifests[0].manifest.entryCount, 1);
 }
 
-TEST_F(Mirror, takesFilesByTheirExtension) {
+TEST_F(Mirror, takesFilesByTheirExtensionAndNoneOfADirectory) {
+  fake.fileSystem.createDirectories(pathOf("inner"));
   for (const char* name :
-       {"b.json", "a.json", ".x.json", "a.JSON", "a.json.bak", ".json", "json"}) {
+       {"b.json", "a.json", ".x.json", "a.JSON", "a.json.bak", ".json", "json", "inner/c.json"}) {
     add(name, manifestOf("/a", "warp"));
   }
   EXPECT_EQ(readNames(), (Names{".x.json", "a.json", "b.json"}));
@@ -74,26 +70,16 @@ TEST_F(Mirror, takesFilesByTheirExtension) {
   EXPECT_TRUE(observer.refusals.empty());
 }
 
-TEST_F(Mirror, doesNotLookIntoDirectories) {
-  fake.fileSystem.createDirectories(pathOf("inner"));
-  add("inner/a.json", manifestOf("/a", "warp"));
-  EXPECT_TRUE(read().empty());
-}
-
-TEST_F(Mirror, givesTheNewestFirst) {
-  addOfInstant("a.json", 100);
-  addOfInstant("b.json", 300);
-  addOfInstant("c.json", 200);
-  EXPECT_EQ(readNames(), (Names{"b.json", "c.json", "a.json"}));
-}
-
-TEST_F(Mirror, givesThoseOfOneInstantInTheOrderOfTheirNames) {
-  for (const char* name : {"d.json", "b.json", "c.json"}) {
-    addOfInstant(name, 100);
+TEST_F(Mirror, givesTheNewestFirstAndThoseOfOneInstantInTheOrderOfTheirNames) {
+  const std::map<std::string, double> instants = {{"a.json", 50},  {"b.json", 100},
+                                                  {"c.json", 100}, {"d.json", 100},
+                                                  {"e.json", 150}, {"f.json", 120}};
+  for (const auto& [name, instant] : instants) {
+    VelmoraWarpSharedManifest manifest = manifestOf("/a", name);
+    manifest.createdAt = {.secondsSinceReferenceDate = instant};
+    add(name, manifest);
   }
-  addOfInstant("a.json", 50);
-  addOfInstant("e.json", 150);
-  EXPECT_EQ(readNames(), (Names{"e.json", "b.json", "c.json", "d.json", "a.json"}));
+  EXPECT_EQ(readNames(), (Names{"e.json", "f.json", "b.json", "c.json", "d.json", "a.json"}));
 }
 
 TEST_F(Mirror, leavesOutWhatIsNoManifest) {
@@ -134,25 +120,11 @@ TEST_F(Mirror, isEmptyWithoutADirectory) {
   EXPECT_EQ(observer.listingErrors, Names{"No such file or directory"});
 }
 
-TEST_F(Mirror, isLookedForUnderTheStandardisedRoot) {
-  add("a.json", manifestOf("/a", "warp"));
-  EXPECT_EQ(read("/x/../C//Warp/").size(), 1);
-}
-
-TEST_F(Mirror, isReadAfresh) {
-  EXPECT_TRUE(read().empty());
-  add("a.json", manifestOf("/a", "warp"));
-  EXPECT_EQ(read().size(), 1);
-}
-
-TEST_F(Mirror, leavesOutWhatDoesNotFitIntoMemory) {
+TEST_F(Mirror, isNotTakenForEmptyWhenMemoryRunsOut) {
   add("a.json", manifestOf("/a", "warp"));
   fake.fileSystem.readFailure = throwing(std::bad_alloc());
   EXPECT_TRUE(read().empty());
   EXPECT_EQ(observer.refusals.size(), 1);
-}
-
-TEST_F(Mirror, isNotTakenForEmptyWhenMemoryRunsOut) {
   fake.fileSystem.entryNamesFailure = throwing(std::bad_alloc());
   EXPECT_THROW(static_cast<void>(read()), std::bad_alloc);
 }

@@ -1,6 +1,5 @@
 #include "resolution/ReadingCost.h"
 #include "resolution/WorkerCount.h"
-#include "tests/support/RowName.h"
 
 #include <gtest/gtest.h>
 
@@ -12,39 +11,34 @@
 namespace velmora {
 namespace {
 
-struct CostCase {
-  const char* name;
-  /// Of the files read so far.
-  std::vector<std::size_t> entryCounts;
-  std::size_t remaining;
-  std::size_t helpers;
-};
-
-class WorthwhileHelpers : public testing::TestWithParam<CostCase> {};
-
-TEST_P(WorthwhileHelpers, followFromTheFilesReadSoFar) {
-  constexpr std::size_t asManyAsThereAre = std::numeric_limits<std::size_t>::max();
-  ReadingCost cost(asManyAsThereAre);
-  for (const std::size_t count : GetParam().entryCounts) {
-    cost.addFile(count);
+TEST(WorthwhileHelpers, followFromTheFilesReadSoFar) {
+  struct Row {
+    const char* name;
+    /// Of the files read so far.
+    std::vector<std::size_t> entryCounts;
+    std::size_t remaining;
+    std::size_t helpers;
+  };
+  const Row rows[] = {{"nothingRead", {}, 1000, 0},
+                      {"nothingLeft", {100'000}, 0, 0},
+                      {"fewOrdinaryFiles", {100}, 50, 0},
+                      {"justTooFewOrdinaryFiles", {100}, 83, 0},
+                      {"enoughOrdinaryFiles", {100}, 84, 1},
+                      {"manyOrdinaryFiles", {100}, 999, 11},
+                      {"fewLargeFiles", {10'000}, 2, 2},
+                      {"emptyManifests", {0, 0, 0}, 499, 0},
+                      {"manyEmptyManifests", {0, 0, 0}, 500, 1},
+                      {"largeOneAmongSmallOnes", {0, 0, 0, 4000}, 10, 1},
+                      {"smallOnesAroundALargeOne", {0, 0, 0, 4000}, 9, 0},
+                      {"absurdlyMany", {1'000'000}, 1'000'000, 100'002'000}};
+  for (const Row& row : rows) {
+    ReadingCost cost(std::numeric_limits<std::size_t>::max());
+    for (const std::size_t count : row.entryCounts) {
+      cost.addFile(count);
+    }
+    EXPECT_EQ(cost.helpersWorthStarting(row.remaining), row.helpers) << row.name;
   }
-  EXPECT_EQ(cost.helpersWorthStarting(GetParam().remaining), GetParam().helpers);
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Mirrors, WorthwhileHelpers,
-    testing::Values(CostCase{"nothingRead", {}, 1000, 0}, CostCase{"nothingLeft", {100'000}, 0, 0},
-                    CostCase{"fewOrdinaryFiles", {100}, 50, 0},
-                    CostCase{"justTooFewOrdinaryFiles", {100}, 83, 0},
-                    CostCase{"enoughOrdinaryFiles", {100}, 84, 1},
-                    CostCase{"manyOrdinaryFiles", {100}, 999, 11},
-                    CostCase{"fewLargeFiles", {10'000}, 2, 2},
-                    CostCase{"emptyManifests", {0, 0, 0}, 499, 0},
-                    CostCase{"manyEmptyManifests", {0, 0, 0}, 500, 1},
-                    CostCase{"largeOneAmongSmallOnes", {0, 0, 0, 4000}, 10, 1},
-                    CostCase{"smallOnesAroundALargeOne", {0, 0, 0, 4000}, 9, 0},
-                    CostCase{"absurdlyMany", {1'000'000}, 1'000'000, 100'002'000}),
-    RowName());
 
 TEST(WorthwhileHelpersOfFewerFiles, doNotCountThoseThatNeedNotBeRead) {
   ReadingCost cost(8);

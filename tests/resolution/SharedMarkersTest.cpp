@@ -1,9 +1,8 @@
 // Markers that several threads read: nobody can tell by what comes of it.
 
-#include "resolution/ResolutionObserver.h"
 #include "resolution/WarpMarker.h"
-#include "tests/support/RowName.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/resolution/Listener.h"
 #include "tests/resolution/Meeting.h"
 #include "tests/resolution/MirroredManifests.h"
 #include "tests/resolution/WatchedFiles.h"
@@ -14,46 +13,13 @@
 #include <exception>
 #include <functional>
 #include <new>
-#include <set>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
 namespace velmora {
 namespace {
-
-using Lines = std::vector<std::string>;
-
-/// Keeps all that is told of the manifests, in order, and that it is told on the test's thread.
-class Listener final : public ResolutionObserver {
- public:
-  Lines told;
-  /// Called with each line once it is kept.
-  std::function<void(const std::string&)> hear = [](const std::string&) {};
-
-  void didLoadTombstones(std::size_t count) override {
-    tell("tombstones " + std::to_string(count));
-  }
-  void didJudgeManifest(const MirroredManifest& mirrored, ManifestVerdict verdict,
-                        const std::exception* error) override {
-    tell(mirrored.filePath.utf8() + " of " + mirrored.manifest.originalFolderPath.utf8() + ": " +
-         std::to_string(static_cast<int>(verdict)) + (error != nullptr ? error->what() : ""));
-    verdicts.insert(verdict);
-  }
-
-  std::set<ManifestVerdict> verdicts;
-
- private:
-  void tell(std::string line) {
-    EXPECT_EQ(std::this_thread::get_id(), thread_);
-    told.push_back(std::move(line));
-    hear(told.back());
-  }
-
-  const std::thread::id thread_ = std::this_thread::get_id();
-};
 
 /// So many markers are worth three helpers.
 constexpr std::size_t enoughForFourWorkers = 1600;
@@ -197,81 +163,70 @@ TEST_F(SharedMarkers, areJudgedNoFurtherWhenTheObserverThrows) {
   const Lines told = std::exchange(listener.told, {});
   for (std::size_t line = 0; line < told.size(); line += 101) {
     listener.told.clear();
-    listener.hear = [&](const std::string&) {
-      if (listener.told.size() > line) {
-        throw std::runtime_error("enough");
-      }
-    };
+    listener.patience = line + 1;
     EXPECT_THROW(static_cast<void>(confirmed(4)), std::runtime_error);
     EXPECT_EQ(listener.told, Lines(told.begin(), told.begin() + static_cast<long>(line) + 1));
   }
 }
 
-struct FaultCase {
-  const char* name;
-  std::function<void()> fault;
-};
-
-class FailingMarkers : public SharedMarkers, public testing::WithParamInterface<FaultCase> {
+class FailingMarkers : public SharedMarkers {
  protected:
-  /// The message of what is thrown.
-  std::string faultOf(std::size_t workerCount) {
+  /// The lookup by so many workers throws.
+  void expectFault(std::size_t workerCount) {
     try {
       static_cast<void>(confirmed(workerCount));
-    } catch (const std::exception& error) {
-      return error.what();
+      ADD_FAILURE() << "no fault";
+    } catch (const std::exception&) {
     } catch (int) {
-      return "no exception";
     }
-    return "";
   }
+
+  const std::vector<std::function<void()>> faults = {
+      throwing(std::bad_alloc()), throwing(std::logic_error("odd")), [] {
+        throw 42;  // NOLINT(hicpp-exception-baseclass): what is tested
+      }};
 };
 
-TEST_P(FailingMarkers, endTheLookUpOnceTheManifestsBeforeThemHaveVerdicts) {
+TEST_F(FailingMarkers, endTheLookUpOnceTheManifestsBeforeThemHaveVerdicts) {
   addFoldersOfAllKinds(enoughForFourWorkers);
   static_cast<void>(confirmed(1));
   const Lines told = std::exchange(listener.told, {});
-  for (const std::size_t failing : {std::size_t{0}, enoughForFourWorkers / 2}) {
-    files.reading = [&](std::string_view path) {
-      // Another fault after it, which is never told of.
-      if (path == markerOf(failing) || path == markerOf(failing + 7)) {
-        GetParam().fault();
+  for (const std::function<void()>& fault : faults) {
+    for (const std::size_t failing : {std::size_t{0}, enoughForFourWorkers / 2}) {
+      files.reading = [&](std::string_view path) {
+        // Another fault after it, which is never told of.
+        if (path == markerOf(failing) || path == markerOf(failing + 7)) {
+          fault();
+        }
+      };
+      for (const std::size_t workers : {1U, 2U, 4U}) {
+        expectFault(workers);
+        // The first line is of the tombstones.
+        EXPECT_EQ(std::exchange(listener.told, {}),
+                  Lines(told.begin(), told.begin() + 1 + static_cast<long>(failing)));
       }
-    };
-    for (const std::size_t workers : {1U, 2U, 4U}) {
-      EXPECT_FALSE(faultOf(workers).empty());
-      // The first line is of the tombstones.
-      EXPECT_EQ(std::exchange(listener.told, {}),
-                Lines(told.begin(), told.begin() + 1 + static_cast<long>(failing)));
     }
   }
 }
 
-TEST_P(FailingMarkers, endTheLookUpOnAnyThread) {
+TEST_F(FailingMarkers, endTheLookUpOnAnyThread) {
   addFolders(enoughForFourWorkers);
-  Meeting meeting(2);
   const std::string firstOfTheLast = folderOf(enoughForFourWorkers - 2);
-  files.reading = [&](std::string_view path) {
-    if (path >= firstOfTheLast && path.ends_with("-warped.json")) {
-      // The last two, one on each thread.
-      meeting.attend();
-      GetParam().fault();
-    }
-  };
-  EXPECT_FALSE(faultOf(2).empty());
-  EXPECT_TRUE(meeting.tookPlace());
-  EXPECT_EQ(listener.told.size(), 1 + enoughForFourWorkers - 2);
+  for (const std::function<void()>& fault : faults) {
+    Meeting meeting(2);
+    files.reading = [&](std::string_view path) {
+      if (path >= firstOfTheLast && path.ends_with("-warped.json")) {
+        // The last two, one on each thread.
+        meeting.attend();
+        fault();
+      }
+    };
+    listener.told.clear();
+    expectFault(2);
+    EXPECT_TRUE(meeting.tookPlace());
+    EXPECT_EQ(listener.told.size(), 1 + enoughForFourWorkers - 2);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Faults, FailingMarkers,
-    testing::Values(FaultCase{"ofMemory", throwing(std::bad_alloc())},
-                    FaultCase{"ofAnotherKind", throwing(std::logic_error("odd"))},
-                    FaultCase{"thatIsNoException",
-                              [] {
-                                throw 42;  // NOLINT(hicpp-exception-baseclass): what is tested
-                              }}),
-    RowName());
 
 }  // namespace
 }  // namespace velmora

@@ -1,9 +1,8 @@
 // A mirror that several threads read: nobody can tell by what comes of it.
 
 #include "resolution/ManifestMirror.h"
-#include "resolution/ResolutionObserver.h"
-#include "tests/support/RowName.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/resolution/Listener.h"
 #include "tests/resolution/Meeting.h"
 #include "tests/resolution/WatchedFiles.h"
 
@@ -14,40 +13,11 @@
 #include <new>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
 namespace velmora {
 namespace {
-
-using Lines = std::vector<std::string>;
-
-/// Keeps all that is told of the mirror, in order, and that it is told on the test's thread.
-class Listener final : public ResolutionObserver {
- public:
-  Lines told;
-  /// Called with each line once it is kept.
-  std::function<void(const std::string&)> hear = [](const std::string&) {};
-
-  void willReadManifests(std::size_t count) override { tell("will read " + std::to_string(count)); }
-  void didReadManifest(const MirroredManifest& manifest) override {
-    tell("read " + manifest.filePath.utf8() + ": " + manifest.manifest.warpID.utf8() + ", " +
-         std::to_string(manifest.manifest.entryCount));
-  }
-  void didRefuseManifest(const Text& filePath, const std::exception& error) override {
-    tell("refused " + filePath.utf8() + ": " + error.what());
-  }
-
- private:
-  void tell(std::string line) {
-    EXPECT_EQ(std::this_thread::get_id(), thread_);
-    told.push_back(std::move(line));
-    hear(told.back());
-  }
-
-  const std::thread::id thread_ = std::this_thread::get_id();
-};
 
 /// The manifest that is read first has so many entries that helpers are started after it.
 constexpr int entriesOfTheFirst = 1200;
@@ -173,47 +143,35 @@ TEST_F(SharedReading, endsWhenTheObserverThrows) {
   const Lines told = std::exchange(listener.told, {});
   for (std::size_t line = 0; line < told.size(); line += 6) {
     listener.told.clear();
-    listener.hear = [&](const std::string&) {
-      if (listener.told.size() > line) {
-        throw std::runtime_error("enough");
-      }
-    };
+    listener.patience = line + 1;
     EXPECT_THROW(static_cast<void>(read(3)), std::runtime_error);
     EXPECT_EQ(listener.told, Lines(told.begin(), told.begin() + static_cast<long>(line) + 1));
   }
 }
 
-struct FaultCase {
-  const char* name;
-  std::function<void()> fault;
-  const char* message;
-};
-
-class FailingReads : public SharedReading, public testing::WithParamInterface<FaultCase> {};
-
-TEST_P(FailingReads, onAnyThreadAreRefusals) {
+TEST_F(SharedReading, takesWhatIsThrownOnAnyThreadForARefusal) {
   fillMirror();
   const std::string failing = pathOf(nameOf(restCount - 1));
-  Meeting meeting(2);
-  files.reading = [&](std::string_view path) {
-    if (path >= failing) {
-      // The last two, one on each thread.
-      meeting.attend();
-      GetParam().fault();
-    }
-  };
-  static_cast<void>(read(2));
-  ASSERT_TRUE(meeting.tookPlace());
-  EXPECT_EQ(listener.told.at(61), "refused " + failing + ": " + GetParam().message);
-  EXPECT_EQ(listener.told.at(62), "refused " + pathOf("99") + ": " + GetParam().message);
+  const std::pair<std::function<void()>, const char*> rows[] = {
+      {throwing(posixError(EACCES)), "Permission denied"},
+      {throwing(std::bad_alloc()), std::bad_alloc().what()},
+      {throwing(std::logic_error("odd")), "odd"}};
+  for (const auto& row : rows) {
+    Meeting meeting(2);
+    files.reading = [&](std::string_view path) {
+      if (path >= failing) {
+        // The last two, one on each thread.
+        meeting.attend();
+        row.first();
+      }
+    };
+    listener.told.clear();
+    static_cast<void>(read(2));
+    EXPECT_TRUE(meeting.tookPlace());
+    EXPECT_EQ(listener.told.at(61), "refused " + failing + ": " + row.second);
+    EXPECT_EQ(listener.told.at(62), "refused " + pathOf("99") + ": " + row.second);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Faults, FailingReads,
-    testing::Values(FaultCase{"ofThePlatform", throwing(posixError(EACCES)), "Permission denied"},
-                    FaultCase{"ofMemory", throwing(std::bad_alloc()), std::bad_alloc().what()},
-                    FaultCase{"ofAnotherKind", throwing(std::logic_error("odd")), "odd"}),
-    RowName());
 
 TEST_F(SharedReading, passesOnWhatIsNoException) {
   fillMirror();

@@ -1,43 +1,56 @@
 #include "json/DecodingError.h"
 #include "json/JSONReader.h"
 #include "resolution/WarpMarker.h"
-#include "tests/support/RowName.h"
-#include "tests/support/AnsweredDocuments.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/resolution/Listener.h"
 #include "tests/resolution/MirroredManifests.h"
 #include "tests/resolution/RecordingObserver.h"
+#include "tests/support/AnsweredDocuments.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <exception>
-#include <map>
 #include <new>
+#include <set>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace velmora {
 namespace {
 
+using enum ManifestVerdict;
 using Paths = std::vector<std::string>;
 
+const std::string markerOfA = "/a/.velmora-warped.json";
+
 /// A folder /a whose manifest is of the Warp "W".
-class Markers : public testing::Test {
- protected:
-  Markers() {
-    manifests = {mirroredManifestOf("/a", "W")};
+class MarkedFolder {
+ public:
+  explicit MarkedFolder(std::string_view warpID = "W")
+      : manifests{mirroredManifestOf("/a", warpID)} {
     fake.fileSystem.createDirectories("/a");
   }
 
   /// The folders of the confirmed manifests, in order.
-  Paths confirmed() {
+  Paths confirmedFolders() {
     Paths folders;
     for (const MirroredManifest& manifest : confirmedWarpManifests(
              manifests, recordedWarpRoot, fake.fileSystem, fake.paths, observer)) {
       folders.push_back(manifest.manifest.originalFolderPath.utf8());
     }
     return folders;
+  }
+
+  /// That on the only manifest, which is in the list exactly when it is confirmed.
+  ManifestVerdict verdict() {
+    const Paths folders = confirmedFolders();
+    const ManifestVerdict verdict = observer.verdicts.at(manifests.at(0).filePath.utf8());
+    EXPECT_EQ(folders, verdict == ManifestVerdict::confirmed ? Paths{"/a"} : Paths());
+    return verdict;
   }
 
   void recordTombstones(std::vector<VelmoraWarpSharedDestroyedManifestRecord> records) {
@@ -50,60 +63,71 @@ class Markers : public testing::Test {
   RecordingObserver observer;
 };
 
-TEST_F(Markers, confirmTheirManifests) {
-  mark(fake, "/a", "W");
-  EXPECT_EQ(confirmed(), Paths{"/a"});
-  EXPECT_EQ(observer.verdicts.at("/mirror/W.json"), ManifestVerdict::confirmed);
+class Markers : public MarkedFolder, public testing::Test {};
+
+TEST(MarkerContents, decideWhetherTheFolderIsWarped) {
+  struct Row {
+    const char* name;
+    const char* content;
+    ManifestVerdict verdict;
+  };
+  const Row rows[] = {{"plain", R"({"warpID":"W"})", confirmed},
+                      {"withOtherKeys", R"({"version":1,"warpID":"W","x":[1e999]})", confirmed},
+                      {"withByteOrderMark", "\xEF\xBB\xBF{\"warpID\":\"W\"}", confirmed},
+                      {"otherWarp", R"({"warpID":"X"})", markerOfAnotherWarp},
+                      {"otherLetterCase", R"({"warpID":"w"})", markerOfAnotherWarp},
+                      {"withBlank", R"({"warpID":"W "})", markerOfAnotherWarp},
+                      {"firstOfTwo", R"({"warpID":"X","warpID":"W"})", markerOfAnotherWarp},
+                      {"array", R"(["warpID","W"])", malformedMarker},
+                      {"emptyObject", "{}", malformedMarker},
+                      {"number", R"({"warpID":1})", malformedMarker},
+                      {"null", R"({"warpID":null})", malformedMarker},
+                      {"otherKey", R"({"warpid":"W"})", malformedMarker},
+                      {"emptyFile", "", malformedMarker},
+                      {"broken", R"({"warpID":"W",})", malformedMarker}};
+  for (const Row& row : rows) {
+    MarkedFolder folder;
+    folder.fake.fileSystem.files[markerOfA] = row.content;
+    EXPECT_EQ(folder.verdict(), row.verdict) << row.name;
+  }
+  // In the other normal form.
+  MarkedFolder folder("e\u0301");
+  mark(folder.fake, "/a", "\u00e9");
+  EXPECT_EQ(folder.verdict(), confirmed);
 }
 
-TEST_F(Markers, areMissingInRestoredFolders) {
-  EXPECT_TRUE(confirmed().empty());
-  EXPECT_EQ(observer.verdicts.at("/mirror/W.json"), ManifestVerdict::noMarker);
-}
-
-TEST_F(Markers, thatCannotBeReadConfirmNothing) {
-  fake.fileSystem.createDirectories("/a/.velmora-warped.json");
-  EXPECT_TRUE(confirmed().empty());
-  EXPECT_EQ(observer.verdicts.at("/mirror/W.json"), ManifestVerdict::unreadableMarker);
+TEST_F(Markers, confirmNothingWhereTheyCannotBeRead) {
+  fake.fileSystem.createDirectories(markerOfA);
+  EXPECT_EQ(verdict(), unreadableMarker);
   EXPECT_EQ(observer.markerErrors.at("/mirror/W.json"), "Is a directory");
 }
 
 TEST_F(Markers, areUnreadableOnlyWhereTheyAre) {
+  EXPECT_EQ(verdict(), noMarker);
   fake.fileSystem.readFailure = throwing(posixError(EIO));
-  EXPECT_TRUE(confirmed().empty());
-  EXPECT_EQ(observer.verdicts.at("/mirror/W.json"), ManifestVerdict::noMarker);
+  EXPECT_EQ(verdict(), noMarker);
   EXPECT_TRUE(observer.markerErrors.empty());
   mark(fake, "/a", "W");
-  EXPECT_TRUE(confirmed().empty());
-  EXPECT_EQ(observer.verdicts.at("/mirror/W.json"), ManifestVerdict::unreadableMarker);
+  EXPECT_EQ(verdict(), unreadableMarker);
   EXPECT_EQ(observer.markerErrors.at("/mirror/W.json"), "Input/output error");
 }
 
 TEST_F(Markers, areNotTakenForMissingWhenMemoryRunsOut) {
   mark(fake, "/a", "W");
   fake.fileSystem.readFailure = throwing(std::bad_alloc());
-  EXPECT_THROW(static_cast<void>(confirmed()), std::bad_alloc);
+  EXPECT_THROW(static_cast<void>(confirmedFolders()), std::bad_alloc);
 }
-
-/// Wants no more after the first verdict, and keeps it.
-class ThrowingObserver final : public ResolutionObserver {
- public:
-  std::vector<ManifestVerdict> verdicts;
-
-  void didJudgeManifest(const MirroredManifest&, ManifestVerdict verdict,
-                        const std::exception*) override {
-    verdicts.push_back(verdict);
-    throw std::runtime_error("enough");
-  }
-};
 
 TEST_F(Markers, getOneVerdictFromAnObserverThatThrows) {
   mark(fake, "/a", "W");
-  ThrowingObserver impatient;
+  Listener impatient;
+  // After the tombstones' line.
+  impatient.patience = 2;
   EXPECT_THROW(static_cast<void>(confirmedWarpManifests(manifests, recordedWarpRoot,
                                                         fake.fileSystem, fake.paths, impatient)),
                std::runtime_error);
-  EXPECT_EQ(impatient.verdicts, std::vector<ManifestVerdict>{ManifestVerdict::confirmed});
+  EXPECT_EQ(impatient.told.size(), 2);
+  EXPECT_EQ(impatient.verdicts, std::set{confirmed});
 }
 
 TEST_F(Markers, keepTheOrderOfTheManifests) {
@@ -112,91 +136,42 @@ TEST_F(Markers, keepTheOrderOfTheManifests) {
   mark(fake, "/a", "1");
   mark(fake, "/b", "other");
   mark(fake, "/c", "3");
-  EXPECT_EQ(confirmed(), (Paths{"/c", "/a"}));
+  EXPECT_EQ(confirmedFolders(), (Paths{"/c", "/a"}));
 }
 
 TEST_F(Markers, judgeEachManifestOfAFolderOnItsOwn) {
   manifests = {mirroredManifestOf("/a", "new"), mirroredManifestOf("/a", "old")};
   mark(fake, "/a", "old");
-  EXPECT_EQ(confirmed(), Paths{"/a"});
-  EXPECT_EQ(observer.verdicts.at("/mirror/new.json"), ManifestVerdict::markerOfAnotherWarp);
-  EXPECT_EQ(observer.verdicts.at("/mirror/old.json"), ManifestVerdict::confirmed);
+  EXPECT_EQ(confirmedFolders(), Paths{"/a"});
+  EXPECT_EQ(observer.verdicts.at("/mirror/new.json"), markerOfAnotherWarp);
+  EXPECT_EQ(observer.verdicts.at("/mirror/old.json"), confirmed);
 }
 
-struct MarkerCase {
-  const char* name;
-  std::string content;
-  ManifestVerdict verdict;
-};
-
-class MarkerContents : public Markers, public testing::WithParamInterface<MarkerCase> {};
-
-TEST_P(MarkerContents, decideWhetherTheFolderIsWarped) {
-  fake.fileSystem.files["/a/.velmora-warped.json"] = GetParam().content;
-  EXPECT_EQ(confirmed().empty(), GetParam().verdict != ManifestVerdict::confirmed);
-  EXPECT_EQ(observer.verdicts.at("/mirror/W.json"), GetParam().verdict);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, MarkerContents,
-    testing::Values(
-        MarkerCase{"plain", R"({"warpID":"W"})", ManifestVerdict::confirmed},
-        MarkerCase{"withOtherKeys", R"({"version":1,"warpID":"W","x":[1e999]})",
-                   ManifestVerdict::confirmed},
-        MarkerCase{"withByteOrderMark", "\xEF\xBB\xBF{\"warpID\":\"W\"}",
-                   ManifestVerdict::confirmed},
-        MarkerCase{"otherWarp", R"({"warpID":"X"})", ManifestVerdict::markerOfAnotherWarp},
-        MarkerCase{"otherLetterCase", R"({"warpID":"w"})", ManifestVerdict::markerOfAnotherWarp},
-        MarkerCase{"withBlank", R"({"warpID":"W "})", ManifestVerdict::markerOfAnotherWarp},
-        MarkerCase{"firstOfTwo", R"({"warpID":"X","warpID":"W"})",
-                   ManifestVerdict::markerOfAnotherWarp},
-        MarkerCase{"array", R"(["warpID","W"])", ManifestVerdict::malformedMarker},
-        MarkerCase{"emptyObject", "{}", ManifestVerdict::malformedMarker},
-        MarkerCase{"number", R"({"warpID":1})", ManifestVerdict::malformedMarker},
-        MarkerCase{"null", R"({"warpID":null})", ManifestVerdict::malformedMarker},
-        MarkerCase{"otherKey", R"({"warpid":"W"})", ManifestVerdict::malformedMarker},
-        MarkerCase{"emptyFile", "", ManifestVerdict::malformedMarker},
-        MarkerCase{"broken", R"({"warpID":"W",})", ManifestVerdict::malformedMarker}),
-    RowName());
-
-TEST_F(Markers, areComparedByCanonicalEquivalence) {
-  manifests = {mirroredManifestOf("/a", "e\u0301")};
-  mark(fake, "/a", "\u00e9");
-  EXPECT_EQ(confirmed(), Paths{"/a"});
-}
-
-TEST_F(Markers, doNotCountForDestroyedWarps) {
-  mark(fake, "/a", "W");
-  recordTombstones({tombstoneOf(manifestOf("/elsewhere", "W"))});
-  EXPECT_TRUE(confirmed().empty());
-  EXPECT_EQ(observer.verdicts.at("/mirror/W.json"), ManifestVerdict::destroyedByWarpID);
-  EXPECT_EQ(observer.tombstoneCounts, std::vector<std::size_t>{1});
-}
-
-TEST_F(Markers, doNotCountWhenOnlyTheManifestKeyIsDestroyed) {
-  mark(fake, "/a", "W");
-  VelmoraWarpSharedDestroyedManifestRecord tombstone = tombstoneOf(manifestOf("/a", "W"));
-  tombstone.warpID = "another";
-  recordTombstones({tombstone});
-  EXPECT_TRUE(confirmed().empty());
-  EXPECT_EQ(observer.verdicts.at("/mirror/W.json"), ManifestVerdict::destroyedByManifestKey);
-}
-
-TEST_F(Markers, countDespiteTombstonesOfOthers) {
-  mark(fake, "/a", "W");
-  VelmoraWarpSharedDestroyedManifestRecord swapped = tombstoneOf(manifestOf("/a", "other"));
-  swapped.warpID = manifests[0].manifest.manifestKey;
-  recordTombstones({swapped, tombstoneOf(manifestOf("/a", "w"))});
-  EXPECT_EQ(confirmed(), Paths{"/a"});
-}
-
-TEST_F(Markers, countDespiteATombstoneInOtherLetterCaseButNotInOtherNormalForm) {
-  manifests = {mirroredManifestOf("/a", "e\u0301")};
-  mark(fake, "/a", "e\u0301");
-  recordTombstones({tombstoneOf(manifestOf("/b", "\u00c9"))});
-  EXPECT_EQ(confirmed(), Paths{"/a"});
-  recordTombstones({tombstoneOf(manifestOf("/b", "\u00e9"))});
-  EXPECT_TRUE(confirmed().empty());
+TEST(Tombstones, takeTheFolderFromItsWarp) {
+  struct Row {
+    const char* warpID;
+    /// The Warps that they name, and those whose manifest keys they name.
+    std::vector<std::pair<std::string, std::string>> tombstones;
+    ManifestVerdict verdict;
+  };
+  const Row rows[] = {{"W", {{"W", "W"}}, destroyedByWarpID},
+                      {"W", {{"another", "W"}}, destroyedByManifestKey},
+                      {"W", {{"manifests/W.json", "other"}, {"w", "w"}}, confirmed},
+                      {"e\u0301", {{"\u00c9", "\u00c9"}}, confirmed},
+                      {"e\u0301", {{"\u00e9", "\u00e9"}}, destroyedByWarpID}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.warpID + (" but for " + row.tombstones[0].first));
+    MarkedFolder folder(row.warpID);
+    mark(folder.fake, "/a", row.warpID);
+    std::vector<VelmoraWarpSharedDestroyedManifestRecord> records;
+    for (const auto& [warpID, keyID] : row.tombstones) {
+      records.push_back(tombstoneOf(manifestOf("/elsewhere", keyID)));
+      records.back().warpID = warpID;
+    }
+    folder.recordTombstones(records);
+    EXPECT_EQ(folder.verdict(), row.verdict);
+    EXPECT_EQ(folder.observer.tombstoneCounts, std::vector<std::size_t>{records.size()});
+  }
 }
 
 TEST_F(Markers, countWhenTheTombstonesAreCorrupt) {
@@ -204,7 +179,7 @@ TEST_F(Markers, countWhenTheTombstonesAreCorrupt) {
   VelmoraWarpSharedDestroyedManifestRecord unsafe = tombstoneOf(manifestOf("/b", "x"));
   unsafe.manifestKey = "/unsafe";
   recordTombstones({tombstoneOf(manifestOf("/a", "W")), unsafe});
-  EXPECT_EQ(confirmed(), Paths{"/a"});
+  EXPECT_EQ(verdict(), confirmed);
   EXPECT_EQ(observer.tombstoneErrors, Paths{"The file isn\u2019t in the correct format."});
   EXPECT_TRUE(observer.tombstoneCounts.empty());
 }

@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <optional>
 #include <variant>
 #include <vector>
@@ -17,64 +16,46 @@ namespace velmora {
 /// An adapter is a request for the folders /a and /b. It has `ExtensionContext& context()`,
 /// `int endCount()`, and `std::optional<RequestError> error()`, the error it ended with.
 template <class Adapter>
-class ExtensionHostContract : public testing::Test {
- protected:
-  std::vector<std::shared_ptr<ItemProvider>> attachments() {
-    std::vector<std::shared_ptr<ItemProvider>> result;
-    for (const InputItem& item : adapter.context().inputItems()) {
-      const auto& list = std::get<ExtensionItem>(item).attachments.value();
-      result.insert(result.end(), list.begin(), list.end());
-    }
-    return result;
-  }
-
-  /// What the providers deliver, each answer in turn.
-  std::vector<FileURL> loadedURLs() {
-    std::vector<FileURL> urls;
-    for (const std::shared_ptr<ItemProvider>& provider : attachments()) {
-      provider->loadItem(fileURLTypeIdentifier,
-                         [&urls](const LoadedItem& item, const PlatformError* error) {
-                           EXPECT_EQ(error, nullptr);
-                           urls.push_back(fileURLFromLoadedItem(item).value());
-                         });
-    }
-    return urls;
-  }
-
-  Adapter adapter;
-};
+class ExtensionHostContract : public testing::Test {};
 
 TYPED_TEST_SUITE_P(ExtensionHostContract);
 
-TYPED_TEST_P(ExtensionHostContract, offersFileURLsAndNothingElse) {
-  for (const std::shared_ptr<ItemProvider>& provider : this->attachments()) {
-    EXPECT_TRUE(provider->hasItemConformingTo("public.file-url"));
-    EXPECT_FALSE(provider->hasItemConformingTo("public.image"));
+TYPED_TEST_P(ExtensionHostContract, deliversFileURLsInOrderEachItemOnceAtEveryCall) {
+  TypeParam adapter;
+  for (int call = 0; call < 2; ++call) {
+    std::vector<FileURL> urls;
+    for (const InputItem& item : adapter.context().inputItems()) {
+      for (const auto& provider : std::get<ExtensionItem>(item).attachments.value()) {
+        EXPECT_TRUE(provider->hasItemConformingTo("public.file-url"));
+        EXPECT_FALSE(provider->hasItemConformingTo("public.image"));
+        provider->loadItem(fileURLTypeIdentifier,
+                           [&urls](const LoadedItem& loaded, const PlatformError* error) {
+                             EXPECT_EQ(error, nullptr);
+                             urls.push_back(fileURLFromLoadedItem(loaded).value());
+                           });
+      }
+    }
+    EXPECT_EQ(urls, (std::vector<FileURL>{{"/a"}, {"/b"}}));
   }
 }
 
-TYPED_TEST_P(ExtensionHostContract, deliversTheSelectionInOrderEachItemOnceAtEveryCall) {
-  const std::vector<FileURL> selection = {{"/a"}, {"/b"}};
-  EXPECT_EQ(this->loadedURLs(), selection);
-  EXPECT_EQ(this->loadedURLs(), selection);
-}
-
 TYPED_TEST_P(ExtensionHostContract, endsWithoutAnErrorWhenCompleted) {
-  EXPECT_EQ(this->adapter.endCount(), 0);
-  this->adapter.context().completeRequest();
-  EXPECT_EQ(this->adapter.endCount(), 1);
-  EXPECT_EQ(this->adapter.error(), std::nullopt);
+  TypeParam adapter;
+  EXPECT_EQ(adapter.endCount(), 0);
+  adapter.context().completeRequest();
+  EXPECT_EQ(adapter.endCount(), 1);
+  EXPECT_EQ(adapter.error(), std::nullopt);
 }
 
 TYPED_TEST_P(ExtensionHostContract, endsWithTheErrorWhenCancelled) {
+  TypeParam adapter;
   const RequestError error = {.domain = "d", .code = 2, .localizedDescription = "text"};
-  this->adapter.context().cancelRequest(error);
-  EXPECT_EQ(this->adapter.endCount(), 1);
-  EXPECT_EQ(this->adapter.error(), error);
+  adapter.context().cancelRequest(error);
+  EXPECT_EQ(adapter.endCount(), 1);
+  EXPECT_EQ(adapter.error(), error);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(ExtensionHostContract, offersFileURLsAndNothingElse,
-                            deliversTheSelectionInOrderEachItemOnceAtEveryCall,
+REGISTER_TYPED_TEST_SUITE_P(ExtensionHostContract, deliversFileURLsInOrderEachItemOnceAtEveryCall,
                             endsWithoutAnErrorWhenCompleted, endsWithTheErrorWhenCancelled);
 
 }  // namespace velmora

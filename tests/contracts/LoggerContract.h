@@ -5,45 +5,33 @@
 
 #include <gtest/gtest.h>
 
-#include <concepts>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmora {
 
+/// An adapter has
+///   Logger& logger();
+///   std::vector<std::string> lines();
+///       the lines logged since the beginning, without what the log puts in front of them; called
+///       once, when all is logged
 template <class Adapter>
-concept LoggerAdapter = std::default_initializable<Adapter> && requires(Adapter& adapter) {
-  { adapter.logger() } -> std::convertible_to<Logger&>;
-  // The lines logged since the beginning, without what the log puts in front of them. Called once,
-  // when all is logged.
-  { adapter.lines() } -> std::same_as<std::vector<std::string>>;
-};
-
-template <class Adapter>
-class LoggerContract : public testing::Test {
-  static_assert(LoggerAdapter<Adapter>);
-
- protected:
-  Adapter adapter;
-};
+class LoggerContract : public testing::Test {};
 
 TYPED_TEST_SUITE_P(LoggerContract);
 
 TYPED_TEST_P(LoggerContract, writesLinesExactlyAndInOrder) {
+  TypeParam adapter;
   const std::vector<std::string> lines = {"plain", "", "100%25 %s %n %d %%", "復元 e\u0301",
                                           std::string(5000, 'x')};
   for (const std::string& line : lines) {
-    this->adapter.logger().log(line);
+    // No more than the view.
+    adapter.logger().log(std::string_view(line + "and what follows").substr(0, line.size()));
   }
-  EXPECT_EQ(this->adapter.lines(), lines);
+  EXPECT_EQ(adapter.lines(), lines);
 }
 
-TYPED_TEST_P(LoggerContract, writesNoMoreThanTheView) {
-  const std::string text = "line and what follows it";
-  this->adapter.logger().log(std::string_view(text).substr(0, 4));
-  EXPECT_EQ(this->adapter.lines(), std::vector<std::string>{"line"});
-}
-
-REGISTER_TYPED_TEST_SUITE_P(LoggerContract, writesLinesExactlyAndInOrder, writesNoMoreThanTheView);
+REGISTER_TYPED_TEST_SUITE_P(LoggerContract, writesLinesExactlyAndInOrder);
 
 }  // namespace velmora

@@ -22,12 +22,15 @@
 #include <cerrno>
 #include <chrono>
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -57,24 +60,21 @@ class FakeMainQueue final : public MainQueue {
 
   /// Runs tasks until none is left, those included that tasks add.
   void runAll() {
-    for (std::function<void()> task = next(); task; task = next()) {
+    for (;;) {
+      std::unique_lock guard(lock_);
+      if (tasks_.empty()) {
+        return;
+      }
+      const std::function<void()> task = std::move(tasks_.front());
+      tasks_.pop_front();
+      guard.unlock();
       task();
     }
   }
 
  private:
-  std::function<void()> next() {
-    const std::lock_guard guard(lock_);
-    if (tasks_.empty()) {
-      return nullptr;
-    }
-    std::function<void()> task = std::move(tasks_.front());
-    tasks_.erase(tasks_.begin());
-    return task;
-  }
-
   mutable std::mutex lock_;
-  std::vector<std::function<void()>> tasks_;
+  std::deque<std::function<void()>> tasks_;
 };
 
 class FakeFileContent final : public FileContent {

@@ -16,161 +16,137 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace velmora {
 namespace {
 
-class BundleAdapter {
- public:
-  const ExtensionBundle& bundle() const { return bundle_; }
-  void identifyAs(const std::optional<std::string>& identifier) {
-    bundle_.identifier = identifier.has_value() ? std::optional<Text>(*identifier) : std::nullopt;
-  }
-  void localize(std::string_view language, const std::map<std::string, std::string>& texts) {
-    bundle_.tables[std::string(language)].insert(texts.begin(), texts.end());
-  }
-  void localizeUnusably(std::string_view language) {
-    bundle_.tables[std::string(language)].clear();
-  }
+struct BundleAdapter {
+  FakeExtensionBundle fake;
 
- private:
-  FakeExtensionBundle bundle_;
+  const ExtensionBundle& bundle() const { return fake; }
+  void identifyAs(const std::string& identifier) { fake.identifier = identifier; }
+  void localize(const std::string& language, const FakeLocalizationFolder::Table& texts) {
+    fake.tables[language] = texts;
+  }
+  void localizeUnusably(const std::string& language) { fake.tables[language].clear(); }
 };
 
-class LoggerUnderTest {
- public:
-  Logger& logger() { return logger_; }
-  std::vector<std::string> lines() { return logger_.lines; }
+struct LoggerAdapter {
+  FakeLogger fake;
 
- private:
-  FakeLogger logger_;
+  Logger& logger() { return fake; }
+  std::vector<std::string> lines() { return fake.lines; }
 };
 
-class QueueAdapter {
- public:
-  MainQueue& queue() { return queue_; }
-  void runPending() { queue_.runAll(); }
+struct QueueAdapter {
+  FakeMainQueue fake;
 
- private:
-  FakeMainQueue queue_;
+  MainQueue& queue() { return fake; }
+  void runPending() { fake.runAll(); }
 };
 
-class CenterAdapter {
- public:
-  NotificationCenter& center() { return center_; }
-  std::vector<std::string> received(std::size_t) { return center_.posted; }
+struct CenterAdapter {
+  Journal journal;
+  FakeNotificationCenter fake{journal};
+
+  NotificationCenter& center() { return fake; }
+  std::vector<std::string> received(std::size_t) { return fake.posted; }
   /// Nothing the fake could lose.
   void breakDelivery() {}
-
- private:
-  Journal journal_;
-  FakeNotificationCenter center_{journal_};
 };
 
-class LanguagesAdapter {
- public:
-  const PreferredLanguages& languages() const { return languages_; }
-  void prefer(const std::vector<std::string>& tags) {
-    languages_.tags.assign(tags.begin(), tags.end());
-  }
+struct LanguagesAdapter {
+  FakePreferredLanguages fake;
 
- private:
-  FakePreferredLanguages languages_;
+  const PreferredLanguages& languages() const { return fake; }
+  void prefer(const std::vector<std::string>& tags) { fake.tags.assign(tags.begin(), tags.end()); }
 };
 
-class DefaultsAdapter {
- public:
-  const SharedDefaults& defaults() const { return defaults_; }
-  void store(std::string_view suite, std::string_view key, std::string_view value) {
-    defaults_.values[{std::string(suite), std::string(key)}] = value;
+struct DefaultsAdapter {
+  FakeSharedDefaults fake;
+
+  const SharedDefaults& defaults() const { return fake; }
+  void store(const std::string& suite, const std::string& key, const std::string& value) {
+    fake.values[{suite, key}] = value;
   }
   void makeUnusable(std::string_view suite) {
-    std::erase_if(defaults_.values,
-                  [&](const auto& stored) { return stored.first.first == suite; });
+    std::erase_if(fake.values, [&](const auto& stored) { return stored.first.first == suite; });
   }
-
- private:
-  FakeSharedDefaults defaults_;
 };
 
-class LocationsAdapter {
- public:
-  const SharedLocations& locations() const { return locations_; }
-  std::string joinGroup(std::string_view group) {
-    const std::string path = "/groups/" + std::string(group);
-    locations_.groupContainers[std::string(group)] = path;
-    return path;
+struct LocationsAdapter {
+  FakeSharedLocations fake;
+
+  const SharedLocations& locations() const { return fake; }
+  std::string joinGroup(const std::string& group) {
+    fake.groupContainers[group] = "/groups/" + group;
+    return "/groups/" + group;
   }
   std::vector<std::string> provideSupportDirectories() {
-    locations_.supportDirectories = {"/support/first", "/support/second"};
+    fake.supportDirectories = {"/support/first", "/support/second"};
     return {"/support/first", "/support/second"};
   }
-
- private:
-  FakeSharedLocations locations_;
 };
 
-class WorkspaceUnderTest {
- public:
-  WorkspaceUnderTest() {
-    workspace_.installedApplications = {{installedApplication(), "/one"},
-                                        {otherInstalledApplication(), "/other"}};
-  }
+struct WorkspaceAdapter {
+  Journal journal;
+  FakeWorkspace fake{journal};
 
-  Workspace& workspace() { return workspace_; }
-  static std::string installedApplication() { return "org.example.One"; }
-  static std::string otherInstalledApplication() { return "org.example.Other"; }
+  WorkspaceAdapter() { fake.installedApplications = {{"/one", "/one"}, {"/other", "/other"}}; }
+
+  Workspace& workspace() { return fake; }
+  static std::string installedApplication() { return "/one"; }
+  static std::string otherInstalledApplication() { return "/other"; }
   static Text emptyLocation() { return "/nothing"; }
   std::vector<std::string> opened(std::size_t) {
     std::vector<std::string> identifiers;
-    for (const auto& [location, configuration] : workspace_.opened) {
-      for (const auto& [identifier, installed] : workspace_.installedApplications) {
-        if (installed == location) {
-          identifiers.push_back(identifier);
-        }
+    for (const auto& [location, configuration] : fake.opened) {
+      if (fake.installedApplications.contains(location.utf8())) {
+        identifiers.push_back(location.utf8());
       }
     }
     return identifiers;
   }
-
- private:
-  Journal journal_;
-  FakeWorkspace workspace_{journal_};
 };
 
-class ClockAdapter {
- public:
-  const Clock& clock() const { return clock_; }
-  std::chrono::system_clock::time_point time() const { return clock_.time; }
+struct ClockAdapter {
+  FakeClock fake;
 
- private:
-  FakeClock clock_;
+  const Clock& clock() const { return fake; }
+  std::chrono::system_clock::time_point time() const { return fake.time; }
 };
 
-class HostAdapter {
- public:
-  ExtensionContext& context() { return *context_; }
-  int endCount() const { return context_->ends->count(); }
+struct HostAdapter {
+  std::shared_ptr<FakeExtensionContext> fake =
+      contextWith({answeringPath("/a"), answeringPath("/b")});
+
+  ExtensionContext& context() { return *fake; }
+  int endCount() const { return fake->ends->count(); }
   std::optional<RequestError> error() const {
-    const std::vector<RequestError>& errors = context_->ends->errors;
+    const std::vector<RequestError>& errors = fake->ends->errors;
     return errors.empty() ? std::nullopt : std::optional(errors.front());
   }
-
- private:
-  std::shared_ptr<FakeExtensionContext> context_ =
-      contextWith({answeringPath("/a"), answeringPath("/b")});
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, ClockContract, ClockAdapter);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, ExtensionHostContract, HostAdapter);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, IdentifierSourceContract, FakeIdentifierSource);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, ExtensionBundleContract, BundleAdapter);
-INSTANTIATE_TYPED_TEST_SUITE_P(Fake, LoggerContract, LoggerUnderTest);
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, LoggerContract, LoggerAdapter);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, MainQueueContract, QueueAdapter);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, NotificationCenterContract, CenterAdapter);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, PreferredLanguagesContract, LanguagesAdapter);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, SharedDefaultsContract, DefaultsAdapter);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, SharedLocationsContract, LocationsAdapter);
-INSTANTIATE_TYPED_TEST_SUITE_P(Fake, WorkspaceContract, WorkspaceUnderTest);
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, WorkspaceContract, WorkspaceAdapter);
 
 }  // namespace
 }  // namespace velmora

@@ -12,6 +12,8 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 /// Counts how it was ended, and allocates nothing in C++ for that.
 @interface CountingContext : NSExtensionContext {
@@ -128,7 +130,10 @@ class Request {
   }
   Request(const Request&) = delete;
   Request& operator=(const Request&) = delete;
-  ~Request() { [pool_ drain]; }
+  ~Request() {
+    _NSLog_printf_handler = handler_;
+    [pool_ drain];
+  }
 
   void serve() {
     [extension_ beginRequestWithExtensionContext:context_];
@@ -158,6 +163,7 @@ class Request {
     return [[[PlainItemProvider alloc] initWithURL:[NSURL fileURLWithPath:string]] autorelease];
   }
 
+  NSLog_printf_handler* handler_ = std::exchange(_NSLog_printf_handler, countLine);
   NSAutoreleasePool* pool_ = [[NSAutoreleasePool alloc] init];
   std::size_t earlierRequests_;
   CountingContext* context_ = [[[CountingContext alloc] init] autorelease];
@@ -168,15 +174,12 @@ class Request {
 
 TEST(FailingAllocations, endTheRequestOnceWithTheHandoffError) {
   HostSession host;
-  NSLog_printf_handler* const handler = _NSLog_printf_handler;
-  _NSLog_printf_handler = countLine;
   const long allocationCount = failEachAllocation(
       [&] { return Request(host); }, [](Request& request) { request.serve(); },
       [&](const Request& request, const Attempt& attempt) {
         EXPECT_FALSE(attempt.hasThrown);
         request.expectOneEnd(host);
       });
-  _NSLog_printf_handler = handler;
   EXPECT_GT(allocationCount, 20);
 }
 

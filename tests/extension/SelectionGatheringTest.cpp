@@ -109,6 +109,9 @@ TEST_F(LoadingFileURLs, givesThoseThatWereDeliveredUnlessMemoryRanOut) {
       {"no memory in a provider",
        {throwingProvider(throwing(std::bad_alloc())), answeringPath("/b")},
        std::nullopt},
+      {"no memory in a provider afterwards",
+       {throwingProvider(throwing(std::bad_alloc()), "/a")},
+       {{{"/a"}}}},
       {"no memory for an item", {answeringPath("/a"), answering(OutOfMemory())}, std::nullopt}};
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);

@@ -1,12 +1,14 @@
 #include "common/SelectedItems.h"
 #include "extension/SelectionGathering.h"
 #include "platform/PathStandardizer.h"
-#include "tests/support/RowName.h"
 #include "text/LexicalPath.h"
 
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -22,91 +24,55 @@ class StandardizerInHere final : public PathStandardizer {
 
 const StandardizerInHere standardizer;
 
-struct OperandCase {
-  const char* name;
-  std::string operand;
-  std::optional<FileURL> url;
-};
-
-class Operands : public testing::TestWithParam<OperandCase> {};
-
-TEST_P(Operands, areTakenAsThePathsAndURLsThatTheyAre) {
-  const auto providers = providersFromOperands({GetParam().operand}, standardizer);
-  ASSERT_EQ(providers.size(), 1U);
-  EXPECT_TRUE(providers[0]->hasItemConformingTo("public.file-url"));
-  EXPECT_FALSE(providers[0]->hasItemConformingTo("public.image"));
-  std::optional<FileURL> url;
-  int answerCount = 0;
-  providers[0]->loadItem("public.file-url",
-                         [&](const LoadedItem& item, const PlatformError* error) {
-                           ++answerCount;
-                           EXPECT_EQ(error, nullptr);
-                           url = fileURLFromLoadedItem(item);
-                         });
-  EXPECT_EQ(answerCount, 1);
-  EXPECT_EQ(url, GetParam().url);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    PathsAndURLs, Operands,
-    testing::Values(OperandCase{"absolute", "/a b", FileURL{"/a b"}},
-                    OperandCase{"percentIsAName", "/100%25 done", FileURL{"/100%25 done"}},
-                    OperandCase{"relative", "a/b", FileURL{"/here/a/b"}},
-                    OperandCase{"tildeIsAName", "~", FileURL{"/here/~"}},
-                    OperandCase{"colonInAName", "a:b", FileURL{"/here/a:b"}},
-                    OperandCase{"schemeLikeName", "mailto:x", FileURL{"/here/mailto:x"}},
-                    OperandCase{"slashesBehindNoScheme", "1a://b", FileURL{"/here/1a://b"}},
-                    OperandCase{"absoluteWithURLInside", "/x://y", FileURL{"/x://y"}},
-                    OperandCase{"fileURL", "file:///a%20b", FileURL{"/a b"}},
-                    OperandCase{"fileURLUpperCase", "FILE://LOCALHOST/a", FileURL{"/a"}},
-                    OperandCase{"fileURLShort", "file:/a?q#f", FileURL{"/a"}},
-                    OperandCase{"fileURLOfAnotherHost", "file://host/a", std::nullopt},
-                    OperandCase{"fileURLWithEncodedSlash", "file:///a%2Fb", std::nullopt},
-                    OperandCase{"fileURLWithEncodedNUL", "file:///a%00b", std::nullopt},
-                    OperandCase{"fileURLNotUTF8", "file:///%FF", std::nullopt},
-                    OperandCase{"web", "https://a/b", std::nullopt},
-                    OperandCase{"trash", "trash:///a", std::nullopt},
-                    OperandCase{"schemeCharacters", "a+b-c.1://x", std::nullopt},
-                    OperandCase{"empty", "", std::nullopt},
-                    OperandCase{"pathNotUTF8", "/a\xff", std::nullopt},
-                    OperandCase{"relativePathNotUTF8", "a\xff", std::nullopt}),
-    RowName());
-
-TEST(ManyOperands, keepTheirOrder) {
-  const auto providers = providersFromOperands({"/b", "/a"}, standardizer);
-  std::vector<LoadedItem> items;
-  for (const auto& provider : providers) {
-    provider->loadItem("public.file-url", [&](const LoadedItem& item, const PlatformError*) {
-      items.push_back(item);
+/// What the providers made of `operands` deliver, in order.
+std::vector<std::optional<FileURL>> urlsOf(const std::vector<std::string>& operands) {
+  std::vector<std::optional<FileURL>> urls;
+  for (const auto& provider : providersFromOperands(operands, standardizer)) {
+    EXPECT_TRUE(provider->hasItemConformingTo("public.file-url"));
+    EXPECT_FALSE(provider->hasItemConformingTo("public.image"));
+    provider->loadItem("public.file-url", [&](const LoadedItem& item, const PlatformError* error) {
+      EXPECT_EQ(error, nullptr);
+      urls.push_back(fileURLFromLoadedItem(item));
     });
   }
-  ASSERT_EQ(items.size(), 2U);
-  EXPECT_EQ(fileURLFromLoadedItem(items[0]), FileURL{"/b"});
-  EXPECT_EQ(fileURLFromLoadedItem(items[1]), FileURL{"/a"});
+  return urls;
 }
 
-struct SplitCase {
-  const char* name;
-  std::string bytes;
-  std::vector<std::string> parts;
-};
-
-class SplittingAtNUL : public testing::TestWithParam<SplitCase> {};
-
-TEST_P(SplittingAtNUL, endsEachPartWithOne) {
-  EXPECT_EQ(splitAtNUL(GetParam().bytes), GetParam().parts);
+TEST(Operands, areTakenAsThePathsAndURLsThatTheyAre) {
+  const std::pair<std::string, FileURL> rows[] = {
+      {"/a b", {"/a b"}},           {"/100%25 done", {"/100%25 done"}},
+      {"a/b", {"/here/a/b"}},       {"~", {"/here/~"}},
+      {"a:b", {"/here/a:b"}},       {"mailto:x", {"/here/mailto:x"}},
+      {"1a://b", {"/here/1a://b"}}, {"/x://y", {"/x://y"}},
+      {"file:///a%20b", {"/a b"}},  {"FILE://LOCALHOST/a", {"/a"}},
+      {"file:/a?q#f", {"/a"}},
+  };
+  for (const auto& [operand, url] : rows) {
+    EXPECT_EQ(urlsOf({operand}), std::vector{std::optional(url)}) << operand;
+  }
 }
 
-using std::string_literals::operator""s;
+TEST(Operands, areNothingWhereTheyNameNoFile) {
+  for (const char* operand : {"file://host/a", "file:///a%2Fb", "file:///a%00b", "file:///%FF",
+                              "https://a/b", "trash:///a", "a+b-c.1://x", "", "/a\xff", "a\xff"}) {
+    EXPECT_EQ(urlsOf({operand}), std::vector{std::optional<FileURL>()}) << operand;
+  }
+}
 
-INSTANTIATE_TEST_SUITE_P(Bytes, SplittingAtNUL,
-                         testing::Values(SplitCase{"nothing", "", {}},
-                                         SplitCase{"one", "a\0"s, {"a"}},
-                                         SplitCase{"withoutTheLastNUL", "a\0b"s, {"a", "b"}},
-                                         SplitCase{"emptyPart", "a\0\0b\0"s, {"a", "", "b"}},
-                                         SplitCase{"onlyNUL", "\0"s, {""}},
-                                         SplitCase{"newlines", "a\nb\0\n\0"s, {"a\nb", "\n"}}),
-                         RowName());
+TEST(Operands, keepTheirOrder) {
+  EXPECT_EQ(urlsOf({"/b", "/a"}), (std::vector<std::optional<FileURL>>{{{"/b"}}, {{"/a"}}}));
+}
+
+TEST(SplittingAtNUL, endsEachPartWithOne) {
+  using std::string_literals::operator""s;
+  using Parts = std::vector<std::string>;
+  EXPECT_EQ(splitAtNUL(""), Parts());
+  EXPECT_EQ(splitAtNUL("a\0"s), Parts{"a"});
+  EXPECT_EQ(splitAtNUL("a\0b"s), (Parts{"a", "b"}));
+  EXPECT_EQ(splitAtNUL("a\0\0b\0"s), (Parts{"a", "", "b"}));
+  EXPECT_EQ(splitAtNUL("\0"s), Parts{""});
+  EXPECT_EQ(splitAtNUL("a\nb\0\n\0"s), (Parts{"a\nb", "\n"}));
+}
 
 }  // namespace
 }  // namespace velmora

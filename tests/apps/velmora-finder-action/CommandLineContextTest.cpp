@@ -1,6 +1,6 @@
-#include "CommandLineContext.h"
 #include "platform/posix/PosixPathStandardizer.h"
 #include "tests/contracts/ExtensionHostContract.h"
+#include "velmora-finder-action/CommandLineContext.h"
 
 namespace velmora {
 namespace {

@@ -1,26 +1,21 @@
-#include "CommandLine.h"
-#include "tests/support/RowName.h"
+#include "velmora-finder-action/CommandLine.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
+#include <variant>
+#include <vector>
 
 namespace velmora {
 namespace {
 
 using Arguments = std::vector<std::string>;
 
-struct AcceptedCase {
-  const char* name;
-  Arguments arguments;
-  CommandLine commandLine;
-};
-
-class AcceptedCommandLine : public testing::TestWithParam<AcceptedCase> {};
-
-TEST_P(AcceptedCommandLine, isReadExactly) {
-  const auto parsed = parseCommandLine(GetParam().arguments);
+void expectReading(const Arguments& arguments, const CommandLine& expected) {
+  SCOPED_TRACE(testing::PrintToString(arguments));
+  const auto parsed = parseCommandLine(arguments);
   ASSERT_TRUE(std::holds_alternative<CommandLine>(parsed)) << std::get<UsageError>(parsed).message;
   const CommandLine& line = std::get<CommandLine>(parsed);
-  const CommandLine& expected = GetParam().commandLine;
   EXPECT_EQ(line.bundleIdentifier, expected.bundleIdentifier);
   EXPECT_EQ(line.isCheck, expected.isCheck);
   EXPECT_EQ(line.notifiesDesktop, expected.notifiesDesktop);
@@ -29,135 +24,89 @@ TEST_P(AcceptedCommandLine, isReadExactly) {
   EXPECT_EQ(line.operands, expected.operands);
 }
 
-CommandLine operands(Arguments items) {
-  CommandLine line;
-  line.operands = std::move(items);
-  return line;
+TEST(ActionOptions, areReadWhereverTheyStand) {
+  constexpr const char* restore = "io.tolvane.Velmora.FinderRestoreAction";
+  const struct {
+    Arguments arguments;
+    CommandLine commandLine;
+  } rows[] = {
+      {{"--restore", "a"}, {.bundleIdentifier = restore, .operands = {"a"}}},
+      {{"--bundle-identifier", "x.y", "a"}, {.bundleIdentifier = "x.y", .operands = {"a"}}},
+      {{"--bundle-identifier=x", "a"}, {.bundleIdentifier = "x", .operands = {"a"}}},
+      {{"--bundle-identifier=", "a"}, {.bundleIdentifier = "", .operands = {"a"}}},
+      {{"--bundle-identifier", "", "a"}, {.bundleIdentifier = "", .operands = {"a"}}},
+      {{"--check", "a"}, {.isCheck = true, .operands = {"a"}}},
+      {{"--no-notify", "a"}, {.notifiesDesktop = false, .operands = {"a"}}},
+      {{"--workers", "3", "a"}, {.workerCount = 3, .operands = {"a"}}},
+      {{"--workers=64", "a"}, {.workerCount = 64, .operands = {"a"}}},
+      {{"--files0-from=-"}, {.readsStandardInput = true}},
+      {{"--files0-from", "-"}, {.readsStandardInput = true}},
+      {{"a", "--check", "b"}, {.isCheck = true, .operands = {"a", "b"}}},
+  };
+  for (const auto& row : rows) {
+    expectReading(row.arguments, row.commandLine);
+  }
 }
 
-CommandLine identified(const char* identifier, Arguments items) {
-  CommandLine line = operands(std::move(items));
-  line.bundleIdentifier = identifier;
-  return line;
+TEST(ActionOperands, areTakenAsTheyStand) {
+  const Arguments operands = {"/b",  "/a",  "c d", "[a,b]", "{}",   "[]",   "\"a\"",
+                              "'b'", "c=d", "",    "-",     "\xff", "a\nb", " "};
+  expectReading(operands, {.operands = operands});
+  expectReading({"/a"}, {.operands = {"/a"}});
+  expectReading({""}, {.operands = {""}});
+  expectReading({"--", "--workers", "3"}, {.operands = {"--workers", "3"}});
+  expectReading({"--", "-dash", "--restore", "--"}, {.operands = {"-dash", "--restore", "--"}});
+  expectReading({"a", "--", "b"}, {.operands = {"a", "b"}});
 }
 
-constexpr const char* restoreIdentifier = "io.tolvane.Velmora.FinderRestoreAction";
-
-INSTANTIATE_TEST_SUITE_P(
-    CommandLines, AcceptedCommandLine,
-    testing::Values(
-        AcceptedCase{"oneOperand", {"/a"}, operands({"/a"})},
-        AcceptedCase{"operandsInOrder", {"/b", "/a", "c d"}, operands({"/b", "/a", "c d"})},
-        AcceptedCase{"restore", {"--restore", "a"}, identified(restoreIdentifier, {"a"})},
-        AcceptedCase{"identifier", {"--bundle-identifier", "x.y", "a"}, identified("x.y", {"a"})},
-        AcceptedCase{"identifierJoined", {"--bundle-identifier=x", "a"}, identified("x", {"a"})},
-        AcceptedCase{"emptyIdentifier", {"--bundle-identifier=", "a"}, identified("", {"a"})},
-        AcceptedCase{
-            "emptyIdentifierApart", {"--bundle-identifier", "", "a"}, identified("", {"a"})},
-        AcceptedCase{"check", {"--check", "a"}, {.isCheck = true, .operands = {"a"}}},
-        AcceptedCase{
-            "noNotify", {"--no-notify", "a"}, {.notifiesDesktop = false, .operands = {"a"}}},
-        AcceptedCase{"workers", {"--workers", "3", "a"}, {.workerCount = 3, .operands = {"a"}}},
-        AcceptedCase{
-            "workersJoined", {"--workers=64", "a"}, {.workerCount = 64, .operands = {"a"}}},
-        AcceptedCase{
-            "workersBehindTheSeparator", {"--", "--workers", "3"}, operands({"--workers", "3"})},
-        AcceptedCase{"standardInput", {"--files0-from=-"}, {.readsStandardInput = true}},
-        AcceptedCase{"standardInputApart", {"--files0-from", "-"}, {.readsStandardInput = true}},
-        AcceptedCase{"optionsBehindOperands",
-                     {"a", "--check", "b"},
-                     {.isCheck = true, .operands = {"a", "b"}}},
-        AcceptedCase{"separator",
-                     {"--", "-dash", "--restore", "--"},
-                     operands({"-dash", "--restore", "--"})},
-        AcceptedCase{"operandsAroundTheSeparator", {"a", "--", "b"}, operands({"a", "b"})},
-        AcceptedCase{"brackets", {"[a,b]", "{}", "[]"}, operands({"[a,b]", "{}", "[]"})},
-        AcceptedCase{"quotesAndEquals", {"\"a\"", "'b'", "c=d"}, operands({"\"a\"", "'b'", "c=d"})},
-        AcceptedCase{"emptyOperand", {""}, operands({""})},
-        AcceptedCase{"singleDash", {"-"}, operands({"-"})},
-        AcceptedCase{"notUTF8", {"\xff"}, operands({"\xff"})},
-        AcceptedCase{"newlineAndBlank", {"a\nb", " "}, operands({"a\nb", " "})}),
-    RowName());
-
-struct RefusedCase {
-  const char* name;
-  Arguments arguments;
-  const char* message;
-};
-
-class RefusedCommandLine : public testing::TestWithParam<RefusedCase> {};
-
-TEST_P(RefusedCommandLine, isAnsweredByOneLine) {
-  const auto parsed = parseCommandLine(GetParam().arguments);
-  ASSERT_TRUE(std::holds_alternative<UsageError>(parsed));
-  EXPECT_EQ(std::get<UsageError>(parsed).message, GetParam().message);
+TEST(WrongActionCommandLines, areAnsweredByOneLine) {
+  constexpr const char* noItem = "no item given; see velmora-finder-action --help";
+  const struct {
+    Arguments arguments;
+    std::string message;
+  } rows[] = {
+      {{}, noItem},
+      {{"--"}, noItem},
+      {{"--check"}, noItem},
+      {{"--bogus", "a"}, "unknown option: --bogus"},
+      {{"-x", "a"}, "unknown option: -x"},
+      {{"--chec", "a"}, "unknown option: --chec"},
+      {{"--un\nknown", "a"}, "unknown option: --un?known"},
+      {{"--restore", "--bundle-identifier", "x", "a"},
+       "--restore and --bundle-identifier exclude each other"},
+      {{"--restore", "--bundle-identifier=", "a"},
+       "--restore and --bundle-identifier exclude each other"},
+      {{"--bundle-identifier", "--restore", "a"}, "--bundle-identifier without an identifier"},
+      {{"--bundle-identifier", "x", "--bundle-identifier", "y", "a"},
+       "--bundle-identifier: At Most 1 required but received 2"},
+      {{"--bundle-identifier", "--", "a"}, "--bundle-identifier: 1 required ID missing"},
+      {{"--check=false", "a"}, "check was given a disallowed flag override"},
+      {{"--workers=65", "a"}, "--workers takes a number from 1 to 64, not 65"},
+      {{"--workers", "--check", "a"}, "--workers takes a number from 1 to 64, not --check"},
+      {{"--workers=", "3"}, "--workers without a number"},
+      {{"--workers", "", "3"}, "--workers without a number"},
+      {{"a", "--workers", "--", "3"}, "--workers: 1 required N missing"},
+      {{"--workers", "2", "--workers=2", "a"}, "--workers: At Most 1 required but received 2"},
+      {{"--files0-from=x"}, "--files0-from reads standard input only: --files0-from=-"},
+      {{"--files0-from=-", "a"}, "--files0-from=- and operands exclude each other"},
+      {{"--files0-from=-", "--", "a"}, "--files0-from=- and operands exclude each other"},
+  };
+  for (const auto& row : rows) {
+    const auto parsed = parseCommandLine(row.arguments);
+    const auto* const error = std::get_if<UsageError>(&parsed);
+    EXPECT_EQ(error != nullptr ? error->message : "no error", row.message)
+        << testing::PrintToString(row.arguments);
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    CommandLines, RefusedCommandLine,
-    testing::Values(
-        RefusedCase{"nothing", {}, "no item given; see velmora-finder-action --help"},
-        RefusedCase{"separatorOnly", {"--"}, "no item given; see velmora-finder-action --help"},
-        RefusedCase{"optionsOnly", {"--check"}, "no item given; see velmora-finder-action --help"},
-        RefusedCase{"unknownLong", {"--bogus", "a"}, "unknown option: --bogus"},
-        RefusedCase{"unknownShort", {"-x", "a"}, "unknown option: -x"},
-        RefusedCase{"abbreviated", {"--chec", "a"}, "unknown option: --chec"},
-        RefusedCase{"bothIdentities",
-                    {"--restore", "--bundle-identifier", "x", "a"},
-                    "--restore and --bundle-identifier exclude each other"},
-        RefusedCase{"bothIdentitiesOneEmpty",
-                    {"--restore", "--bundle-identifier=", "a"},
-                    "--restore and --bundle-identifier exclude each other"},
-        RefusedCase{"identifierSwallowsAnOption",
-                    {"--bundle-identifier", "--restore", "a"},
-                    "--bundle-identifier without an identifier"},
-        RefusedCase{"identifierTwice",
-                    {"--bundle-identifier", "x", "--bundle-identifier", "y", "a"},
-                    "--bundle-identifier: At Most 1 required but received 2"},
-        RefusedCase{"identifierMissing",
-                    {"--bundle-identifier", "--", "a"},
-                    "--bundle-identifier: 1 required ID missing"},
-        RefusedCase{
-            "flagWithValue", {"--check=false", "a"}, "check was given a disallowed flag override"},
-        RefusedCase{
-            "workersNone", {"--workers", "0", "a"}, "--workers takes a number from 1 to 64, not 0"},
-        RefusedCase{"workersTooMany",
-                    {"--workers=65", "a"},
-                    "--workers takes a number from 1 to 64, not 65"},
-        RefusedCase{"workersWithControls",
-                    {"--workers=1\n", "a"},
-                    "--workers takes a number from 1 to 64, not 1?"},
-        RefusedCase{"workersSwallowAnOption",
-                    {"--workers", "--check", "a"},
-                    "--workers takes a number from 1 to 64, not --check"},
-        RefusedCase{"workersEmpty", {"--workers=", "3"}, "--workers without a number"},
-        RefusedCase{"workersEmptyApart", {"--workers", "", "3"}, "--workers without a number"},
-        RefusedCase{
-            "workersMissing", {"a", "--workers", "--", "3"}, "--workers: 1 required N missing"},
-        RefusedCase{"workersTwice",
-                    {"--workers", "2", "--workers=2", "a"},
-                    "--workers: At Most 1 required but received 2"},
-        RefusedCase{"itemsFromAFile",
-                    {"--files0-from=x"},
-                    "--files0-from reads standard input only: --files0-from=-"},
-        RefusedCase{"itemsFromBoth",
-                    {"--files0-from=-", "a"},
-                    "--files0-from=- and operands exclude each other"},
-        RefusedCase{"itemsFromBothBehindTheSeparator",
-                    {"--files0-from=-", "--", "a"},
-                    "--files0-from=- and operands exclude each other"}),
-    RowName());
-
-TEST(RequestedTexts, areHelpAndVersion) {
-  const auto help = parseCommandLine({"--help"});
-  ASSERT_TRUE(std::holds_alternative<RequestedText>(help));
+TEST(RequestedActionTexts, areHelpAndVersion) {
+  const std::string help = std::get<RequestedText>(parseCommandLine({"--help"})).text;
   for (const char* option : {"--bundle-identifier", "--restore", "--check", "--no-notify",
                              "--workers", "--files0-from", "--help", "--version", "Exit status:"}) {
-    EXPECT_NE(std::get<RequestedText>(help).text.find(option), std::string::npos) << option;
+    EXPECT_NE(help.find(option), std::string::npos) << option;
   }
-  const auto version = parseCommandLine({"--version"});
-  ASSERT_TRUE(std::holds_alternative<RequestedText>(version));
-  EXPECT_TRUE(std::get<RequestedText>(version).text.starts_with("velmora-finder-action "));
+  const std::string version = std::get<RequestedText>(parseCommandLine({"--version"})).text;
+  EXPECT_TRUE(version.starts_with("velmora-finder-action ")) << version;
 }
 
 }  // namespace

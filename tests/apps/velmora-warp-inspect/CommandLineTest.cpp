@@ -1,201 +1,138 @@
-#include "CommandLine.h"
-#include "tests/support/RowName.h"
+#include "velmora-warp-inspect/CommandLine.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
+#include <variant>
+#include <vector>
 
 namespace velmora::inspect {
 namespace {
 
 using Arguments = std::vector<std::string>;
 
-struct AcceptedCase {
-  const char* name;
-  Arguments arguments;
-  CommandLine commandLine;
-};
-
-class AcceptedCommandLine : public testing::TestWithParam<AcceptedCase> {};
-
-TEST_P(AcceptedCommandLine, isReadExactly) {
-  const auto parsed = parseCommandLine(GetParam().arguments);
+void expectReading(const Arguments& arguments, const CommandLine& expected) {
+  SCOPED_TRACE(testing::PrintToString(arguments));
+  const auto parsed = parseCommandLine(arguments);
   ASSERT_TRUE(std::holds_alternative<CommandLine>(parsed)) << std::get<UsageError>(parsed).message;
-  EXPECT_EQ(std::get<CommandLine>(parsed), GetParam().commandLine);
+  EXPECT_EQ(std::get<CommandLine>(parsed), expected);
 }
 
-CommandLine checkOf(Arguments files) { return {.operands = std::move(files)}; }
-
-INSTANTIATE_TEST_SUITE_P(
-    CommandLines, AcceptedCommandLine,
-    testing::Values(
-        AcceptedCase{"check", {"check", "/a"}, checkOf({"/a"})},
-        AcceptedCase{"operandsInOrder", {"check", "b", "a", "c d"}, checkOf({"b", "a", "c d"})},
-        AcceptedCase{"json", {"check", "--json", "a"}, {.isJSON = true, .operands = {"a"}}},
-        AcceptedCase{"kindManifest",
-                     {"check", "--kind", "manifest", "a"},
-                     {.kind = FileKind::manifest, .operands = {"a"}}},
-        AcceptedCase{"kindJoined",
-                     {"check", "--kind=index", "a"},
-                     {.kind = FileKind::index, .operands = {"a"}}},
-        AcceptedCase{"kindBehindOperands",
-                     {"check", "a", "--kind", "marker"},
-                     {.kind = FileKind::marker, .operands = {"a"}}},
-        AcceptedCase{"standardInput", {"check", "--files0-from=-"}, {.readsStandardInput = true}},
-        AcceptedCase{
-            "standardInputApart", {"check", "--files0-from", "-"}, {.readsStandardInput = true}},
-        AcceptedCase{"separator",
-                     {"check", "--", "-dash", "--json", "--", "--kind"},
-                     checkOf({"-dash", "--json", "--", "--kind"})},
-        AcceptedCase{"operandsAroundTheSeparator", {"check", "a", "--", "b"}, checkOf({"a", "b"})},
-        AcceptedCase{"brackets", {"check", "[a,b]", "{}", "[]"}, checkOf({"[a,b]", "{}", "[]"})},
-        AcceptedCase{"parserMarks", {"check", "++", "%%", "+"}, checkOf({"++", "%%", "+"})},
-        AcceptedCase{"namesOfCommands", {"check", "list", "check"}, checkOf({"list", "check"})},
-        AcceptedCase{"quotesAndEquals", {"check", "\"a\"", "c=d"}, checkOf({"\"a\"", "c=d"})},
-        AcceptedCase{"emptyOperand", {"check", ""}, checkOf({""})},
-        AcceptedCase{"singleDash", {"check", "-"}, checkOf({"-"})},
-        AcceptedCase{"notUTF8", {"check", "\xff"}, checkOf({"\xff"})},
-        AcceptedCase{"newlineAndBlank", {"check", "a\nb", " "}, checkOf({"a\nb", " "})},
-        AcceptedCase{"list", {"list"}, {.command = Command::list}},
-        AcceptedCase{"listJSON", {"list", "--json"}, {.command = Command::list, .isJSON = true}},
-        AcceptedCase{"listSeparator", {"list", "--"}, {.command = Command::list}},
-        AcceptedCase{"explainWarp",
-                     {"explain", "--warp", "a"},
-                     {.command = Command::explain, .operands = {"a"}}},
-        AcceptedCase{
-            "explainRestore",
-            {"explain", "a", "--restore", "--json"},
-            {.command = Command::explain, .isJSON = true, .isRestore = true, .operands = {"a"}}},
-        AcceptedCase{"explainStandardInput",
-                     {"explain", "--warp", "--files0-from=-"},
-                     {.command = Command::explain, .readsStandardInput = true}},
-        AcceptedCase{"listWorkers",
-                     {"list", "--workers", "2"},
-                     {.command = Command::list, .workerCount = 2}},
-        AcceptedCase{"explainWorkers",
-                     {"explain", "--warp", "--workers=1", "3"},
-                     {.command = Command::explain, .workerCount = 1, .operands = {"3"}}},
-        AcceptedCase{"doctorWorkers",
-                     {"doctor", "--workers=64"},
-                     {.command = Command::doctor, .workerCount = 64}},
-        AcceptedCase{"doctor", {"doctor"}, {.command = Command::doctor}},
-        AcceptedCase{
-            "doctorJSON", {"doctor", "--json"}, {.command = Command::doctor, .isJSON = true}}),
-    RowName());
-
-struct RefusedCase {
-  const char* name;
-  Arguments arguments;
-  const char* message;
-};
-
-class RefusedCommandLine : public testing::TestWithParam<RefusedCase> {};
-
-TEST_P(RefusedCommandLine, isAnsweredByOneLine) {
-  const auto parsed = parseCommandLine(GetParam().arguments);
-  ASSERT_TRUE(std::holds_alternative<UsageError>(parsed));
-  EXPECT_EQ(std::get<UsageError>(parsed).message, GetParam().message);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    CommandLines, RefusedCommandLine,
-    testing::Values(
-        RefusedCase{"nothing", {}, "no command given; see velmora-warp-inspect --help"},
-        RefusedCase{
-            "separatorFirst", {"--", "check"}, "no command given; see velmora-warp-inspect --help"},
-        RefusedCase{"unknownCommand", {"chec", "a"}, "unknown command: chec"},
-        RefusedCase{"emptyCommand", {""}, "unknown command: "},
-        RefusedCase{"commandWithControls", {"a\x1b\n"}, "unknown command: a??"},
-        RefusedCase{"optionBeforeTheCommand", {"--json", "list"}, "unknown option: --json"},
-        RefusedCase{
-            "checkNothing", {"check"}, "no file given; see velmora-warp-inspect check --help"},
-        RefusedCase{"checkSeparatorOnly",
-                    {"check", "--"},
-                    "no file given; see velmora-warp-inspect check --help"},
-        RefusedCase{"explainNothing",
-                    {"explain", "--warp"},
-                    "no item given; see velmora-warp-inspect explain --help"},
-        RefusedCase{"unknownLong", {"check", "--bogus", "a"}, "unknown option: --bogus"},
-        RefusedCase{"unknownShort", {"check", "-x", "a"}, "unknown option: -x"},
-        RefusedCase{"abbreviated", {"check", "--jso", "a"}, "unknown option: --jso"},
-        RefusedCase{
-            "ofAnotherCommand", {"list", "--kind", "index"}, "unknown option: --kind=index"},
-        RefusedCase{"versionBehindTheCommand", {"list", "--version"}, "unknown option: --version"},
-        RefusedCase{"warpForCheck", {"check", "--warp", "a"}, "unknown option: --warp"},
-        RefusedCase{
-            "flagWithValue", {"list", "--json=false"}, "json was given a disallowed flag override"},
-        RefusedCase{"kindUnknown",
-                    {"check", "--kind", "Index", "a"},
-                    "--kind is manifest, index or marker, not Index"},
-        RefusedCase{"kindEmpty", {"check", "--kind=", "a"}, "--kind without a value"},
-        RefusedCase{"kindEmptyApart", {"check", "--kind", "", "a"}, "--kind without a value"},
-        RefusedCase{"kindMissing", {"check", "a", "--kind"}, "--kind without a value"},
-        RefusedCase{
-            "kindBeforeTheSeparator", {"check", "--kind", "--", "a"}, "--kind without a value"},
-        RefusedCase{
-            "kindSwallowsAnOption", {"check", "--kind", "--json", "a"}, "--kind without a value"},
-        RefusedCase{"kindTwice",
-                    {"check", "--kind", "index", "--kind=marker", "a"},
-                    "--kind: At Most 1 required but received 2"},
-        RefusedCase{"listWithOperand", {"list", "a"}, "list takes no operand: a"},
-        RefusedCase{"doctorWithOperand", {"doctor", "--", "-a"}, "doctor takes no operand: -a"},
-        RefusedCase{
-            "explainNeither", {"explain", "a"}, "explain takes one of --warp and --restore"},
-        RefusedCase{"explainBoth",
-                    {"explain", "--warp", "--restore", "a"},
-                    "explain takes one of --warp and --restore"},
-        RefusedCase{
-            "workersForCheck", {"check", "--workers=2", "a"}, "unknown option: --workers=2"},
-        RefusedCase{"workersNone",
-                    {"list", "--workers", "0"},
-                    "--workers takes a number from 1 to 64, not 0"},
-        RefusedCase{"workersOfAnotherKind",
-                    {"doctor", "--workers=all"},
-                    "--workers takes a number from 1 to 64, not all"},
-        RefusedCase{"workersMissing", {"list", "--workers", "--json"}, "--workers without a value"},
-        RefusedCase{"itemsFromAFile",
-                    {"check", "--files0-from=x"},
-                    "--files0-from reads standard input only: --files0-from=-"},
-        RefusedCase{
-            "itemsFromNowhere", {"check", "--files0-from="}, "--files0-from without a value"},
-        RefusedCase{"itemsFromBoth",
-                    {"check", "--files0-from=-", "--", "a"},
-                    "--files0-from=- and operands exclude each other"}),
-    RowName());
-
-struct HelpCase {
-  const char* name;
-  Arguments arguments;
-  Arguments pieces;
-};
-
-class Help : public testing::TestWithParam<HelpCase> {};
-
-TEST_P(Help, namesWhatThereIs) {
-  const auto parsed = parseCommandLine(GetParam().arguments);
-  ASSERT_TRUE(std::holds_alternative<RequestedText>(parsed));
-  for (const std::string& piece : GetParam().pieces) {
-    EXPECT_NE(std::get<RequestedText>(parsed).text.find(piece), std::string::npos) << piece;
+TEST(InspectCommands, areReadWithTheirOptions) {
+  using enum Command;
+  const struct {
+    Arguments arguments;
+    CommandLine commandLine;
+  } rows[] = {
+      {{"check", "--json", "a"}, {.isJSON = true, .operands = {"a"}}},
+      {{"check", "--kind", "manifest", "a"}, {.kind = FileKind::manifest, .operands = {"a"}}},
+      {{"check", "--kind=index", "a"}, {.kind = FileKind::index, .operands = {"a"}}},
+      {{"check", "a", "--kind", "marker"}, {.kind = FileKind::marker, .operands = {"a"}}},
+      {{"check", "--files0-from=-"}, {.readsStandardInput = true}},
+      {{"check", "--files0-from", "-"}, {.readsStandardInput = true}},
+      {{"list"}, {.command = list}},
+      {{"list", "--json"}, {.command = list, .isJSON = true}},
+      {{"list", "--"}, {.command = list}},
+      {{"explain", "--warp", "a"}, {.command = explain, .operands = {"a"}}},
+      {{"explain", "a", "--restore", "--json"},
+       {.command = explain, .isJSON = true, .isRestore = true, .operands = {"a"}}},
+      {{"explain", "--warp", "--files0-from=-"}, {.command = explain, .readsStandardInput = true}},
+      {{"list", "--workers", "2"}, {.command = list, .workerCount = 2}},
+      {{"explain", "--warp", "--workers=1", "3"},
+       {.command = explain, .workerCount = 1, .operands = {"3"}}},
+      {{"doctor", "--workers=64"}, {.command = doctor, .workerCount = 64}},
+      {{"doctor"}, {.command = doctor}},
+      {{"doctor", "--json"}, {.command = doctor, .isJSON = true}},
+  };
+  for (const auto& row : rows) {
+    expectReading(row.arguments, row.commandLine);
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Helps, Help,
-    testing::Values(
-        HelpCase{"program", {"--help"}, {"check", "list", "explain", "doctor", "--version"}},
-        HelpCase{"check",
-                 {"check", "--help"},
-                 {"check [OPTIONS] [--] FILE...", "--kind", "--json", "--files0-from", "  64  "}},
-        HelpCase{
-            "list", {"list", "--help"}, {"list [OPTIONS]", "--json", "--workers", "Exit status:"}},
-        HelpCase{"explain",
-                 {"explain", "a", "--help"},
-                 {"(--warp|--restore)", "--files0-from", "Exit status:"}},
-        HelpCase{"doctor", {"doctor", "--help"}, {"doctor [OPTIONS]", "--json", "Exit status:"}}),
-    RowName());
+TEST(InspectOperands, areTakenAsTheyStand) {
+  const Arguments operands = {"/b",   "a",     "c d",   "[a,b]", "{}", "[]", "++",   "%%",   "+",
+                              "list", "check", "\"a\"", "c=d",   "",   "-",  "\xff", "a\nb", " "};
+  Arguments arguments = {"check"};
+  arguments.insert(arguments.end(), operands.begin(), operands.end());
+  expectReading(arguments, {.operands = operands});
+  expectReading({"check", "/a"}, {.operands = {"/a"}});
+  expectReading({"check", ""}, {.operands = {""}});
+  expectReading({"check", "--", "-dash", "--json", "--", "--kind"},
+                {.operands = {"-dash", "--json", "--", "--kind"}});
+  expectReading({"check", "a", "--", "b"}, {.operands = {"a", "b"}});
+}
 
-TEST(Version, isOfThisProgram) {
-  const auto version = parseCommandLine({"--version"});
-  ASSERT_TRUE(std::holds_alternative<RequestedText>(version));
-  EXPECT_TRUE(std::get<RequestedText>(version).text.starts_with("velmora-warp-inspect "));
+TEST(WrongInspectCommandLines, areAnsweredByOneLine) {
+  constexpr const char* noCommand = "no command given; see velmora-warp-inspect --help";
+  constexpr const char* noFile = "no file given; see velmora-warp-inspect check --help";
+  const struct {
+    Arguments arguments;
+    std::string message;
+  } rows[] = {
+      {{}, noCommand},
+      {{"--", "check"}, noCommand},
+      {{"chec", "a"}, "unknown command: chec"},
+      {{""}, "unknown command: "},
+      {{"a\x1b\n"}, "unknown command: a??"},
+      {{"--json", "list"}, "unknown option: --json"},
+      {{"check"}, noFile},
+      {{"check", "--"}, noFile},
+      {{"explain", "--warp"}, "no item given; see velmora-warp-inspect explain --help"},
+      {{"check", "--bogus", "a"}, "unknown option: --bogus"},
+      {{"check", "-x", "a"}, "unknown option: -x"},
+      {{"check", "--jso", "a"}, "unknown option: --jso"},
+      {{"list", "--kind", "index"}, "unknown option: --kind=index"},
+      {{"list", "--version"}, "unknown option: --version"},
+      {{"check", "--warp", "a"}, "unknown option: --warp"},
+      {{"list", "--json=false"}, "json was given a disallowed flag override"},
+      {{"check", "--kind", "Index", "a"}, "--kind is manifest, index or marker, not Index"},
+      {{"check", "--kind=", "a"}, "--kind without a value"},
+      {{"check", "--kind", "", "a"}, "--kind without a value"},
+      {{"check", "a", "--kind"}, "--kind without a value"},
+      {{"check", "--kind", "--", "a"}, "--kind without a value"},
+      {{"check", "--kind", "--json", "a"}, "--kind without a value"},
+      {{"check", "--kind", "index", "--kind=marker", "a"},
+       "--kind: At Most 1 required but received 2"},
+      {{"list", "a"}, "list takes no operand: a"},
+      {{"doctor", "--", "-a"}, "doctor takes no operand: -a"},
+      {{"explain", "a"}, "explain takes one of --warp and --restore"},
+      {{"explain", "--warp", "--restore", "a"}, "explain takes one of --warp and --restore"},
+      {{"check", "--workers=2", "a"}, "unknown option: --workers=2"},
+      {{"doctor", "--workers=all"}, "--workers takes a number from 1 to 64, not all"},
+      {{"list", "--workers", "--json"}, "--workers without a value"},
+      {{"check", "--files0-from=x"}, "--files0-from reads standard input only: --files0-from=-"},
+      {{"check", "--files0-from="}, "--files0-from without a value"},
+      {{"check", "--files0-from=-", "--", "a"}, "--files0-from=- and operands exclude each other"},
+  };
+  for (const auto& row : rows) {
+    const auto parsed = parseCommandLine(row.arguments);
+    const auto* const error = std::get_if<UsageError>(&parsed);
+    EXPECT_EQ(error != nullptr ? error->message : "no error", row.message)
+        << testing::PrintToString(row.arguments);
+  }
+}
+
+TEST(RequestedInspectTexts, areHelpAndVersion) {
+  const struct {
+    Arguments arguments;
+    Arguments pieces;
+  } rows[] = {
+      {{"--help"}, {"check", "list", "explain", "doctor", "--version"}},
+      {{"check", "--help"},
+       {"check [OPTIONS] [--] FILE...", "--kind", "--json", "--files0-from", "  64  "}},
+      {{"list", "--help"}, {"list [OPTIONS]", "--json", "--workers", "Exit status:"}},
+      {{"explain", "a", "--help"}, {"(--warp|--restore)", "--files0-from", "Exit status:"}},
+      {{"doctor", "--help"}, {"doctor [OPTIONS]", "--json", "Exit status:"}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::PrintToString(row.arguments));
+    const std::string text = std::get<RequestedText>(parseCommandLine(row.arguments)).text;
+    for (const std::string& piece : row.pieces) {
+      EXPECT_NE(text.find(piece), std::string::npos) << piece;
+    }
+  }
+  const std::string version = std::get<RequestedText>(parseCommandLine({"--version"})).text;
+  EXPECT_TRUE(version.starts_with("velmora-warp-inspect ")) << version;
 }
 
 }  // namespace

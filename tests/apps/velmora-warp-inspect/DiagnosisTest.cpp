@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <string>
+#include <vector>
+
 namespace velmora::inspect {
 namespace {
 
@@ -19,6 +23,18 @@ class DiagnosisTest : public testing::Test {
                            asked = directory;
                            return isWritable;
                          }});
+  }
+
+  /// That the answer for people and the one for programs hold these pieces.
+  void expectPieces(const Names& textPieces, const Names& jsonPieces) {
+    const std::string text = toText(look(), Style(false));
+    for (const std::string& piece : textPieces) {
+      EXPECT_NE(text.find(piece), std::string::npos) << piece << "\n" << text;
+    }
+    const std::string json = toJSON(look());
+    for (const std::string& piece : jsonPieces) {
+      EXPECT_NE(json.find(piece), std::string::npos) << piece << "\n" << json;
+    }
   }
 
   FakePlatform fake;
@@ -73,71 +89,53 @@ TEST_F(DiagnosisTest, whatTheActionsGetAlongWithIsANote) {
   fake.fileSystem.files["/data/Velmora/Warp/destroyed-manifest-index.json"] = "[]";
   fake.defaults.values[{"group.io.tolvane.Velmora", "VelmoraSelectedLanguage.v1"}] = "es";
   isBusReachable = false;
-  const Diagnosis diagnosis = look();
-  EXPECT_EQ(diagnosis.obstacles(), Names());
-  EXPECT_EQ(diagnosis.notes(),
+  EXPECT_EQ(look().obstacles(), Names());
+  EXPECT_EQ(look().notes(),
             (Names{"indexUnusable", "invalidManifests", "busUnreachable", "applicationNotFound"}));
-  const std::string text = toText(diagnosis, Style(false));
-  for (const char* line :
-       {"ok       root         /data/Velmora/Warp\n",
-        "                      the application has made no group container\n",
-        "note     mirror       ", "1 file: 0 valid, 1 refused; 0 confirmed\n",
-        "note     index        ", "ok       handoff      ", "does not exist yet; can be made\n",
-        "ok       language     es, chosen in the application\n", "note     session bus  not ",
-        "note     application  not found", "Nothing stands in the way of an action.\n"}) {
-    EXPECT_NE(text.find(line), std::string::npos) << line;
-  }
-  const std::string json = toJSON(diagnosis);
-  for (const char* piece :
-       {R"("source":"fallback")", R"("exists":true,"error":{"kind":"typeMismatch")",
-        R"("exists":false,"writable":true,"requests":0)", R"("choice":"es","preferred":[])",
-        R"("bus":{"reachable":false},"application":{"found":false}})"}) {
-    EXPECT_NE(json.find(piece), std::string::npos) << piece;
-  }
+  expectPieces(
+      {"ok       root         /data/Velmora/Warp\n",
+       "                      the application has made no group container\n",
+       "note     mirror       ", "1 file: 0 valid, 1 refused; 0 confirmed\n",
+       "note     index        ", "ok       handoff      ", "does not exist yet; can be made\n",
+       "ok       language     es, chosen in the application\n", "note     session bus  not ",
+       "note     application  not found", "Nothing stands in the way of an action.\n"},
+      {R"("source":"fallback")", R"("exists":true,"error":{"kind":"typeMismatch")",
+       R"("exists":false,"writable":true,"requests":0)", R"("choice":"es","preferred":[])",
+       R"("bus":{"reachable":false},"application":{"found":false}})"});
 }
 
 TEST_F(DiagnosisTest, missingRootIsAnObstacle) {
-  const Diagnosis diagnosis = look();
-  EXPECT_EQ(diagnosis.obstacles(), Names{"noRoot"});
-  EXPECT_TRUE(toJSON(diagnosis).starts_with(R"({"ready":false,"obstacles":["noRoot"],"notes":)"));
-  EXPECT_NE(toJSON(diagnosis).find(R"("root":{"path":null,"error":{"kind":"unreadable")"),
-            std::string::npos);
-  EXPECT_EQ(toJSON(diagnosis).find(R"("mirror")"), std::string::npos);
-  EXPECT_TRUE(toText(diagnosis, Style(false))
-                  .starts_with("problem  root         there is no place for it\n"));
+  EXPECT_EQ(look().obstacles(), Names{"noRoot"});
+  EXPECT_TRUE(toJSON(look()).starts_with(R"({"ready":false,"obstacles":["noRoot"],"notes":)"));
+  EXPECT_TRUE(
+      toText(look(), Style(false)).starts_with("problem  root         there is no place for it\n"));
+  expectPieces({}, {R"("root":{"path":null,"error":{"kind":"unreadable)"});
+  EXPECT_EQ(toJSON(look()).find(R"("mirror")"), std::string::npos);
 }
 
 TEST_F(DiagnosisTest, mirrorThatCannotBeListedIsAnObstacle) {
   prepareMirror(fake);
   fake.fileSystem.entryNamesFailure = throwing(posixError(EACCES));
-  const Diagnosis diagnosis = look();
-  EXPECT_EQ(diagnosis.obstacles(), Names{"mirrorUnreadable"});
-  EXPECT_NE(toJSON(diagnosis).find(
-                R"("exists":true,"error":{"kind":"unreadable","message":"Permission denied"}})"),
-            std::string::npos);
-  EXPECT_NE(toText(diagnosis, Style(false)).find("problem  mirror       /C/Warp/ManifestMirror\n"),
-            std::string::npos);
+  EXPECT_EQ(look().obstacles(), Names{"mirrorUnreadable"});
+  expectPieces({"problem  mirror       /C/Warp/ManifestMirror\n"},
+               {R"("exists":true,"error":{"kind":"unreadable","message":"Permission denied"}})"});
 }
 
 TEST_F(DiagnosisTest, handoffThatCannotBeWrittenToIsAnObstacle) {
   prepareMirror(fake);
   isWritable = false;
   EXPECT_EQ(look().obstacles(), Names{"handoffNotWritable"});
-  EXPECT_NE(toText(look(), Style(false)).find("cannot be made\n"), std::string::npos);
+  expectPieces({"problem  handoff      ", "cannot be made\n"}, {});
   fake.fileSystem.createDirectories("/C/Warp/FinderHandoff");
-  EXPECT_NE(toText(look(), Style(false)).find("requests cannot be left there\n"),
-            std::string::npos);
-  EXPECT_NE(toText(look(), Style(false)).find("The actions cannot work as they should.\n"),
-            std::string::npos);
+  expectPieces({"requests cannot be left there\n", "The actions cannot work as they should.\n"},
+               {R"({"ready":false,"obstacles":["handoffNotWritable"])"});
 }
 
 TEST_F(DiagnosisTest, missingMirrorAndIndexAreSound) {
   fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
-  const Diagnosis diagnosis = look();
-  EXPECT_EQ(diagnosis.obstacles(), Names());
-  EXPECT_NE(toJSON(diagnosis).find(R"("exists":false,"files":0,"valid":0,)"), std::string::npos);
-  EXPECT_NE(toText(diagnosis, Style(false)).find("does not exist: no folder is warped\n"),
-            std::string::npos);
+  EXPECT_EQ(look().obstacles(), Names());
+  expectPieces({"does not exist: no folder is warped\n"},
+               {R"("exists":false,"files":0,"valid":0,)"});
 }
 
 TEST_F(DiagnosisTest, containerByTheEnvironmentIsTold) {

@@ -6,34 +6,27 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace velmora::inspect {
 namespace {
 
-TEST(DirectoriesForNewFiles, mayExistOrNotYet) {
-  const ScratchDirectory scratch;
-  EXPECT_TRUE(canHoldNewFiles(scratch.path()));
-  EXPECT_TRUE(canHoldNewFiles(scratch.path("a")));
-  EXPECT_TRUE(canHoldNewFiles(scratch.path("a/b/c")));
-  EXPECT_EQ(scratch.names(), std::vector<std::string>());
-}
-
-TEST(DirectoriesForNewFiles, areNoFilesAndLieBelowNone) {
+TEST(DirectoriesForNewFiles, mayExistOrNotYetBehindNoFile) {
   const ScratchDirectory scratch;
   scratch.write("file", "");
-  EXPECT_FALSE(canHoldNewFiles(scratch.path("file")));
-  EXPECT_FALSE(canHoldNewFiles(scratch.path("file/a")));
-}
-
-TEST(DirectoriesForNewFiles, mayBeReachedByLinksThatLeadSomewhere) {
-  const ScratchDirectory scratch;
   std::filesystem::create_directory(scratch.path("directory"));
   std::filesystem::create_symlink("directory", scratch.path("link"));
   std::filesystem::create_symlink("missing", scratch.path("broken"));
-  EXPECT_TRUE(canHoldNewFiles(scratch.path("link")));
-  EXPECT_TRUE(canHoldNewFiles(scratch.path("link/a")));
-  EXPECT_FALSE(canHoldNewFiles(scratch.path("broken")));
-  EXPECT_FALSE(canHoldNewFiles(scratch.path("broken/a")));
+  const std::vector<std::string> names = scratch.names();
+  for (const char* path : {"", "directory", "a", "a/b/c", "link", "link/a"}) {
+    EXPECT_TRUE(canHoldNewFiles(scratch.path(path))) << path;
+  }
+  for (const char* path : {"file", "file/a", "broken", "broken/a"}) {
+    EXPECT_FALSE(canHoldNewFiles(scratch.path(path))) << path;
+  }
+  EXPECT_EQ(scratch.names(), names);
 }
 
 /// For a user whom permissions hold back, in a process of its own.
@@ -49,14 +42,16 @@ TEST(DirectoriesForNewFiles, areTheUsersToWriteTo) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   const ScratchDirectory scratch;
   std::filesystem::permissions(scratch.path(), std::filesystem::perms(0755));
-  std::filesystem::create_directory(scratch.path("locked"));
-  std::filesystem::permissions(scratch.path("locked"), std::filesystem::perms(0555));
-  std::filesystem::create_directory(scratch.path("open"));
-  std::filesystem::permissions(scratch.path("open"), std::filesystem::perms(0777));
-  EXPECT_EXIT(::_exit(answerOfNobody(scratch.path("locked"))), testing::ExitedWithCode(0), "");
-  EXPECT_EXIT(::_exit(answerOfNobody(scratch.path("locked/a"))), testing::ExitedWithCode(0), "");
-  EXPECT_EXIT(::_exit(answerOfNobody(scratch.path("open"))), testing::ExitedWithCode(1), "");
-  EXPECT_EXIT(::_exit(answerOfNobody(scratch.path("open/a"))), testing::ExitedWithCode(1), "");
+  for (const auto& [name, mode] : {std::pair("locked", 0555), std::pair("open", 0777)}) {
+    std::filesystem::create_directory(scratch.path(name));
+    std::filesystem::permissions(scratch.path(name), std::filesystem::perms(mode));
+  }
+  const std::pair<const char*, int> rows[] = {
+      {"locked", 0}, {"locked/a", 0}, {"open", 1}, {"open/a", 1}};
+  for (const auto& [path, answer] : rows) {
+    SCOPED_TRACE(path);
+    EXPECT_EXIT(::_exit(answerOfNobody(scratch.path(path))), testing::ExitedWithCode(answer), "");
+  }
 }
 
 }  // namespace

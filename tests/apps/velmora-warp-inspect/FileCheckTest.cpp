@@ -1,11 +1,14 @@
 #include "FileCheck.h"
-#include "tests/support/RowName.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/WarpRecords.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
 
 namespace velmora::inspect {
 namespace {
@@ -26,41 +29,35 @@ class FileCheckTest : public testing::Test {
   FileChecker checker{fake.fileSystem};
 };
 
-TEST_F(FileCheckTest, manifestIsSummarised) {
+TEST_F(FileCheckTest, validFilesAreSummarised) {
   VelmoraWarpSharedManifest manifest = manifestOf("/folder", "W1");
   manifest.entries.append(entryOf("/folder/a"));
   manifest.entries.append(entryOf("/folder/b"));
   manifest.verificationSampleRelativePaths = {"/folder/a"};
-  const CheckedFile checked = check(encodeManifest(manifest));
-  EXPECT_TRUE(checked.isValid());
-  EXPECT_EQ(toJSON(checked),
-            R"({"file":"/f.json","kind":"manifest","valid":true,"manifest":{"warpID":"W1",)"
-            R"("manifestKey":"manifests/W1.json","originalFolderPath":"/folder",)"
-            R"("createdAt":"2001-01-01T00:00:00Z","status":"verified","entries":2,"samples":1}})");
-  EXPECT_EQ(toText(checked, Style(false)),
-            "valid    manifest  /f.json\n"
-            "         2001-01-01T00:00:00Z  /folder\n"
-            "         Warp W1, verified, 2 entries, 1 sample, key manifests/W1.json\n");
-}
-
-TEST_F(FileCheckTest, indexIsCounted) {
-  const CheckedFile checked = check(indexJSON({tombstoneOf(manifestOf("/folder", "W1"))}),
-                                    std::nullopt, "/destroyed-manifest-index.json");
-  EXPECT_EQ(toJSON(checked),
-            R"({"file":"/destroyed-manifest-index.json","kind":"index","valid":true,)"
-            R"("index":{"records":1}})");
-  EXPECT_EQ(toText(checked, Style(false)),
-            "valid    index     /destroyed-manifest-index.json\n"
-            "         1 record\n");
-}
-
-TEST_F(FileCheckTest, markerNamesItsWarp) {
-  const CheckedFile checked = check(markerJSON("W\n1"), std::nullopt, "/a/.velmora-warped.json");
-  EXPECT_EQ(toJSON(checked), R"({"file":"/a/.velmora-warped.json","kind":"marker","valid":true,)"
-                             R"("marker":{"warpID":"W\n1"}})");
-  EXPECT_EQ(toText(checked, Style(false)),
-            "valid    marker    /a/.velmora-warped.json\n"
-            "         Warp W\\n1\n");
+  const struct {
+    std::string file;
+    std::string bytes;
+    std::string json;
+    std::string text;
+  } rows[] = {
+      {"/f.json", encodeManifest(manifest),
+       R"("kind":"manifest","valid":true,"manifest":{"warpID":"W1",)"
+       R"("manifestKey":"manifests/W1.json","originalFolderPath":"/folder",)"
+       R"("createdAt":"2001-01-01T00:00:00Z","status":"verified","entries":2,"samples":1}})",
+       "valid    manifest  /f.json\n         2001-01-01T00:00:00Z  /folder\n"
+       "         Warp W1, verified, 2 entries, 1 sample, key manifests/W1.json\n"},
+      {"/destroyed-manifest-index.json", indexJSON({tombstoneOf(manifest)}),
+       R"("kind":"index","valid":true,"index":{"records":1}})",
+       "valid    index     /destroyed-manifest-index.json\n         1 record\n"},
+      {"/a/.velmora-warped.json", markerJSON("W\n1"),
+       R"("kind":"marker","valid":true,"marker":{"warpID":"W\n1"}})",
+       "valid    marker    /a/.velmora-warped.json\n         Warp W\\n1\n"},
+  };
+  for (const auto& row : rows) {
+    const CheckedFile checked = check(row.bytes, std::nullopt, row.file);
+    EXPECT_EQ(toJSON(checked), "{\"file\":\"" + row.file + "\"," + row.json);
+    EXPECT_EQ(toText(checked, Style(false)), row.text);
+  }
 }
 
 TEST_F(FileCheckTest, kindThatIsGivenCountsMoreThanTheName) {
@@ -77,27 +74,25 @@ TEST_F(FileCheckTest, faultHasItsPlaceInTheFileAsItWas) {
   EXPECT_EQ(toText(checked, Style(false)).substr(0, 27), "invalid  manifest  /f.json\n");
 }
 
-TEST_F(FileCheckTest, missingKeyIsTold) {
-  const CheckedFile checked = check("{}", FileKind::marker);
-  EXPECT_EQ(faultOf(checked).kind, "keyNotFound");
-  EXPECT_EQ(faultOf(checked).codingPath, std::vector<CodingKey>{"warpID"});
-}
-
-TEST_F(FileCheckTest, nullIsTold) {
-  EXPECT_EQ(faultOf(check(R"({"warpID":null})", FileKind::marker)).kind, "valueNotFound");
-}
-
-TEST_F(FileCheckTest, whatIsNoJSONIsCorrupted) {
-  const CheckedFile checked = check("{\"warpID\":\n!}", FileKind::marker);
-  EXPECT_EQ(faultOf(checked).kind, "dataCorrupted");
-  EXPECT_EQ(faultOf(checked).codingPath, std::vector<CodingKey>());
-}
-
-TEST_F(FileCheckTest, indexThatBreaksARuleIsCorrupt) {
+TEST_F(FileCheckTest, faultTellsWhatIsWrongAndWhere) {
+  using Path = std::vector<CodingKey>;
   const auto tombstone = tombstoneOf(manifestOf("/folder", "W1"));
-  const CheckedFile checked = check(indexJSON({tombstone, tombstone}), FileKind::index);
-  EXPECT_EQ(faultOf(checked).kind, "corruptFile");
-  EXPECT_EQ(faultOf(checked).codingPath, std::nullopt);
+  const struct {
+    FileKind kind;
+    std::string bytes;
+    const char* fault;
+    std::optional<Path> codingPath;
+  } rows[] = {
+      {FileKind::marker, "{}", "keyNotFound", Path{"warpID"}},
+      {FileKind::marker, R"({"warpID":null})", "valueNotFound", Path{"warpID"}},
+      {FileKind::marker, "{\"warpID\":\n!}", "dataCorrupted", Path()},
+      {FileKind::index, indexJSON({tombstone, tombstone}), "corruptFile", std::nullopt},
+  };
+  for (const auto& row : rows) {
+    const CheckedFile checked = check(row.bytes, row.kind);
+    EXPECT_EQ(faultOf(checked).kind, row.fault);
+    EXPECT_EQ(faultOf(checked).codingPath, row.codingPath) << row.fault;
+  }
 }
 
 TEST_F(FileCheckTest, whatCannotBeReadIsUnreadable) {

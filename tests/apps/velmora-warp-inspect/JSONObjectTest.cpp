@@ -16,9 +16,8 @@ TEST(JSONObjects, keepTheOrderOfTheirKeys) {
   object.addJSON("inner", inner.json());
   EXPECT_EQ(object.json(),
             R"({"b":"x","a":true,"no":false,"nothing":null,"inner":{"n":18446744073709551615}})");
+  EXPECT_EQ(JSONObject().json(), "{}");
 }
-
-TEST(JSONObjects, mayBeEmpty) { EXPECT_EQ(JSONObject().json(), "{}"); }
 
 TEST(JSONStrings, areUTF8InOneLine) {
   EXPECT_EQ(jsonString("a/\"\\\n\x1b\xff"), "\"a/\\\"\\\\\\n\\u001b\uFFFD\"");

@@ -43,12 +43,13 @@ TEST(Outputs, writeAllWhateverTheReaderTakesAtATime) {
 }
 
 TEST(Outputs, tellWhenTheReaderHasGone) {
-  std::signal(SIGPIPE, SIG_IGN);
+  const auto handlerBefore = std::signal(SIGPIPE, SIG_IGN);
   std::array<int, 2> ends{};
   ASSERT_EQ(::pipe(ends.data()), 0);
   ::close(ends[0]);
   EXPECT_EQ(codeOfWriteTo(ends[1]), EPIPE);
   ::close(ends[1]);
+  std::signal(SIGPIPE, handlerBefore);
 }
 
 TEST(Outputs, tellWhenThereIsNoRoom) {

@@ -3,8 +3,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace velmora::inspect {
 namespace {
+
+constexpr const char* indexPath = "/C/Warp/destroyed-manifest-index.json";
 
 class ResolutionRecorderTest : public testing::Test {
  protected:
@@ -16,9 +24,7 @@ class ResolutionRecorderTest : public testing::Test {
     return recorder->resolution();
   }
 
-  std::string inMirror(const std::string& name) const {
-    return std::string(recordedWarpRoot) + "/ManifestMirror/" + name;
-  }
+  static std::string inMirror(const std::string& name) { return "/C/Warp/ManifestMirror/" + name; }
 
   FakePlatform fake;
   std::size_t announced = 0;
@@ -27,42 +33,17 @@ class ResolutionRecorderTest : public testing::Test {
   std::vector<Text> folders;
 };
 
-TEST_F(ResolutionRecorderTest, withoutARootNothingElseIsSaid) {
-  const Resolution& resolution = resolve();
-  ASSERT_TRUE(resolution.rootFault.has_value());
-  EXPECT_EQ(resolution.rootFault->kind, "unreadable");
-  EXPECT_FALSE(resolution.isComplete());
-  EXPECT_FALSE(resolution.isMirrorMissing);
-}
-
-TEST_F(ResolutionRecorderTest, missingMirrorIsNoFault) {
-  fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
-  const Resolution& resolution = resolve();
-  EXPECT_TRUE(resolution.isMirrorMissing);
-  EXPECT_TRUE(resolution.isComplete());
-}
-
-TEST_F(ResolutionRecorderTest, mirrorThatCannotBeListedIsOne) {
-  prepareMirror(fake);
-  fake.fileSystem.entryNamesFailure = throwing(posixError(EACCES));
-  const Resolution& resolution = resolve();
-  ASSERT_TRUE(resolution.mirrorFault.has_value());
-  EXPECT_EQ(resolution.mirrorFault->message, posixError(EACCES).what());
-  EXPECT_FALSE(resolution.isMirrorMissing);
-  EXPECT_FALSE(resolution.isComplete());
-}
-
 TEST_F(ResolutionRecorderTest, everyManifestHasItsVerdict) {
+  using enum ManifestVerdict;
   recordWarp(fake, "/confirmed", "W1");
   mirror(fake, manifestOf("/unmarked", "W2"));
   mirror(fake, manifestOf("/other", "W3"));
   mark(fake, "/other", "W0");
   mirror(fake, manifestOf("/malformed", "W4"));
-  mark(fake, "/malformed", "");
+  fake.fileSystem.createDirectories("/malformed");
   fake.fileSystem.files["/malformed/.velmora-warped.json"] = "\n {}";
   recordWarp(fake, "/destroyed", "W5");
-  fake.fileSystem.files[std::string(recordedWarpRoot) + "/destroyed-manifest-index.json"] =
-      indexJSON({tombstoneOf(manifestOf("/destroyed", "W5"))});
+  fake.fileSystem.files[indexPath] = indexJSON({tombstoneOf(manifestOf("/destroyed", "W5"))});
   mirror(fake, manifestOf("/unreadable", "W6"));
   fake.fileSystem.createDirectories("/unreadable/.velmora-warped.json");
   const Resolution& resolution = resolve();
@@ -70,13 +51,12 @@ TEST_F(ResolutionRecorderTest, everyManifestHasItsVerdict) {
   for (const JudgedManifest& judged : resolution.judged) {
     verdicts.emplace_back(judged.manifest.warpID.utf8(), judged.verdict);
   }
-  EXPECT_EQ(verdicts, (std::vector<std::pair<std::string, ManifestVerdict>>{
-                          {"W1", ManifestVerdict::confirmed},
-                          {"W2", ManifestVerdict::noMarker},
-                          {"W3", ManifestVerdict::markerOfAnotherWarp},
-                          {"W4", ManifestVerdict::malformedMarker},
-                          {"W5", ManifestVerdict::destroyedByWarpID},
-                          {"W6", ManifestVerdict::unreadableMarker}}));
+  ASSERT_EQ(verdicts, (decltype(verdicts){{"W1", confirmed},
+                                          {"W2", noMarker},
+                                          {"W3", markerOfAnotherWarp},
+                                          {"W4", malformedMarker},
+                                          {"W5", destroyedByWarpID},
+                                          {"W6", unreadableMarker}}));
   EXPECT_EQ(resolution.judged[0].file, inMirror("W1.json"));
   EXPECT_EQ(resolution.judged[0].fault, std::nullopt);
   // The place is one in the marker.
@@ -100,12 +80,10 @@ TEST_F(ResolutionRecorderTest, refusedFilesHaveTheirFaultAndPlace) {
 
 TEST_F(ResolutionRecorderTest, unusableIndexIsTold) {
   recordWarp(fake, "/a", "W1");
-  fake.fileSystem.files[std::string(recordedWarpRoot) + "/destroyed-manifest-index.json"] =
-      "\n{\"version\":2}";
+  fake.fileSystem.files[indexPath] = "\n{\"version\":2}";
   const Resolution& resolution = resolve();
-  ASSERT_TRUE(resolution.indexFault.has_value());
-  EXPECT_EQ(resolution.indexFault->kind, "dataCorrupted");
-  EXPECT_EQ(resolution.indexFault->place, (Place{2, 12}));
+  EXPECT_EQ(resolution.indexFault.value().kind, "dataCorrupted");
+  EXPECT_EQ(resolution.indexFault.value().place, (Place{2, 12}));
   EXPECT_EQ(resolution.confirmedCount(), 1U);
   EXPECT_TRUE(resolution.isComplete());
 }

@@ -1,6 +1,5 @@
 #include "Style.h"
 #include "platform/linux/Environment.h"
-#include "tests/support/RowName.h"
 
 #include <gtest/gtest.h>
 
@@ -14,29 +13,24 @@ TEST(Styles, alignWithAndWithoutColours) {
   EXPECT_EQ(Style(true).word("invalid", Tone::bad, 2), "\x1b[31minvalid\x1b[0m");
 }
 
-struct TerminalCase {
-  const char* name;
-  Environment::Variables variables;
-  bool wantsColour;
-  bool canErase;
-};
-
-class Terminals : public testing::TestWithParam<TerminalCase> {};
-
-TEST_P(Terminals, areUsedAsTheEnvironmentSays) {
-  const Environment environment(GetParam().variables);
-  EXPECT_EQ(wantsColour(environment), GetParam().wantsColour);
-  EXPECT_EQ(canErase(environment), GetParam().canErase);
+TEST(Terminals, areUsedAsTheEnvironmentSays) {
+  const struct {
+    Environment::Variables variables;
+    bool wantsColour;
+    bool canErase;
+  } rows[] = {
+      {{}, true, true},
+      {{{"TERM", "xterm-256color"}}, true, true},
+      {{{"TERM", "dumb"}}, false, false},
+      {{{"NO_COLOR", "1"}}, false, true},
+      {{{"NO_COLOR", ""}}, true, true},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::PrintToString(row.variables));
+    EXPECT_EQ(wantsColour(Environment(row.variables)), row.wantsColour);
+    EXPECT_EQ(canErase(Environment(row.variables)), row.canErase);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Environments, Terminals,
-    testing::Values(TerminalCase{"empty", {}, true, true},
-                    TerminalCase{"terminal", {{"TERM", "xterm-256color"}}, true, true},
-                    TerminalCase{"dumb", {{"TERM", "dumb"}}, false, false},
-                    TerminalCase{"noColour", {{"NO_COLOR", "1"}}, false, true},
-                    TerminalCase{"emptyNoColour", {{"NO_COLOR", ""}}, true, true}),
-    RowName());
 
 }  // namespace
 }  // namespace velmora::inspect

@@ -21,8 +21,9 @@ class FileCheckTest : public testing::Test {
     return checker.check(file, kind);
   }
 
-  static const Fault& faultOf(const CheckedFile& checked) {
-    return std::get<Fault>(checked.content);
+  static Fault faultOf(const CheckedFile& checked) {
+    const auto* const fault = std::get_if<Fault>(&checked.content);
+    return fault != nullptr ? *fault : Fault();
   }
 
   FakePlatform fake;

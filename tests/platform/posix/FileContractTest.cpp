@@ -1,8 +1,8 @@
 #include "platform/posix/PosixFileReader.h"
 #include "platform/posix/PosixFileWriter.h"
-#include "tests/support/ScratchDirectory.h"
 #include "tests/contracts/FileContract.h"
 #include "tests/fakes/FakePlatform.h"
+#include "tests/support/ScratchDirectory.h"
 
 namespace velmora {
 namespace {

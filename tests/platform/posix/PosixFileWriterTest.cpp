@@ -1,6 +1,7 @@
-#include "platform/PlatformError.h"
 #include "platform/posix/PosixFileReader.h"
 #include "platform/posix/PosixFileWriter.h"
+#include "tests/platform/posix/ErrorCode.h"
+#include "tests/support/HostileFiles.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/Threads.h"
 
@@ -8,27 +9,20 @@
 
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <thread>
+#include <string>
+#include <vector>
 
 namespace velmora {
 namespace {
 
+using std::string_literals::operator""s;
+
 class WritingPosixFiles : public testing::Test {
  protected:
-  template <class Operation>
-  int errorCodeOf(Operation operation) {
-    try {
-      operation();
-    } catch (const PlatformError& error) {
-      return error.code();
-    }
-    return 0;
-  }
-
   mode_t modeOf(const std::string& name) const {
     struct stat status {};
     EXPECT_EQ(::stat(directory.path(name).c_str(), &status), 0);
@@ -43,9 +37,13 @@ class WritingPosixFiles : public testing::Test {
   PosixFileWriter writer;
 };
 
-TEST_F(WritingPosixFiles, leavesOnlyTheFileItself) {
-  writer.writeAtomically(directory.path("request.json"), "{}");
-  EXPECT_EQ(directory.names(), std::vector<std::string>{"request.json"});
+TEST_F(WritingPosixFiles, leavesOnlyTheFileItselfAlsoInTheOnesPlaceThatWasThere) {
+  writer.writeAtomically(directory.path("file"), "before");
+  EXPECT_EQ(directory.names(), std::vector<std::string>{"file"});
+  // A file without a name cannot be given one that is taken: this goes through the partial file.
+  writer.writeAtomically(directory.path("file"), "after");
+  EXPECT_EQ(contentOf("file"), "after");
+  EXPECT_EQ(directory.names(), std::vector<std::string>{"file"});
 }
 
 TEST_F(WritingPosixFiles, leavesTheModesToTheUmask) {
@@ -73,50 +71,35 @@ TEST_F(WritingPosixFiles, leavesNothingOfAFileThatOutgrowsTheLimit) {
   EXPECT_TRUE(directory.names().empty());
 }
 
-TEST_F(WritingPosixFiles, replacesAFileThatIsThere) {
-  // A file without a name cannot be given one that is taken: this goes through the partial file.
-  directory.write("file", "before");
-  writer.writeAtomically(directory.path("file"), "after");
-  EXPECT_EQ(contentOf("file"), "after");
-  EXPECT_EQ(directory.names(), std::vector<std::string>{"file"});
-}
-
-TEST_F(WritingPosixFiles, leavesNothingWhereAPartialFileCannotBeMovedIntoPlace) {
-  writer.createDirectories(directory.path("file"));
-  EXPECT_EQ(errorCodeOf([&] { writer.writeAtomically(directory.path("file"), "bytes"); }), EISDIR);
-  EXPECT_EQ(directory.names(), std::vector<std::string>{"file"});
-}
-
-TEST_F(WritingPosixFiles, keepsItsHandsOffAPartialFileOfSomebodyElse) {
+TEST_F(WritingPosixFiles, touchesNothingWhereItCannotMakeOrWrite) {
+  directory.write("directory/file", "");
   directory.write("file", "before");
   directory.write(".file.partial", "somebody else's");
-  EXPECT_EQ(errorCodeOf([&] { writer.writeAtomically(directory.path("file"), "bytes"); }), EEXIST);
-  EXPECT_EQ(contentOf(".file.partial"), "somebody else's");
+  link("missing", directory.path("dangling"));
+  const std::vector<std::string> names = directory.names();
+  const auto makingError = [&](const std::string& name) {
+    return errorCodeOf([&] { writer.createDirectories(directory.path(name)); });
+  };
+  EXPECT_EQ(makingError("file/a/b"), ENOTDIR);
+  EXPECT_EQ(makingError("dangling"), EEXIST);
+  EXPECT_EQ(makingError("a\0b"s), ENOENT);
+  const auto writingError = [&](const std::string& name) {
+    return errorCodeOf([&] { writer.writeAtomically(directory.path(name), "bytes"); });
+  };
+  // The partial file cannot be moved into a directory's place.
+  EXPECT_EQ(writingError("directory"), EISDIR);
+  EXPECT_EQ(writingError("file"), EEXIST);
+  EXPECT_EQ(writingError("a\0b"s), ENOENT);
+  EXPECT_EQ(directory.names(), names);
   EXPECT_EQ(contentOf("file"), "before");
+  EXPECT_EQ(contentOf(".file.partial"), "somebody else's");
 }
 
 TEST_F(WritingPosixFiles, makesDirectoriesBehindALink) {
   writer.createDirectories(directory.path("real"));
-  ASSERT_EQ(::symlink("real", directory.path("link").c_str()), 0);
+  link("real", directory.path("link"));
   writer.createDirectories(directory.path("link/a"));
   EXPECT_EQ(directory.names("real"), std::vector<std::string>{"a"});
-}
-
-TEST_F(WritingPosixFiles, makesNoDirectoryBelowAFile) {
-  directory.write("file", "");
-  EXPECT_EQ(errorCodeOf([&] { writer.createDirectories(directory.path("file/a/b")); }), ENOTDIR);
-}
-
-TEST_F(WritingPosixFiles, makesNoDirectoryBehindADanglingLink) {
-  ASSERT_EQ(::symlink("missing", directory.path("link").c_str()), 0);
-  EXPECT_EQ(errorCodeOf([&] { writer.createDirectories(directory.path("link")); }), EEXIST);
-}
-
-TEST_F(WritingPosixFiles, doesNotCutAPathAtNUL) {
-  using std::string_literals::operator""s;
-  EXPECT_EQ(errorCodeOf([&] { writer.createDirectories(directory.path("a") + "\0b"s); }), ENOENT);
-  EXPECT_EQ(errorCodeOf([&] { writer.writeAtomically(directory.path("a") + "\0b"s, ""); }), ENOENT);
-  EXPECT_TRUE(directory.names().empty());
 }
 
 TEST_F(WritingPosixFiles, makesOneDirectoryFromManyThreads) {

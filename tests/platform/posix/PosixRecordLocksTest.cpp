@@ -8,7 +8,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <string>
 
 namespace velmora {
@@ -27,36 +26,24 @@ class PosixRecordLocksTest : public testing::Test {
   PosixRecordLocks locks;
 };
 
-TEST_F(PosixRecordLocksTest, unlocksAFileThatStaysOpen) {
+TEST_F(PosixRecordLocksTest, unlocksAFileFromTheBeginningWhereverItStandsAndLeavesItOpen) {
   const FileDescriptor file = FileDescriptor::adopt(open());
   ASSERT_TRUE(setRecordLock(file.get(), F_WRLCK));
   EXPECT_FALSE(otherProcess.canLock());
+  ASSERT_EQ(::lseek(file.get(), 5, SEEK_SET), 5);
+  ASSERT_EQ(::ftruncate(file.get(), 1'000'000), 0);
   locks.unlockWholeFile(file.get());
   EXPECT_TRUE(otherProcess.canLock());
   EXPECT_TRUE(isOpen(file.get()));
 }
 
-TEST_F(PosixRecordLocksTest, unlocksFromTheBeginningWhereverTheFileStands) {
-  const FileDescriptor file = FileDescriptor::adopt(open());
-  ASSERT_TRUE(setRecordLock(file.get(), F_WRLCK));
-  ASSERT_EQ(::lseek(file.get(), 5, SEEK_SET), 5);
-  ASSERT_EQ(::ftruncate(file.get(), 1'000'000), 0);
-  locks.unlockWholeFile(file.get());
-  EXPECT_TRUE(otherProcess.canLock());
-}
-
-TEST_F(PosixRecordLocksTest, closesAFileAndDropsItsLock) {
+TEST_F(PosixRecordLocksTest, closesAFileAndDropsItsLockAndSaysNothingOfAFileThatIsNotOpen) {
   const int descriptor = open();
   ASSERT_TRUE(setRecordLock(descriptor, F_WRLCK));
   EXPECT_FALSE(otherProcess.canLock());
   locks.close(descriptor);
   EXPECT_TRUE(otherProcess.canLock());
   EXPECT_FALSE(isOpen(descriptor));
-}
-
-TEST_F(PosixRecordLocksTest, saysNothingOfAFileThatIsNotOpen) {
-  const int descriptor = open();
-  locks.close(descriptor);
   locks.unlockWholeFile(descriptor);
   locks.close(descriptor);
   EXPECT_FALSE(isOpen(descriptor));

@@ -1,9 +1,9 @@
 #include "platform/posix/ThreadSemaphore.h"
+#include "tests/support/Threads.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <thread>
 #include <vector>
 
 namespace velmora {
@@ -22,13 +22,14 @@ TEST(ThreadSemaphoreTest, letsAWaitingThreadThroughAfterASignal) {
   ThreadSemaphore semaphore(0);
   std::atomic<bool> isSignalled = false;
   bool wasSignalledBefore = false;
-  std::thread waiting([&] {
-    semaphore.wait();
-    wasSignalledBefore = isSignalled;
-  });
-  isSignalled = true;
-  semaphore.signal();
-  waiting.join();
+  {
+    const JoiningThread waiting([&] {
+      semaphore.wait();
+      wasSignalledBefore = isSignalled;
+    });
+    isSignalled = true;
+    semaphore.signal();
+  }
   EXPECT_TRUE(wasSignalledBefore);
 }
 
@@ -37,7 +38,7 @@ TEST(ThreadSemaphoreTest, letsNoMoreThreadsInThanItHasUnits) {
   ThreadSemaphore semaphore(units);
   std::atomic<int> inside = 0;
   std::atomic<int> mostInside = 0;
-  std::vector<std::thread> threads;
+  std::vector<JoiningThread> threads;
   for (int thread = 0; thread < 4; ++thread) {
     threads.emplace_back([&] {
       for (int round = 0; round < 1000; ++round) {
@@ -50,9 +51,7 @@ TEST(ThreadSemaphoreTest, letsNoMoreThreadsInThanItHasUnits) {
       }
     });
   }
-  for (std::thread& thread : threads) {
-    thread.join();
-  }
+  threads.clear();
   EXPECT_EQ(inside, 0);
   EXPECT_GE(mostInside, 1);
   EXPECT_LE(mostInside, units);

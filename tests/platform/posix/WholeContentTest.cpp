@@ -1,5 +1,5 @@
 #include "platform/posix/WholeContent.h"
-#include "tests/support/RowName.h"
+#include "tests/platform/posix/ErrorCode.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -72,61 +71,44 @@ std::string contentOf(Source& source, std::uintmax_t claimedLength, std::size_t 
 }
 
 int errorCodeOfContent(Source& source, std::uintmax_t claimedLength, std::size_t maximumLength) {
-  try {
-    static_cast<void>(contentOf(source, claimedLength, maximumLength));
-  } catch (const PlatformError& error) {
-    EXPECT_EQ(error.domain(), posixErrorDomain);
-    return error.code();
-  }
-  return 0;
+  return errorCodeOf([&] { return contentOf(source, claimedLength, maximumLength); });
 }
 
 constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 
-struct DeliveryCase {
-  std::string name;
-  std::size_t claimedLength;
-  std::size_t actualLength;
-  std::size_t maximumLength;
-  std::size_t lengthAtATime = piece;
-};
-
-std::ostream& operator<<(std::ostream& out, const DeliveryCase& row) { return out << row.name; }
-
-class Delivery : public testing::TestWithParam<DeliveryCase> {};
-
-TEST_P(Delivery, isTakenWhole) {
-  const std::string bytes = bytesOfLength(GetParam().actualLength);
-  Source source(bytes, GetParam().lengthAtATime);
-  const std::string content = contentOf(source, GetParam().claimedLength, GetParam().maximumLength);
-  // Not EXPECT_EQ, which would print millions of bytes.
-  EXPECT_EQ(content.size(), bytes.size());
-  EXPECT_TRUE(content == bytes);
+TEST(WholeContent, isTakenInPiecesAtMost) {
+  constexpr std::size_t farTooMuch = std::size_t{1} << 30U;
+  const struct {
+    const char* name;
+    std::size_t claimedLength;
+    std::size_t actualLength;
+    std::size_t maximumLength;
+    std::size_t lengthAtATime = piece;
+  } rows[] = {
+      {"empty", 0, 0, unlimited},
+      {"emptyAndNoneAllowed", 0, 0, 0},
+      {"small", 100, 100, unlimited},
+      {"asLongAsAllowed", 100, 100, 100},
+      {"onePiece", piece, piece, piece},
+      {"overAPiece", piece + 1, piece + 1, unlimited},
+      {"manyPieces", 5 * piece + 7, 5 * piece + 7, 5 * piece + 7},
+      {"inDrops", 1000, 1000, 1000, 1},
+      {"claimsNothing", 0, 3 * piece, unlimited},
+      {"claimsNothingInDrops", 0, 5000, 5000, 3},
+      {"grown", 100, piece + 100, piece + 100},
+      {"grownByAByte", 100, 101, 101},
+      {"shrunk", 2 * piece, 100, 2 * piece},
+      {"shrunkToNothing", 2 * piece, 0, 2 * piece},
+      {"claimsFarTooMuch", farTooMuch, 100, farTooMuch},
+  };
+  for (const auto& row : rows) {
+    const std::string bytes = bytesOfLength(row.actualLength);
+    Source source(bytes, row.lengthAtATime);
+    // Not EXPECT_EQ, which would print millions of bytes.
+    EXPECT_TRUE(contentOf(source, row.claimedLength, row.maximumLength) == bytes) << row.name;
+    EXPECT_LE(std::ranges::max(source.sizes), piece) << row.name;
+  }
 }
-
-TEST_P(Delivery, isNeverAskedForMoreThanAPiece) {
-  Source source(bytesOfLength(GetParam().actualLength), GetParam().lengthAtATime);
-  static_cast<void>(contentOf(source, GetParam().claimedLength, GetParam().maximumLength));
-  EXPECT_LE(std::ranges::max(source.sizes), piece);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, Delivery,
-    testing::Values(
-        DeliveryCase{"empty", 0, 0, unlimited}, DeliveryCase{"emptyAndNoneAllowed", 0, 0, 0},
-        DeliveryCase{"small", 100, 100, unlimited}, DeliveryCase{"asLongAsAllowed", 100, 100, 100},
-        DeliveryCase{"onePiece", piece, piece, piece},
-        DeliveryCase{"overAPiece", piece + 1, piece + 1, unlimited},
-        DeliveryCase{"manyPieces", 5 * piece + 7, 5 * piece + 7, 5 * piece + 7},
-        DeliveryCase{"inDrops", 1000, 1000, 1000, 1},
-        DeliveryCase{"claimsNothing", 0, 3 * piece, unlimited},
-        DeliveryCase{"claimsNothingInDrops", 0, 5000, 5000, 3},
-        DeliveryCase{"grown", 100, piece + 100, piece + 100},
-        DeliveryCase{"grownByAByte", 100, 101, 101},
-        DeliveryCase{"shrunk", 2 * piece, 100, 2 * piece},
-        DeliveryCase{"shrunkToNothing", 2 * piece, 0, 2 * piece},
-        DeliveryCase{"claimsFarTooMuch", std::size_t{1} << 30U, 100, std::size_t{1} << 30U}),
-    RowName());
 
 TEST(WholeContent, isNotReadWhenItClaimsToBeTooLong) {
   for (const std::uintmax_t claimedLength : {std::uintmax_t{101}, std::uintmax_t{1} << 33U,

@@ -24,7 +24,7 @@ ino_t inodeOf(int descriptor) {
 }
 
 /// In a process of its own: whether each of the first three descriptors is /dev/null where it was
-/// closed before, and as it was otherwise, and no further one is left open.
+/// closed before, to be read and written, and as it was otherwise, and no further one is open.
 bool opensExactly(const std::vector<int>& closed) {
   const int unused = ::open("/dev/null", O_RDONLY);
   const ino_t null = inodeOf(unused);
@@ -37,6 +37,7 @@ bool opensExactly(const std::vector<int>& closed) {
   openMissingStandardStreams();
   return std::ranges::all_of(
              expected, [](const auto& stream) { return inodeOf(stream.first) == stream.second; }) &&
+         std::ranges::all_of(closed, [](int stream) { return ::write(stream, "", 0) == 0; }) &&
          ::fcntl(unused, F_GETFD) < 0;
 }
 

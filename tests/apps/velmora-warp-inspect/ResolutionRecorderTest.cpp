@@ -67,33 +67,21 @@ TEST_F(ResolutionRecorderTest, everyManifestHasItsVerdict) {
   EXPECT_EQ(folders, std::vector<Text>{"/confirmed"});
 }
 
-TEST_F(ResolutionRecorderTest, refusedFilesHaveTheirFaultAndPlace) {
-  prepareMirror(fake);
-  fake.fileSystem.files[inMirror("a.json")] = "{\"version\":\n[]}";
-  const Resolution& resolution = resolve();
-  ASSERT_EQ(resolution.refused.size(), 1U);
-  EXPECT_EQ(resolution.refused[0].file, inMirror("a.json"));
-  EXPECT_EQ(resolution.refused[0].fault.kind, "typeMismatch");
-  EXPECT_EQ(resolution.refused[0].fault.place, (Place{2, 1}));
-  EXPECT_TRUE(resolution.isComplete());
-}
-
-TEST_F(ResolutionRecorderTest, unusableIndexIsTold) {
-  recordWarp(fake, "/a", "W1");
-  fake.fileSystem.files[indexPath] = "\n{\"version\":2}";
-  const Resolution& resolution = resolve();
-  EXPECT_EQ(resolution.indexFault.value().kind, "dataCorrupted");
-  EXPECT_EQ(resolution.indexFault.value().place, (Place{2, 12}));
-  EXPECT_EQ(resolution.confirmedCount(), 1U);
-  EXPECT_TRUE(resolution.isComplete());
-}
-
-TEST_F(ResolutionRecorderTest, listenerHearsOfEveryFile) {
+TEST_F(ResolutionRecorderTest, whatIsUnusableHasItsFaultAndPlaceAndEveryFileIsHeardOf) {
   recordWarp(fake, "/a", "W1");
   recordWarp(fake, "/b", "W2");
-  fake.fileSystem.files[inMirror("bad.json")] = "";
+  fake.fileSystem.files[inMirror("bad.json")] = "{\"version\":\n[]}";
   fake.fileSystem.files[inMirror("notes.txt")] = "";
-  resolve();
+  fake.fileSystem.files[indexPath] = "\n{\"version\":2}";
+  const Resolution& resolution = resolve();
+  ASSERT_EQ(resolution.refused.size(), 1U);
+  EXPECT_EQ(resolution.refused[0].file, inMirror("bad.json"));
+  EXPECT_EQ(resolution.refused[0].fault.kind, "typeMismatch");
+  EXPECT_EQ(resolution.refused[0].fault.place, (Place{2, 1}));
+  EXPECT_EQ(resolution.indexFault.value().kind, "dataCorrupted");
+  EXPECT_EQ(resolution.indexFault.value().place, (Place{2, 12}));
+  EXPECT_EQ(resolution.confirmedCount(), 2U);
+  EXPECT_TRUE(resolution.isComplete());
   EXPECT_EQ(announced, 3U);
   EXPECT_EQ(readCount, 3U);
 }

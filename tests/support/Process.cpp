@@ -253,9 +253,9 @@ pid_t parentOf(const std::filesystem::path& processFolder) {
 
 Environment inheritedEnvironment() {
   Environment result;
-  for (const char* name :
-       {"PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS",
-        "LLVM_PROFILE_FILE", "GCOV_PREFIX", "GCOV_PREFIX_STRIP", "GCOV_ERROR_FILE"}) {
+  for (const char* name : {"PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS",
+                           "LLVM_PROFILE_FILE", "GCOV_PREFIX", "GCOV_PREFIX_STRIP",
+                           "GCOV_ERROR_FILE", "VELMORA_MUTANT"}) {
     if (const char* value = std::getenv(name)) {
       result[name] = value;
     }

@@ -158,7 +158,11 @@ class Tree:
                 and other in self.commands and name.search(self.sources[other])]
 
     def write(self, file, faults):
-        (self.directory / file).write_text(with_faults(self.sources[file], faults))
+        source = with_faults(self.sources[file], faults)
+        if faults:
+            header = os.path.relpath("mutants.h", os.path.dirname(file))
+            source = f'#include "{header}"\n{source}'
+        (self.directory / file).write_text(source)
 
     def compiles(self, file, faults):
         self.write(file, faults)

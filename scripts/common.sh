@@ -21,7 +21,7 @@ fail() {
 }
 
 usage_error() {
-  fail "$1; see $script --help" 64
+  fail "$1; see scripts/$script --help" 64
 }
 
 cores() {

@@ -66,8 +66,8 @@ class DevelopmentTest(TargetsTestCase):
 
     def test_all_that_tests_the_portable_code_is_there(self):
         programs = self.named("EXECUTABLE")
-        for folder in ("extension", "handoff", "json", "localization", "platform",
-                       "platform_posix", "resolution", "text", "warpshared"):
+        for folder in ("extension", "handoff", "json", "localization", "platform", "resolution",
+                       "text", "warpshared"):
             with self.subTest(folder):
                 self.assertIn(f"{folder}_test", programs)
         self.assertLessEqual(set(EXTENSIONS), programs)

@@ -1,16 +1,13 @@
 #include "extension/SelectionGathering.h"
 #include "platform/macos/MacItemProvider.h"
-#include "tests/support/RowName.h"
 #include "tests/gnustep/ScriptedItemProvider.h"
 
 #include <gtest/gtest.h>
 
 #import <Foundation/Foundation.h>
 
-#include <functional>
 #include <memory>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <variant>
 #include <vector>
@@ -83,45 +80,33 @@ NSData* dataOf(const std::string& bytes) {
   return [NSData dataWithBytes:bytes.data() length:bytes.size()];
 }
 
-struct ItemRow {
-  std::string name;
-  std::function<id()> item;
-  std::optional<FileURL> url;
-};
-
-std::ostream& operator<<(std::ostream& out, const ItemRow& row) { return out << row.name; }
-
-class MacDeliveredItem : public testing::TestWithParam<ItemRow> {};
-
-TEST_P(MacDeliveredItem, isAFileURLOrNone) {
+TEST(MacItemProviderTest, makesAFileURLOfADeliveredItemOrNone) {
   @autoreleasepool {
-    EXPECT_EQ(fileURLFromLoadedItem(delivered(GetParam().item(), nil).item), GetParam().url);
+    const struct {
+      const char* name;
+      id item;
+      std::optional<FileURL> url;
+    } rows[] = {
+        {"nothing", nil, std::nullopt},
+        {"url", [NSURL fileURLWithPath:@"/a b/100%"], FileURL{"/a b/100%"}},
+        {"url with a trailing slash", [NSURL URLWithString:@"file:///a%20b/"], FileURL{"/a b/"}},
+        {"url relative to another",
+         [NSURL URLWithString:@"c" relativeToURL:[NSURL URLWithString:@"file:///a/b"]],
+         FileURL{"/a/c"}},
+        {"url of the web", [NSURL URLWithString:@"https://a/b"], std::nullopt},
+        {"url with an encoded slash", [NSURL URLWithString:@"file:///a%2Fb"], std::nullopt},
+        {"data", dataOf("file:///a%20b"), FileURL{"/a b"}},
+        {"no data", dataOf(""), std::nullopt},
+        {"data of a path", dataOf("/a"), std::nullopt},
+        {"data that is no text", dataOf("file:///\xff"), std::nullopt},
+        {"string", @"file:///a", std::nullopt},
+        {"dictionary", @{@"file:///a" : @"file:///a"}, std::nullopt},
+    };
+    for (const auto& row : rows) {
+      EXPECT_EQ(fileURLFromLoadedItem(delivered(row.item, nil).item), row.url) << row.name;
+    }
   }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Items, MacDeliveredItem,
-    testing::Values(
-        ItemRow{"nothing", [] { return nil; }, std::nullopt},
-        ItemRow{"url", [] { return [NSURL fileURLWithPath:@"/a b/100%"]; }, FileURL{"/a b/100%"}},
-        ItemRow{"urlWithATrailingSlash", [] { return [NSURL URLWithString:@"file:///a%20b/"]; },
-                FileURL{"/a b/"}},
-        ItemRow{"urlRelativeToAnother",
-                [] {
-                  return [NSURL URLWithString:@"c"
-                                relativeToURL:[NSURL URLWithString:@"file:///a/b"]];
-                },
-                FileURL{"/a/c"}},
-        ItemRow{"urlOfTheWeb", [] { return [NSURL URLWithString:@"https://a/b"]; }, std::nullopt},
-        ItemRow{"urlWithAnEncodedSlash", [] { return [NSURL URLWithString:@"file:///a%2Fb"]; },
-                std::nullopt},
-        ItemRow{"data", [] { return dataOf("file:///a%20b"); }, FileURL{"/a b"}},
-        ItemRow{"noData", [] { return dataOf(""); }, std::nullopt},
-        ItemRow{"dataOfAPath", [] { return dataOf("/a"); }, std::nullopt},
-        ItemRow{"dataThatIsNoText", [] { return dataOf("file:///\xff"); }, std::nullopt},
-        ItemRow{"string", [] { return @"file:///a"; }, std::nullopt},
-        ItemRow{"dictionary", [] { return @{@"file:///a" : @"file:///a"}; }, std::nullopt}),
-    RowName());
 
 TEST(MacItemProviderTest, resolvesAURLThatNamesNoPath) {
   @autoreleasepool {

@@ -243,7 +243,7 @@ std::uint32_t treeCount() {
 #ifdef VELMORA_TEST_WITH_SANITIZERS
   return 40;
 #else
-  return 200;
+  return 100;
 #endif
 }
 

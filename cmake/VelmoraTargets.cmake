@@ -43,6 +43,10 @@ function(velmora_add_library name)
   else()
     add_library(${target} STATIC ${arg_SOURCES})
     velmora_common_options(${target})
+    # Tests wait for these more than for the compiler; counted lines should be those of the source.
+    if(NOT VELMORA_COVERAGE)
+      target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-Og>)
+    endif()
     # An installed library must link by another compiler than the one that made it, too.
     if(CMAKE_INTERPROCEDURAL_OPTIMIZATION AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
       target_compile_options(${target} PRIVATE -ffat-lto-objects)

@@ -1,8 +1,8 @@
 // Where a test process with GNUstep keeps its files, and what the programs it starts inherit.
 #pragma once
 
-#include "tests/support/ScratchDirectory.h"
 #include "tests/support/Process.h"
+#include "tests/support/ScratchDirectory.h"
 
 namespace velmora {
 

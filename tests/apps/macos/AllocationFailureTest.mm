@@ -1,9 +1,9 @@
 // Serves a request of the host while memory runs out: C++ must not throw into the host, and the
 // request must end.
 
-#include "tests/support/FailingAllocations.h"
 #include "tests/apps/macos/HostSession.h"
 #include "tests/gnustep/SharedObjects.h"
+#include "tests/support/FailingAllocations.h"
 
 #include <gtest/gtest.h>
 
@@ -174,12 +174,12 @@ class Request {
 
 TEST(FailingAllocations, endTheRequestOnceWithTheHandoffError) {
   HostSession host;
-  const long allocationCount = failEachAllocation(
-      [&] { return Request(host); }, [](Request& request) { request.serve(); },
-      [&](const Request& request, const Attempt& attempt) {
-        EXPECT_FALSE(attempt.hasThrown);
-        request.expectOneEnd(host);
-      });
+  const long allocationCount =
+      failEachAllocation([&] { return Request(host); }, [](Request& request) { request.serve(); },
+                         [&](const Request& request, const Attempt& attempt) {
+                           EXPECT_FALSE(attempt.hasThrown);
+                           request.expectOneEnd(host);
+                         });
   EXPECT_GT(allocationCount, 20);
 }
 

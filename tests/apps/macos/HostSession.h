@@ -2,10 +2,10 @@
 // shared files, and requests for the principal class. For Objective-C++ only.
 #pragma once
 
-#include "tests/support/ScratchDirectory.h"
 #include "tests/gnustep/RecordingExtensionContext.h"
 #include "tests/gnustep/ScriptedItemProvider.h"
 #include "tests/platform/macos/ScratchBundle.h"
+#include "tests/support/ScratchDirectory.h"
 
 #import <AppKit/AppKit.h>
 

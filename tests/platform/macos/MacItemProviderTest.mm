@@ -88,11 +88,12 @@ TEST(MacItemProviderTest, makesAFileURLOfADeliveredItemOrNone) {
       std::optional<FileURL> url;
     } rows[] = {
         {"nothing", nil, std::nullopt},
-        {"url", [NSURL fileURLWithPath:@"/a b/100%"], FileURL{"/a b/100%"}},
-        {"url with a trailing slash", [NSURL URLWithString:@"file:///a%20b/"], FileURL{"/a b/"}},
+        {"url", [NSURL fileURLWithPath : @"/a b/100%"], FileURL { "/a b/100%" }},
+        {"url with a trailing slash", [NSURL URLWithString : @"file:///a%20b/"],
+         FileURL { "/a b/" }},
         {"url relative to another",
-         [NSURL URLWithString:@"c" relativeToURL:[NSURL URLWithString:@"file:///a/b"]],
-         FileURL{"/a/c"}},
+         [NSURL URLWithString : @"c" relativeToURL : [NSURL URLWithString:@"file:///a/b"]],
+         FileURL { "/a/c" }},
         {"url of the web", [NSURL URLWithString:@"https://a/b"], std::nullopt},
         {"url with an encoded slash", [NSURL URLWithString:@"file:///a%2Fb"], std::nullopt},
         {"data", dataOf("file:///a%20b"), FileURL{"/a b"}},

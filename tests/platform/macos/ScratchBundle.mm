@@ -1,8 +1,8 @@
 #include "tests/platform/macos/ScratchBundle.h"
 
 #include "platform/macos/FoundationText.h"
-#include "tests/support/StringsFile.h"
 #include "tests/platform/macos/MethodReplacement.h"
+#include "tests/support/StringsFile.h"
 
 #import <Foundation/Foundation.h>
 

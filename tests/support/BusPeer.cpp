@@ -17,6 +17,11 @@ namespace {
 
 constexpr const char* busName = "org.freedesktop.DBus";
 
+/// Guards what every peer shares with GIO's thread. It outlives them all, so that ThreadSanitizer,
+/// which does not see GLib's locks, sees that a peer is made before it is used and used before it
+/// ends.
+std::mutex mutex;
+
 struct Release {
   void operator()(GVariant* variant) const { g_variant_unref(variant); }
   void operator()(GDBusMessage* message) const { g_object_unref(message); }
@@ -64,8 +69,7 @@ struct BusPeer::State {
   guint filter = 0;
   bool isFilterGone = false;
 
-  /// Guards what follows: messages come on GIO's thread.
-  std::mutex mutex;
+  // Under the lock, since messages come on GIO's thread.
   std::condition_variable changed;
   std::vector<BusMessage> received;
   std::set<std::string> goneNames;
@@ -105,8 +109,8 @@ struct BusPeer::State {
       return message;
     }
     const std::unique_ptr<GDBusMessage, Release> owner(message);
+    const std::lock_guard lock(mutex);
     auto& state = *static_cast<State*>(self);
-    const std::lock_guard lock(state.mutex);
     if (isCall || state.concernsTest(message)) {
       state.received.push_back({.isCall = isCall,
                                 .sender = orEmpty(g_dbus_message_get_sender(message)),
@@ -163,7 +167,7 @@ BusPeer::BusPeer(const std::string& address) : state_(std::make_unique<State>())
   raise(error);
   {
     // GIO's thread sees under the lock what was made under it.
-    const std::lock_guard lock(state_->mutex);
+    const std::lock_guard lock(mutex);
     state_->connection = connection;
   }
   // That the filter runs no more is told there.
@@ -183,6 +187,8 @@ BusPeer::~BusPeer() {
     g_main_context_iteration(state_->context, TRUE);
   }
   g_object_unref(state_->connection);
+  const std::lock_guard lock(mutex);
+  state_.reset();
 }
 
 void BusPeer::listen(const std::string& interface) {
@@ -190,17 +196,17 @@ void BusPeer::listen(const std::string& interface) {
 }
 
 void BusPeer::listenForOwners(const std::string& namesBeginning) {
-  const std::lock_guard lock(state_->mutex);
+  const std::lock_guard lock(mutex);
   state_->ownersOf = namesBeginning;
 }
 
 void BusPeer::answerWith(const std::string& answer) {
-  const std::lock_guard lock(state_->mutex);
+  const std::lock_guard lock(mutex);
   state_->answer = answer;
 }
 
 void BusPeer::watch(const std::string& directory) {
-  const std::lock_guard lock(state_->mutex);
+  const std::lock_guard lock(mutex);
   state_->directory = directory;
 }
 
@@ -228,7 +234,7 @@ void BusPeer::emitSignal(const std::string& path, const std::string& interface,
 }
 
 std::vector<BusMessage> BusPeer::received(std::size_t count) {
-  std::unique_lock lock(state_->mutex);
+  std::unique_lock lock(mutex);
   state_->changed.wait(lock, [&] { return state_->received.size() >= count; });
   return state_->received;
 }
@@ -242,7 +248,7 @@ std::vector<BusMessage> BusPeer::receivedUntilGone(pid_t process) {
     g_variant_get_child(names.get(), index, "&s", &name);
     if (*name == ':' && state_->processOf(name) == number) {
       // What a process has sent comes before the news that it has left.
-      std::unique_lock lock(state_->mutex);
+      std::unique_lock lock(mutex);
       state_->changed.wait(lock, [&] { return state_->goneNames.contains(name); });
     }
   }

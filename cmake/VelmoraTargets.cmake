@@ -43,7 +43,8 @@ function(velmora_add_library name)
   else()
     add_library(${target} STATIC ${arg_SOURCES})
     velmora_common_options(${target})
-    # Tests wait for these more than for the compiler; counted lines should be those of the source.
+    # Quick libraries save the tests more time than they cost the compiler. Coverage is left as it
+    # is, because the optimiser merges lines.
     if(NOT VELMORA_COVERAGE)
       target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-Og>)
     endif()

@@ -1,6 +1,5 @@
-// Counts allocations, and lets memory run out at each one of an operation. A test program with
-// FailingAllocations.cpp among its sources has its operator new replaced, so it should hold nothing
-// else.
+// Counts allocations, and lets memory run out at each one of an operation. A program that links
+// velmora_failing_allocations has its operator new replaced, so it should hold no other tests.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -40,10 +39,10 @@ struct Attempt {
   bool hasThrown = false;
 };
 
-/// Lets memory run out at each allocation of `operation` in turn, first for once, then for good:
-/// behind the first `density` of them at ever fewer. The operation gets what `prepare` makes, and
-/// so does `check` afterwards, with the attempt; both are without a shortage. Returns how many
-/// allocations there are.
+/// Lets memory run out at each allocation of `operation` in turn, first for one allocation, then
+/// for all that follow. After the first `density` allocations it leaves out ever more of them. The
+/// operation gets what `prepare` makes; `check` then gets the same, and the attempt. `prepare` and
+/// `check` run without a shortage. Returns how many allocations there are.
 template <class Prepare, class Operation, class Check>
 long failEachAllocation(Prepare prepare, Operation operation, Check check,
                         long density = std::numeric_limits<long>::max()) {

@@ -1,36 +1,43 @@
 #include "tests/process/JSONLine.h"
 
+#include <simdjson.h>
+
 #include <stdexcept>
 
 namespace velmora::process {
 
-JSONLine::JSONLine(std::string_view line)
-    : parser_(std::make_unique<simdjson::dom::parser>()),
-      document_(parser_->parse(line.data(), line.size())) {}
+struct JSONLine::Document {
+  explicit Document(std::string_view line) : root(parser.parse(line.data(), line.size())) {}
+
+  simdjson::dom::parser parser;
+  simdjson::dom::element root;
+};
+
+JSONLine::JSONLine(std::string_view line) : document_(std::make_shared<Document>(line)) {}
 
 bool JSONLine::has(std::string_view pointer) const {
-  return document_.at_pointer(pointer).error() == simdjson::SUCCESS;
+  return document_->root.at_pointer(pointer).error() == simdjson::SUCCESS;
 }
 
 std::string JSONLine::text(std::string_view pointer) const {
-  return std::string(std::string_view(document_.at_pointer(pointer).get_string()));
+  return std::string(std::string_view(document_->root.at_pointer(pointer).get_string()));
 }
 
 std::uint64_t JSONLine::number(std::string_view pointer) const {
-  return document_.at_pointer(pointer).get_uint64();
+  return document_->root.at_pointer(pointer).get_uint64();
 }
 
 bool JSONLine::flag(std::string_view pointer) const {
-  return document_.at_pointer(pointer).get_bool();
+  return document_->root.at_pointer(pointer).get_bool();
 }
 
 bool JSONLine::isNull(std::string_view pointer) const {
-  return document_.at_pointer(pointer).is_null();
+  return document_->root.at_pointer(pointer).is_null();
 }
 
 std::vector<std::string> JSONLine::texts(std::string_view pointer) const {
   std::vector<std::string> result;
-  for (const simdjson::dom::element element : document_.at_pointer(pointer).get_array()) {
+  for (const simdjson::dom::element element : document_->root.at_pointer(pointer).get_array()) {
     result.emplace_back(std::string_view(element.get_string()));
   }
   return result;
@@ -38,7 +45,7 @@ std::vector<std::string> JSONLine::texts(std::string_view pointer) const {
 
 std::vector<std::string> JSONLine::keys(std::string_view pointer) const {
   std::vector<std::string> result;
-  for (const auto field : document_.at_pointer(pointer).get_object()) {
+  for (const auto field : document_->root.at_pointer(pointer).get_object()) {
     result.emplace_back(field.key);
   }
   return result;

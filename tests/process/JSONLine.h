@@ -1,8 +1,6 @@
 // The answers of a program to programs: one JSON object a line.
 #pragma once
 
-#include <simdjson.h>
-
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -28,8 +26,10 @@ class JSONLine {
   std::vector<std::string> keys(std::string_view pointer = "") const;
 
  private:
-  std::unique_ptr<simdjson::dom::parser> parser_;
-  simdjson::dom::element document_;
+  // Declared here only: the parser's header takes as long to compile as a test.
+  struct Document;
+
+  std::shared_ptr<const Document> document_;
 };
 
 /// The objects of an output. Throws std::runtime_error when it does not end with a line.

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <csignal>
 #include <iterator>
 #include <utility>
 
@@ -17,16 +16,6 @@ ProcessTest::ProcessTest()
               .input = {},
               .workingDirectory = home.path()} {
   adoptOrphans();
-}
-
-ProcessTest::~ProcessTest() {
-  // A process that ends leaves its own children to this one.
-  for (std::set<pid_t> left = children(); !left.empty(); left = children()) {
-    for (const pid_t process : left) {
-      ::kill(process, SIGKILL);
-      awaitEnd(process);
-    }
-  }
 }
 
 Outcome ProcessTest::run(const std::vector<std::string>& arguments) {

@@ -26,10 +26,6 @@ inline constexpr unsigned nobody = 65534;
 class ProcessTest : public ::testing::Test {
  protected:
   ProcessTest();
-  ProcessTest(const ProcessTest&) = delete;
-  ProcessTest& operator=(const ProcessTest&) = delete;
-  /// Ends what the test has left running, or the next one would find it.
-  ~ProcessTest() override;
 
   /// Runs the program with these arguments, by `command` otherwise: from the home's directory, in
   /// `command.environment`.

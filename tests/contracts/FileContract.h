@@ -45,7 +45,7 @@ class FileContract : public testing::Test {
     }
   }
 
-  /// Neither in one piece nor in several.
+  /// Expects this error of reading in one piece and of reading in several.
   void expectUnreadable(std::string_view name, std::size_t maximumLength, int code) {
     SCOPED_TRACE(std::string(name) + " of at most " + std::to_string(maximumLength));
     expectError(code, [&] { reader().read(path(name), maximumLength); });
@@ -63,7 +63,7 @@ class FileContract : public testing::Test {
       EXPECT_LE(count, size);
       bytes.append(room, 0, count);
     }
-    // Also asked again, that is the end.
+    // The end stays the end when it is asked again.
     EXPECT_EQ(content->read(room.data(), size), 0);
     return bytes;
   }

@@ -14,7 +14,7 @@ namespace velmora {
 /// An adapter has
 ///   Logger& logger();
 ///   std::vector<std::string> lines();
-///       the lines logged since the beginning, without what the log puts in front of them; called
+///       the lines logged since the beginning, without what the log puts before them; called
 ///       once, when all is logged
 template <class Adapter>
 class LoggerContract : public testing::Test {};

@@ -16,7 +16,7 @@ namespace velmora {
 ///       waits until another program has received `count` notifications since the beginning, and
 ///       returns the names of all that it has received, in order
 ///   void breakDelivery();
-///       from there on nothing can be delivered
+///       makes the delivery of every later notification fail
 template <class Adapter>
 class NotificationCenterContract : public testing::Test {};
 

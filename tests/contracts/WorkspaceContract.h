@@ -19,8 +19,8 @@ namespace velmora {
 ///   Text emptyLocation();
 ///       a location of the platform's kind where nothing is
 ///   std::vector<std::string> opened(std::size_t count);
-///       waits until applications have been opened `count` times since the beginning, what was
-///       asked for an empty location not counted, and returns their bundle identifiers in order
+///       waits until applications have been opened `count` times since the beginning, and returns
+///       their bundle identifiers in order; requests for an empty location do not count
 template <class Adapter>
 class WorkspaceContract : public testing::Test {};
 

@@ -24,7 +24,6 @@ class FakeItemProvider final : public ItemProvider {
   explicit FakeItemProvider(Script script) : script_(std::move(script)) {}
 
   bool conformsToFileURL = true;
-  int loadCount = 0;
 
   bool hasItemConformingTo(std::string_view typeIdentifier) const override {
     return conformsToFileURL && typeIdentifier == "public.file-url";
@@ -32,7 +31,6 @@ class FakeItemProvider final : public ItemProvider {
 
   void loadItem(std::string_view typeIdentifier, LoadCompletion completion) override {
     EXPECT_EQ(typeIdentifier, "public.file-url");
-    ++loadCount;
     script_(std::move(completion));
   }
 

@@ -1,5 +1,5 @@
-// Tries a fuzz target on each file of the folder that is its argument. A property that does not
-// hold ends the process, after the seed's name.
+// Tries a fuzz target on each file of the folder that is its argument. It writes the name of each
+// file first, because a property that does not hold ends the process.
 
 #include <cstddef>
 #include <cstdint>

@@ -64,7 +64,8 @@ class HandoffRequestWriting : public testing::Test {
     writeHandoffRequest(action, paths, fake.platform());
   }
 
-  /// Writing `path` raises an error with this code, and leaves nothing.
+  /// Expects that writing `path` raises an error with this code, puts no file in place and posts
+  /// nothing.
   void expectError(int code, const char* path = "/a") {
     try {
       write(FinderHandoffAction::warpFolder, {path});

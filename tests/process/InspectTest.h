@@ -19,7 +19,7 @@ class InspectTest : public ProcessTest {
   /// Runs the program, which must leave no trace, whatever it is asked. Nothing goes to standard
   /// error.
   Outcome inspect(const std::vector<std::string>& arguments, int exitStatus);
-  /// The same with "--json" behind the command; the answer's lines.
+  /// The same with "--json" after the command; the answer's lines.
   std::vector<JSONLine> inspectAsJSON(std::vector<std::string> arguments, int exitStatus);
   /// The same of an answer of one line.
   JSONLine onlyLine(const std::vector<std::string>& arguments, int exitStatus);

@@ -52,7 +52,9 @@ TEST_F(LaunchTest, runningApplicationIsActivated) {
     application.answerWith(answer);
     const Outcome outcome = run({folder});
     expectHandedOver(outcome, {folder});
-    const BusMessage call = application.receivedUntilGone(outcome.process).back();
+    const std::vector<BusMessage> received = application.receivedUntilGone(outcome.process);
+    ASSERT_FALSE(received.empty());
+    const BusMessage& call = received.back();
     EXPECT_TRUE(call.isCall);
     EXPECT_EQ(call.path, "/io/tolvane/Velmora");
     EXPECT_EQ(call.interface, "org.freedesktop.Application");

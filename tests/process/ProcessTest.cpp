@@ -118,9 +118,4 @@ void ProcessTest::runAs(unsigned user) {
   }
 }
 
-std::vector<BusMessage> named(std::vector<BusMessage> messages, std::string_view member) {
-  std::erase_if(messages, [&](const BusMessage& message) { return message.member != member; });
-  return messages;
-}
-
 }  // namespace velmora::process

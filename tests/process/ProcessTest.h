@@ -15,7 +15,6 @@
 #include <memory>
 #include <set>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace velmora::process {
@@ -74,8 +73,5 @@ class ProcessTest : public ::testing::Test {
   std::set<std::string> listingBefore_;
   std::set<pid_t> childrenBefore_;
 };
-
-/// Those of `messages` that are a signal or call of this name.
-std::vector<BusMessage> named(std::vector<BusMessage> messages, std::string_view member);
 
 }  // namespace velmora::process

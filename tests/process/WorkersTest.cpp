@@ -1,7 +1,8 @@
-// --workers: nobody can tell by the answers how many there are.
+// --workers: so many threads may read, and the answers are the same.
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/ProcessTest.h"
+#include "tests/process/Trace.h"
 
 namespace velmora::process {
 
@@ -30,6 +31,13 @@ TEST_F(ProcessTest, workersChangeNothing) {
     }
     items.push_back(folder);
   }
+  const auto threadsOf = [&](std::vector<std::string> question, const std::string& workers) {
+    const std::filesystem::path trace = home.path() / "trace";
+    command.arguments = tracingCommand(trace, "?clone,?clone3", {});
+    question.push_back("--workers=" + workers);
+    run(question);
+    return callsIn(trace).size();
+  };
   std::vector<std::string> answers;
   for (const char* workers : {"--workers=1", "--workers=2", "--workers=8"}) {
     command.arguments = {VELMORA_TEST_PROGRAM, workers, "--"};
@@ -45,6 +53,13 @@ TEST_F(ProcessTest, workersChangeNothing) {
     }
     EXPECT_FALSE(answer.empty());
     answers.push_back(answer);
+  }
+  // The leak checker cannot work in a traced process.
+  command.environment["ASAN_OPTIONS"] += ":detect_leaks=0";
+  for (const std::vector<std::string>& question :
+       {std::vector<std::string>{VELMORA_TEST_PROGRAM, "--check", ordinary.front()},
+        {VELMORA_TEST_INSPECT_PROGRAM, "list"}}) {
+    EXPECT_LT(threadsOf(question, "1"), threadsOf(question, "8")) << question.front();
   }
   EXPECT_EQ(answers, std::vector<std::string>(3, answers.front()));
 }

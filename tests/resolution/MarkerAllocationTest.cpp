@@ -50,7 +50,7 @@ TEST(MarkersShortOfMemory, areNotTakenForMissing) {
           EXPECT_EQ(judged.observer.confirmedCount, folderCount);
         }
       },
-      // Among the first ones all is made that is made once; then one marker is like the other.
+      // The first allocations are for what is made once; after them each marker is like the last.
       64);
   EXPECT_GT(allocationCount, static_cast<long>(folderCount));
   EXPECT_GT(throwCount, 200);

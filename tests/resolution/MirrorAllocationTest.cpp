@@ -1,5 +1,5 @@
-// Reads a mirror by several threads while memory runs out: what was read is whole, what could not
-// be is refused, and the process goes on.
+// Reads a mirror by several threads while memory runs out: each manifest is either read as a whole
+// or refused, and the process goes on.
 
 #include "resolution/ManifestMirror.h"
 #include "tests/fakes/RecordedWarps.h"

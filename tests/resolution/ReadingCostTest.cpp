@@ -63,6 +63,7 @@ TEST(WorthwhileHelpersOfManyFiles, areFewerThanTheWorkersAskedFor) {
     ReadingCost cost(workers);
     cost.addFile(100);
     EXPECT_EQ(cost.helpersWorthStarting(999), helpers) << workers;
+    // The answer does not use up workers.
     EXPECT_EQ(cost.helpersWorthStarting(999), helpers) << workers;
   }
 }

@@ -1,8 +1,8 @@
-// Markers that several threads read: nobody can tell by what comes of it.
+// Several threads read markers: they give and tell the same as one thread.
 
 #include "resolution/WarpMarker.h"
 #include "tests/fakes/RecordedWarps.h"
-#include "tests/resolution/Listener.h"
+#include "tests/resolution/LineObserver.h"
 #include "tests/resolution/Meeting.h"
 #include "tests/resolution/MirroredManifests.h"
 #include "tests/resolution/WatchedFiles.h"
@@ -21,7 +21,7 @@
 namespace velmora {
 namespace {
 
-/// So many markers are worth three helpers.
+/// This number of markers is worth three helpers.
 constexpr std::size_t enoughForFourWorkers = 1600;
 
 class SharedMarkers : public testing::Test {
@@ -81,7 +81,7 @@ class SharedMarkers : public testing::Test {
   Lines confirmedIn(const FileReader& reader, std::size_t workerCount) {
     Lines result;
     for (const MirroredManifest& mirrored : confirmedWarpManifests(
-             manifests, recordedWarpRoot, reader, fake.paths, listener, workerCount)) {
+             manifests, recordedWarpRoot, reader, fake.paths, observer, workerCount)) {
       result.push_back(mirrored.filePath.utf8());
     }
     return result;
@@ -90,7 +90,7 @@ class SharedMarkers : public testing::Test {
   FakePlatform fake;
   std::vector<MirroredManifest> manifests;
   WatchedFiles files{fake.fileSystem};
-  Listener listener;
+  LineObserver observer;
 
  private:
   /// 10000 and so on, so that they sort as they count.
@@ -100,17 +100,17 @@ class SharedMarkers : public testing::Test {
 TEST_F(SharedMarkers, areJudgedTheSameWhateverTheNumberOfWorkers) {
   addFoldersOfAllKinds(enoughForFourWorkers);
   const Lines list = confirmed(1);
-  const Lines told = std::exchange(listener.told, {});
+  const Lines told = std::exchange(observer.told, {});
   EXPECT_EQ(list.size(), enoughForFourWorkers / 4);
   EXPECT_TRUE(std::ranges::is_sorted(list));
   EXPECT_EQ(told.size(), 1 + enoughForFourWorkers);
   EXPECT_TRUE(std::ranges::is_sorted(told.begin() + 1, told.end()));
-  EXPECT_EQ(listener.verdicts.size(), 7U);
+  EXPECT_EQ(observer.verdicts.size(), 7U);
   EXPECT_EQ(files.threadCount(), 1U);
   for (const std::size_t workers : {1U, 2U, 4U, 8U}) {
     for (int round = 0; round < 3; ++round) {
       EXPECT_EQ(confirmed(workers), list) << workers;
-      EXPECT_EQ(std::exchange(listener.told, {}), told) << workers;
+      EXPECT_EQ(std::exchange(observer.told, {}), told) << workers;
     }
   }
 }
@@ -139,12 +139,6 @@ TEST_F(SharedMarkers, areReadByTheCallerAloneWhereTheyAreFew) {
   EXPECT_EQ(files.threadCount(), 1U);
 }
 
-TEST_F(SharedMarkers, areReadByTheCallerAloneForOneWorker) {
-  addFolders(enoughForFourWorkers);
-  EXPECT_EQ(confirmed(1).size(), enoughForFourWorkers);
-  EXPECT_EQ(files.threadCount(), 1U);
-}
-
 TEST_F(SharedMarkers, ofDestroyedWarpsAreNotLookedFor) {
   addFoldersOfAllKinds(enoughForFourWorkers);
   for (const std::size_t workers : {1U, 4U}) {
@@ -160,18 +154,18 @@ TEST_F(SharedMarkers, ofDestroyedWarpsAreNotLookedFor) {
 TEST_F(SharedMarkers, areJudgedNoFurtherWhenTheObserverThrows) {
   addFoldersOfAllKinds(enoughForFourWorkers);
   static_cast<void>(confirmed(1));
-  const Lines told = std::exchange(listener.told, {});
+  const Lines told = std::exchange(observer.told, {});
   for (std::size_t line = 0; line < told.size(); line += 101) {
-    listener.told.clear();
-    listener.patience = line + 1;
+    observer.told.clear();
+    observer.lineLimit = line + 1;
     EXPECT_THROW(static_cast<void>(confirmed(4)), std::runtime_error);
-    EXPECT_EQ(listener.told, Lines(told.begin(), told.begin() + static_cast<long>(line) + 1));
+    EXPECT_EQ(observer.told, Lines(told.begin(), told.begin() + static_cast<long>(line) + 1));
   }
 }
 
 class FailingMarkers : public SharedMarkers {
  protected:
-  /// The lookup by so many workers throws.
+  /// Expects that the look-up by so many workers throws.
   void expectFault(std::size_t workerCount) {
     try {
       static_cast<void>(confirmed(workerCount));
@@ -190,11 +184,11 @@ class FailingMarkers : public SharedMarkers {
 TEST_F(FailingMarkers, endTheLookUpOnceTheManifestsBeforeThemHaveVerdicts) {
   addFoldersOfAllKinds(enoughForFourWorkers);
   static_cast<void>(confirmed(1));
-  const Lines told = std::exchange(listener.told, {});
+  const Lines told = std::exchange(observer.told, {});
   for (const std::function<void()>& fault : faults) {
     for (const std::size_t failing : {std::size_t{0}, enoughForFourWorkers / 2}) {
       files.reading = [&](std::string_view path) {
-        // Another fault after it, which is never told of.
+        // The second fault comes after the first one, so it is never told of.
         if (path == markerOf(failing) || path == markerOf(failing + 7)) {
           fault();
         }
@@ -202,7 +196,7 @@ TEST_F(FailingMarkers, endTheLookUpOnceTheManifestsBeforeThemHaveVerdicts) {
       for (const std::size_t workers : {1U, 2U, 4U}) {
         expectFault(workers);
         // The first line is of the tombstones.
-        EXPECT_EQ(std::exchange(listener.told, {}),
+        EXPECT_EQ(std::exchange(observer.told, {}),
                   Lines(told.begin(), told.begin() + 1 + static_cast<long>(failing)));
       }
     }
@@ -221,10 +215,10 @@ TEST_F(FailingMarkers, endTheLookUpOnAnyThread) {
         fault();
       }
     };
-    listener.told.clear();
+    observer.told.clear();
     expectFault(2);
     EXPECT_TRUE(meeting.tookPlace());
-    EXPECT_EQ(listener.told.size(), 1 + enoughForFourWorkers - 2);
+    EXPECT_EQ(observer.told.size(), 1 + enoughForFourWorkers - 2);
   }
 }
 

@@ -1,8 +1,8 @@
-// A mirror that several threads read: nobody can tell by what comes of it.
+// Several threads read a mirror: they give and tell the same as one thread.
 
 #include "resolution/ManifestMirror.h"
 #include "tests/fakes/RecordedWarps.h"
-#include "tests/resolution/Listener.h"
+#include "tests/resolution/LineObserver.h"
 #include "tests/resolution/Meeting.h"
 #include "tests/resolution/WatchedFiles.h"
 
@@ -43,8 +43,8 @@ class SharedReading : public testing::Test {
     fake.fileSystem.files[pathOf(name)] = encodeManifest(manifest);
   }
 
-  /// Valid manifests, of few different instants; ones that are refused for several reasons; and
-  /// such as cannot be read.
+  /// Adds valid manifests, many of the same instant; files that are refused for several reasons;
+  /// and directories, which cannot be read.
   void fillMirror() {
     add("0", 50, entriesOfTheFirst);
     for (int number = 0; number < restCount; ++number) {
@@ -64,7 +64,7 @@ class SharedReading : public testing::Test {
   }
 
   std::vector<MirroredManifest> read(std::size_t workerCount) {
-    return mirroredManifests(std::string(recordedWarpRoot), files, fake.paths, listener,
+    return mirroredManifests(std::string(recordedWarpRoot), files, fake.paths, observer,
                              workerCount);
   }
 
@@ -79,20 +79,20 @@ class SharedReading : public testing::Test {
 
   FakePlatform fake;
   WatchedFiles files{fake.fileSystem};
-  Listener listener;
+  LineObserver observer;
 };
 
 TEST_F(SharedReading, givesAndTellsTheSameWhateverTheNumberOfWorkers) {
   fillMirror();
   const Lines list = linesOf(read(1));
-  const Lines told = std::exchange(listener.told, {});
+  const Lines told = std::exchange(observer.told, {});
   EXPECT_EQ(list.size(), 41U);
   EXPECT_EQ(told.size(), 63U);
   EXPECT_EQ(files.threadCount(), 1U);
   for (const std::size_t workers : {1U, 2U, 3U, 8U}) {
     for (int round = 0; round < 10; ++round) {
       EXPECT_EQ(linesOf(read(workers)), list) << workers;
-      EXPECT_EQ(std::exchange(listener.told, {}), told) << workers;
+      EXPECT_EQ(std::exchange(observer.told, {}), told) << workers;
     }
   }
 }
@@ -110,7 +110,7 @@ TEST_F(SharedReading, happensAtTheSameTime) {
       }
     };
     static_cast<void>(
-        mirroredManifests(std::string(recordedWarpRoot), watched, fake.paths, listener, workers));
+        mirroredManifests(std::string(recordedWarpRoot), watched, fake.paths, observer, workers));
     EXPECT_TRUE(meeting.tookPlace()) << workers;
     EXPECT_EQ(watched.threadCount(), workers);
   }
@@ -131,21 +131,15 @@ TEST_F(SharedReading, isLeftOutForOneFileAfterALargeOne) {
   EXPECT_EQ(files.threadCount(), 1U);
 }
 
-TEST_F(SharedReading, isLeftOutForOneWorker) {
-  fillMirror();
-  static_cast<void>(read(1));
-  EXPECT_EQ(files.threadCount(), 1U);
-}
-
 TEST_F(SharedReading, endsWhenTheObserverThrows) {
   fillMirror();
   static_cast<void>(read(1));
-  const Lines told = std::exchange(listener.told, {});
+  const Lines told = std::exchange(observer.told, {});
   for (std::size_t line = 0; line < told.size(); line += 6) {
-    listener.told.clear();
-    listener.patience = line + 1;
+    observer.told.clear();
+    observer.lineLimit = line + 1;
     EXPECT_THROW(static_cast<void>(read(3)), std::runtime_error);
-    EXPECT_EQ(listener.told, Lines(told.begin(), told.begin() + static_cast<long>(line) + 1));
+    EXPECT_EQ(observer.told, Lines(told.begin(), told.begin() + static_cast<long>(line) + 1));
   }
 }
 
@@ -165,11 +159,11 @@ TEST_F(SharedReading, takesWhatIsThrownOnAnyThreadForARefusal) {
         row.first();
       }
     };
-    listener.told.clear();
+    observer.told.clear();
     static_cast<void>(read(2));
     EXPECT_TRUE(meeting.tookPlace());
-    EXPECT_EQ(listener.told.at(61), "refused " + failing + ": " + row.second);
-    EXPECT_EQ(listener.told.at(62), "refused " + pathOf("99") + ": " + row.second);
+    EXPECT_EQ(observer.told.at(61), "refused " + failing + ": " + row.second);
+    EXPECT_EQ(observer.told.at(62), "refused " + pathOf("99") + ": " + row.second);
   }
 }
 

@@ -2,7 +2,7 @@
 #include "json/JSONReader.h"
 #include "resolution/WarpMarker.h"
 #include "tests/fakes/RecordedWarps.h"
-#include "tests/resolution/Listener.h"
+#include "tests/resolution/LineObserver.h"
 #include "tests/resolution/MirroredManifests.h"
 #include "tests/resolution/RecordingObserver.h"
 #include "tests/support/AnsweredDocuments.h"
@@ -45,7 +45,7 @@ class MarkedFolder {
     return folders;
   }
 
-  /// That on the only manifest, which is in the list exactly when it is confirmed.
+  /// The verdict on the only manifest. Expects it in the list exactly when it is confirmed.
   ManifestVerdict verdict() {
     const Paths folders = confirmedFolders();
     const ManifestVerdict verdict = observer.verdicts.at(manifests.at(0).filePath.utf8());
@@ -120,14 +120,14 @@ TEST_F(Markers, areNotTakenForMissingWhenMemoryRunsOut) {
 
 TEST_F(Markers, getOneVerdictFromAnObserverThatThrows) {
   mark(fake, "/a", "W");
-  Listener impatient;
-  // After the tombstones' line.
-  impatient.patience = 2;
+  LineObserver throwing;
+  // The first line is of the tombstones, the second one is the verdict.
+  throwing.lineLimit = 2;
   EXPECT_THROW(static_cast<void>(confirmedWarpManifests(manifests, recordedWarpRoot,
-                                                        fake.fileSystem, fake.paths, impatient)),
+                                                        fake.fileSystem, fake.paths, throwing)),
                std::runtime_error);
-  EXPECT_EQ(impatient.told.size(), 2);
-  EXPECT_EQ(impatient.verdicts, std::set{confirmed});
+  EXPECT_EQ(throwing.told.size(), 2);
+  EXPECT_EQ(throwing.verdicts, std::set{confirmed});
 }
 
 TEST_F(Markers, keepTheOrderOfTheManifests) {
@@ -150,7 +150,7 @@ TEST_F(Markers, judgeEachManifestOfAFolderOnItsOwn) {
 TEST(Tombstones, takeTheFolderFromItsWarp) {
   struct Row {
     const char* warpID;
-    /// The Warps that they name, and those whose manifest keys they name.
+    /// For each tombstone, the Warp that it names and the Warp whose manifest key it names.
     std::vector<std::pair<std::string, std::string>> tombstones;
     ManifestVerdict verdict;
   };

@@ -23,8 +23,6 @@ struct BusMessage {
   std::string arguments;
   /// What lay in the watched directory: names and contents, by turns.
   std::vector<std::string> files;
-
-  bool operator==(const BusMessage&) const = default;
 };
 
 class BusPeer {

@@ -1,4 +1,4 @@
-// Session buses of a test: a real one, a filter in front of it, and broken ones.
+// Session buses for tests: a real one, a proxy that filters its messages, and broken ones.
 #pragma once
 
 #include "tests/support/Listener.h"
@@ -37,7 +37,7 @@ class PrivateBus {
   std::optional<process::HelperProcess> daemon_;
 };
 
-/// The filter that stands between a sandboxed application and the bus.
+/// The proxy through which a sandboxed application uses the bus.
 class FilteringProxy {
  public:
   /// Lets through what `policy` allows, options of xdg-dbus-proxy.

@@ -13,7 +13,7 @@ namespace velmora {
 enum class MemoryShortage { once, forGood };
 
 /// The first allocation after `successfulAllocations` of them, on whatever thread, throws
-/// std::bad_alloc; those behind it too when the shortage is for good.
+/// std::bad_alloc; so do all later ones when the shortage is for good.
 void failAllocations(long successfulAllocations, MemoryShortage shortage);
 
 /// How many there were since the start of the program.
@@ -42,7 +42,8 @@ struct Attempt {
 /// Lets memory run out at each allocation of `operation` in turn, first for one allocation, then
 /// for all that follow. After the first `density` allocations it leaves out ever more of them. The
 /// operation gets what `prepare` makes; `check` then gets the same, and the attempt. `prepare` and
-/// `check` run without a shortage. Returns how many allocations there are.
+/// `check` run without a shortage. Returns how many allocations there are; with a `density`, about
+/// how many.
 template <class Prepare, class Operation, class Check>
 long failEachAllocation(Prepare prepare, Operation operation, Check check,
                         long density = std::numeric_limits<long>::max()) {

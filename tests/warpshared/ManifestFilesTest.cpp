@@ -3,6 +3,7 @@
 #include "platform/FileReader.h"
 #include "platform/PlatformError.h"
 #include "platform/posix/PosixFileReader.h"
+#include "tests/support/ErrorCode.h"
 #include "tests/support/HostileFiles.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/warpshared/PlainManifests.h"
@@ -15,7 +16,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -24,17 +24,6 @@
 
 namespace velmora {
 namespace {
-
-/// The code of the PlatformError that `operation` raises; 0 without one.
-int errorCodeOf(const std::function<void()>& operation) {
-  try {
-    operation();
-  } catch (const PlatformError& error) {
-    EXPECT_EQ(error.domain(), posixErrorDomain);
-    return error.code();
-  }
-  return 0;
-}
 
 /// So many that they are read in pieces.
 constexpr std::size_t longCount = 1200;
@@ -114,8 +103,8 @@ TEST(ManifestFiles, raiseTheErrorOfTheFile) {
     const std::string path = directory.path("entry");
     row.make(path);
     ManifestDecoder decoder;
-    EXPECT_EQ(errorCodeOf([&] { static_cast<void>(decoder.read(path, files)); }), row.error);
-    EXPECT_EQ(errorCodeOf([&] { static_cast<void>(decoder.readSummary(path, files)); }), row.error);
+    EXPECT_EQ(errorCodeOf([&] { return decoder.read(path, files); }), row.error);
+    EXPECT_EQ(errorCodeOf([&] { return decoder.readSummary(path, files); }), row.error);
     EXPECT_EQ(decoder.reconsideredCount(), 0);
     EXPECT_EQ(decoder.read(directory.write("other", longManifest()), files),
               decodedManifest(longManifest()));

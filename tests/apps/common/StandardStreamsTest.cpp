@@ -23,8 +23,9 @@ ino_t inodeOf(int descriptor) {
   return ::fstat(descriptor, &status) == 0 ? status.st_ino : 0;
 }
 
-/// In a process of its own: whether each of the first three descriptors is /dev/null where it was
-/// closed before, to be read and written, and as it was otherwise, and no further one is open.
+/// Closes these descriptors and has them opened again, so it needs a process of its own. Whether
+/// they are /dev/null then and can be written to, the others of the first three are unchanged, and
+/// no further one is open.
 bool opensExactly(const std::vector<int>& closed) {
   const int unused = ::open("/dev/null", O_RDONLY);
   const ino_t null = inodeOf(unused);
@@ -50,8 +51,8 @@ TEST(MissingStandardStreams, areOpenedAndNoOthers) {
   }
 }
 
-/// What standard input gives that is `descriptor`, which is closed; what the error says where
-/// reading fails.
+/// Makes `descriptor` standard input, and closes it. Returns all that is read from it, or the
+/// message of the error.
 std::string readFrom(int descriptor) {
   const int original = ::dup(STDIN_FILENO);
   ::dup2(descriptor, STDIN_FILENO);

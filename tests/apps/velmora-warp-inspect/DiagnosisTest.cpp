@@ -25,7 +25,7 @@ class DiagnosisTest : public testing::Test {
                          }});
   }
 
-  /// That the answer for people and the one for programs hold these pieces.
+  /// Expects these pieces in the text for people, and these in the JSON for programs.
   void expectPieces(const Names& textPieces, const Names& jsonPieces) {
     const std::string text = toText(look(), Style(false));
     for (const std::string& piece : textPieces) {

@@ -22,7 +22,7 @@ from typing import NamedTuple
 
 SOURCE = pathlib.Path(__file__).resolve().parents[3]
 HERE = pathlib.Path(__file__).resolve().parent
-# CTest names the build that it belongs to.
+# The build that it is a part of names its own folder.
 BUILD = pathlib.Path(os.environ.get("VELMORA_BUILD", SOURCE / "build/dev"))
 
 FOLDERS = (SOURCE / "src/platform/macos", SOURCE / "apps/macos")

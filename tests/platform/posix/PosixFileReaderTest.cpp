@@ -1,7 +1,8 @@
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/PosixFileReader.h"
-#include "tests/platform/posix/ErrorCode.h"
+#include "tests/support/ErrorCode.h"
 #include "tests/support/HostileFiles.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/Threads.h"
 
@@ -9,7 +10,6 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -18,7 +18,6 @@
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -36,19 +35,6 @@ constexpr std::size_t plenty = 16 * 1024 * 1024;
 /// The number that the next file to be opened gets: higher when one has been left open.
 int nextDescriptor() {
   return FileDescriptor::adopt(::open("/dev/null", O_RDONLY | O_CLOEXEC)).get();
-}
-
-/// What `operation` returns in a process that is nobody's, where this one is root's: to root,
-/// nothing is unreadable. Values fit an exit status.
-int resultForOrdinaryUser(const std::function<int()>& operation) {
-  const pid_t child = ::fork();
-  if (child == 0) {
-    constexpr uid_t nobody = 65534;
-    ::_exit(::geteuid() == 0 && ::setuid(nobody) != 0 ? 255 : operation());
-  }
-  int status = 0;
-  require(child > 0 && ::waitpid(child, &status, 0) == child && WIFEXITED(status), "child");
-  return WEXITSTATUS(status);
 }
 
 class ReadingPosixFiles : public testing::Test {

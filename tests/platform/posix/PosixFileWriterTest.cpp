@@ -1,6 +1,6 @@
 #include "platform/posix/PosixFileReader.h"
 #include "platform/posix/PosixFileWriter.h"
-#include "tests/platform/posix/ErrorCode.h"
+#include "tests/support/ErrorCode.h"
 #include "tests/support/HostileFiles.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/Threads.h"

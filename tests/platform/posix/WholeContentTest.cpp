@@ -1,5 +1,5 @@
 #include "platform/posix/WholeContent.h"
-#include "tests/platform/posix/ErrorCode.h"
+#include "tests/support/ErrorCode.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// Keeps what resolution tells, in its order.
+// Keeps what resolution tells as lines of text, in its order.
 #pragma once
 
 #include "resolution/ManifestMirror.h"
@@ -8,7 +8,6 @@
 
 #include <cstddef>
 #include <exception>
-#include <functional>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -20,13 +19,13 @@ namespace velmora {
 
 using Lines = std::vector<std::string>;
 
-/// Keeps a line for all that is told, and sees that it is told on the test's thread.
-class Listener final : public ResolutionObserver {
+/// Keeps a line for each call, and expects each call on the thread that made the observer.
+class LineObserver final : public ResolutionObserver {
  public:
   Lines told;
   std::set<ManifestVerdict> verdicts;
-  /// After so many lines it throws.
-  std::size_t patience = 1'000'000;
+  /// It throws std::runtime_error once it has so many lines.
+  std::size_t lineLimit = 1'000'000;
 
   void willReadManifests(std::size_t count) override { tell("will read " + std::to_string(count)); }
   void didReadManifest(const MirroredManifest& mirrored) override {
@@ -50,7 +49,7 @@ class Listener final : public ResolutionObserver {
   void tell(std::string line) {
     EXPECT_EQ(std::this_thread::get_id(), thread_);
     told.push_back(std::move(line));
-    if (told.size() >= patience) {
+    if (told.size() >= lineLimit) {
       throw std::runtime_error("enough");
     }
   }

@@ -28,6 +28,26 @@ function(velmora_common_options target)
   endif()
 endfunction()
 
+# What makes a build with tests quicker, for libraries that tests link.
+function(velmora_options_for_tests target)
+  # Quick libraries save the tests more time than they cost the compiler. Coverage is left as it is,
+  # because the optimiser merges lines.
+  if(NOT VELMORA_COVERAGE)
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-Og>)
+  endif()
+  # One precompiled header of the standard library for all. Users' builds and clang-tidy have none, so
+  # that a source must include what it uses. Objective-C++ is another language, with another compiler.
+  get_target_property(sources ${target} SOURCES)
+  if(VELMORA_BUILD_TESTS AND NOT sources MATCHES "\\.mm")
+    set(owner velmora_platform)
+    if(target STREQUAL owner)
+      target_precompile_headers(${target} PRIVATE ${PROJECT_SOURCE_DIR}/src/Precompiled.h)
+    else()
+      target_precompile_headers(${target} REUSE_FROM ${owner})
+    endif()
+  endif()
+endfunction()
+
 # velmora_add_library(NAME [INTERFACE] [NOT_INSTALLED] [SOURCES …] [DEPENDS …] [PRIVATE_DEPENDS …])
 # makes the static library velmora_NAME, exported as velmora::NAME, of the current folder.
 # Headers are included as "folder/Header.h", in the tree and when installed.
@@ -43,11 +63,7 @@ function(velmora_add_library name)
   else()
     add_library(${target} STATIC ${arg_SOURCES})
     velmora_common_options(${target})
-    # Quick libraries save the tests more time than they cost the compiler. Coverage is left as it
-    # is, because the optimiser merges lines.
-    if(NOT VELMORA_COVERAGE)
-      target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-Og>)
-    endif()
+    velmora_options_for_tests(${target})
     # An installed library must link by another compiler than the one that made it, too.
     if(CMAKE_INTERPROCEDURAL_OPTIMIZATION AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
       target_compile_options(${target} PRIVATE -ffat-lto-objects)

@@ -1,0 +1,29 @@
+// The standard headers that most sources include, compiled once for a build with tests.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <iterator>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <thread>
+#include <tuple>
+#include <utility>
+#include <variant>
+#include <vector>

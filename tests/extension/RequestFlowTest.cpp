@@ -1,4 +1,5 @@
 #include "extension/RequestFlow.h"
+#include "platform/PlatformError.h"
 #include "tests/fakes/FakeExtensionHost.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/RecordedWarps.h"

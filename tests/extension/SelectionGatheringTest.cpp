@@ -1,4 +1,5 @@
 #include "extension/SelectionGathering.h"
+#include "platform/PlatformError.h"
 #include "tests/fakes/FakeExtensionHost.h"
 #include "tests/fakes/FakePlatform.h"
 

@@ -1,6 +1,7 @@
 #include "extension/SelectionScreening.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/fakes/WarpRecords.h"
 #include "tests/support/Bytes.h"
 
 #include <gtest/gtest.h>

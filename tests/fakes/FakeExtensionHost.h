@@ -4,14 +4,11 @@
 #include "platform/ExtensionContext.h"
 #include "platform/ItemProvider.h"
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <optional>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 namespace velmora {
@@ -21,56 +18,38 @@ class FakeItemProvider final : public ItemProvider {
  public:
   using Script = std::function<void(LoadCompletion)>;
 
-  explicit FakeItemProvider(Script script) : script_(std::move(script)) {}
+  explicit FakeItemProvider(Script script);
+  ~FakeItemProvider() override;
 
   bool conformsToFileURL = true;
 
-  bool hasItemConformingTo(std::string_view typeIdentifier) const override {
-    return conformsToFileURL && typeIdentifier == "public.file-url";
-  }
-
-  void loadItem(std::string_view typeIdentifier, LoadCompletion completion) override {
-    EXPECT_EQ(typeIdentifier, "public.file-url");
-    script_(std::move(completion));
-  }
+  bool hasItemConformingTo(std::string_view typeIdentifier) const override;
+  void loadItem(std::string_view typeIdentifier, LoadCompletion completion) override;
 
  private:
   Script script_;
 };
 
 /// Answers within the call that starts the load.
-inline std::shared_ptr<FakeItemProvider> answering(LoadedItem item) {
-  return std::make_shared<FakeItemProvider>(
-      [item = std::move(item)](const ItemProvider::LoadCompletion& completion) {
-        completion(item, nullptr);
-      });
-}
-
-inline std::shared_ptr<FakeItemProvider> answeringPath(const char* path) {
-  return answering(FileURL{.path = path});
-}
+std::shared_ptr<FakeItemProvider> answering(LoadedItem item);
+std::shared_ptr<FakeItemProvider> answeringPath(const char* path);
 
 /// Keeps what it is given for the test to call.
 class PendingLoad {
  public:
-  PendingLoad() = default;
+  PendingLoad();
   PendingLoad(const PendingLoad&) = delete;
   PendingLoad& operator=(const PendingLoad&) = delete;
   /// A load that never ends would keep its request for ever, and the request its provider.
-  ~PendingLoad() { *completion_ = nullptr; }
+  ~PendingLoad();
 
-  std::shared_ptr<FakeItemProvider> provider() const {
-    return std::make_shared<FakeItemProvider>(
-        [kept = completion_](ItemProvider::LoadCompletion given) { *kept = std::move(given); });
-  }
-
-  bool hasStarted() const { return *completion_ != nullptr; }
-  void answer(const LoadedItem& item) const { (*completion_)(item, nullptr); }
-  void answerPath(const char* path) const { answer(FileURL{.path = path}); }
+  std::shared_ptr<FakeItemProvider> provider() const;
+  bool hasStarted() const;
+  void answer(const LoadedItem& item) const;
+  void answerPath(const char* path) const;
 
  private:
-  std::shared_ptr<ItemProvider::LoadCompletion> completion_ =
-      std::make_shared<ItemProvider::LoadCompletion>();
+  std::shared_ptr<ItemProvider::LoadCompletion> completion_;
 };
 
 /// How a request ended, as often as it did.
@@ -86,30 +65,21 @@ struct RequestEnds {
 /// Keeps its record outside of itself, so that a test can see the context go.
 class FakeExtensionContext final : public ExtensionContext {
  public:
-  explicit FakeExtensionContext(std::vector<InputItem> items)
-      : ends(std::make_shared<RequestEnds>()), items_(std::move(items)) {}
+  explicit FakeExtensionContext(std::vector<InputItem> items);
+  ~FakeExtensionContext() override;
 
   const std::shared_ptr<RequestEnds> ends;
 
-  std::vector<InputItem> inputItems() const override { return items_; }
-
-  void completeRequest() noexcept override { ++ends->completedCount; }
-
-  void cancelRequest(const RequestError& error) noexcept override {
-    ++ends->cancelledCount;
-    const std::lock_guard guard(ends->lock);
-    ends->errors.push_back(error);
-  }
+  std::vector<InputItem> inputItems() const override;
+  void completeRequest() noexcept override;
+  void cancelRequest(const RequestError& error) noexcept override;
 
  private:
   std::vector<InputItem> items_;
 };
 
 /// A context with one input item that has these attachments.
-inline std::shared_ptr<FakeExtensionContext> contextWith(
-    std::vector<std::shared_ptr<ItemProvider>> attachments) {
-  return std::make_shared<FakeExtensionContext>(
-      std::vector<InputItem>{ExtensionItem{.attachments = std::move(attachments)}});
-}
+std::shared_ptr<FakeExtensionContext> contextWith(
+    std::vector<std::shared_ptr<ItemProvider>> attachments);
 
 }  // namespace velmora

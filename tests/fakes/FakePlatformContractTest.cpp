@@ -33,7 +33,7 @@ struct BundleAdapter {
 
   const ExtensionBundle& bundle() const { return fake; }
   void identifyAs(const std::string& identifier) { fake.identifier = identifier; }
-  void localize(const std::string& language, const FakeLocalizationFolder::Table& texts) {
+  void localize(const std::string& language, const FakeExtensionBundle::Table& texts) {
     fake.tables[language] = texts;
   }
   void localizeUnusably(const std::string& language) { fake.tables[language].clear(); }

@@ -1,68 +1,28 @@
 // Files as the application writes them, for tests that need some.
 #pragma once
 
-#include "json/JSONWriting.h"
 #include "warpshared/DestroyedManifestIndex.h"
 #include "warpshared/VelmoraWarpSharedManifest.h"
 
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace velmora {
 
 /// A valid entry for a directory.
-inline VelmoraWarpSharedEntry entryOf(std::string_view path) {
-  VelmoraWarpSharedEntry entry;
-  entry.relativePath = path;
-  entry.displayName = path.substr(path.rfind('/') + 1);
-  entry.kind = VelmoraWarpSharedEntryKind::directory;
-  entry.posixPermissions = 0755;
-  entry.hasModificationTimeMetadata = true;
-  entry.hasOwnershipMetadata = true;
-  entry.hasPOSIXPermissionsMetadata = true;
-  entry.hasBSDFlagsMetadata = true;
-  entry.hasExtendedAttributesMetadata = true;
-  entry.hasACLMetadata = true;
-  return entry;
-}
+VelmoraWarpSharedEntry entryOf(std::string_view path);
 
 /// A valid manifest of a folder with nothing in it.
-inline VelmoraWarpSharedManifest manifestOf(std::string_view folderPath, std::string_view warpID) {
-  VelmoraWarpSharedManifest manifest;
-  manifest.version = 4;
-  manifest.warpID = warpID;
-  manifest.deviceID = "device";
-  manifest.manifestKey = "manifests/" + std::string(warpID) + ".json";
-  manifest.originalFolderPath = folderPath;
-  manifest.displayName = folderPath.substr(folderPath.rfind('/') + 1);
-  manifest.status = VelmoraWarpSharedStatus::verified;
-  manifest.rootMetadata = entryOf(folderPath);
-  return manifest;
-}
+VelmoraWarpSharedManifest manifestOf(std::string_view folderPath, std::string_view warpID);
 
 /// A marker that names a Warp.
-inline std::string markerJSON(std::string_view warpID) {
-  std::string json = R"({"version":1,"warpID":)";
-  appendJSONString(json, warpID);
-  json += '}';
-  return json;
-}
+std::string markerJSON(std::string_view warpID);
 
 /// A tombstone for `manifest`.
-inline VelmoraWarpSharedDestroyedManifestRecord tombstoneOf(
-    const VelmoraWarpSharedManifest& manifest) {
-  return {.warpID = manifest.warpID,
-          .manifestKey = manifest.manifestKey,
-          .originalFolderPath = manifest.originalFolderPath,
-          .destroyedAt = manifest.createdAt};
-}
+VelmoraWarpSharedDestroyedManifestRecord tombstoneOf(const VelmoraWarpSharedManifest& manifest);
 
 /// A valid index of such tombstones.
-inline std::string indexJSON(std::vector<VelmoraWarpSharedDestroyedManifestRecord> records) {
-  return encodeDestroyedManifestIndex(
-      {.version = 1, .generatedAt = {}, .records = std::move(records)});
-}
+std::string indexJSON(std::vector<VelmoraWarpSharedDestroyedManifestRecord> records);
 
 }  // namespace velmora

@@ -1,4 +1,5 @@
 #include "handoff/HandoffRequest.h"
+#include "platform/PlatformError.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/support/Bytes.h"
 

@@ -1,4 +1,5 @@
 #include "handoff/SharedContainer.h"
+#include "platform/PlatformError.h"
 #include "tests/fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>

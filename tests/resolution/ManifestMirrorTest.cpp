@@ -1,5 +1,6 @@
 #include "resolution/ManifestMirror.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/fakes/WarpRecords.h"
 #include "tests/resolution/RecordingObserver.h"
 #include "tests/support/AnsweredCases.h"
 

@@ -3,6 +3,7 @@
 
 #include "resolution/ManifestMirror.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/fakes/WarpRecords.h"
 #include "tests/resolution/CountingObserver.h"
 #include "tests/support/FailingAllocations.h"
 

@@ -2,6 +2,7 @@
 
 #include "resolution/WarpMarker.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/fakes/WarpRecords.h"
 #include "tests/resolution/LineObserver.h"
 #include "tests/resolution/Meeting.h"
 #include "tests/resolution/MirroredManifests.h"

@@ -1,7 +1,9 @@
 // Several threads read a mirror: they give and tell the same as one thread.
 
+#include "platform/PlatformError.h"
 #include "resolution/ManifestMirror.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/fakes/WarpRecords.h"
 #include "tests/resolution/LineObserver.h"
 #include "tests/resolution/Meeting.h"
 #include "tests/resolution/WatchedFiles.h"

@@ -1,6 +1,8 @@
 #include "Diagnosis.h"
+#include "platform/PlatformError.h"
 #include "platform/linux/Environment.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/fakes/WarpRecords.h"
 
 #include <gtest/gtest.h>
 

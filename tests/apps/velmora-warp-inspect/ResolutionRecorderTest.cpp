@@ -1,5 +1,6 @@
 #include "ResolutionRecorder.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/fakes/WarpRecords.h"
 
 #include <gtest/gtest.h>
 

@@ -75,6 +75,7 @@ SETS = {manifests.name: manifests for manifests in [
     *sets_of("1M", 1, 1_000_000, "compact"),
     ManifestSet("home-1000x100", 1000, 100, "compact", in_home=True),
     ManifestSet("home-100k", 1, 100_000, "compact", in_home=True),
+    ManifestSet("home-20x100k", 20, 100_000, "compact", in_home=True),
 ]}
 
 

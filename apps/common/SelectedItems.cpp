@@ -1,6 +1,8 @@
 #include "common/SelectedItems.h"
 
+#include "extension/SelectionGathering.h"
 #include "platform/PathStandardizer.h"
+#include "platform/Platform.h"
 
 #include <algorithm>
 #include <iterator>
@@ -79,6 +81,21 @@ std::vector<std::shared_ptr<ItemProvider>> providersFromOperands(
     return std::make_shared<OperandProvider>(operand, standardizer);
   });
   return providers;
+}
+
+ScreenedOperands screenOperands(const std::vector<std::string>& operands,
+                                const Platform& platform) {
+  std::vector<FileURL> selection;
+  std::vector<std::optional<std::size_t>> itemNumbers;
+  for (const std::string& operand : operands) {
+    std::optional<FileURL> url =
+        fileURLFromLoadedItem(loadedItemFromOperand(operand, platform.paths));
+    itemNumbers.push_back(url.has_value() ? std::optional(selection.size()) : std::nullopt);
+    if (url.has_value()) {
+      selection.push_back(*std::move(url));
+    }
+  }
+  return {.screening = screenSelection(selection, platform), .itemNumbers = std::move(itemNumbers)};
 }
 
 std::vector<std::string> splitAtNUL(std::string_view bytes) {

@@ -1,6 +1,5 @@
 #include "CommandLine.h"
 
-#include "common/WorkerOption.h"
 #include "extension/ActionKind.h"
 
 #include <CLI/CLI.hpp>
@@ -40,7 +39,6 @@ struct RawOptions {
   bool isRestore = false;
   bool isCheck = false;
   bool isWithoutNotification = false;
-  std::string workers;
   std::string itemsFile;
 };
 
@@ -67,7 +65,6 @@ void declareOptions(CLI::App& app, RawOptions& options) {
   app.add_flag("--no-notify", options.isWithoutNotification,
                "Show no desktop notification of a failure")
       ->disable_flag_override();
-  app.add_option("--workers", options.workers, workerOptionHelp())->type_name("N");
   app.add_option("--files0-from", options.itemsFile,
                  "Read the items from standard input, separated by NUL")
       ->type_name("-");
@@ -90,9 +87,6 @@ std::optional<UsageError> faultOf(const CommandLine& line, const CLI::App& app,
   }
   if (options.isRestore && options.hasIdentifier) {
     return UsageError{"--restore and --bundle-identifier exclude each other"};
-  }
-  if (app.count("--workers") > 0 && !line.workerCount.has_value()) {
-    return workerOptionFault(options.workers);
   }
   if (app.count("--files0-from") > 0 && options.itemsFile != "-") {
     return UsageError{"--files0-from reads standard input only: --files0-from=-"};
@@ -129,9 +123,6 @@ std::variant<CommandLine, RequestedText, UsageError> parseCommandLine(
   RawOptions options;
   declareOptions(app, options);
   std::vector<std::string> parsed(arguments.begin(), separator);
-  if (std::ranges::find(parsed, "--workers=") != parsed.end()) {
-    return workerOptionFault("");
-  }
   const bool hasEmptyIdentifier = takeEmptyIdentifier(parsed);
   if (lacksIdentifier(parsed)) {
     return UsageError{"--bundle-identifier without an identifier"};
@@ -153,7 +144,6 @@ std::variant<CommandLine, RequestedText, UsageError> parseCommandLine(
       .bundleIdentifier = identifierOf(options),
       .isCheck = options.isCheck,
       .notifiesDesktop = !options.isWithoutNotification,
-      .workerCount = workerCountIn(options.workers),
       .readsStandardInput = app.count("--files0-from") > 0,
       .operands = extras,
   };

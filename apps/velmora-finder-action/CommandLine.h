@@ -4,7 +4,6 @@
 #include "common/UsageError.h"
 #include "text/Text.h"
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <variant>
@@ -20,8 +19,6 @@ struct CommandLine {
   bool isCheck = false;
   /// Tell the user of a failure through the desktop, where no terminal does.
   bool notifiesDesktop = true;
-  /// How many threads may read manifests side by side, or as many as suit the machine.
-  std::optional<std::size_t> workerCount = {};
   /// The items are on standard input.
   bool readsStandardInput = false;
   /// The operands as they stand: paths and file URLs, in order.

@@ -5,8 +5,6 @@
 #include "common/LinuxPlatform.h"
 #include "common/SelectedItems.h"
 #include "extension/RequestFlow.h"
-#include "extension/SelectionGathering.h"
-#include "extension/SelectionScreening.h"
 #include "extension/VelmoraFinderActionExtension.h"
 #include "localization/Messages.h"
 #include "platform/PlatformError.h"
@@ -25,13 +23,6 @@ namespace velmora {
 namespace {
 
 constexpr const char* programName = "velmora-finder-action";
-
-/// What serves the request, with the workers that the command line asks for.
-Platform platformOf(LinuxPlatform& platform, const CommandLine& commandLine) {
-  Platform references = platform.references();
-  references.workerCount = commandLine.workerCount;
-  return references;
-}
 
 void tellUser(const RequestError& error, const CommandLine& commandLine, SessionBus& sessionBus) {
   if (error.localizedDescription.empty()) {
@@ -67,17 +58,9 @@ void serve(const std::shared_ptr<CommandLineContext>& context, const Platform& p
 
 ExitStatus checkSelection(const CommandLine& commandLine, const Environment& environment) try {
   LinuxPlatform platform(programName, commandLine.bundleIdentifier, environment);
-  const Platform references = platformOf(platform, commandLine);
-  ScreeningObserver unobserved;
-  bool suits = false;
-  loadFileURLs(providersFromOperands(commandLine.operands, platform.paths), platform.mainQueue,
-               [&](const GatheredFileURLs& selection) {
-                 platform.mainQueue.quit();
-                 suits = selection.has_value() &&
-                         !screenSelection(*selection, references, unobserved).empty();
-               });
-  platform.mainQueue.run();
-  return suits ? ExitStatus::completed : ExitStatus::selectionCancelled;
+  const ScreenedOperands screened = screenOperands(commandLine.operands, platform.references());
+  return acceptedPaths(screened.screening).empty() ? ExitStatus::selectionCancelled
+                                                   : ExitStatus::completed;
 } catch (const std::exception&) {
   // Nobody reads a message of a check; what cannot be told does not apply.
   return ExitStatus::selectionCancelled;
@@ -87,7 +70,7 @@ ExitStatus performAction(const CommandLine& commandLine, const Environment& envi
   LinuxPlatform platform(programName, commandLine.bundleIdentifier, environment);
   const auto context = std::make_shared<CommandLineContext>(
       commandLine.operands, platform.paths, [&platform] { platform.mainQueue.quit(); });
-  serve(context, platformOf(platform, commandLine));
+  serve(context, platform.references());
   platform.mainQueue.run();
   const Outcome& outcome = context->outcome().value();
   if (outcome.error.has_value()) {

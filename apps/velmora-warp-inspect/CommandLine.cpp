@@ -1,7 +1,5 @@
 #include "CommandLine.h"
 
-#include "common/WorkerOption.h"
-
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -112,7 +110,6 @@ struct RawOptions {
   bool isWarp = false;
   bool isRestore = false;
   std::string kind;
-  std::string workers;
   std::string itemsFile;
 };
 
@@ -127,8 +124,6 @@ bool takesOperands(Command command) {
   return command == Command::check || command == Command::explain;
 }
 
-bool readsMirror(Command command) { return command != Command::check; }
-
 void declareOptions(CLI::App& app, Command command, RawOptions& options) {
   app.add_flag("--json", options.isJSON, "Answer by one JSON object a line")
       ->disable_flag_override();
@@ -142,9 +137,6 @@ void declareOptions(CLI::App& app, Command command, RawOptions& options) {
     app.add_flag("--warp", options.isWarp, "Explain by the Warp action")->disable_flag_override();
     app.add_flag("--restore", options.isRestore, "Explain by the Restore action")
         ->disable_flag_override();
-  }
-  if (readsMirror(command)) {
-    app.add_option("--workers", options.workers, workerOptionHelp())->type_name("N");
   }
   if (takesOperands(command)) {
     app.add_option("--files0-from", options.itemsFile,
@@ -161,9 +153,7 @@ struct Arguments {
   std::vector<std::string> operands;
 };
 
-bool takesValue(std::string_view option) {
-  return option == "--kind" || option == "--workers" || option == "--files0-from";
-}
+bool takesValue(std::string_view option) { return option == "--kind" || option == "--files0-from"; }
 
 std::variant<Arguments, UsageError> tellApart(std::span<const std::string> arguments) {
   Arguments result;
@@ -202,9 +192,6 @@ std::optional<UsageError> faultOf(const CommandLine& line, const CLI::App& app,
                                   const RawOptions& options, const CommandHelp& help) {
   if (const std::vector<std::string> unknown = app.remaining(); !unknown.empty()) {
     return UsageError{"unknown option: " + unknown.front()};
-  }
-  if (!options.workers.empty() && !line.workerCount.has_value()) {
-    return workerOptionFault(options.workers);
   }
   if (!takesOperands(line.command)) {
     return line.operands.empty()
@@ -257,7 +244,6 @@ Parsed parseCommand(const CommandHelp& help, std::span<const std::string> rest) 
       .isJSON = options.isJSON,
       .kind = fileKindNamed(options.kind),
       .isRestore = options.isRestore,
-      .workerCount = workerCountIn(options.workers),
       .readsStandardInput = !options.itemsFile.empty(),
       .operands = std::move(arguments.operands),
   };

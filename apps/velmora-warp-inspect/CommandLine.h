@@ -4,7 +4,6 @@
 #include "FileKind.h"
 #include "common/UsageError.h"
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <variant>
@@ -23,9 +22,6 @@ struct CommandLine {
   std::optional<FileKind> kind = {};
   /// explain: by Restore; by Warp otherwise.
   bool isRestore = false;
-  /// list, explain, doctor: how many threads may read manifests side by side, or as many as suit
-  /// the machine.
-  std::optional<std::size_t> workerCount = {};
   /// The operands are on standard input.
   bool readsStandardInput = false;
   /// As they stand, in order.

@@ -36,7 +36,7 @@ RootSource rootSourceOf(const Platform& platform, const Environment& environment
 
 std::optional<std::size_t> waitingRequestsIn(const Text& directory, const FileReader& files) {
   try {
-    const std::vector<std::string> names = files.entryNames(directory);
+    const std::vector<std::string> names = files.entryNames(directory, unlimitedNameCount);
     return static_cast<std::size_t>(std::ranges::count_if(
         names, [](const std::string& name) { return name.ends_with(requestExtension); }));
   } catch (const PlatformError&) {
@@ -68,7 +68,7 @@ std::string rootJSON(const Diagnosis& diagnosis) {
 }
 
 std::string mirrorJSON(const Diagnosis& diagnosis) {
-  const Resolution& resolution = diagnosis.resolution;
+  const ResolutionReport& resolution = diagnosis.resolution;
   JSONObject object;
   object.addText("path", diagnosis.resolution.places->mirror);
   object.addFlag("exists", !resolution.isMirrorMissing);
@@ -84,7 +84,7 @@ std::string mirrorJSON(const Diagnosis& diagnosis) {
 }
 
 std::string indexJSON(const Diagnosis& diagnosis) {
-  const Resolution& resolution = diagnosis.resolution;
+  const ResolutionReport& resolution = diagnosis.resolution;
   JSONObject object;
   object.addText("path", diagnosis.resolution.places->index);
   object.addFlag("exists", diagnosis.indexExists);
@@ -198,7 +198,7 @@ void addRoot(Report& report, const Diagnosis& diagnosis) {
 }
 
 void addMirror(Report& report, const Diagnosis& diagnosis) {
-  const Resolution& resolution = diagnosis.resolution;
+  const ResolutionReport& resolution = diagnosis.resolution;
   const std::string path = displayText(diagnosis.resolution.places->mirror);
   if (resolution.mirrorFault.has_value()) {
     report.add(Tone::bad, "mirror", path);
@@ -308,11 +308,9 @@ std::vector<std::string> Diagnosis::notes() const {
 
 Diagnosis diagnose(const Platform& platform, const Environment& environment,
                    const SystemProbes& probes) {
-  ResolutionRecorder recorder(platform);
-  static_cast<void>(warpedFolderPaths(platform, recorder));
   Diagnosis diagnosis;
   diagnosis.rootSource = rootSourceOf(platform, environment);
-  diagnosis.resolution = recorder.resolution();
+  diagnosis.resolution = reportOn(resolveWarpedFolders(platform), platform);
   if (const std::optional<SharedPlaces>& places = diagnosis.resolution.places) {
     diagnosis.indexExists = platform.fileReader.exists(places->index);
     diagnosis.handoff = handoffStateOf(places->handoff, platform.fileReader, probes);

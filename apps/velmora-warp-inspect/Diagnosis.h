@@ -1,7 +1,7 @@
 // Whether the actions can do their work here, and what they would find.
 #pragma once
 
-#include "ResolutionRecorder.h"
+#include "ResolutionReport.h"
 #include "Style.h"
 #include "localization/VelmoraLanguage.h"
 #include "text/Text.h"
@@ -42,7 +42,7 @@ struct HandoffState {
 
 struct Diagnosis {
   RootSource rootSource = RootSource::fallback;
-  Resolution resolution;
+  ResolutionReport resolution;
   bool indexExists = false;
   HandoffState handoff;
   VelmoraLanguage chosenLanguage = VelmoraLanguage::system;

@@ -2,12 +2,19 @@
 
 #include "DisplayText.h"
 #include "JSONObject.h"
+#include "MirrorListing.h"
 #include "common/SelectedItems.h"
-#include "extension/SelectionGathering.h"
+#include "json/JSONReader.h"
+#include "platform/PathStandardizer.h"
 #include "platform/Platform.h"
+#include "platform/PlatformError.h"
+#include "resolution/WarpIDSearch.h"
+#include "resolution/WarpMarker.h"
 
+#include <algorithm>
 #include <cstddef>
-#include <utility>
+#include <exception>
+#include <iterator>
 
 namespace velmora::inspect {
 
@@ -38,6 +45,128 @@ std::string reasonText(const ExplainedItem& item) {
   return "holds a marker, but is no warped folder and lies in none";
 }
 
+class ItemExplainer {
+ public:
+  ItemExplainer(const ResolutionReport& resolution, const Platform& platform)
+      : resolution_(resolution), platform_(platform) {}
+
+  [[nodiscard]] ExplainedItem explain(const ScreenedItem& screened) const {
+    ExplainedItem item = {.path = screened.path.utf8(), .verdict = screened.verdict};
+    if (screened.root.has_value()) {
+      item.root = screened.root->utf8();
+      item.manifestFile = fileThatWarps(*screened.root);
+    }
+    const bool isWarpedFolder = screened.root == screened.path;
+    if (!isWarpedFolder && screened.verdict != ItemVerdict::notADirectory) {
+      item.marker = markerIn(screened.path);
+    }
+    return item;
+  }
+
+ private:
+  [[nodiscard]] std::optional<std::string> fileThatWarps(const Text& root) const {
+    const auto isReason = [&](const ReportedManifest& reported) {
+      return reported.verdict == ManifestVerdict::confirmed &&
+             platform_.paths.standardizedFileURLPath(reported.manifest.originalFolderPath) == root;
+    };
+    const auto found = std::ranges::find_if(resolution_.judged, isReason);
+    return found != resolution_.judged.end() ? std::optional(found->file) : std::nullopt;
+  }
+
+  /// None when there is none.
+  [[nodiscard]] std::optional<ExplainedMarker> markerIn(const Text& folder) const {
+    JSONReader reader;
+    try {
+      const std::optional<WarpMarker> marker = readWarpMarker(folder, platform_.fileReader, reader);
+      return marker.has_value() ? std::optional(warpNamedBy(*marker)) : std::nullopt;
+    } catch (const std::exception&) {
+      return ExplainedMarker{.fault = faultInFile(std::current_exception(), warpMarkerPath(folder),
+                                                  platform_.fileReader)};
+    }
+  }
+
+  [[nodiscard]] ExplainedMarker warpNamedBy(const WarpMarker& marker) const {
+    ExplainedMarker explained = {.warpID = marker.warpID.utf8()};
+    std::ranges::copy_if(resolution_.judged, std::back_inserter(explained.manifests),
+                         [&](const ReportedManifest& reported) {
+                           return reported.manifest.warpID == marker.warpID;
+                         });
+    WarpIDSearch search({marker.warpID});
+    std::ranges::copy_if(resolution_.refused, std::back_inserter(explained.refused),
+                         [&](const ReportedRefusal& refused) { return mayName(refused, search); });
+    return explained;
+  }
+
+  /// A file that cannot be read may name any Warp.
+  bool mayName(const ReportedRefusal& refused, WarpIDSearch& search) const {
+    try {
+      return search.mayBeManifest(refused.file, platform_.fileReader);
+    } catch (const PlatformError&) {
+      return true;
+    }
+  }
+
+  const ResolutionReport& resolution_;
+  const Platform& platform_;
+};
+
+std::string line(std::string_view text) {
+  return std::string(headWidth, ' ').append(text).append("\n");
+}
+
+std::string markerText(const ExplainedMarker& marker) {
+  if (!marker.warpID.has_value()) {
+    return line("its marker cannot be used: " + toText(*marker.fault));
+  }
+  std::string text = line("its marker names Warp " + displayText(*marker.warpID));
+  for (const ReportedManifest& reported : marker.manifests) {
+    text += line(displayText(reported.file) + ": " + std::string(name(reported.verdict)) +
+                 ", for " + displayText(reported.manifest.originalFolderPath));
+  }
+  for (const ReportedRefusal& refused : marker.refused) {
+    text += line(displayText(refused.file) + ": no valid manifest: " + toText(refused.fault));
+  }
+  if (marker.manifests.empty() && marker.refused.empty()) {
+    text += line("no manifest of the mirror names this Warp");
+  }
+  return text;
+}
+
+std::string markerJSON(const ExplainedMarker& marker) {
+  JSONObject object;
+  if (!marker.warpID.has_value()) {
+    object.addJSON("error", toJSON(*marker.fault));
+    return object.json();
+  }
+  object.addText("warpID", *marker.warpID);
+  std::vector<std::string> files;
+  for (const ReportedManifest& reported : marker.manifests) {
+    JSONObject file;
+    file.addText("file", reported.file);
+    file.addText("verdict", name(reported.verdict));
+    file.addText("originalFolderPath", reported.manifest.originalFolderPath);
+    files.push_back(file.json());
+  }
+  for (const ReportedRefusal& refused : marker.refused) {
+    JSONObject file;
+    file.addText("file", refused.file);
+    file.addText("verdict", "invalid");
+    file.addJSON("error", toJSON(refused.fault));
+    files.push_back(file.json());
+  }
+  object.addJSON("manifests", jsonArray(files));
+  return object.json();
+}
+
+void addOptionalText(JSONObject& object, std::string_view key,
+                     const std::optional<std::string>& text) {
+  if (text.has_value()) {
+    object.addText(key, *text);
+  } else {
+    object.addNull(key);
+  }
+}
+
 }  // namespace
 
 std::string_view name(std::optional<ItemVerdict> verdict) {
@@ -61,28 +190,18 @@ std::string_view name(std::optional<ItemVerdict> verdict) {
   return "notWarped";
 }
 
-std::vector<ExplainedItem> explainItems(const std::vector<std::string>& operands,
-                                        const Platform& platform, ResolutionRecorder& recorder) {
-  std::vector<ExplainedItem> items;
-  std::vector<FileURL> selection;
-  std::vector<std::size_t> positions;
-  for (const std::string& operand : operands) {
-    items.push_back({.path = operand, .verdict = std::nullopt, .root = std::nullopt});
-    if (std::optional<FileURL> url =
-            fileURLFromLoadedItem(loadedItemFromOperand(operand, platform.paths))) {
-      selection.push_back(*std::move(url));
-      positions.push_back(items.size() - 1);
-    }
+Explanation explainItems(const std::vector<std::string>& operands, const Platform& platform) {
+  const ScreenedOperands screened = screenOperands(operands, platform);
+  Explanation explanation = {.items = {},
+                             .resolution = reportOn(screened.screening.resolution, platform)};
+  const ItemExplainer explainer(explanation.resolution, platform);
+  for (std::size_t index = 0; index < operands.size(); ++index) {
+    const std::optional<std::size_t> number = screened.itemNumbers[index];
+    explanation.items.push_back(number.has_value()
+                                    ? explainer.explain(screened.screening.items[*number])
+                                    : ExplainedItem{.path = operands[index]});
   }
-  static_cast<void>(screenSelection(selection, platform, recorder));
-  for (std::size_t index = 0; index < positions.size(); ++index) {
-    const ScreenedItem& screened = recorder.items().at(index);
-    items[positions[index]] = {
-        .path = screened.path.utf8(),
-        .verdict = screened.verdict,
-        .root = screened.root ? std::optional(screened.root->utf8()) : std::nullopt};
-  }
-  return items;
+  return explanation;
 }
 
 std::string toJSON(const ExplainedItem& item) {
@@ -90,10 +209,10 @@ std::string toJSON(const ExplainedItem& item) {
   object.addText("path", item.path);
   object.addFlag("accepted", item.isAccepted());
   object.addText("reason", name(item.verdict));
-  if (item.root.has_value()) {
-    object.addText("root", *item.root);
-  } else {
-    object.addNull("root");
+  addOptionalText(object, "root", item.root);
+  addOptionalText(object, "manifest", item.manifestFile);
+  if (item.marker.has_value()) {
+    object.addJSON("marker", markerJSON(*item.marker));
   }
   return object.json();
 }
@@ -102,7 +221,11 @@ std::string toText(const ExplainedItem& item, const Style& style) {
   std::string text = item.isAccepted() ? style.word("accepted", Tone::good, headWidth)
                                        : style.word("refused", Tone::bad, headWidth);
   text.append(displayText(item.path)).append("\n").append(headWidth, ' ');
-  return text.append(name(item.verdict)).append(": ").append(reasonText(item)).append("\n");
+  text.append(name(item.verdict)).append(": ").append(reasonText(item)).append("\n");
+  if (item.manifestFile.has_value()) {
+    text += line("by " + displayText(*item.manifestFile));
+  }
+  return item.marker.has_value() ? text + markerText(*item.marker) : text;
 }
 
 }  // namespace velmora::inspect

@@ -1,7 +1,7 @@
 // Why an item suits an action or does not.
 #pragma once
 
-#include "ResolutionRecorder.h"
+#include "ResolutionReport.h"
 #include "Style.h"
 #include "extension/SelectionScreening.h"
 
@@ -16,26 +16,45 @@ struct Platform;
 
 namespace inspect {
 
+/// What the marker of an item says, and what the mirror says of its Warp.
+struct ExplainedMarker {
+  /// None when the marker cannot be read or is no marker; then the fault says why.
+  std::optional<std::string> warpID = {};
+  std::optional<Fault> fault = {};
+  /// Manifests of this Warp.
+  std::vector<ReportedManifest> manifests = {};
+  /// Files that hold the identifier, or may hold it in another spelling, and are no valid
+  /// manifests.
+  std::vector<ReportedRefusal> refused = {};
+};
+
 struct ExplainedItem {
   /// Standardised; the operand as it stands where that is no file URL.
   std::string path;
   /// None when the item never came to be screened: its operand is no usable file URL.
-  std::optional<ItemVerdict> verdict;
-  std::optional<std::string> root;
+  std::optional<ItemVerdict> verdict = {};
+  std::optional<std::string> root = {};
+  /// The file of the mirror by which the root is a warped folder.
+  std::optional<std::string> manifestFile = {};
+  /// For an item that holds a marker and is no warped folder.
+  std::optional<ExplainedMarker> marker = {};
 
   [[nodiscard]] bool isAccepted() const { return verdict == ItemVerdict::accepted; }
+};
 
-  bool operator==(const ExplainedItem&) const = default;
+struct Explanation {
+  /// One for each operand, in their order.
+  std::vector<ExplainedItem> items;
+  /// What the verdicts rest on.
+  ResolutionReport resolution;
 };
 
 /// "accepted" and so on; "notAFileURL" for none.
 [[nodiscard]] std::string_view name(std::optional<ItemVerdict> verdict);
 
-/// Screens what the operands stand for, by the action that `platform.bundle` decides. One item for
-/// each operand, in their order.
-[[nodiscard]] std::vector<ExplainedItem> explainItems(const std::vector<std::string>& operands,
-                                                      const Platform& platform,
-                                                      ResolutionRecorder& recorder);
+/// Screens what the operands stand for, by the action that `platform.bundle` decides.
+[[nodiscard]] Explanation explainItems(const std::vector<std::string>& operands,
+                                       const Platform& platform);
 
 /// As a JSON object.
 [[nodiscard]] std::string toJSON(const ExplainedItem& item);

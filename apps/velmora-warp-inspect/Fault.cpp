@@ -41,9 +41,7 @@ std::string pathText(const std::vector<CodingKey>& codingPath) {
   return text;
 }
 
-}  // namespace
-
-Fault faultOf(const std::exception& error) {
+Fault faultOfException(const std::exception& error) {
   if (const auto* const decoding = dynamic_cast<const DecodingError*>(&error)) {
     return {.kind = std::string(name(decoding->kind())),
             .codingPath = decoding->codingPath(),
@@ -61,6 +59,16 @@ Fault faultOf(const std::exception& error) {
           .place = std::nullopt};
 }
 
+}  // namespace
+
+Fault faultOf(const std::exception_ptr& error) {
+  try {
+    std::rethrow_exception(error);
+  } catch (const std::exception& exception) {
+    return faultOfException(exception);
+  }
+}
+
 std::optional<Place> placeOf(std::size_t byteOffset, std::string_view bytes) {
   if (byteOffset > bytes.size()) {
     return std::nullopt;
@@ -71,7 +79,7 @@ std::optional<Place> placeOf(std::size_t byteOffset, std::string_view bytes) {
                .column = byteOffset - lineStart + 1};
 }
 
-Fault faultInFile(const std::exception& error, std::string_view path, const FileReader& files) {
+Fault faultInFile(const std::exception_ptr& error, std::string_view path, const FileReader& files) {
   Fault fault = faultOf(error);
   if (fault.byteOffset.has_value()) {
     try {

@@ -36,8 +36,8 @@ struct Fault {
   bool operator==(const Fault&) const = default;
 };
 
-/// What an error of reading or decoding a file says. It knows no place yet.
-[[nodiscard]] Fault faultOf(const std::exception& error);
+/// What an error of reading or decoding a file says: a std::exception. It knows no place yet.
+[[nodiscard]] Fault faultOf(const std::exception_ptr& error);
 
 /// Where the byte at `byteOffset` stands, which may also be the end of `bytes`; none for one
 /// beyond.
@@ -45,7 +45,7 @@ struct Fault {
 
 /// faultOf, with the place in the file at `path`, which is read once more for that: decoding has
 /// overwritten what was read. Without a place when the file cannot be read any more.
-[[nodiscard]] Fault faultInFile(const std::exception& error, std::string_view path,
+[[nodiscard]] Fault faultInFile(const std::exception_ptr& error, std::string_view path,
                                 const FileReader& files);
 
 /// As a JSON object.

@@ -71,7 +71,7 @@ std::size_t longestLength(FileKind kind) {
     case FileKind::marker:
       break;
   }
-  return longestWarpMarker;
+  return maxWarpMarkerLength;
 }
 
 }  // namespace
@@ -100,8 +100,8 @@ std::variant<ManifestSummary, IndexSummary, WarpMarker, Fault> FileChecker::cont
         break;
     }
     return manifests_.decodeSummary(bytes);
-  } catch (const std::exception& error) {
-    return faultInFile(error, path, files_);
+  } catch (const std::exception&) {
+    return faultInFile(std::current_exception(), path, files_);
   }
 }
 

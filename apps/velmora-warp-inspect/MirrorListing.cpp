@@ -15,31 +15,11 @@ namespace {
 
 constexpr std::size_t headWidth = 12;
 
-std::string_view explanationOf(ManifestVerdict verdict) {
-  switch (verdict) {
-    case ManifestVerdict::confirmed:
-      return "the folder holds the marker of this Warp";
-    case ManifestVerdict::destroyedByWarpID:
-      return "the index records this Warp as destroyed";
-    case ManifestVerdict::destroyedByManifestKey:
-      return "the index records this object key as destroyed";
-    case ManifestVerdict::noMarker:
-      return "the folder holds no marker";
-    case ManifestVerdict::unreadableMarker:
-      return "the folder's marker cannot be read";
-    case ManifestVerdict::malformedMarker:
-      return "the folder's marker is not one";
-    case ManifestVerdict::markerOfAnotherWarp:
-      break;
-  }
-  return "the folder's marker names another Warp";
-}
-
 std::string indented(std::string_view line) {
   return std::string(headWidth, ' ').append(line).append("\n");
 }
 
-std::string judgedJSON(const JudgedManifest& judged) {
+std::string judgedJSON(const ReportedManifest& judged) {
   JSONObject object;
   object.addText("file", judged.file);
   object.addJSON("manifest", toJSON(judged.manifest));
@@ -50,7 +30,7 @@ std::string judgedJSON(const JudgedManifest& judged) {
   return object.json();
 }
 
-std::string refusedJSON(const RefusedManifest& refused) {
+std::string refusedJSON(const ReportedRefusal& refused) {
   JSONObject object;
   object.addText("file", refused.file);
   object.addText("verdict", "invalid");
@@ -69,7 +49,7 @@ std::string faultJSON(std::string_view key, const std::optional<Text>& path, con
   return object.json();
 }
 
-std::string judgedText(const JudgedManifest& judged, const Style& style) {
+std::string judgedText(const ReportedManifest& judged, const Style& style) {
   const bool isWarped = judged.verdict == ManifestVerdict::confirmed;
   std::string text = isWarped ? style.word("warped", Tone::good, headWidth)
                               : style.word("not warped", Tone::doubtful, headWidth);
@@ -88,7 +68,7 @@ std::string faultText(std::string_view head, std::string_view line, const Fault&
   return style.word(head, Tone::bad, headWidth).append(line).append("\n") + indented(toText(fault));
 }
 
-std::string totals(const Resolution& resolution) {
+std::string totals(const ResolutionReport& resolution) {
   const std::size_t confirmed = resolution.confirmedCount();
   return counted(resolution.judged.size() + resolution.refused.size(), "file", "files")
       .append(": ")
@@ -117,19 +97,43 @@ std::string_view name(ManifestVerdict verdict) {
     case ManifestVerdict::malformedMarker:
       return "malformedMarker";
     case ManifestVerdict::markerOfAnotherWarp:
+      return "markerOfAnotherWarp";
+    case ManifestVerdict::aroundNoItem:
       break;
   }
-  return "markerOfAnotherWarp";
+  return "aroundNoItem";
 }
 
-void writeJSON(const Resolution& resolution, const Write& write) {
+std::string_view explanationOf(ManifestVerdict verdict) {
+  switch (verdict) {
+    case ManifestVerdict::confirmed:
+      return "the folder holds the marker of this Warp";
+    case ManifestVerdict::destroyedByWarpID:
+      return "the index records this Warp as destroyed";
+    case ManifestVerdict::destroyedByManifestKey:
+      return "the index records this object key as destroyed";
+    case ManifestVerdict::noMarker:
+      return "the folder holds no marker";
+    case ManifestVerdict::unreadableMarker:
+      return "the folder's marker cannot be read";
+    case ManifestVerdict::malformedMarker:
+      return "the folder's marker is not one";
+    case ManifestVerdict::markerOfAnotherWarp:
+      return "the folder's marker names another Warp";
+    case ManifestVerdict::aroundNoItem:
+      break;
+  }
+  return "the folder is another one";
+}
+
+void writeJSON(const ResolutionReport& resolution, const Write& write) {
   const auto writeFault = [&](std::string_view key, Text SharedPlaces::*place, const Fault& fault) {
     write(faultJSON(key, resolution.pathOf(place), fault) + "\n");
   };
-  for (const JudgedManifest& judged : resolution.judged) {
+  for (const ReportedManifest& judged : resolution.judged) {
     write(judgedJSON(judged) + "\n");
   }
-  for (const RefusedManifest& refused : resolution.refused) {
+  for (const ReportedRefusal& refused : resolution.refused) {
     write(refusedJSON(refused) + "\n");
   }
   if (resolution.indexFault.has_value()) {
@@ -143,15 +147,15 @@ void writeJSON(const Resolution& resolution, const Write& write) {
   }
 }
 
-void writeText(const Resolution& resolution, const Style& style, const Write& write) {
+void writeText(const ResolutionReport& resolution, const Style& style, const Write& write) {
   const auto pathOf = [&](Text SharedPlaces::*place) {
     const std::optional<Text> path = resolution.pathOf(place);
     return path.has_value() ? displayText(*path) : std::string("there is none");
   };
-  for (const JudgedManifest& judged : resolution.judged) {
+  for (const ReportedManifest& judged : resolution.judged) {
     write(judgedText(judged, style));
   }
-  for (const RefusedManifest& refused : resolution.refused) {
+  for (const ReportedRefusal& refused : resolution.refused) {
     write(faultText("invalid", displayText(refused.file), refused.fault, style));
   }
   if (resolution.indexFault.has_value()) {

@@ -1,9 +1,8 @@
 // The manifests of the mirror, as they are told.
 #pragma once
 
-#include "ResolutionRecorder.h"
+#include "ResolutionReport.h"
 #include "Style.h"
-#include "resolution/ResolutionObserver.h"
 
 #include <functional>
 #include <string_view>
@@ -13,13 +12,16 @@ namespace velmora::inspect {
 /// "confirmed" and so on.
 [[nodiscard]] std::string_view name(ManifestVerdict verdict);
 
+/// The verdict in words for people.
+[[nodiscard]] std::string_view explanationOf(ManifestVerdict verdict);
+
 /// Writes a piece of an answer.
 using Write = std::function<void(std::string_view)>;
 
 /// One JSON object a line.
-void writeJSON(const Resolution& resolution, const Write& write);
+void writeJSON(const ResolutionReport& resolution, const Write& write);
 
 /// Lines for people.
-void writeText(const Resolution& resolution, const Style& style, const Write& write);
+void writeText(const ResolutionReport& resolution, const Style& style, const Write& write);
 
 }  // namespace velmora::inspect

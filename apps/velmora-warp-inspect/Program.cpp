@@ -9,7 +9,7 @@
 #include "MirrorListing.h"
 #include "Output.h"
 #include "Progress.h"
-#include "ResolutionRecorder.h"
+#include "ResolutionReport.h"
 #include "Style.h"
 #include "common/LinuxPlatform.h"
 #include "extension/ActionKind.h"
@@ -62,36 +62,37 @@ class Program {
   }
 
   ExitStatus list() {
-    const Platform platform = references();
-    ResolutionRecorder recorder(platform,
-                                {.willRead = [this](std::size_t count) { progress_.begin(count); },
-                                 .didReadOne = [this] { progress_.advance(); }});
-    static_cast<void>(warpedFolderPaths(platform, recorder));
+    const Platform platform = platform_.references();
+    const ResolutionReport report = reportOn(
+        resolveWarpedFolders(platform,
+                             [this](std::size_t readCount, std::size_t fileCount) {
+                               readCount == 0 ? progress_.begin(fileCount) : progress_.advance();
+                             }),
+        platform);
     progress_.hide();
     const auto write = [this](std::string_view bytes) { output_.write(bytes); };
     if (line_.isJSON) {
-      writeJSON(recorder.resolution(), write);
+      writeJSON(report, write);
     } else {
-      writeText(recorder.resolution(), style_, write);
+      writeText(report, style_, write);
     }
-    return statusOf(recorder.resolution().isComplete());
+    return statusOf(report.isComplete());
   }
 
   ExitStatus explain() {
-    const Platform platform = references();
-    ResolutionRecorder recorder(platform);
+    const Explanation explanation = explainItems(line_.operands, platform_.references());
     bool areAllAccepted = true;
-    for (const ExplainedItem& item : explainItems(line_.operands, platform, recorder)) {
+    for (const ExplainedItem& item : explanation.items) {
       areAllAccepted &= item.isAccepted();
       tell(item);
     }
-    warnOf(recorder.resolution());
+    warnOf(explanation.resolution);
     return statusOf(areAllAccepted);
   }
 
   ExitStatus diagnoseSystem() {
     const Diagnosis diagnosis = diagnose(
-        references(), environment_,
+        platform_.references(), environment_,
         {.isBusReachable = [this] { return isBusReachable(); },
          .canHoldNewFiles = [](const Text& directory) { return canHoldNewFiles(directory); }});
     if (line_.isJSON) {
@@ -103,12 +104,6 @@ class Program {
   }
 
  private:
-  Platform references() {
-    Platform platform = platform_.references();
-    platform.workerCount = line_.workerCount;
-    return platform;
-  }
-
   static std::function<void(std::string_view)> barOf(const Environment& environment) {
     const bool hasTerminal = ::isatty(STDERR_FILENO) != 0 && canErase(environment);
     return hasTerminal ? std::function<void(std::string_view)>(showOnStandardError) : nullptr;
@@ -125,7 +120,7 @@ class Program {
   }
 
   /// What the verdicts on items rest on may itself be incomplete.
-  static void warnOf(const Resolution& resolution) {
+  static void warnOf(const ResolutionReport& resolution) {
     const auto warn = [](const char* what, const std::optional<Fault>& fault) {
       if (fault.has_value()) {
         complain(std::string(what) + ": " + toText(*fault));

@@ -86,8 +86,7 @@ FinderHandoffAction handoffAction(const Platform& platform) {
 
 void screenAndHandOff(const std::vector<FileURL>& selection, ExtensionContext& context,
                       const Platform& platform) {
-  ScreeningObserver unobserved;
-  const std::vector<Text> paths = screenSelection(selection, platform, unobserved);
+  const std::vector<Text> paths = acceptedPaths(screenSelection(selection, platform));
   if (paths.empty()) {
     cancelUnsuitableSelection(context, platform);
     return;

@@ -1,87 +1,74 @@
 #include "extension/SelectionScreening.h"
 
 #include "extension/ActionKind.h"
-#include "extension/WarpRoots.h"
-#include "handoff/SharedContainer.h"
 #include "platform/FileReader.h"
 #include "platform/PathStandardizer.h"
 #include "platform/Platform.h"
-#include "platform/PlatformError.h"
-#include "resolution/ManifestMirror.h"
 #include "resolution/WarpMarker.h"
+#include "resolution/WarpRoots.h"
 #include "text/UniquePaths.h"
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace velmora {
 
 namespace {
 
-ScreenedItem screenForWarp(const Text& path, const WarpRoots& roots, const FileReader& files) {
-  if (!files.isDirectory(path)) {
-    return {.path = path, .verdict = ItemVerdict::notADirectory, .root = std::nullopt};
+/// The first look at each item alone: accepted are those for which the warped folders matter.
+std::vector<ScreenedItem> candidates(const std::vector<FileURL>& selection,
+                                     const Platform& platform) {
+  const bool isRestore = isRestoreAction(platform.bundle);
+  std::vector<ScreenedItem> items;
+  items.reserve(selection.size());
+  for (const FileURL& url : selection) {
+    ScreenedItem item = {.path = platform.paths.standardizedFileURLPath(url.path)};
+    if (isRestore) {
+      const bool hasMarker = platform.fileReader.exists(warpMarkerPath(item.path));
+      item.verdict = hasMarker ? ItemVerdict::accepted : ItemVerdict::noMarker;
+    } else {
+      const bool isDirectory = platform.fileReader.isDirectory(item.path);
+      item.verdict = isDirectory ? ItemVerdict::accepted : ItemVerdict::notADirectory;
+    }
+    items.push_back(std::move(item));
   }
-  std::optional<Text> root = roots.enclosingWarpRoot(path);
-  if (!root.has_value()) {
-    return {.path = path, .verdict = ItemVerdict::accepted, .root = std::nullopt};
-  }
-  const ItemVerdict verdict =
-      *root == path ? ItemVerdict::alreadyWarped : ItemVerdict::insideWarpedFolder;
-  return {.path = path, .verdict = verdict, .root = std::move(root)};
+  return items;
 }
 
-ScreenedItem screenForRestore(const Text& path, const WarpRoots& roots, const FileReader& files) {
-  if (!files.exists(warpMarkerPath(path))) {
-    return {.path = path, .verdict = ItemVerdict::noMarker, .root = std::nullopt};
+ItemVerdict verdictOn(const ScreenedItem& candidate, bool isRestore) {
+  if (!candidate.root.has_value()) {
+    return isRestore ? ItemVerdict::notWarped : ItemVerdict::accepted;
   }
-  std::optional<Text> root = roots.enclosingWarpRoot(path);
-  if (!root.has_value()) {
-    return {.path = path, .verdict = ItemVerdict::notWarped, .root = std::nullopt};
+  if (*candidate.root != candidate.path) {
+    // Only the warped folder itself can be restored: a stray marker inside one proves nothing.
+    return ItemVerdict::insideWarpedFolder;
   }
-  // Only the warped folder itself can be restored: a stray marker inside one proves nothing.
-  const ItemVerdict verdict =
-      *root == path ? ItemVerdict::accepted : ItemVerdict::insideWarpedFolder;
-  return {.path = path, .verdict = verdict, .root = std::move(root)};
+  return isRestore ? ItemVerdict::accepted : ItemVerdict::alreadyWarped;
 }
 
 }  // namespace
 
-std::vector<Text> warpedFolderPaths(const Platform& platform, ResolutionObserver& observer) {
-  Text root;
-  try {
-    root = sharedWarpRootURL(platform.locations, platform.paths);
-  } catch (const PlatformError& error) {
-    observer.didFailToLocateRoot(error);
-    return {};
-  }
-  std::vector<Text> folders;
-  std::ranges::transform(
-      confirmedWarpManifests(mirroredManifests(root, platform.fileReader, platform.paths, observer,
-                                               platform.workerCount),
-                             root, platform.fileReader, platform.paths, observer,
-                             platform.workerCount),
-      std::back_inserter(folders), [&](const MirroredManifest& mirrored) {
-        return platform.paths.standardizedFileURLPath(mirrored.manifest.originalFolderPath);
-      });
-  return folders;
-}
-
-std::vector<Text> screenSelection(const std::vector<FileURL>& selection, const Platform& platform,
-                                  ScreeningObserver& observer) {
-  const WarpRoots roots(warpedFolderPaths(platform, observer), platform.paths);
-  const auto screen = isRestoreAction(platform.bundle) ? screenForRestore : screenForWarp;
-  std::vector<Text> accepted;
-  for (const FileURL& url : selection) {
-    ScreenedItem item =
-        screen(platform.paths.standardizedFileURLPath(url.path), roots, platform.fileReader);
-    observer.didScreenItem(item);
+Screening screenSelection(const std::vector<FileURL>& selection, const Platform& platform) {
+  Screening screening = {.items = candidates(selection, platform), .resolution = {}};
+  screening.resolution = resolveWarpedFoldersAround(acceptedPaths(screening), platform);
+  const WarpRoots roots(warpedFolderPaths(screening.resolution, platform.paths), platform.paths);
+  const bool isRestore = isRestoreAction(platform.bundle);
+  for (ScreenedItem& item : screening.items) {
     if (item.verdict == ItemVerdict::accepted) {
-      accepted.push_back(std::move(item.path));
+      item.root = roots.enclosingWarpRoot(item.path);
+      item.verdict = verdictOn(item, isRestore);
     }
   }
-  return uniquePaths(accepted);
+  return screening;
+}
+
+std::vector<Text> acceptedPaths(const Screening& screening) {
+  std::vector<Text> paths;
+  for (const ScreenedItem& item : screening.items) {
+    if (item.verdict == ItemVerdict::accepted) {
+      paths.push_back(item.path);
+    }
+  }
+  return uniquePaths(paths);
 }
 
 }  // namespace velmora

@@ -1,7 +1,7 @@
 // Which of the selected items the action may be applied to.
 #pragma once
 
-#include "resolution/ResolutionObserver.h"
+#include "resolution/WarpedFolders.h"
 #include "text/FileURL.h"
 #include "text/Text.h"
 
@@ -33,30 +33,27 @@ struct ScreenedItem {
   Text path;
   ItemVerdict verdict = ItemVerdict::accepted;
   /// The innermost warped folder that the item is or lies in, where that was asked for.
-  std::optional<Text> root;
+  std::optional<Text> root = {};
 };
 
-/// Hears of the look-up of the warped folders, and then of each selected item.
-class ScreeningObserver : public ResolutionObserver {
- public:
-  virtual void didScreenItem(const ScreenedItem& /*item*/) {}
+struct Screening {
+  /// In the order of the selection.
+  std::vector<ScreenedItem> items;
+  /// What was looked at to tell which items lie in a warped folder.
+  Resolution resolution;
 };
 
-/// The standardised paths of the folders that are warped now, newest Warp first. Reads the shared
-/// Warp root afresh. Never fails outward: without a root, the list is empty.
-[[nodiscard]] std::vector<Text> warpedFolderPaths(const Platform& platform,
-                                                  ResolutionObserver& observer);
-
-/// The standardised paths of the items that suit the action, without repetitions, in the order of
-/// the selection; empty when none does.
+/// Screens the selection for the action that `platform.bundle` decides.
 ///
 /// - Warp takes what is a directory, links followed, and neither is nor lies in a warped folder.
 /// - Restore takes a warped folder that holds its marker; not a folder inside one.
 ///
 /// Never fails outward: what cannot be looked at does not suit. Takes no lock; the folders may
 /// change meanwhile. Throws only when memory runs out.
-[[nodiscard]] std::vector<Text> screenSelection(const std::vector<FileURL>& selection,
-                                                const Platform& platform,
-                                                ScreeningObserver& observer);
+[[nodiscard]] Screening screenSelection(const std::vector<FileURL>& selection,
+                                        const Platform& platform);
+
+/// The paths of the accepted items, without repetitions, in the order of the selection.
+[[nodiscard]] std::vector<Text> acceptedPaths(const Screening& screening);
 
 }  // namespace velmora

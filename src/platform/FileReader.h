@@ -3,12 +3,16 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace velmora {
+
+/// For entryNames, which then reads every name.
+inline constexpr std::size_t unlimitedNameCount = std::numeric_limits<std::size_t>::max();
 
 /// A regular file that is open, read once from its beginning to its end. Closed with the object.
 /// One thread at a time.
@@ -48,8 +52,10 @@ class FileReader {
   /// The names of all entries of a directory, or of the directory that a symbolic link leads to:
   /// each once, hidden ones too, without "." and "..", sorted by their bytes. A name is returned as
   /// it is, also one that is not UTF-8. Nothing is told of what the entries are; they may be gone
-  /// when the caller looks. Throws PlatformError, with ENOTDIR for what is no directory.
-  virtual std::vector<std::string> entryNames(std::string_view path) const = 0;
+  /// when the caller looks. Throws PlatformError: ENOTDIR for what is no directory, and EFBIG for a
+  /// directory of more than `maxCount` entries, once it has read so many.
+  virtual std::vector<std::string> entryNames(std::string_view path,
+                                              std::size_t maxCount) const = 0;
 };
 
 }  // namespace velmora

@@ -5,10 +5,12 @@
 
 #include "text/Text.h"
 
+#include <vector>
+
 namespace velmora {
 
-/// Both operations agree on absolute paths, are idempotent, and never fail. Calls may come from
-/// any thread.
+/// Both standardisations agree on absolute paths, are idempotent, and never fail. Calls may come
+/// from any thread.
 class PathStandardizer {
  public:
   virtual ~PathStandardizer() = default;
@@ -20,6 +22,10 @@ class PathStandardizer {
   /// The standardised path, with a leading "~" or "~user" expanded to the home directory where
   /// there is one. A relative path stays relative.
   virtual Text standardizedPath(const Text& path) const = 0;
+
+  /// Where an absolute path may lie on disk that has `path` as its standardised path, spellings of
+  /// its characters aside: `path` itself first. Some may not be there.
+  virtual std::vector<Text> pathsStandardizedTo(const Text& path) const = 0;
 };
 
 }  // namespace velmora

@@ -1,9 +1,6 @@
 // Everything that the core needs from outside, handed to it by each program.
 #pragma once
 
-#include <cstddef>
-#include <optional>
-
 namespace velmora {
 
 class Clock;
@@ -35,8 +32,6 @@ struct Platform {
   Logger& logger;
   const Clock& clock;
   IdentifierSource& identifiers;
-  /// How many threads may read files side by side, at least 1; none: as many as suit the machine.
-  std::optional<std::size_t> workerCount = {};
 };
 
 }  // namespace velmora

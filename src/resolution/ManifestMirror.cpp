@@ -3,16 +3,10 @@
 #include "platform/FileReader.h"
 #include "platform/PathStandardizer.h"
 #include "platform/PlatformError.h"
-#include "resolution/OrderedWork.h"
-#include "resolution/ReadingCost.h"
-#include "resolution/ResolutionObserver.h"
+#include "resolution/WarpIDSearch.h"
 #include "text/LexicalPath.h"
 
 #include <algorithm>
-#include <exception>
-#include <functional>
-#include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -22,81 +16,42 @@ namespace {
 
 constexpr std::string_view manifestFileExtension = ".json";
 
-std::vector<std::string> manifestFileNames(const Text& mirror, const FileReader& files,
-                                           ResolutionObserver& observer) {
-  std::vector<std::string> names;
-  try {
-    names = files.entryNames(mirror);
-  } catch (const PlatformError& error) {
-    observer.didFailToListMirror(error);
-    return {};
-  }
+std::vector<std::string> manifestFileNames(const Text& mirrorPath, const FileReader& files) {
+  std::vector<std::string> names = files.entryNames(mirrorPath, unlimitedNameCount);
   std::erase_if(names, [](const std::string& name) { return !isManifestFileName(name); });
   return names;
 }
 
-std::vector<MirroredManifest> unreadManifests(const Text& mirror,
-                                              const std::vector<std::string>& fileNames) {
-  std::vector<MirroredManifest> manifests;
-  manifests.reserve(fileNames.size());
-  for (const std::string& name : fileNames) {
-    manifests.push_back({.filePath = appendingPathComponent(mirror, name), .manifest = {}});
-  }
-  return manifests;
-}
-
-/// Reads the files of a mirror, each on some thread, and tells of them on the thread that asks.
-class MirrorReading {
+/// Reads one file after the other into a mirror.
+class MirrorLoader {
  public:
-  MirrorReading(std::vector<MirroredManifest> unread, const FileReader& files,
-                ResolutionObserver& observer, std::optional<std::size_t> workerCount)
-      : read_(std::move(unread)), files_(files), observer_(observer), cost_(workerCount) {}
+  MirrorLoader(const FileReader& files, const std::optional<std::vector<Text>>& warpIDs)
+      : files_(files) {
+    if (warpIDs.has_value()) {
+      search_.emplace(*warpIDs);
+    }
+  }
 
-  /// The valid ones, in the order of the files. Once.
-  std::vector<MirroredManifest> validManifests() {
-    performInOrder(
-        {.pieceCount = read_.size(),
-         .makeWorker = [this] { return makeWorker(); },
-         .helpersWorthStarting =
-             [this](std::size_t remaining) { return cost_.helpersWorthStarting(remaining); },
-         .didFinish = [this](std::size_t index,
-                             const std::exception_ptr& fault) { didRead(index, fault); }});
-    return std::move(valid_);
+  void load(Text path, ManifestMirror& mirror) {
+    std::optional<ManifestSummary> manifest;
+    try {
+      if (!search_.has_value() || search_->mayBeManifest(path, files_)) {
+        manifest = decoder_.readSummary(path, files_);
+      }
+    } catch (const std::exception&) {
+      // Also without the memory for this one, the others may still be read.
+      mirror.refused.push_back({.filePath = std::move(path), .fault = std::current_exception()});
+      return;
+    }
+    if (manifest.has_value()) {
+      mirror.manifests.push_back({.filePath = std::move(path), .manifest = *std::move(manifest)});
+    }
   }
 
  private:
-  PieceWorker makeWorker() {
-    return [this, decoder = std::make_shared<ManifestDecoder>()](std::size_t index) {
-      MirroredManifest& mirrored = read_[index];
-      mirrored.manifest = decoder->readSummary(mirrored.filePath, files_);
-    };
-  }
-
-  void didRead(std::size_t index, const std::exception_ptr& fault) {
-    MirroredManifest& mirrored = read_[index];
-    cost_.addFile(mirrored.manifest.entryCount);
-    if (fault) {
-      tellOfRefusal(mirrored.filePath, fault);
-      return;
-    }
-    valid_.push_back(std::move(mirrored));
-    observer_.didReadManifest(valid_.back());
-  }
-
-  void tellOfRefusal(const Text& path, const std::exception_ptr& fault) {
-    try {
-      std::rethrow_exception(fault);
-    } catch (const std::exception& error) {
-      observer_.didRefuseManifest(path, error);
-    }
-  }
-
-  /// By the number of the file. Each belongs to the thread that reads it, and then to the caller's.
-  std::vector<MirroredManifest> read_;
   const FileReader& files_;
-  ResolutionObserver& observer_;
-  std::vector<MirroredManifest> valid_;
-  ReadingCost cost_;
+  std::optional<WarpIDSearch> search_;
+  ManifestDecoder decoder_;
 };
 
 Date creationOf(const MirroredManifest& mirrored) { return mirrored.manifest.createdAt; }
@@ -112,17 +67,30 @@ Text manifestMirrorPath(const Text& sharedWarpRoot, const PathStandardizer& path
       appendingPathComponent(sharedWarpRoot, manifestMirrorDirectoryName));
 }
 
-std::vector<MirroredManifest> mirroredManifests(const Text& sharedWarpRoot, const FileReader& files,
-                                                const PathStandardizer& paths,
-                                                ResolutionObserver& observer,
-                                                std::optional<std::size_t> workerCount) {
-  const Text mirror = manifestMirrorPath(sharedWarpRoot, paths);
-  const std::vector<std::string> names = manifestFileNames(mirror, files, observer);
-  observer.willReadManifests(names.size());
-  MirrorReading reading(unreadManifests(mirror, names), files, observer, workerCount);
-  std::vector<MirroredManifest> manifests = reading.validManifests();
-  std::ranges::stable_sort(manifests, std::ranges::greater(), creationOf);
-  return manifests;
+ManifestMirror mirroredManifests(const Text& sharedWarpRoot, const FileReader& files,
+                                 const PathStandardizer& paths,
+                                 const std::optional<std::vector<Text>>& warpIDs,
+                                 const MirrorProgress& progress) {
+  const Text path = manifestMirrorPath(sharedWarpRoot, paths);
+  ManifestMirror mirror;
+  std::vector<std::string> names;
+  try {
+    names = manifestFileNames(path, files);
+  } catch (const PlatformError&) {
+    mirror.fault = std::current_exception();
+  }
+  MirrorLoader loader(files, warpIDs);
+  for (std::size_t readCount = 0; readCount < names.size(); ++readCount) {
+    if (progress) {
+      progress(readCount, names.size());
+    }
+    loader.load(appendingPathComponent(path, names[readCount]), mirror);
+  }
+  if (progress) {
+    progress(names.size(), names.size());
+  }
+  std::ranges::stable_sort(mirror.manifests, std::ranges::greater(), creationOf);
+  return mirror;
 }
 
 }  // namespace velmora

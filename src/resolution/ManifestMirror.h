@@ -6,6 +6,8 @@
 #include "warpshared/ManifestDecoding.h"
 
 #include <cstddef>
+#include <exception>
+#include <functional>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -14,16 +16,36 @@ namespace velmora {
 
 class FileReader;
 class PathStandardizer;
-class ResolutionObserver;
 
 /// The name of the mirror below the shared Warp root.
 inline constexpr std::string_view manifestMirrorDirectoryName = "ManifestMirror";
 
-/// A manifest of the mirror. Its file's name carries no meaning; it is there to tell people.
+/// A valid manifest of the mirror. The name of its file has no meaning; it is there to tell people.
 struct MirroredManifest {
   Text filePath;
   ManifestSummary manifest;
 };
+
+/// A file of the mirror that cannot be read (PlatformError, std::bad_alloc) or is no valid manifest
+/// (DecodingError).
+struct RefusedManifest {
+  Text filePath;
+  std::exception_ptr fault;
+};
+
+/// What was found in the mirror.
+struct ManifestMirror {
+  /// Newest first; those of one instant in the order of their files' names. All paths in them are
+  /// absolute, and all else that ManifestDecoding.h promises.
+  std::vector<MirroredManifest> manifests;
+  /// In the order of their names.
+  std::vector<RefusedManifest> refused;
+  /// Why the mirror cannot be listed (PlatformError), if it cannot.
+  std::exception_ptr fault;
+};
+
+/// Called before the first file and after each one.
+using MirrorProgress = std::function<void(std::size_t readCount, std::size_t fileCount)>;
 
 /// Whether a file of this name is taken for a manifest: it ends in ".json", and not only in that.
 [[nodiscard]] bool isManifestFileName(std::string_view name);
@@ -31,22 +53,14 @@ struct MirroredManifest {
 /// The path of the mirror.
 [[nodiscard]] Text manifestMirrorPath(const Text& sharedWarpRoot, const PathStandardizer& paths);
 
-/// The manifests of the mirror, newest first; those of one instant in the order of their files'
-/// names. Read afresh at every call. All paths in them are absolute, and all else that
-/// ManifestDecoding.h promises.
+/// Reads the manifests of the mirror, afresh at every call. Given `warpIDs`, a file that cannot be
+/// the manifest of one of these Warps may be left out unread (WarpIDSearch.h).
 ///
-/// A large mirror is read by up to `workerCount` (at least 1) threads, the calling one included;
-/// without a number by as many as suit the machine (WorkerCount.h), and a small one by the calling
-/// thread alone. The list, its order and what `observer` hears on the calling thread are the same
-/// whatever the number, except that each thread takes memory for a file of its own. When a thread
-/// cannot be started, the others do the work; all have ended when this returns or throws.
-///
-/// Never fails outward: without a readable mirror the list is empty, and a file that cannot be
-/// read (for want of memory, too) or is not a valid manifest is left out; `observer` hears of it.
-/// Throws only when memory runs out for the list itself. Takes no lock; the application may change
-/// the mirror meanwhile. Any thread.
-[[nodiscard]] std::vector<MirroredManifest> mirroredManifests(
-    const Text& sharedWarpRoot, const FileReader& files, const PathStandardizer& paths,
-    ResolutionObserver& observer, std::optional<std::size_t> workerCount = {});
+/// Throws only when memory runs out for the lists themselves, and what `progress` throws. Takes no
+/// lock; the application may change the mirror meanwhile. Any thread.
+[[nodiscard]] ManifestMirror mirroredManifests(const Text& sharedWarpRoot, const FileReader& files,
+                                               const PathStandardizer& paths,
+                                               const std::optional<std::vector<Text>>& warpIDs = {},
+                                               const MirrorProgress& progress = {});
 
 }  // namespace velmora

@@ -78,7 +78,8 @@ TYPED_TEST_P(FileContract, nothingIsThereAtFirst) {
   EXPECT_FALSE(this->reader().exists(this->path("missing")));
   EXPECT_FALSE(this->reader().isDirectory(this->path("missing")));
   this->expectUnreadable("missing", this->plenty, ENOENT);
-  this->expectError(ENOENT, [&] { this->reader().entryNames(this->path("missing")); });
+  this->expectError(ENOENT,
+                    [&] { this->reader().entryNames(this->path("missing"), unlimitedNameCount); });
   this->expectError(ENOENT, [&] { this->write("missing/file", ""); });
 }
 
@@ -108,7 +109,8 @@ TYPED_TEST_P(FileContract, readsBackWhatItWrote) {
 TYPED_TEST_P(FileContract, takesNoFileForADirectory) {
   this->write("file", "");
   this->expectError(EEXIST, [&] { this->makeDirectories("file"); });
-  this->expectError(ENOTDIR, [&] { this->reader().entryNames(this->path("file")); });
+  this->expectError(ENOTDIR,
+                    [&] { this->reader().entryNames(this->path("file"), unlimitedNameCount); });
 }
 
 TYPED_TEST_P(FileContract, readsUpToTheMaximumLengthOnly) {
@@ -158,10 +160,14 @@ TYPED_TEST_P(FileContract, tellsTheNamesInADirectorySorted) {
   for (const std::string name : {"é", "b", "B", ".hidden", "b.json", "..."}) {
     this->write("a/" + name, "");
   }
-  EXPECT_EQ(this->reader().entryNames(this->path("a")),
+  EXPECT_EQ(this->reader().entryNames(this->path("a"), unlimitedNameCount),
             (Names{"...", ".hidden", "B", "b", "b.json", "directory", "é"}));
-  EXPECT_EQ(this->reader().entryNames(this->path("a/directory")), Names{"below"});
-  EXPECT_EQ(this->reader().entryNames(this->path("a/directory/below")), Names());
+  EXPECT_EQ(this->reader().entryNames(this->path("a/directory"), unlimitedNameCount),
+            Names{"below"});
+  EXPECT_EQ(this->reader().entryNames(this->path("a/directory/below"), unlimitedNameCount),
+            Names());
+  EXPECT_EQ(this->reader().entryNames(this->path("a"), 7).size(), 7);
+  this->expectError(EFBIG, [&] { this->reader().entryNames(this->path("a"), 6); });
 }
 
 REGISTER_TYPED_TEST_SUITE_P(FileContract, nothingIsThereAtFirst, makesEveryMissingDirectory,

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace velmora {
 
@@ -18,6 +19,7 @@ class PathStandardizerContract : public testing::Test {
   std::string fileURLPath(const Text& path) {
     return adapter.paths().standardizedFileURLPath(path).utf8();
   }
+  std::vector<Text> places(const Text& path) { return adapter.paths().pathsStandardizedTo(path); }
   std::string path(const Text& path) { return adapter.paths().standardizedPath(path).utf8(); }
 
   Adapter adapter;
@@ -66,9 +68,16 @@ TYPED_TEST_P(PathStandardizerContract, expandsALeadingTildeWhereThereIsSuchAHome
   EXPECT_EQ(this->path("~no such user/x"), "~no such user/x");
 }
 
+TYPED_TEST_P(PathStandardizerContract, knowsWhereAStandardizedPathMayLie) {
+  const std::vector<Text> places = this->places("/a/b");
+  ASSERT_FALSE(places.empty());
+  EXPECT_EQ(places.front().utf8(), "/a/b");
+}
+
 REGISTER_TYPED_TEST_SUITE_P(PathStandardizerContract, givesAbsolutePathsTheirOneForm,
                             changesNoStandardizedPathAgain,
                             takesRelativePathsOfURLsFromTheWorkingDirectory,
-                            leavesRelativePathsRelative, expandsALeadingTildeWhereThereIsSuchAHome);
+                            leavesRelativePathsRelative, expandsALeadingTildeWhereThereIsSuchAHome,
+                            knowsWhereAStandardizedPathMayLie);
 
 }  // namespace velmora

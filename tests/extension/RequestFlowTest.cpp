@@ -163,7 +163,7 @@ TEST(RequestFlowOverAFault, cancelsAndLogsWhatItIs) {
        throwing(PlatformError(cocoaErrorDomain, 512, "“100% %s%n” could not be saved.")),
        "“100% %s%n” could not be saved."},
       {&FakeFileSystem::writeFailure, throwing(std::runtime_error("unforeseen")), "unforeseen"},
-      {&FakeFileSystem::entryNamesFailure, throwing(std::bad_alloc()), "Cannot allocate memory"}};
+      {&FakeFileSystem::readFailure, throwing(std::bad_alloc()), "Cannot allocate memory"}};
   for (const Row& row : rows) {
     SCOPED_TRACE(row.description);
     Requested request;

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <exception>
 #include <string>
 #include <vector>
 
@@ -54,8 +53,7 @@ void expectAccepted(const ScreeningCase& row, const char* identifier) {
   for (const Text& path : row.selection) {
     selection.push_back({.path = path});
   }
-  ScreeningObserver unobserved;
-  EXPECT_EQ(bytesOf(screenSelection(selection, fake.platform(), unobserved)),
+  EXPECT_EQ(bytesOf(acceptedPaths(screenSelection(selection, fake.platform()))),
             bytesOf(row.accepted));
 }
 
@@ -102,16 +100,6 @@ TEST(RestoreScreening, acceptsWarpedFoldersWithTheirMarker) {
   }
 }
 
-/// Keeps what it hears.
-class RecordingObserver final : public ScreeningObserver {
- public:
-  std::vector<ScreenedItem> items;
-  bool isWithoutRoot = false;
-
-  void didScreenItem(const ScreenedItem& item) override { items.push_back(item); }
-  void didFailToLocateRoot(const std::exception&) override { isWithoutRoot = true; }
-};
-
 TEST(Screening, saysWhyAnItemDoesNotSuit) {
   FakePlatform fake;
   recordWarp(fake, "/warped", "outer");
@@ -138,19 +126,18 @@ TEST(Screening, saysWhyAnItemDoesNotSuit) {
   for (const Row& row : rows) {
     SCOPED_TRACE(std::string(row.identifier) + " " + row.path);
     fake.bundle.identifier = row.identifier;
-    RecordingObserver observer;
-    static_cast<void>(screenSelection({{row.path}}, fake.platform(), observer));
-    EXPECT_EQ(observer.items.size(), 1);
-    const ScreenedItem item = observer.items.empty() ? ScreenedItem() : observer.items.front();
+    const Screening screening = screenSelection({{row.path}}, fake.platform());
+    ASSERT_EQ(screening.items.size(), 1);
+    const ScreenedItem& item = screening.items.front();
     EXPECT_EQ(item.path.utf8(), row.path);
     EXPECT_EQ(item.root.value_or("none").utf8(), row.root);
     EXPECT_EQ(item.verdict, row.verdict);
   }
-  RecordingObserver observer;
   fake.bundle.identifier = warpIdentifier;
-  EXPECT_EQ(screenSelection({{"/plain"}, {"/warped"}, {"/plain/"}}, fake.platform(), observer),
-            Paths{"/plain"});
-  EXPECT_EQ(observer.items.size(), 3);
+  const Screening screening =
+      screenSelection({{"/plain"}, {"/warped"}, {"/plain/"}}, fake.platform());
+  EXPECT_EQ(acceptedPaths(screening), Paths{"/plain"});
+  EXPECT_EQ(screening.items.size(), 3);
 }
 
 TEST(ScreeningMarkers, countForTheSelectionWhateverTheirKind) {
@@ -159,27 +146,7 @@ TEST(ScreeningMarkers, countForTheSelectionWhateverTheirKind) {
   fake.bundle.identifier = restoreIdentifier;
   // The same folder in the other form, where the fake sees a directory instead of the marker.
   fake.fileSystem.createDirectories("/\u00e9/.velmora-warped.json");
-  ScreeningObserver unobserved;
-  EXPECT_EQ(screenSelection({{"/\u00e9"}}, fake.platform(), unobserved), Paths{"/\u00e9"});
-}
-
-TEST(WarpedFolderPaths, areThoseOfTheNewestManifestsFirst) {
-  FakePlatform fake;
-  recordWarp(fake, "/old", "1");
-  VelmoraWarpSharedManifest manifest = manifestOf("/new", "2");
-  manifest.createdAt = {.secondsSinceReferenceDate = 60};
-  mirror(fake, manifest);
-  mark(fake, "/new", "2");
-  ResolutionObserver unobserved;
-  EXPECT_EQ(bytesOf(warpedFolderPaths(fake.platform(), unobserved)),
-            (std::vector<std::string>{"/new", "/old"}));
-}
-
-TEST(WarpedFolderPaths, areNoneWithoutASharedRoot) {
-  FakePlatform fake;
-  RecordingObserver observer;
-  EXPECT_TRUE(warpedFolderPaths(fake.platform(), observer).empty());
-  EXPECT_TRUE(observer.isWithoutRoot);
+  EXPECT_EQ(acceptedPaths(screenSelection({{"/\u00e9"}}, fake.platform())), Paths{"/\u00e9"});
 }
 
 }  // namespace

@@ -106,7 +106,8 @@ std::unique_ptr<FileContent> FakeFileSystem::open(std::string_view path,
   return std::make_unique<FakeFileContent>(read(path, maximumLength));
 }
 
-std::vector<std::string> FakeFileSystem::entryNames(std::string_view path) const {
+std::vector<std::string> FakeFileSystem::entryNames(std::string_view path,
+                                                    std::size_t maxCount) const {
   if (entryNamesFailure) {
     entryNamesFailure();
   }
@@ -119,6 +120,9 @@ std::vector<std::string> FakeFileSystem::entryNames(std::string_view path) const
   }
   for (const auto& [file, bytes] : files) {
     addName(names, file, path);
+  }
+  if (names.size() > maxCount) {
+    throw posixError(EFBIG);
   }
   return {names.begin(), names.end()};
 }
@@ -207,9 +211,11 @@ FakePlatform::FakePlatform() = default;
 
 FakePlatform::~FakePlatform() = default;
 
-Platform FakePlatform::platform() {
-  return {bundle,        fileSystem, fileSystem, paths,  locations, defaults,   languages,
-          notifications, workspace,  mainQueue,  logger, clock,     identifiers};
+Platform FakePlatform::platform() { return platform(fileSystem); }
+
+Platform FakePlatform::platform(const FileReader& files) {
+  return {bundle,        files,     fileSystem, paths,  locations, defaults,   languages,
+          notifications, workspace, mainQueue,  logger, clock,     identifiers};
 }
 
 }  // namespace velmora

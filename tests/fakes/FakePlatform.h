@@ -77,7 +77,7 @@ class FakeFileSystem final : public FileReader, public FileWriter {
   std::unique_ptr<FileContent> open(std::string_view path,
                                     std::size_t maximumLength) const override;
 
-  std::vector<std::string> entryNames(std::string_view path) const override;
+  std::vector<std::string> entryNames(std::string_view path, std::size_t maxCount) const override;
 
   void createDirectories(std::string_view path) override;
 
@@ -197,6 +197,8 @@ struct FakePlatform {
   FakeIdentifierSource identifiers;
 
   Platform platform();
+  /// The same, but reads real or other files.
+  Platform platform(const FileReader& files);
 };
 
 /// For the `failure` members above.

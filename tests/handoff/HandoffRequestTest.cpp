@@ -51,6 +51,7 @@ class NowhereStandardizer final : public PathStandardizer {
     return path.view().starts_with('/') ? path : Text();
   }
   Text standardizedPath(const Text& path) const override { return path; }
+  std::vector<Text> pathsStandardizedTo(const Text& path) const override { return {path}; }
 };
 
 TEST(NormalizedHandoffPaths, fromRelativeOnesAreLeftOutWithoutAWorkingDirectory) {

@@ -4,11 +4,11 @@
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/JSONLine.h"
 #include "tests/process/ProcessTest.h"
+#include "tests/support/RandomTrees.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <ostream>
@@ -234,16 +234,13 @@ class RandomTree {
   std::vector<Root> roots_;
 };
 
-/// As many as VELMORA_RANDOM_TREES says, or few: each tree takes six processes, whose start takes
-/// many times as long with sanitizers.
+/// Few, because each tree takes six processes, whose start takes many times as long with
+/// sanitizers.
 std::uint32_t treeCount() {
-  if (const char* count = std::getenv("VELMORA_RANDOM_TREES")) {
-    return static_cast<std::uint32_t>(std::stoul(count));
-  }
 #ifdef VELMORA_TEST_WITH_SANITIZERS
-  return 40;
+  return randomTreeCount(40);
 #else
-  return 100;
+  return randomTreeCount(100);
 #endif
 }
 

@@ -1,12 +1,12 @@
 // Real files of every wrong kind where the application's files should be: each only shrinks the
 // list, and nothing waits, grows without bound or ends the program.
 
+#include "platform/Platform.h"
 #include "platform/posix/PosixFileReader.h"
-#include "platform/posix/PosixPathStandardizer.h"
-#include "resolution/ManifestMirror.h"
-#include "resolution/WarpMarker.h"
+#include "resolution/WarpedFolders.h"
+#include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/WarpRecords.h"
-#include "tests/resolution/RecordingObserver.h"
+#include "tests/support/Bytes.h"
 #include "tests/support/HostileFiles.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/Threads.h"
@@ -28,27 +28,23 @@ using Paths = std::vector<std::string>;
 class WarpedDirectories {
  public:
   WarpedDirectories() {
+    fake.locations.groupContainers["group.io.tolvane.Velmora"] = scratch.path();
     for (const char* name : {"a", "b"}) {
-      scratch.write("ManifestMirror/" + std::string(name) + ".json",
+      scratch.write("Warp/ManifestMirror/" + std::string(name) + ".json",
                     encodeManifest(manifestOf(scratch.path(name), name)));
       scratch.write(std::string(name) + "/.velmora-warped.json", markerJSON(name));
     }
   }
 
-  Paths confirmed() {
+  Resolution resolve() {
     const PosixFileReader files;
-    const PosixPathStandardizer paths;
-    Paths folders;
-    for (const MirroredManifest& manifest :
-         confirmedWarpManifests(mirroredManifests(scratch.path(), files, paths, observer),
-                                scratch.path(), files, paths, observer)) {
-      folders.push_back(manifest.manifest.originalFolderPath.utf8());
-    }
-    return folders;
+    return resolveWarpedFolders(fake.platform(files));
   }
 
+  Paths confirmed() { return bytesOf(warpedFolderPaths(resolve(), fake.paths)); }
+
   ScratchDirectory scratch;
-  RecordingObserver observer;
+  FakePlatform fake;
 };
 
 void makeFile(const std::string& path, std::string_view bytes) {
@@ -82,27 +78,31 @@ const HostileCase hostileCases[] = {
 
 TEST(HostileFiles, onlyShrinkTheList) {
   for (const HostileCase& row : hostileCases) {
-    for (const char* const name : {"ManifestMirror/b.json", "b/.velmora-warped.json",
-                                   "destroyed-manifest-index.json", "ManifestMirror"}) {
+    for (const char* const name : {"Warp/ManifestMirror/b.json", "b/.velmora-warped.json",
+                                   "Warp/destroyed-manifest-index.json", "Warp/ManifestMirror"}) {
       SCOPED_TRACE(std::string(row.name) + " in the place of " + name);
       WarpedDirectories warped;
       const std::string a = warped.scratch.path("a");
       const std::string path = warped.scratch.path(name);
       std::filesystem::remove_all(path);
       row.make(path);
-      const Paths confirmed = warped.confirmed();
-      const Paths mirrored = {warped.scratch.path("ManifestMirror/a.json"),
-                              warped.scratch.path("ManifestMirror/b.json")};
+      const Resolution resolution = warped.resolve();
+      const Paths confirmed = bytesOf(warpedFolderPaths(resolution, warped.fake.paths));
+      Paths valid;
+      for (const JudgedManifest& judged : resolution.judged) {
+        valid.push_back(judged.filePath.utf8());
+      }
+      const Paths mirrored = {warped.scratch.path("Warp/ManifestMirror/a.json"),
+                              warped.scratch.path("Warp/ManifestMirror/b.json")};
       std::error_code looping;
-      if (path == warped.scratch.path("ManifestMirror")) {
+      if (path == warped.scratch.path("Warp/ManifestMirror")) {
         EXPECT_EQ(confirmed, Paths());
-        EXPECT_EQ(warped.observer.listingErrors.empty(),
-                  std::filesystem::is_directory(path, looping));
+        EXPECT_EQ(resolution.mirrorFault == nullptr, std::filesystem::is_directory(path, looping));
       } else if (path.ends_with("index.json")) {
         EXPECT_EQ(confirmed, (Paths{a, warped.scratch.path("b")}));
       } else {
         EXPECT_EQ(confirmed, Paths{a});
-        EXPECT_EQ(warped.observer.readFiles, path == mirrored[1] ? Paths{mirrored[0]} : mirrored);
+        EXPECT_EQ(valid, path == mirrored[1] ? Paths{mirrored[0]} : mirrored);
       }
     }
   }
@@ -110,7 +110,7 @@ TEST(HostileFiles, onlyShrinkTheList) {
 
 TEST(ChangingFiles, areReadAsTheyAreAtSomeMoment) {
   WarpedDirectories warped;
-  const std::string manifestPath = warped.scratch.path("ManifestMirror/b.json");
+  const std::string manifestPath = warped.scratch.path("Warp/ManifestMirror/b.json");
   const std::string markerPath = warped.scratch.path("b/.velmora-warped.json");
   const std::string manifest = encodeManifest(manifestOf(warped.scratch.path("b"), "b"));
   const RepeatingThread application([&] {

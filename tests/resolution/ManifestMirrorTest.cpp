@@ -1,14 +1,16 @@
 #include "resolution/ManifestMirror.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/fakes/WarpRecords.h"
-#include "tests/resolution/RecordingObserver.h"
+#include "tests/resolution/Faults.h"
 #include "tests/support/AnsweredCases.h"
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <map>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmora {
@@ -28,14 +30,14 @@ class Mirror : public testing::Test {
     fake.fileSystem.files[pathOf(fileName)] = encodeManifest(manifest);
   }
 
-  std::vector<MirroredManifest> read(const std::string& root = std::string(recordedWarpRoot)) {
-    return mirroredManifests(root, fake.fileSystem, fake.paths, observer);
+  ManifestMirror read(const std::string& root = std::string(recordedWarpRoot)) {
+    return mirroredManifests(root, fake.fileSystem, fake.paths);
   }
 
   /// The names of the files whose manifests were taken, in order.
-  Names readNames() {
+  static Names names(const ManifestMirror& mirror) {
     Names names;
-    for (const MirroredManifest& mirrored : read()) {
+    for (const MirroredManifest& mirrored : mirror.manifests) {
       const std::string& path = mirrored.filePath.utf8();
       names.push_back(path.substr(path.rfind('/') + 1));
     }
@@ -43,15 +45,14 @@ class Mirror : public testing::Test {
   }
 
   FakePlatform fake;
-  RecordingObserver observer;
 };
 
 TEST_F(Mirror, givesWhatTheManifestsSayReadAfreshUnderTheStandardisedRoot) {
-  EXPECT_TRUE(read().empty());
+  EXPECT_TRUE(read().manifests.empty());
   VelmoraWarpSharedManifest manifest = manifestOf("/a", "warp");
   manifest.entries.append(entryOf("/a/b"));
   add("any name.json", manifest);
-  const std::vector<MirroredManifest> manifests = read("/x/../C//Warp/");
+  const std::vector<MirroredManifest> manifests = read("/x/../C//Warp/").manifests;
   ASSERT_EQ(manifests.size(), 1);
   EXPECT_EQ(manifests[0].filePath.utf8(), pathOf("any name.json"));
   EXPECT_EQ(manifests[0].manifest.warpID, "warp");
@@ -66,9 +67,9 @@ TEST_F(Mirror, takesFilesByTheirExtensionAndNoneOfADirectory) {
        {"b.json", "a.json", ".x.json", "a.JSON", "a.json.bak", ".json", "json", "inner/c.json"}) {
     add(name, manifestOf("/a", "warp"));
   }
-  EXPECT_EQ(readNames(), (Names{".x.json", "a.json", "b.json"}));
-  EXPECT_EQ(observer.announcedCounts, std::vector<std::size_t>{3});
-  EXPECT_TRUE(observer.refusals.empty());
+  const ManifestMirror mirror = read();
+  EXPECT_EQ(names(mirror), (Names{".x.json", "a.json", "b.json"}));
+  EXPECT_TRUE(mirror.refused.empty());
 }
 
 TEST_F(Mirror, givesTheNewestFirstAndThoseOfOneInstantInTheOrderOfTheirNames) {
@@ -80,7 +81,7 @@ TEST_F(Mirror, givesTheNewestFirstAndThoseOfOneInstantInTheOrderOfTheirNames) {
     manifest.createdAt = {.secondsSinceReferenceDate = instant};
     add(name, manifest);
   }
-  EXPECT_EQ(readNames(), (Names{"e.json", "f.json", "b.json", "c.json", "d.json", "a.json"}));
+  EXPECT_EQ(names(read()), (Names{"e.json", "f.json", "b.json", "c.json", "d.json", "a.json"}));
 }
 
 TEST_F(Mirror, leavesOutWhatIsNoManifest) {
@@ -98,11 +99,14 @@ TEST_F(Mirror, leavesOutWhatIsNoManifest) {
   fake.fileSystem.files[pathOf("other.json")] = "{}";
   fake.fileSystem.files[pathOf("empty.json")] = "";
   fake.fileSystem.directories.insert(pathOf("directory.json"));
-  EXPECT_EQ(readNames(), Names{"good.json"});
-  EXPECT_EQ(observer.announcedCounts, std::vector<std::size_t>{8});
-  EXPECT_EQ(observer.readFiles, Names{pathOf("good.json")});
+  const ManifestMirror mirror = read();
+  EXPECT_EQ(names(mirror), Names{"good.json"});
+  std::map<std::string, std::string> refusals;
+  for (const RefusedManifest& refused : mirror.refused) {
+    refusals[refused.filePath.utf8()] = messageOf(refused.fault);
+  }
   EXPECT_EQ(
-      observer.refusals,
+      refusals,
       (std::map<std::string, std::string>{
           {pathOf("relative.json"),
            "Shared Warp identity, object key, or original path is unsafe."},
@@ -117,17 +121,42 @@ TEST_F(Mirror, leavesOutWhatIsNoManifest) {
 
 TEST_F(Mirror, isEmptyWithoutADirectory) {
   fake.fileSystem.directories = {"/"};
-  EXPECT_TRUE(read().empty());
-  EXPECT_EQ(observer.listingErrors, Names{"No such file or directory"});
+  const ManifestMirror mirror = read();
+  EXPECT_TRUE(mirror.manifests.empty());
+  EXPECT_EQ(messageOf(mirror.fault), "No such file or directory");
 }
 
 TEST_F(Mirror, isNotTakenForEmptyWhenMemoryRunsOut) {
   add("a.json", manifestOf("/a", "warp"));
   fake.fileSystem.readFailure = throwing(std::bad_alloc());
-  EXPECT_TRUE(read().empty());
-  EXPECT_EQ(observer.refusals.size(), 1);
+  const ManifestMirror mirror = read();
+  EXPECT_TRUE(mirror.manifests.empty());
+  EXPECT_EQ(mirror.refused.size(), 1);
   fake.fileSystem.entryNamesFailure = throwing(std::bad_alloc());
   EXPECT_THROW(static_cast<void>(read()), std::bad_alloc);
+}
+
+TEST_F(Mirror, givesTheManifestsOfTheWarpsThatAreAskedFor) {
+  add("a.json", manifestOf("/a", "0-A"));
+  add("b.json", manifestOf("/b", "B"));
+  fake.fileSystem.files[pathOf("broken.json")] = "{\"warpID\":\"0-A\"";
+  fake.fileSystem.files[pathOf("other.json")] = "{";
+  const ManifestMirror mirror =
+      mirroredManifests(recordedWarpRoot, fake.fileSystem, fake.paths, std::vector<Text>{"0-A"});
+  EXPECT_EQ(names(mirror), Names{"a.json"});
+  ASSERT_EQ(mirror.refused.size(), 1);
+  EXPECT_EQ(mirror.refused[0].filePath, pathOf("broken.json"));
+}
+
+TEST_F(Mirror, tellsHowFarItIsRead) {
+  add("a.json", manifestOf("/a", "A"));
+  fake.fileSystem.files[pathOf("b.json")] = "{";
+  std::vector<std::pair<std::size_t, std::size_t>> steps;
+  static_cast<void>(mirroredManifests(
+      recordedWarpRoot, fake.fileSystem, fake.paths, {},
+      [&](std::size_t readCount, std::size_t count) { steps.emplace_back(readCount, count); }));
+  const std::vector<std::pair<std::size_t, std::size_t>> expected = {{0, 2}, {1, 2}, {2, 2}};
+  EXPECT_EQ(steps, expected);
 }
 
 TEST(ManifestFileName, isToldByItsExtension) {

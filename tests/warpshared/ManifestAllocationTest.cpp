@@ -43,7 +43,7 @@ class TextFile final : public FileReader {
 
   bool exists(std::string_view) const override { return true; }
   bool isDirectory(std::string_view) const override { return false; }
-  std::vector<std::string> entryNames(std::string_view) const override { return {}; }
+  std::vector<std::string> entryNames(std::string_view, std::size_t) const override { return {}; }
   std::string read(std::string_view, std::size_t) const override { return text_; }
 
   std::unique_ptr<FileContent> open(std::string_view, std::size_t) const override {

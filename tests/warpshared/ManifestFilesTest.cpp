@@ -144,7 +144,7 @@ class ChangingFile final : public FileReader {
 
   bool exists(std::string_view) const override { return true; }
   bool isDirectory(std::string_view) const override { return false; }
-  std::vector<std::string> entryNames(std::string_view) const override {
+  std::vector<std::string> entryNames(std::string_view, std::size_t) const override {
     throw posixError(ENOTDIR);
   }
 

@@ -12,6 +12,7 @@ class MacPathStandardizer final : public PathStandardizer {
  public:
   Text standardizedFileURLPath(const Text& path) const override;
   Text standardizedPath(const Text& path) const override;
+  std::vector<Text> pathsStandardizedTo(const Text& path) const override;
 };
 
 }  // namespace velmora

@@ -23,4 +23,10 @@ Text MacPathStandardizer::standardizedPath(const Text& path) const {
   }
 }
 
+std::vector<Text> MacPathStandardizer::pathsStandardizedTo(const Text& path) const {
+  // Foundation takes these prefixes off where what remains exists.
+  return {path, "/private" + path.utf8(), "/var/automount" + path.utf8(),
+          "/private/var/automount" + path.utf8()};
+}
+
 }  // namespace velmora

@@ -131,13 +131,17 @@ std::unique_ptr<FileContent> PosixFileReader::open(std::string_view path,
   return std::make_unique<PosixFileContent>(std::move(file), maximumLength);
 }
 
-std::vector<std::string> PosixFileReader::entryNames(std::string_view path) const {
+std::vector<std::string> PosixFileReader::entryNames(std::string_view path,
+                                                     std::size_t maxCount) const {
   const Directory directory = readingDirectory(openToRead(systemPath(path), O_DIRECTORY));
   // A set: a directory that changes while it is read may tell a name twice.
   std::set<std::string> names;
   while (std::optional<std::string> name = nextName(*directory)) {
     if (*name != "." && *name != "..") {
       names.insert(*std::move(name));
+    }
+    if (names.size() > maxCount) {
+      throw posixError(EFBIG);
     }
   }
   return {names.begin(), names.end()};

@@ -15,7 +15,7 @@ class PosixFileReader final : public FileReader {
   std::string read(std::string_view path, std::size_t maximumLength) const override;
   std::unique_ptr<FileContent> open(std::string_view path,
                                     std::size_t maximumLength) const override;
-  std::vector<std::string> entryNames(std::string_view path) const override;
+  std::vector<std::string> entryNames(std::string_view path, std::size_t maxCount) const override;
 };
 
 }  // namespace velmora

@@ -49,4 +49,8 @@ Text PosixPathStandardizer::standardizedPath(const Text& path) const {
                                       : lexicallyStandardized(path);
 }
 
+std::vector<Text> PosixPathStandardizer::pathsStandardizedTo(const Text& path) const {
+  return {path};
+}
+
 }  // namespace velmora

@@ -18,6 +18,7 @@ class PosixPathStandardizer final : public PathStandardizer {
 
   Text standardizedFileURLPath(const Text& path) const override;
   Text standardizedPath(const Text& path) const override;
+  std::vector<Text> pathsStandardizedTo(const Text& path) const override;
 
  private:
   std::string home_;

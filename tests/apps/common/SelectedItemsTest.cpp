@@ -20,6 +20,7 @@ class StandardizerInHere final : public PathStandardizer {
     return path.view().starts_with('/') ? path : Text("/here/" + path.utf8());
   }
   Text standardizedPath(const Text& path) const override { return path; }
+  std::vector<Text> pathsStandardizedTo(const Text& path) const override { return {path}; }
 };
 
 const StandardizerInHere standardizer;

@@ -19,7 +19,6 @@ void expectReading(const Arguments& arguments, const CommandLine& expected) {
   EXPECT_EQ(line.bundleIdentifier, expected.bundleIdentifier);
   EXPECT_EQ(line.isCheck, expected.isCheck);
   EXPECT_EQ(line.notifiesDesktop, expected.notifiesDesktop);
-  EXPECT_EQ(line.workerCount, expected.workerCount);
   EXPECT_EQ(line.readsStandardInput, expected.readsStandardInput);
   EXPECT_EQ(line.operands, expected.operands);
 }
@@ -37,8 +36,6 @@ TEST(ActionOptions, areReadWhereverTheyStand) {
       {{"--bundle-identifier", "", "a"}, {.bundleIdentifier = "", .operands = {"a"}}},
       {{"--check", "a"}, {.isCheck = true, .operands = {"a"}}},
       {{"--no-notify", "a"}, {.notifiesDesktop = false, .operands = {"a"}}},
-      {{"--workers", "3", "a"}, {.workerCount = 3, .operands = {"a"}}},
-      {{"--workers=64", "a"}, {.workerCount = 64, .operands = {"a"}}},
       {{"--files0-from=-"}, {.readsStandardInput = true}},
       {{"--files0-from", "-"}, {.readsStandardInput = true}},
       {{"a", "--check", "b"}, {.isCheck = true, .operands = {"a", "b"}}},
@@ -54,7 +51,6 @@ TEST(ActionOperands, areTakenAsTheyStand) {
   expectReading(operands, {.operands = operands});
   expectReading({"/a"}, {.operands = {"/a"}});
   expectReading({""}, {.operands = {""}});
-  expectReading({"--", "--workers", "3"}, {.operands = {"--workers", "3"}});
   expectReading({"--", "-dash", "--restore", "--"}, {.operands = {"-dash", "--restore", "--"}});
   expectReading({"a", "--", "b"}, {.operands = {"a", "b"}});
 }
@@ -81,12 +77,6 @@ TEST(WrongActionCommandLines, areAnsweredByOneLine) {
        "--bundle-identifier: At Most 1 required but received 2"},
       {{"--bundle-identifier", "--", "a"}, "--bundle-identifier: 1 required ID missing"},
       {{"--check=false", "a"}, "check was given a disallowed flag override"},
-      {{"--workers=65", "a"}, "--workers takes a number from 1 to 64, not 65"},
-      {{"--workers", "--check", "a"}, "--workers takes a number from 1 to 64, not --check"},
-      {{"--workers=", "3"}, "--workers without a number"},
-      {{"--workers", "", "3"}, "--workers without a number"},
-      {{"a", "--workers", "--", "3"}, "--workers: 1 required N missing"},
-      {{"--workers", "2", "--workers=2", "a"}, "--workers: At Most 1 required but received 2"},
       {{"--files0-from=x"}, "--files0-from reads standard input only: --files0-from=-"},
       {{"--files0-from=-", "a"}, "--files0-from=- and operands exclude each other"},
       {{"--files0-from=-", "--", "a"}, "--files0-from=- and operands exclude each other"},
@@ -102,7 +92,7 @@ TEST(WrongActionCommandLines, areAnsweredByOneLine) {
 TEST(RequestedActionTexts, areHelpAndVersion) {
   const std::string help = std::get<RequestedText>(parseCommandLine({"--help"})).text;
   for (const char* option : {"--bundle-identifier", "--restore", "--check", "--no-notify",
-                             "--workers", "--files0-from", "--help", "--version", "Exit status:"}) {
+                             "--files0-from", "--help", "--version", "Exit status:"}) {
     EXPECT_NE(help.find(option), std::string::npos) << option;
   }
   const std::string version = std::get<RequestedText>(parseCommandLine({"--version"})).text;

@@ -1,8 +1,13 @@
 #include "Explanation.h"
+#include "platform/PlatformError.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/fakes/WarpRecords.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <exception>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,9 +28,25 @@ class ExplanationTest : public testing::Test {
     fake.fileSystem.files["/file"] = "";
   }
 
-  std::vector<ExplainedItem> explain(const std::vector<std::string>& operands) {
-    ResolutionRecorder recorder(fake.platform());
-    return explainItems(operands, fake.platform(), recorder);
+  /// What a test compares of an item.
+  struct Told {
+    std::string path;
+    std::optional<ItemVerdict> verdict;
+    std::optional<std::string> root;
+
+    bool operator==(const Told&) const = default;
+  };
+
+  std::vector<Told> explain(const std::vector<std::string>& operands) {
+    std::vector<Told> told;
+    for (const ExplainedItem& item : explainItems(operands, fake.platform()).items) {
+      told.push_back({item.path, item.verdict, item.root});
+    }
+    return told;
+  }
+
+  ExplainedItem explainOne(const std::string& operand) {
+    return explainItems({operand}, fake.platform()).items.at(0);
   }
 
   FakePlatform fake;
@@ -33,49 +54,90 @@ class ExplanationTest : public testing::Test {
 
 TEST_F(ExplanationTest, warpTellsEveryReason) {
   EXPECT_EQ(explain({"/plain", "/file", "/missing", "/warped", "/warped/inner"}),
-            (std::vector<ExplainedItem>{{"/plain", accepted, {}},
-                                        {"/file", notADirectory, {}},
-                                        {"/missing", notADirectory, {}},
-                                        {"/warped", alreadyWarped, "/warped"},
-                                        {"/warped/inner", insideWarpedFolder, "/warped"}}));
+            (std::vector<Told>{{"/plain", accepted, {}},
+                               {"/file", notADirectory, {}},
+                               {"/missing", notADirectory, {}},
+                               {"/warped", alreadyWarped, "/warped"},
+                               {"/warped/inner", insideWarpedFolder, "/warped"}}));
 }
 
 TEST_F(ExplanationTest, restoreTellsEveryReason) {
   fake.bundle.identifier = "io.tolvane.Velmora.FinderRestoreAction";
   EXPECT_EQ(explain({"/warped", "/plain", "/stray", "/warped/stray"}),
-            (std::vector<ExplainedItem>{{"/warped", accepted, "/warped"},
-                                        {"/plain", noMarker, {}},
-                                        {"/stray", notWarped, {}},
-                                        {"/warped/stray", insideWarpedFolder, "/warped"}}));
+            (std::vector<Told>{{"/warped", accepted, "/warped"},
+                               {"/plain", noMarker, {}},
+                               {"/stray", notWarped, {}},
+                               {"/warped/stray", insideWarpedFolder, "/warped"}}));
 }
 
 TEST_F(ExplanationTest, itemsKeepTheOrderOfTheOperands) {
   EXPECT_EQ(explain({"http://host/a", "/plain", "", "file:///plain/", "/plain/.", "/\xff"}),
-            (std::vector<ExplainedItem>{{"http://host/a", {}, {}},
-                                        {"/plain", accepted, {}},
-                                        {"", {}, {}},
-                                        {"/plain", accepted, {}},
-                                        {"/plain", accepted, {}},
-                                        {"/\xff", {}, {}}}));
+            (std::vector<Told>{{"http://host/a", {}, {}},
+                               {"/plain", accepted, {}},
+                               {"", {}, {}},
+                               {"/plain", accepted, {}},
+                               {"/plain", accepted, {}},
+                               {"/\xff", {}, {}}}));
   EXPECT_TRUE(explain({}).empty());
+}
+
+TEST_F(ExplanationTest, theManifestThatDecidesIsNamed) {
+  EXPECT_EQ(explainOne("/warped/inner").manifestFile, "/C/Warp/ManifestMirror/W1.json");
+  EXPECT_EQ(explainOne("/plain").manifestFile, std::nullopt);
+}
+
+TEST_F(ExplanationTest, aMarkerThatDoesNotCountHasItsReason) {
+  const std::string mirrorPath = "/C/Warp/ManifestMirror/";
+  EXPECT_EQ(explainOne("/warped").marker.has_value(), false);
+  EXPECT_EQ(explainOne("/plain").marker.has_value(), false);
+  // Nobody knows its Warp.
+  ExplainedMarker marker = explainOne("/stray").marker.value();
+  EXPECT_EQ(marker.warpID, "W9");
+  EXPECT_TRUE(marker.manifests.empty());
+  EXPECT_TRUE(marker.refused.empty());
+  // A manifest of the Warp names another folder; another file of the Warp is broken.
+  mirror(fake, manifestOf("/elsewhere", "W9"));
+  fake.fileSystem.files[mirrorPath + "broken.json"] = "{\"warpID\":\"W9\"";
+  fake.fileSystem.files[mirrorPath + "other.json"] = "{";
+  marker = explainOne("/stray").marker.value();
+  ASSERT_EQ(marker.manifests.size(), 1);
+  EXPECT_EQ(marker.manifests[0].verdict, ManifestVerdict::aroundNoItem);
+  ASSERT_EQ(marker.refused.size(), 1);
+  EXPECT_EQ(marker.refused[0].file, mirrorPath + "broken.json");
+  // It is none at all.
+  fake.fileSystem.files["/stray/.velmora-warped.json"] = "{}";
+  marker = explainOne("/stray").marker.value();
+  EXPECT_EQ(marker.warpID, std::nullopt);
+  EXPECT_EQ(marker.fault.value().kind, "keyNotFound");
+}
+
+/// An item with no more than this.
+ExplainedItem itemOf(const char* path, std::optional<ItemVerdict> verdict,
+                     std::optional<std::string> root) {
+  ExplainedItem item;
+  item.path = path;
+  item.verdict = verdict;
+  item.root = std::move(root);
+  return item;
 }
 
 TEST(ExplainedItems, areTwoLinesForPeople) {
   const std::pair<ExplainedItem, std::string> rows[] = {
-      {{"/a", accepted, {}}, "accepted  /a\n          accepted: is a folder and not warped\n"},
-      {{"/a", accepted, "/a"},
+      {itemOf("/a", accepted, {}),
+       "accepted  /a\n          accepted: is a folder and not warped\n"},
+      {itemOf("/a", accepted, "/a"),
        "accepted  /a\n          accepted: is a warped folder and holds its marker\n"},
-      {{"/a", notADirectory, {}},
+      {itemOf("/a", notADirectory, {}),
        "refused   /a\n          notADirectory: is no folder, or not there\n"},
-      {{"/a", alreadyWarped, "/a"},
+      {itemOf("/a", alreadyWarped, "/a"),
        "refused   /a\n          alreadyWarped: is a warped folder already\n"},
-      {{"/r\n/a", insideWarpedFolder, "/r\n"},
+      {itemOf("/r\n/a", insideWarpedFolder, "/r\n"),
        "refused   /r\\n/a\n          insideWarpedFolder: lies in the warped folder /r\\n\n"},
-      {{"/a", noMarker, {}}, "refused   /a\n          noMarker: holds no marker\n"},
-      {{"/a", notWarped, {}},
+      {itemOf("/a", noMarker, {}), "refused   /a\n          noMarker: holds no marker\n"},
+      {itemOf("/a", notWarped, {}),
        "refused   /a\n          notWarped: holds a marker, but is no warped folder and lies in "
        "none\n"},
-      {{"x://\xff", {}, {}},
+      {itemOf("x://\xff", {}, {}),
        "refused   x://\uFFFD\n          notAFileURL: names no file: another kind of URL, nothing, "
        "or no UTF-8\n"},
   };
@@ -86,15 +148,74 @@ TEST(ExplainedItems, areTwoLinesForPeople) {
 
 TEST(ExplainedItems, areAnObjectForPrograms) {
   const std::pair<ExplainedItem, std::string> rows[] = {
-      {{"/a", accepted, {}}, R"({"path":"/a","accepted":true,"reason":"accepted","root":null})"},
-      {{"/r\n/a", insideWarpedFolder, "/r\n"},
-       R"({"path":"/r\n/a","accepted":false,"reason":"insideWarpedFolder","root":"/r\n"})"},
-      {{"x://\xff", {}, {}},
-       "{\"path\":\"x://\uFFFD\",\"accepted\":false,\"reason\":\"notAFileURL\",\"root\":null}"},
+      {itemOf("/a", accepted, {}),
+       R"({"path":"/a","accepted":true,"reason":"accepted","root":null,"manifest":null})"},
+      {itemOf("/r\n/a", insideWarpedFolder, "/r\n"),
+       R"({"path":"/r\n/a","accepted":false,"reason":"insideWarpedFolder","root":"/r\n","manifest":null})"},
+      {itemOf("x://\xff", {}, {}),
+       "{\"path\":\"x://"
+       "\uFFFD\",\"accepted\":false,\"reason\":\"notAFileURL\",\"root\":null,\"manifest\":null}"},
   };
   for (const auto& [item, json] : rows) {
     EXPECT_EQ(toJSON(item), json);
   }
+}
+
+/// A marker of the Warp "W\n", of which the mirror has a manifest of another folder and a file that
+/// is no manifest.
+ExplainedItem strayItem() {
+  ExplainedItem item = itemOf("/a", notWarped, {});
+  ReportedManifest elsewhere = {.file = "/m/1.json"};
+  elsewhere.manifest.originalFolderPath = "/b";
+  elsewhere.verdict = ManifestVerdict::aroundNoItem;
+  item.marker =
+      ExplainedMarker{.warpID = "W\n",
+                      .fault = {},
+                      .manifests = {elsewhere},
+                      .refused = {{.file = "/m/2.json",
+                                   .fault = faultOf(std::make_exception_ptr(posixError(EFBIG)))}}};
+  return item;
+}
+
+TEST(ExplainedItems, tellOfTheirMarker) {
+  ExplainedItem item = strayItem();
+  const std::string head =
+      "refused   /a\n"
+      "          notWarped: holds a marker, but is no warped folder and lies in none\n";
+  EXPECT_EQ(toText(item, Style(false)),
+            head +
+                "          its marker names Warp W\\n\n"
+                "          /m/1.json: aroundNoItem, for /b\n"
+                "          /m/2.json: no valid manifest: unreadable: File too large\n");
+  EXPECT_EQ(toJSON(item),
+            R"({"path":"/a","accepted":false,"reason":"notWarped","root":null,"manifest":null,)"
+            R"("marker":{"warpID":"W\n","manifests":[)"
+            R"({"file":"/m/1.json","verdict":"aroundNoItem","originalFolderPath":"/b"},)"
+            R"({"file":"/m/2.json","verdict":"invalid",)"
+            R"("error":{"kind":"unreadable","message":"File too large"}}]}})");
+  item.marker->manifests.clear();
+  item.marker->refused.clear();
+  EXPECT_EQ(toText(item, Style(false)),
+            head +
+                "          its marker names Warp W\\n\n"
+                "          no manifest of the mirror names this Warp\n");
+  item.marker =
+      ExplainedMarker{.warpID = {}, .fault = faultOf(std::make_exception_ptr(posixError(EISDIR)))};
+  EXPECT_EQ(toText(item, Style(false)),
+            head + "          its marker cannot be used: unreadable: Is a directory\n");
+  EXPECT_EQ(toJSON(item),
+            R"({"path":"/a","accepted":false,"reason":"notWarped","root":null,"manifest":null,)"
+            R"("marker":{"error":{"kind":"unreadable","message":"Is a directory"}}})");
+}
+
+TEST(ExplainedItems, nameTheManifestThatDecides) {
+  ExplainedItem item = itemOf("/a", alreadyWarped, "/a");
+  item.manifestFile = "/m/1.json";
+  EXPECT_EQ(toText(item, Style(false)),
+            "refused   /a\n          alreadyWarped: is a warped folder already\n"
+            "          by /m/1.json\n");
+  EXPECT_EQ(toJSON(item), R"({"path":"/a","accepted":false,"reason":"alreadyWarped","root":"/a",)"
+                          R"("manifest":"/m/1.json"})");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <exception>
 #include <new>
 #include <optional>
 #include <string>
@@ -27,20 +28,25 @@ DecodingError errorAt(std::vector<CodingKey> path, std::optional<std::size_t> of
 
 TEST(Faults, ofDecodingTellKindPathAndOffset) {
   const std::vector<CodingKey> path = {"entries", std::size_t{0}, "size"};
-  EXPECT_EQ(faultOf(errorAt(path, 7)), (Fault{"typeMismatch", path, "wrong", 7, std::nullopt}));
+  EXPECT_EQ(faultOf(std::make_exception_ptr(errorAt(path, 7))),
+            (Fault{"typeMismatch", path, "wrong", 7, std::nullopt}));
 }
 
 TEST(Faults, ofFilesTellTheErrorAndNoPlace) {
   const auto fault = [](const char* kind, const char* message) {
     return Fault{kind, std::nullopt, message, std::nullopt, std::nullopt};
   };
-  EXPECT_EQ(faultOf(corruptFileError()), fault("corruptFile", corruptFileError().what()));
-  EXPECT_EQ(faultOf(posixError(EACCES)), fault("unreadable", "Permission denied"));
+  EXPECT_EQ(faultOf(std::make_exception_ptr(corruptFileError())),
+            fault("corruptFile", corruptFileError().what()));
+  EXPECT_EQ(faultOf(std::make_exception_ptr(posixError(EACCES))),
+            fault("unreadable", "Permission denied"));
   // The same number in another domain, and another error of the domain.
   const PlatformError sameNumber = posixError(fileReadCorruptFileErrorCode);
-  EXPECT_EQ(faultOf(sameNumber), fault("unreadable", sameNumber.what()));
-  EXPECT_EQ(faultOf(noSuchFileError()), fault("unreadable", noSuchFileError().what()));
-  EXPECT_EQ(faultOf(std::bad_alloc()), fault("unreadable", "Cannot allocate memory"));
+  EXPECT_EQ(faultOf(std::make_exception_ptr(sameNumber)), fault("unreadable", sameNumber.what()));
+  EXPECT_EQ(faultOf(std::make_exception_ptr(noSuchFileError())),
+            fault("unreadable", noSuchFileError().what()));
+  EXPECT_EQ(faultOf(std::make_exception_ptr(std::bad_alloc())),
+            fault("unreadable", "Cannot allocate memory"));
 }
 
 TEST(Places, countLinesAndBytesFromOne) {
@@ -59,9 +65,13 @@ TEST(Places, countLinesAndBytesFromOne) {
 TEST(FaultsInFiles, haveTheirPlaceWhereTheFileAndTheOffsetAreThere) {
   FakePlatform fake;
   fake.fileSystem.files["/f"] = "{\n \"a\":1}";
-  EXPECT_EQ(faultInFile(errorAt({"a"}, 7), "/f", fake.fileSystem).place, (Place{2, 6}));
-  EXPECT_EQ(faultInFile(errorAt({}, std::nullopt), "/f", fake.fileSystem).place, std::nullopt);
-  const Fault fault = faultInFile(errorAt({"a"}, 7), "/gone", fake.fileSystem);
+  EXPECT_EQ(faultInFile(std::make_exception_ptr(errorAt({"a"}, 7)), "/f", fake.fileSystem).place,
+            (Place{2, 6}));
+  EXPECT_EQ(
+      faultInFile(std::make_exception_ptr(errorAt({}, std::nullopt)), "/f", fake.fileSystem).place,
+      std::nullopt);
+  const Fault fault =
+      faultInFile(std::make_exception_ptr(errorAt({"a"}, 7)), "/gone", fake.fileSystem);
   EXPECT_EQ(fault.place, std::nullopt);
   EXPECT_EQ(fault.byteOffset, 7U);
 }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <exception>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,12 +20,13 @@ class MirrorListingTest : public testing::Test {
     resolution.judged = {
         {"/m/b.json", manifest("W2", "/b"), ManifestVerdict::confirmed, std::nullopt},
         {"/m/a.json", manifest("W1", "/a"), ManifestVerdict::unreadableMarker,
-         faultOf(posixError(EISDIR))}};
-    resolution.refused = {{.file = "/m/c.json", .fault = faultOf(posixError(EFBIG))}};
+         faultOf(std::make_exception_ptr(posixError(EISDIR)))}};
+    resolution.refused = {
+        {.file = "/m/c.json", .fault = faultOf(std::make_exception_ptr(posixError(EFBIG)))}};
   }
 
-  static Resolution emptyResolution() {
-    Resolution empty;
+  static ResolutionReport emptyResolution() {
+    ResolutionReport empty;
     empty.places = SharedPlaces{.root = "/", .mirror = "/m", .index = "/i.json", .handoff = "/h"};
     return empty;
   }
@@ -51,7 +53,7 @@ class MirrorListingTest : public testing::Test {
     return text;
   }
 
-  Resolution resolution;
+  ResolutionReport resolution;
 };
 
 TEST_F(MirrorListingTest, programsGetAnObjectALine) {
@@ -86,7 +88,7 @@ TEST_F(MirrorListingTest, peopleGetTheReasons) {
 
 TEST_F(MirrorListingTest, whatIsMissingOrUnusableIsALine) {
   resolution = emptyResolution();
-  resolution.indexFault = faultOf(posixError(EFBIG));
+  resolution.indexFault = faultOf(std::make_exception_ptr(posixError(EFBIG)));
   EXPECT_EQ(json(),
             R"({"index":"/i.json","error":{"kind":"unreadable","message":"File too large"}})"
             "\n");
@@ -95,13 +97,13 @@ TEST_F(MirrorListingTest, whatIsMissingOrUnusableIsALine) {
             "0 files: 0 warped, 0 not warped, 0 invalid\n");
 
   resolution = emptyResolution();
-  resolution.mirrorFault = faultOf(posixError(EACCES));
+  resolution.mirrorFault = faultOf(std::make_exception_ptr(posixError(EACCES)));
   EXPECT_EQ(json(), R"({"mirror":"/m","error":{"kind":"unreadable","message":"Permission denied"}})"
                     "\n");
   EXPECT_EQ(text(), "mirror      /m\n            unreadable: Permission denied\n");
 
   resolution = {};
-  resolution.rootFault = faultOf(posixError(EACCES));
+  resolution.rootFault = faultOf(std::make_exception_ptr(posixError(EACCES)));
   EXPECT_EQ(json(), R"({"root":null,"error":{"kind":"unreadable","message":"Permission denied"}})"
                     "\n");
   EXPECT_EQ(text(), "root        there is none\n            unreadable: Permission denied\n");
@@ -123,6 +125,7 @@ TEST_F(MirrorListingTest, everyVerdictHasItsNameAndItsReason) {
       {unreadableMarker, "unreadableMarker: the folder's marker cannot be read"},
       {malformedMarker, "malformedMarker: the folder's marker is not one"},
       {markerOfAnotherWarp, "markerOfAnotherWarp: the folder's marker names another Warp"},
+      {aroundNoItem, "aroundNoItem: the folder is another one"},
   };
   for (const auto& [verdict, line] : rows) {
     resolution.judged[0].verdict = verdict;

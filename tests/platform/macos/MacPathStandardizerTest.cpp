@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace velmora {
 namespace {
 
@@ -21,6 +23,13 @@ TEST(MacPathStandardizerTest, leavesOutPrivateInFrontOfAPlaceThatIsThereWithoutI
   const MacPathStandardizer paths;
   EXPECT_EQ(paths.standardizedFileURLPath("/private/tmp"), Text("/tmp"));
   EXPECT_EQ(paths.standardizedPath("/private/tmp"), Text("/tmp"));
+}
+
+TEST(MacPathStandardizerTest, knowsThePlacesWhoseBeginningFoundationLeavesOut) {
+  const MacPathStandardizer paths;
+  EXPECT_EQ(paths.pathsStandardizedTo("/tmp"),
+            (std::vector<Text>{"/tmp", "/private/tmp", "/var/automount/tmp",
+                               "/private/var/automount/tmp"}));
 }
 
 TEST(MacPathStandardizerTest, knowsNoPlaceOfBytesThatAreNotUTF8) {

@@ -44,7 +44,7 @@ class ReadingPosixFiles : public testing::Test {
   }
 
   int errorCodeOfNames(const std::string& path) {
-    return errorCodeOf([&] { return reader.entryNames(path); });
+    return errorCodeOf([&] { return reader.entryNames(path, unlimitedNameCount); });
   }
 
   /// More names than fit the room of one system call that reads a directory. Sorted.
@@ -114,7 +114,7 @@ TEST_F(ReadingPosixFiles, followsLinksAndWaitsForNothing) {
     EXPECT_EQ(nextDescriptor(), descriptor);
   }
   EXPECT_EQ(reader.read(directory.path("link"), plenty), "content");
-  EXPECT_EQ(reader.entryNames(directory.path("linkToADirectory")),
+  EXPECT_EQ(reader.entryNames(directory.path("linkToADirectory"), unlimitedNameCount),
             std::vector<std::string>{"below"});
 }
 
@@ -233,7 +233,7 @@ TEST_F(ReadingPosixFiles, tellsNamesByTheirBytesWhateverTheyAreOf) {
   link("missing", directory.path("dangling"));
   makeSocket(directory.path("socket"));
   directory.write("directory/below", "");
-  EXPECT_EQ(reader.entryNames(directory.path()),
+  EXPECT_EQ(reader.entryNames(directory.path(), unlimitedNameCount),
             (std::vector<std::string>{"\n", " ", ".\xFF", "B", "a", "a\xCC\x81", "dangling",
                                       "directory", "fifo", "socket", "é", "\xFF"}));
 }
@@ -241,7 +241,7 @@ TEST_F(ReadingPosixFiles, tellsNamesByTheirBytesWhateverTheyAreOf) {
 TEST_F(ReadingPosixFiles, tellsMoreNamesThanTheSystemDoesAtATime) {
   const std::vector<std::string> names = makeFilesWithLongNames();
   const int descriptor = nextDescriptor();
-  EXPECT_EQ(reader.entryNames(directory.path()), names);
+  EXPECT_EQ(reader.entryNames(directory.path(), unlimitedNameCount), names);
   EXPECT_EQ(nextDescriptor(), descriptor);
 }
 
@@ -255,7 +255,7 @@ TEST_F(ReadingPosixFiles, tellsEachNameOnceThoughTheDirectoryChangesMeanwhile) {
     std::filesystem::rename(second, first);
   });
   for (int round = 0; round < 200; ++round) {
-    std::vector<std::string> names = reader.entryNames(directory.path());
+    std::vector<std::string> names = reader.entryNames(directory.path(), unlimitedNameCount);
     EXPECT_TRUE(std::ranges::is_sorted(names));
     EXPECT_EQ(std::ranges::adjacent_find(names), names.end());
     std::erase_if(names, [](const std::string& name) { return name.starts_with("moving"); });

@@ -1,10 +1,9 @@
-#include "ResolutionRecorder.h"
+#include "ResolutionReport.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/fakes/WarpRecords.h"
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
@@ -15,26 +14,18 @@ namespace {
 
 constexpr const char* indexPath = "/C/Warp/destroyed-manifest-index.json";
 
-class ResolutionRecorderTest : public testing::Test {
+class ResolutionReportTest : public testing::Test {
  protected:
-  const Resolution& resolve() {
-    recorder.emplace(fake.platform(),
-                     ReadingListener{.willRead = [this](std::size_t count) { announced = count; },
-                                     .didReadOne = [this] { ++readCount; }});
-    folders = warpedFolderPaths(fake.platform(), *recorder);
-    return recorder->resolution();
+  ResolutionReport report() {
+    return reportOn(resolveWarpedFolders(fake.platform()), fake.platform());
   }
 
   static std::string inMirror(const std::string& name) { return "/C/Warp/ManifestMirror/" + name; }
 
   FakePlatform fake;
-  std::size_t announced = 0;
-  std::size_t readCount = 0;
-  std::optional<ResolutionRecorder> recorder;
-  std::vector<Text> folders;
 };
 
-TEST_F(ResolutionRecorderTest, everyManifestHasItsVerdict) {
+TEST_F(ResolutionReportTest, everyManifestHasItsVerdict) {
   using enum ManifestVerdict;
   recordWarp(fake, "/confirmed", "W1");
   mirror(fake, manifestOf("/unmarked", "W2"));
@@ -47,9 +38,9 @@ TEST_F(ResolutionRecorderTest, everyManifestHasItsVerdict) {
   fake.fileSystem.files[indexPath] = indexJSON({tombstoneOf(manifestOf("/destroyed", "W5"))});
   mirror(fake, manifestOf("/unreadable", "W6"));
   fake.fileSystem.createDirectories("/unreadable/.velmora-warped.json");
-  const Resolution& resolution = resolve();
+  const ResolutionReport resolution = report();
   std::vector<std::pair<std::string, ManifestVerdict>> verdicts;
-  for (const JudgedManifest& judged : resolution.judged) {
+  for (const ReportedManifest& judged : resolution.judged) {
     verdicts.emplace_back(judged.manifest.warpID.utf8(), judged.verdict);
   }
   ASSERT_EQ(verdicts, (decltype(verdicts){{"W1", confirmed},
@@ -65,16 +56,15 @@ TEST_F(ResolutionRecorderTest, everyManifestHasItsVerdict) {
   EXPECT_EQ(resolution.judged[5].fault.value().kind, "unreadable");
   EXPECT_EQ(resolution.tombstoneCount, 1U);
   EXPECT_EQ(resolution.confirmedCount(), 1U);
-  EXPECT_EQ(folders, std::vector<Text>{"/confirmed"});
 }
 
-TEST_F(ResolutionRecorderTest, whatIsUnusableHasItsFaultAndPlaceAndEveryFileIsHeardOf) {
+TEST_F(ResolutionReportTest, whatIsUnusableHasItsFaultAndPlace) {
   recordWarp(fake, "/a", "W1");
   recordWarp(fake, "/b", "W2");
   fake.fileSystem.files[inMirror("bad.json")] = "{\"version\":\n[]}";
   fake.fileSystem.files[inMirror("notes.txt")] = "";
   fake.fileSystem.files[indexPath] = "\n{\"version\":2}";
-  const Resolution& resolution = resolve();
+  const ResolutionReport resolution = report();
   ASSERT_EQ(resolution.refused.size(), 1U);
   EXPECT_EQ(resolution.refused[0].file, inMirror("bad.json"));
   EXPECT_EQ(resolution.refused[0].fault.kind, "typeMismatch");
@@ -83,8 +73,6 @@ TEST_F(ResolutionRecorderTest, whatIsUnusableHasItsFaultAndPlaceAndEveryFileIsHe
   EXPECT_EQ(resolution.indexFault.value().place, (Place{2, 12}));
   EXPECT_EQ(resolution.confirmedCount(), 2U);
   EXPECT_TRUE(resolution.isComplete());
-  EXPECT_EQ(announced, 3U);
-  EXPECT_EQ(readCount, 3U);
 }
 
 }  // namespace

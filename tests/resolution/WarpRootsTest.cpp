@@ -1,5 +1,5 @@
-#include "extension/WarpRoots.h"
 #include "platform/posix/PosixPathStandardizer.h"
+#include "resolution/WarpRoots.h"
 #include "tests/support/AnsweredCases.h"
 #include "tests/support/Bytes.h"
 #include "text/Characters.h"
@@ -9,6 +9,7 @@
 #include <optional>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmora {
@@ -18,39 +19,52 @@ using Paths = std::vector<Text>;
 
 const PosixPathStandardizer standardizer;
 
-TEST(NormalizedWarpRoots, areInMatchingOrder) {
+TEST(WarpRoots, areTheStandardisedAbsolutePathsInTheirFirstSpelling) {
   struct Row {
     const char* name;
     Paths paths;
     Paths roots;
+    Paths others;
   };
-  const Row rows[] = {
-      {"none", {}, {}},
-      {"longestFirst", {"/a", "/a/b/c", "/a/b"}, {"/a/b/c", "/a/b", "/a"}},
-      {"equalLengthAscending", {"/b", "/a", "/B"}, {"/B", "/a", "/b"}},
-      {"standardised", {"/a/./b/", "//c"}, {"/a/b", "/c"}},
-      {"unique", {"/a", "/a/", "/x/../a"}, {"/a"}},
-      {"firstSpellingOfEquals", {"/e\u0301", "/\u00e9"}, {"/e\u0301"}},
-      {"relativeLeftOut", {"a", "", ".", "/b", "../c"}, {"/b"}},
-      {"markOnTheFirstSlash", {"/\u0301a", "/b"}, {"/b"}},
-      {"unknownUserLeftOut", {"~no such user/a"}, {}},
-      {"charactersNotBytes", {"/日", "/abc"}, {"/abc", "/日"}},
-      {"charactersNotCodePoints", {"/e\u0301\u0323", "/ab"}, {"/ab", "/e\u0301\u0323"}},
-      {"root", {"/", "/a"}, {"/a", "/"}}};
+  const Row rows[] = {{"none", {}, {}, {"/"}},
+                      {"nested", {"/a", "/a/b/c", "/a/b"}, {"/a/b/c", "/a/b", "/a"}, {"/"}},
+                      {"standardised", {"/a/./b/", "//c"}, {"/a/b", "/c"}, {"/a"}},
+                      {"unique", {"/a", "/a/", "/x/../a"}, {"/a"}, {"/x"}},
+                      {"firstSpellingOfEquals", {"/e\u0301", "/\u00e9"}, {"/e\u0301"}, {"/e"}},
+                      {"relativeLeftOut", {"a", "", ".", "/b", "../c"}, {"/b"}, {"/a", "/c", "/"}},
+                      {"markOnTheFirstSlash", {"/\u0301a", "/b"}, {"/b"}, {"/a"}},
+                      {"unknownUserLeftOut", {"~no such user/a"}, {}, {"/a", "/"}},
+                      {"root", {"/", "/a"}, {"/a", "/"}, {}}};
   for (const Row& row : rows) {
-    EXPECT_EQ(bytesOf(normalizedWarpRoots(row.paths, standardizer)), bytesOf(row.roots))
-        << row.name;
+    const WarpRoots roots(row.paths, standardizer);
+    for (const Text& root : row.roots) {
+      EXPECT_EQ(roots.enclosingWarpRoot(root).value_or("none").utf8(), root.utf8()) << row.name;
+    }
+    for (const Text& other : row.others) {
+      EXPECT_EQ(roots.enclosingWarpRoot(other), std::nullopt) << row.name;
+    }
   }
 }
 
-TEST(NormalizedWarpRoots, agreeWithEveryAnswer) {
+TEST(WarpRoots, agreeWithEveryAnswer) {
   const std::vector<AnsweredCase> cases = readAnsweredCases("extension/roots.jsonl");
   ASSERT_FALSE(cases.empty());
   for (const AnsweredCase& answered : cases) {
-    const Paths paths(answered.paths.begin(), answered.paths.end());
-    EXPECT_EQ(bytesOf(normalizedWarpRoots(paths, standardizer)),
-              answered.expect<std::vector<std::string>>())
-        << answered.name;
+    const WarpRoots roots(Paths(answered.paths.begin(), answered.paths.end()), standardizer);
+    for (const std::string& root : answered.expect<std::vector<std::string>>()) {
+      EXPECT_EQ(roots.enclosingWarpRoot(root).value_or("none").utf8(), root) << answered.name;
+    }
+  }
+}
+
+TEST(PathAndAncestors, goFromTheItemToTheRoot) {
+  const std::pair<const char*, Paths> rows[] = {{"/", {"/"}},
+                                                {"/a", {"/a", "/"}},
+                                                {"/a/b/c", {"/a/b/c", "/a/b", "/a", "/"}},
+                                                {"/a/\u0301b", {"/a/\u0301b", "/"}},
+                                                {"/a\u0600/b", {"/a\u0600/b", "/a\u0600", "/"}}};
+  for (const auto& [path, folders] : rows) {
+    EXPECT_EQ(pathAndAncestors(path), folders) << path;
   }
 }
 
@@ -116,18 +130,20 @@ TEST(EnclosingWarpRoot, agreesWithEveryAnswer) {
   }
 }
 
-/// The rule as it is told: walk the roots in matching order, compare each.
+/// The rule as it is told: of the roots that match, the one of the most characters.
 std::optional<Text> enclosingRootByWalking(const Text& item, const Paths& paths) {
   const Text path = standardizer.standardizedPath(item);
-  if (!hasCharacterPrefix(path, "/")) {
-    return std::nullopt;
-  }
-  for (const Text& root : normalizedWarpRoots(paths, standardizer)) {
-    if (path == root || root == Text("/") || hasCharacterPrefix(path, root.utf8() + "/")) {
-      return root;
+  std::optional<Text> longest;
+  for (const Text& given : paths) {
+    const Text root = standardizer.standardizedPath(given);
+    const bool matches =
+        path == root || root == Text("/") || hasCharacterPrefix(path, root.utf8() + "/");
+    if (hasCharacterPrefix(path, "/") && hasCharacterPrefix(root, "/") && matches &&
+        (!longest.has_value() || characterCount(root) > characterCount(*longest))) {
+      longest = root;
     }
   }
-  return std::nullopt;
+  return longest;
 }
 
 TEST(EnclosingWarpRoot, agreesWithTheWalkOverAllRoots) {

@@ -1,0 +1,62 @@
+// A look at the warped folders, ready to be told: its faults in words, its files with their paths.
+#pragma once
+
+#include "Fault.h"
+#include "SharedPlaces.h"
+#include "resolution/WarpedFolders.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace velmora {
+
+struct Platform;
+
+namespace inspect {
+
+/// A valid manifest, and whether its folder is warped.
+struct ReportedManifest {
+  std::string file;
+  ManifestSummary manifest = {};
+  ManifestVerdict verdict = ManifestVerdict::confirmed;
+  /// What reading the marker raised, if that is why.
+  std::optional<Fault> fault = {};
+};
+
+/// A file of the mirror that is no valid manifest.
+struct ReportedRefusal {
+  std::string file;
+  Fault fault;
+};
+
+struct ResolutionReport {
+  /// None without a shared Warp root.
+  std::optional<SharedPlaces> places;
+  /// Why there is no shared Warp root; nothing else was looked at.
+  std::optional<Fault> rootFault;
+  /// The mirror is there but cannot be listed.
+  std::optional<Fault> mirrorFault;
+  bool isMirrorMissing = false;
+  /// The index of destroyed manifests cannot be used.
+  std::optional<Fault> indexFault;
+  std::size_t tombstoneCount = 0;
+  /// Newest first.
+  std::vector<ReportedManifest> judged;
+  std::vector<ReportedRefusal> refused;
+
+  /// Whether every file of the mirror was looked at; none is there when the mirror is missing.
+  [[nodiscard]] bool isComplete() const {
+    return !rootFault.has_value() && !mirrorFault.has_value();
+  }
+  [[nodiscard]] std::size_t confirmedCount() const;
+  [[nodiscard]] std::optional<Text> pathOf(Text SharedPlaces::*place) const;
+};
+
+/// Reads the files with a fault once more, for the place of the fault.
+[[nodiscard]] ResolutionReport reportOn(const Resolution& resolution, const Platform& platform);
+
+}  // namespace inspect
+
+}  // namespace velmora

@@ -1,0 +1,182 @@
+#include "resolution/WarpedFolders.h"
+
+#include "handoff/SharedContainer.h"
+#include "json/DecodingError.h"
+#include "json/JSONReader.h"
+#include "platform/PathStandardizer.h"
+#include "platform/Platform.h"
+#include "platform/PlatformError.h"
+#include "resolution/Tombstones.h"
+#include "resolution/WarpMarker.h"
+#include "resolution/WarpRoots.h"
+#include "resolution/WarpsAround.h"
+#include "text/Characters.h"
+#include "warpshared/DestroyedManifestIndex.h"
+
+#include <unordered_set>
+#include <utility>
+
+namespace velmora {
+
+namespace {
+
+ManifestVerdict verdictByMarker(const ManifestSummary& manifest, const FileReader& files,
+                                JSONReader& reader) {
+  const std::optional<WarpMarker> marker =
+      readWarpMarker(manifest.originalFolderPath, files, reader);
+  if (!marker.has_value()) {
+    return ManifestVerdict::noMarker;
+  }
+  return marker->warpID == manifest.warpID ? ManifestVerdict::confirmed
+                                           : ManifestVerdict::markerOfAnotherWarp;
+}
+
+Text folderPathOf(const ManifestSummary& manifest, const PathStandardizer& paths) {
+  return paths.standardizedFileURLPath(manifest.originalFolderPath);
+}
+
+/// The path by which the folder is compared with items.
+Text warpRootOf(const ManifestSummary& manifest, const PathStandardizer& paths) {
+  return paths.standardizedPath(folderPathOf(manifest, paths));
+}
+
+/// What is asked of the mirror.
+struct Question {
+  /// Manifests of other Warps are not wanted.
+  std::optional<std::vector<Text>> warpIDs;
+  /// Markers of other folders are not wanted.
+  std::optional<std::unordered_set<Text>> folders;
+  MirrorProgress progress;
+};
+
+class ManifestJudge {
+ public:
+  ManifestJudge(const Question& question, const Tombstones& tombstones, const Platform& platform)
+      : question_(question), tombstones_(tombstones), platform_(platform) {}
+
+  JudgedManifest judge(MirroredManifest&& mirrored) {
+    JudgedManifest judged = {.filePath = std::move(mirrored.filePath),
+                             .manifest = std::move(mirrored.manifest)};
+    try {
+      judged.verdict = verdictOn(judged.manifest);
+    } catch (const DecodingError&) {
+      judged.verdict = ManifestVerdict::malformedMarker;
+      judged.markerFault = std::current_exception();
+    } catch (const PlatformError&) {
+      judged.verdict = ManifestVerdict::unreadableMarker;
+      judged.markerFault = std::current_exception();
+    }
+    return judged;
+  }
+
+ private:
+  ManifestVerdict verdictOn(const ManifestSummary& manifest) {
+    if (tombstones_.nameWarp(manifest.warpID)) {
+      return ManifestVerdict::destroyedByWarpID;
+    }
+    if (tombstones_.nameManifest(manifest.manifestKey)) {
+      return ManifestVerdict::destroyedByManifestKey;
+    }
+    if (question_.folders.has_value() &&
+        !question_.folders->contains(warpRootOf(manifest, platform_.paths))) {
+      return ManifestVerdict::aroundNoItem;
+    }
+    return verdictByMarker(manifest, platform_.fileReader, reader_);
+  }
+
+  const Question& question_;
+  const Tombstones& tombstones_;
+  const Platform& platform_;
+  JSONReader reader_;
+};
+
+Tombstones loadTombstones(const Text& root, const Platform& platform, Resolution& resolution) {
+  std::vector<VelmoraWarpSharedDestroyedManifestRecord> records;
+  try {
+    records = loadDestroyedManifestRecords(root, platform.fileReader, platform.paths);
+  } catch (const std::exception&) {
+    resolution.tombstonesFault = std::current_exception();
+  }
+  resolution.tombstoneCount = records.size();
+  return Tombstones(std::move(records));
+}
+
+Resolution resolve(const Platform& platform, const Question& question) {
+  Resolution resolution;
+  Text root;
+  try {
+    root = sharedWarpRootURL(platform.locations, platform.paths);
+  } catch (const PlatformError&) {
+    resolution.rootFault = std::current_exception();
+    return resolution;
+  }
+  ManifestMirror mirror = mirroredManifests(root, platform.fileReader, platform.paths,
+                                            question.warpIDs, question.progress);
+  resolution.mirrorFault = std::move(mirror.fault);
+  resolution.refused = std::move(mirror.refused);
+  const Tombstones tombstones = loadTombstones(root, platform, resolution);
+  ManifestJudge judge(question, tombstones, platform);
+  for (MirroredManifest& mirrored : mirror.manifests) {
+    resolution.judged.push_back(judge.judge(std::move(mirrored)));
+  }
+  return resolution;
+}
+
+/// The items as they are compared with warped folders.
+std::vector<Text> comparedPaths(const std::vector<Text>& items, const PathStandardizer& paths) {
+  std::vector<Text> compared;
+  for (const Text& item : items) {
+    Text path = paths.standardizedPath(item);
+    if (hasCharacterPrefix(path, "/")) {
+      compared.push_back(std::move(path));
+    }
+  }
+  return compared;
+}
+
+std::unordered_set<Text> foldersAround(const std::vector<Text>& paths) {
+  std::unordered_set<Text> folders;
+  for (const Text& path : paths) {
+    for (Text& folder : pathAndAncestors(path)) {
+      folders.insert(std::move(folder));
+    }
+  }
+  return folders;
+}
+
+}  // namespace
+
+Resolution resolveWarpedFolders(const Platform& platform, const MirrorProgress& progress) {
+  return resolve(platform, {.warpIDs = {}, .folders = {}, .progress = progress});
+}
+
+Resolution resolveWarpedFoldersAround(const std::vector<Text>& items, const Platform& platform) {
+  const std::vector<Text> paths = comparedPaths(items, platform.paths);
+  std::optional<std::vector<Text>> warpIDs =
+      warpsAround(paths, platform.fileReader, platform.paths);
+  if (warpIDs.has_value() && warpIDs->empty()) {
+    return {};
+  }
+  return resolve(platform,
+                 {.warpIDs = std::move(warpIDs), .folders = foldersAround(paths), .progress = {}});
+}
+
+std::vector<ManifestSummary> confirmedWarpManifests(const Resolution& resolution) {
+  std::vector<ManifestSummary> confirmed;
+  for (const JudgedManifest& judged : resolution.judged) {
+    if (judged.verdict == ManifestVerdict::confirmed) {
+      confirmed.push_back(judged.manifest);
+    }
+  }
+  return confirmed;
+}
+
+std::vector<Text> warpedFolderPaths(const Resolution& resolution, const PathStandardizer& paths) {
+  std::vector<Text> folders;
+  for (const ManifestSummary& manifest : confirmedWarpManifests(resolution)) {
+    folders.push_back(folderPathOf(manifest, paths));
+  }
+  return folders;
+}
+
+}  // namespace velmora

@@ -1,0 +1,122 @@
+#include "resolution/WarpsAround.h"
+
+#include "json/DecodingError.h"
+#include "json/JSONReader.h"
+#include "platform/FileReader.h"
+#include "platform/PathStandardizer.h"
+#include "platform/PlatformError.h"
+#include "resolution/WarpMarker.h"
+#include "text/UniquePaths.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+
+namespace velmora {
+
+namespace {
+
+/// Three characters of ASCII are canonically equal to another one: "K" to U+212A KELVIN SIGN, ";"
+/// to U+037E GREEK QUESTION MARK and "`" to U+1FEF GREEK VARIA (UnicodeData.txt, decompositions of
+/// one character).
+bool hasOneSpelling(char character) {
+  return static_cast<unsigned char>(character) < 0x80 && character != 'K' && character != ';' &&
+         character != '`';
+}
+
+using Names = std::unordered_multiset<Text>;
+
+class MarkerSearch {
+ public:
+  MarkerSearch(const FileReader& files, const PathStandardizer& standardizer)
+      : files_(files), standardizer_(standardizer) {}
+
+  void searchAround(const Text& path) {
+    for (const Text& place : standardizer_.pathsStandardizedTo(path)) {
+      searchInAndAbove(place.view());
+    }
+  }
+
+  [[nodiscard]] std::optional<std::vector<Text>> warpIDs() && {
+    return mayBeAny_ ? std::nullopt : std::optional(uniquePaths(warpIDs_));
+  }
+
+ private:
+  /// Cuts the path at each "/", also where that is a part of a longer character: such a path is no
+  /// ancestor, but the file system goes through it, and a marker too many does no harm.
+  void searchInAndAbove(std::string_view path) {
+    while (!mayBeAny_ && searched_.emplace(path).second) {
+      readMarker(path);
+      const std::size_t slash = path.rfind('/');
+      if (slash == std::string_view::npos || path == "/") {
+        return;
+      }
+      const std::string_view parent = path.substr(0, std::max<std::size_t>(slash, 1));
+      const std::string_view name = path.substr(slash + 1);
+      mayBeAny_ = !std::ranges::all_of(name, hasOneSpelling) && mayHaveTwin(parent, name);
+      path = parent;
+    }
+  }
+
+  void readMarker(std::string_view folder) {
+    try {
+      if (std::optional<WarpMarker> marker = readWarpMarker(folder, files_, reader_)) {
+        warpIDs_.push_back(std::move(marker->warpID));
+      }
+    } catch (const PlatformError&) {
+      // It confirms no manifest.
+    } catch (const DecodingError&) {
+      // Neither does this one.
+    }
+  }
+
+  /// Whether `parent` may hold an entry of another spelling of `name`.
+  bool mayHaveTwin(std::string_view parent, std::string_view name) {
+    const Names* const names = namesIn(parent);
+    if (names == nullptr) {
+      return true;
+    }
+    const auto [first, last] = names->equal_range(Text(name));
+    return std::any_of(first, last, [&](const Text& other) { return other.view() != name; });
+  }
+
+  /// Null when they cannot be told.
+  const Names* namesIn(std::string_view folder) {
+    const auto [entry, isNew] = listings_.try_emplace(std::string(folder));
+    std::optional<Names>& names = entry->second;
+    if (isNew) {
+      try {
+        const std::vector<std::string> entries = files_.entryNames(folder, maxSearchedNameCount);
+        names.emplace(entries.begin(), entries.end());
+      } catch (const PlatformError&) {
+        return nullptr;
+      }
+    }
+    return names.has_value() ? &*names : nullptr;
+  }
+
+  const FileReader& files_;
+  const PathStandardizer& standardizer_;
+  JSONReader reader_;
+  std::unordered_set<std::string> searched_;
+  std::map<std::string, std::optional<Names>> listings_;
+  std::vector<Text> warpIDs_;
+  bool mayBeAny_ = false;
+};
+
+}  // namespace
+
+std::optional<std::vector<Text>> warpsAround(const std::vector<Text>& paths,
+                                             const FileReader& files,
+                                             const PathStandardizer& standardizer) {
+  MarkerSearch search(files, standardizer);
+  for (const Text& path : paths) {
+    search.searchAround(path);
+  }
+  return std::move(search).warpIDs();
+}
+
+}  // namespace velmora

@@ -1,7 +1,6 @@
-// What the user of the program may say, and what is wrong with what was said.
+// What the user of the program may say.
 #pragma once
 
-#include "common/UsageError.h"
 #include "text/Text.h"
 
 #include <optional>
@@ -23,11 +22,17 @@ struct CommandLine {
   bool readsStandardInput = false;
   /// The operands as they stand: paths and file URLs, in order.
   std::vector<std::string> operands = {};
+
+  bool operator==(const CommandLine&) const = default;
 };
 
-/// Reads the arguments that follow the program's name. What follows "--" is an operand, whatever
-/// it looks like; operands are never interpreted here.
-[[nodiscard]] std::variant<CommandLine, RequestedText, UsageError> parseCommandLine(
+/// A text that the user asked for instead of an action.
+struct RequestedText {
+  std::string text;
+};
+
+/// Reads the arguments that follow the program's name. Throws UsageError.
+[[nodiscard]] std::variant<CommandLine, RequestedText> parseCommandLine(
     const std::vector<std::string>& arguments);
 
 }  // namespace velmora

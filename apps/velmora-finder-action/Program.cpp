@@ -3,6 +3,7 @@
 #include "CommandLine.h"
 #include "CommandLineContext.h"
 #include "common/LinuxPlatform.h"
+#include "common/Output.h"
 #include "common/SelectedItems.h"
 #include "extension/RequestFlow.h"
 #include "extension/VelmoraFinderActionExtension.h"
@@ -15,21 +16,22 @@
 #include <unistd.h>
 
 #include <exception>
-#include <iostream>
 #include <memory>
 
 namespace velmora {
 
 namespace {
 
-constexpr const char* programName = "velmora-finder-action";
-
 void tellUser(const RequestError& error, const CommandLine& commandLine, SessionBus& sessionBus) {
   if (error.localizedDescription.empty()) {
     // Memory ran out before a message could be found; the log has a line.
     return;
   }
-  std::cerr << error.localizedDescription << std::endl;
+  try {
+    Output(STDERR_FILENO).write(error.localizedDescription + "\n");
+  } catch (const OutputError&) {
+    // A message that nobody takes changes nothing.
+  }
   if (commandLine.notifiesDesktop && ::isatty(STDERR_FILENO) == 0) {
     notifyDesktop(sessionBus, error.localizedDescription);
   }

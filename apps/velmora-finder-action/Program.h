@@ -7,13 +7,13 @@ namespace velmora {
 class Environment;
 struct CommandLine;
 
+inline constexpr const char* programName = "velmora-finder-action";
+
 /// What the program's exit tells whoever started it.
 enum class ExitStatus {
   completed = 0,
   selectionCancelled = 1,
   handoffCancelled = 2,
-  /// EX_USAGE of sysexits.h.
-  usageError = 64,
 };
 
 /// Tells whether the action applies to anything in the selection, without a trace: `completed` or

@@ -1,8 +1,7 @@
-// What the user of the program may ask, and what is wrong with what was asked.
+// What the user of the program may ask.
 #pragma once
 
 #include "FileKind.h"
-#include "common/UsageError.h"
 
 #include <optional>
 #include <string>
@@ -30,9 +29,14 @@ struct CommandLine {
   bool operator==(const CommandLine&) const = default;
 };
 
+/// A text that the user asked for instead of an answer.
+struct RequestedText {
+  std::string text;
+};
+
 /// Reads the arguments that follow the program's name: a command, then its options and operands.
-/// What follows "--" is an operand, whatever it looks like; operands are never interpreted here.
-[[nodiscard]] std::variant<CommandLine, RequestedText, UsageError> parseCommandLine(
+/// Throws UsageError.
+[[nodiscard]] std::variant<CommandLine, RequestedText> parseCommandLine(
     const std::vector<std::string>& arguments);
 
 }  // namespace velmora::inspect

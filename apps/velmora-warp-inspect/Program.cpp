@@ -7,11 +7,11 @@
 #include "Explanation.h"
 #include "FileCheck.h"
 #include "MirrorListing.h"
-#include "Output.h"
 #include "Progress.h"
 #include "ResolutionReport.h"
 #include "Style.h"
 #include "common/LinuxPlatform.h"
+#include "common/Main.h"
 #include "extension/ActionKind.h"
 #include "platform/linux/Environment.h"
 
@@ -25,8 +25,6 @@
 namespace velmora::inspect {
 
 namespace {
-
-constexpr const char* programName = "velmora-warp-inspect";
 
 /// What cannot be shown there is no loss: the exit status says what matters.
 void showOnStandardError(std::string_view bytes) {
@@ -123,7 +121,7 @@ class Program {
   static void warnOf(const ResolutionReport& resolution) {
     const auto warn = [](const char* what, const std::optional<Fault>& fault) {
       if (fault.has_value()) {
-        complain(std::string(what) + ": " + toText(*fault));
+        complain(programName, std::string(what) + ": " + toText(*fault));
       }
     };
     warn("there is no shared Warp root", resolution.rootFault);
@@ -159,10 +157,6 @@ ExitStatus answer(const CommandLine& commandLine, const Environment& environment
       break;
   }
   return program.diagnoseSystem();
-}
-
-void complain(const std::string& message) {
-  showOnStandardError(std::string(programName) + ": " + message + "\n");
 }
 
 }  // namespace velmora::inspect

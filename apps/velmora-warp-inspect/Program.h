@@ -1,8 +1,6 @@
 // The program from its command line to its exit status: puts the platform together and answers.
 #pragma once
 
-#include <string>
-
 namespace velmora {
 
 class Environment;
@@ -11,22 +9,19 @@ namespace inspect {
 
 struct CommandLine;
 
+inline constexpr const char* programName = "velmora-warp-inspect";
+
 /// What the program's exit tells whoever started it.
 enum class ExitStatus {
   /// All files are valid, all items accepted, nothing is in the way.
   yes = 0,
   no = 1,
-  /// EX_USAGE of sysexits.h.
-  usageError = 64,
   /// The answer could not be given, or not all of it: EX_IOERR of sysexits.h.
   incomplete = 74,
 };
 
 /// Answers on standard output. Throws OutputError when nobody takes the answer.
 [[nodiscard]] ExitStatus answer(const CommandLine& commandLine, const Environment& environment);
-
-/// Says what is wrong on standard error, in one line. Never fails.
-void complain(const std::string& message);
 
 }  // namespace inspect
 

@@ -15,7 +15,11 @@ TEST_F(CommandLineTest, misunderstandingsAreErrorsOfOneLine) {
   command.workingDirectory = home.folders();
   installApplication(execLine());
   const std::vector<std::string> rows[] = {
-      {}, {"--un\nknown", "A"}, {"A", "--unknown"}, {"--files0-from="}, {"--workers", "65", "A"},
+      {},
+      {"--un\nknown", "A"},
+      {"A", "--unknown"},
+      {"--files0-from="},
+      {"--bundle-identifier", "--check", "A"},
   };
   for (const std::vector<std::string>& arguments : rows) {
     SCOPED_TRACE(::testing::PrintToString(arguments));

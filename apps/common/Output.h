@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string_view>
 
-namespace velmora::inspect {
+namespace velmora {
 
 /// An answer could not be written: the rest of it is lost.
 class OutputError : public std::runtime_error {
@@ -30,4 +30,4 @@ class Output {
   int fileDescriptor_;
 };
 
-}  // namespace velmora::inspect
+}  // namespace velmora

@@ -1,4 +1,4 @@
-#include "Output.h"
+#include "common/Output.h"
 #include "platform/posix/FileDescriptor.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 #include <string>
 #include <thread>
 
-namespace velmora::inspect {
+namespace velmora {
 namespace {
 
 int codeOfWriteTo(int descriptor) {
@@ -58,4 +58,4 @@ TEST(Outputs, tellWhenThereIsNoRoom) {
 }
 
 }  // namespace
-}  // namespace velmora::inspect
+}  // namespace velmora

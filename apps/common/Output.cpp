@@ -1,4 +1,4 @@
-#include "Output.h"
+#include "common/Output.h"
 
 #include "platform/PlatformError.h"
 #include "platform/posix/SystemCalls.h"
@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <cstddef>
 
-namespace velmora::inspect {
+namespace velmora {
 
 OutputError::OutputError(int code) : std::runtime_error(posixError(code).what()), code_(code) {}
 
@@ -23,4 +23,4 @@ void Output::write(std::string_view bytes) const {
   }
 }
 
-}  // namespace velmora::inspect
+}  // namespace velmora

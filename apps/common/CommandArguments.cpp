@@ -1,0 +1,159 @@
+#include "common/CommandArguments.h"
+
+#include <getopt.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+namespace velmora {
+
+namespace {
+
+/// What getopt_long returns: an operand, and one of its complaints.
+constexpr int operandCode = 1;
+constexpr int missingValueCode = ':';
+/// Each option's code is this number and its place in the list.
+constexpr int firstOptionCode = 0x100;
+
+std::string inOneLine(std::string message) {
+  std::ranges::replace_if(
+      message,
+      [](char character) {
+        return static_cast<unsigned char>(character) < ' ' || character == '\x7F';
+      },
+      '?');
+  return message;
+}
+
+/// "-" alone is none.
+bool looksLikeOption(std::string_view argument) {
+  return argument.size() > 1 && argument.front() == '-';
+}
+
+std::vector<::option> longOptions(std::span<const KnownOption> known) {
+  std::vector<::option> result;
+  int code = firstOptionCode;
+  for (const KnownOption& option : known) {
+    const int form = option.form == OptionForm::value ? required_argument : no_argument;
+    result.push_back({.name = option.name, .has_arg = form, .flag = nullptr, .val = code++});
+  }
+  result.push_back({});
+  return result;
+}
+
+class ArgumentParser {
+ public:
+  ArgumentParser(const std::vector<std::string>& arguments, std::span<const KnownOption> known)
+      : known_(known), longOptions_(longOptions(known)), storage_(arguments) {
+    // getopt_long passes over the program's name.
+    storage_.insert(storage_.begin(), "");
+    for (std::string& argument : storage_) {
+      pointers_.push_back(argument.data());
+    }
+    pointers_.push_back(nullptr);
+    // Has glibc begin anew.
+    optind = 0;
+  }
+
+  CommandArguments parse() {
+    for (;;) {
+      position_ = std::max(optind, 1);
+      // "-" has operands delivered in their place, whatever POSIXLY_CORRECT says; ":" tells a
+      // missing value from an unknown option, and keeps getopt_long from printing.
+      const int code = ::getopt_long(static_cast<int>(storage_.size()), pointers_.data(),
+                                     "-:", longOptions_.data(), nullptr);
+      if (code == -1) {
+        parsed_.operands.insert(parsed_.operands.end(), storage_.begin() + optind, storage_.end());
+        return std::move(parsed_);
+      }
+      if (code == operandCode) {
+        parsed_.operands.emplace_back(optarg);
+      } else if (!takeOption(code)) {
+        return std::move(parsed_);
+      }
+    }
+  }
+
+ private:
+  /// The argument that is looked at.
+  [[nodiscard]] const std::string& argument() const {
+    return storage_[static_cast<std::size_t>(position_)];
+  }
+
+  /// Its name where it is a long option.
+  [[nodiscard]] std::string name() const {
+    return argument().starts_with("--") ? argument().substr(2, argument().find('=') - 2) : "";
+  }
+
+  /// False when nothing after it matters.
+  bool takeOption(int code) {
+    const auto option = std::ranges::find(known_, name(), &KnownOption::name);
+    // getopt_long takes an abbreviation, too.
+    if (option == known_.end()) {
+      throw UsageError("unknown option: " + argument());
+    }
+    if (code == missingValueCode) {
+      throw UsageError("--" + name() + " without a value");
+    }
+    if (code < firstOptionCode) {
+      throw UsageError("--" + name() + " takes no value");
+    }
+    if (option->form == OptionForm::value) {
+      checkValue();
+      parsed_.options.push_back({.name = name(), .value = optarg});
+      return true;
+    }
+    parsed_.options.push_back({.name = name(), .value = ""});
+    return option->form != OptionForm::last;
+  }
+
+  /// An empty variable in a script leaves an option where the value should be.
+  void checkValue() const {
+    const bool isJoined = argument().find('=') != std::string::npos;
+    if (!isJoined && looksLikeOption(optarg)) {
+      throw UsageError("--" + name() + " without a value");
+    }
+    if (parsed_.has(name())) {
+      throw UsageError("--" + name() + " is given twice");
+    }
+  }
+
+  std::span<const KnownOption> known_;
+  std::vector<::option> longOptions_;
+  std::vector<std::string> storage_;
+  std::vector<char*> pointers_;
+  int position_ = 0;
+  CommandArguments parsed_;
+};
+
+}  // namespace
+
+UsageError::UsageError(std::string message) : std::runtime_error(inOneLine(std::move(message))) {}
+
+std::optional<std::string> CommandArguments::valueOf(std::string_view name) const {
+  const auto option = std::ranges::find(options, name, &Option::name);
+  return option != options.end() ? std::optional(option->value) : std::nullopt;
+}
+
+CommandArguments parseArguments(const std::vector<std::string>& arguments,
+                                std::span<const KnownOption> known) {
+  return ArgumentParser(arguments, known).parse();
+}
+
+bool readsOperandsFromStandardInput(const CommandArguments& arguments,
+                                    const std::string& messageWithoutOperands) {
+  const std::optional<std::string> file = arguments.valueOf(operandsFileOption.name);
+  if (file.has_value() && *file != "-") {
+    throw UsageError("--files0-from reads standard input only: --files0-from=-");
+  }
+  if (file.has_value() && !arguments.operands.empty()) {
+    throw UsageError("--files0-from=- and operands exclude each other");
+  }
+  if (!file.has_value() && arguments.operands.empty()) {
+    throw UsageError(messageWithoutOperands);
+  }
+  return file.has_value();
+}
+
+}  // namespace velmora

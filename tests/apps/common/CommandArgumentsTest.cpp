@@ -1,0 +1,108 @@
+#include "common/CommandArguments.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+using Words = std::vector<std::string>;
+
+constexpr KnownOption known[] = {{.name = "check"},
+                                 {.name = "kind", .form = OptionForm::value},
+                                 {.name = "help", .form = OptionForm::last}};
+
+/// "--check --kind=x | a b": the options, and the operands in brackets.
+std::string parsed(const Words& arguments) {
+  try {
+    const CommandArguments result = parseArguments(arguments, known);
+    std::string text;
+    for (const CommandArguments::Option& option : result.options) {
+      text += option.name + "=" + option.value + " ";
+    }
+    for (const std::string& operand : result.operands) {
+      text += "[" + operand + "]";
+    }
+    return text;
+  } catch (const UsageError& error) {
+    return error.what();
+  }
+}
+
+TEST(Arguments, areOptionsAndOperandsWhereverTheyStand) {
+  const struct {
+    Words arguments;
+    std::string parsed;
+  } rows[] = {
+      {{}, ""},
+      {{"a", "--check", "b"}, "check= [a][b]"},
+      {{"--check", "--check"}, "check= check= "},
+      {{"--kind", "x", "a"}, "kind=x [a]"},
+      {{"--kind=x", "a"}, "kind=x [a]"},
+      {{"--kind=", "a"}, "kind= [a]"},
+      {{"--kind", "", "a"}, "kind= [a]"},
+      {{"--kind=--check"}, "kind=--check "},
+      {{"--kind", "-"}, "kind=- "},
+      {{"-", "", "a b", "[a,b]", "c=d", "+", "\xff", "a\nb"},
+       "[-][][a b][[a,b]][c=d][+][\xff][a\nb]"},
+      {{"a", "--", "--check", "--", "-x"}, "[a][--check][--][-x]"},
+      {{"--help", "--unknown"}, "help= "},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(parsed(row.arguments), row.parsed) << testing::PrintToString(row.arguments);
+  }
+}
+
+TEST(Arguments, thatSayNothingAreToldInOneLine) {
+  const struct {
+    Words arguments;
+    std::string message;
+  } rows[] = {
+      {{"--unknown", "a"}, "unknown option: --unknown"},
+      {{"--unknown=x", "a"}, "unknown option: --unknown=x"},
+      {{"a", "-x"}, "unknown option: -x"},
+      {{"-check"}, "unknown option: -check"},
+      {{"-W", "check"}, "unknown option: -W"},
+      {{"--chec"}, "unknown option: --chec"},
+      {{"--Check"}, "unknown option: --Check"},
+      {{"--=x"}, "unknown option: --=x"},
+      {{"--un\nknown\x1b\x7f"}, "unknown option: --un?known??"},
+      {{"--unknown", "--help"}, "unknown option: --unknown"},
+      {{"--check=false"}, "--check takes no value"},
+      {{"--help=x"}, "--help takes no value"},
+      {{"--kind"}, "--kind without a value"},
+      {{"--kind", "--check", "a"}, "--kind without a value"},
+      {{"--kind", "--", "a"}, "--kind without a value"},
+      {{"--kind", "x", "--kind=y"}, "--kind is given twice"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(parsed(row.arguments), row.message) << testing::PrintToString(row.arguments);
+  }
+}
+
+TEST(Arguments, areReadAlikeWhateverTheEnvironmentSays) {
+  ASSERT_EQ(::setenv("POSIXLY_CORRECT", "1", 1), 0);
+  EXPECT_EQ(parsed({"a", "--check"}), "check= [a]");
+  ASSERT_EQ(::unsetenv("POSIXLY_CORRECT"), 0);
+}
+
+TEST(ArgumentValues, areThoseOfTheOptionsThatWereGiven) {
+  const CommandArguments arguments = parseArguments({"--kind=x", "--check"}, known);
+  EXPECT_EQ(arguments.valueOf("kind"), "x");
+  EXPECT_EQ(arguments.valueOf("check"), "");
+  EXPECT_EQ(arguments.valueOf("help"), std::nullopt);
+  EXPECT_TRUE(arguments.has("check"));
+  EXPECT_FALSE(arguments.has("help"));
+}
+
+TEST(UsageErrors, areOneLineWhateverTheUserGave) {
+  EXPECT_STREQ(UsageError("a\nb\x1b[31m\x7f").what(), "a?b?[31m?");
+  EXPECT_STREQ(UsageError("日本 'x'").what(), "日本 'x'");
+}
+
+}  // namespace
+}  // namespace velmora

@@ -83,7 +83,7 @@ Fault faultInFile(const std::exception_ptr& error, std::string_view path, const 
   Fault fault = faultOf(error);
   if (fault.byteOffset.has_value()) {
     try {
-      fault.place = placeOf(*fault.byteOffset, files.read(path, longestJSONDocument));
+      fault.place = placeOf(*fault.byteOffset, files.read(path, maxJSONDocumentLength));
     } catch (const std::exception&) {
       // The file has gone meanwhile, or memory has; the offset is told all the same.
     }

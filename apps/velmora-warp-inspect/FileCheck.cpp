@@ -62,12 +62,12 @@ struct ContentText {
   std::string operator()(const Fault& fault) const { return toText(fault); }
 };
 
-std::size_t longestLength(FileKind kind) {
+std::size_t maxLengthOf(FileKind kind) {
   switch (kind) {
     case FileKind::manifest:
-      return longestSharedWarpManifest;
+      return maxSharedWarpManifestLength;
     case FileKind::index:
-      return longestDestroyedManifestIndex;
+      return maxDestroyedManifestIndexLength;
     case FileKind::marker:
       break;
   }
@@ -87,7 +87,7 @@ std::variant<ManifestSummary, IndexSummary, WarpMarker, Fault> FileChecker::cont
     if (kind == FileKind::manifest) {
       return manifests_.readSummary(path, files_);
     }
-    std::string bytes = files_.read(path, longestLength(kind));
+    std::string bytes = files_.read(path, maxLengthOf(kind));
     switch (kind) {
       case FileKind::marker:
         return decodeWarpMarker(bytes, markers_);

@@ -66,17 +66,17 @@ std::optional<NumberParts> partsOf(std::string_view text) {
 }
 
 /// Beyond this, an exponent is as good as any other: no text has so many digits.
-constexpr std::int64_t largestExponent = std::int64_t{1} << 40;
+constexpr std::int64_t maxExponent = std::int64_t{1} << 40;
 
 std::int64_t exponentOf(const NumberParts& parts) {
   std::int64_t exponent = 0;
   for (const char digit : parts.exponentDigits) {
-    exponent = std::min(exponent * 10 + (digit - '0'), largestExponent);
+    exponent = std::min(exponent * 10 + (digit - '0'), maxExponent);
   }
   return parts.hasNegativeExponent ? -exponent : exponent;
 }
 
-constexpr std::size_t mostDigits = std::numeric_limits<std::uint64_t>::digits10 + 1;
+constexpr std::size_t maxDigits = std::numeric_limits<std::uint64_t>::digits10 + 1;
 
 std::optional<std::uint64_t> magnitudeOf(const std::string& digits) {
   std::uint64_t magnitude = 0;
@@ -96,11 +96,11 @@ std::optional<std::uint64_t> scaledMagnitude(const NumberParts& parts) {
       exponentOf(parts) + droppedZeros - static_cast<std::int64_t>(parts.fractionDigits.size());
   digits.erase(last + 1);
   digits.erase(0, digits.find_first_not_of('0'));
-  if (zeros < 0 || zeros > static_cast<std::int64_t>(mostDigits)) {
+  if (zeros < 0 || zeros > static_cast<std::int64_t>(maxDigits)) {
     return std::nullopt;
   }
   digits.append(static_cast<std::size_t>(zeros), '0');
-  return digits.size() <= mostDigits ? magnitudeOf(digits) : std::nullopt;
+  return digits.size() <= maxDigits ? magnitudeOf(digits) : std::nullopt;
 }
 
 /// So many digits never take more than 64 bits.

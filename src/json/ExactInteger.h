@@ -27,7 +27,7 @@ struct ExactInteger {
 
 /// The value as an `Integer`, or none when that is too narrow or has no sign.
 template <std::integral Integer>
-[[nodiscard]] constexpr std::optional<Integer> fitted(ExactInteger value) {
+[[nodiscard]] constexpr std::optional<Integer> checkedCast(ExactInteger value) {
   constexpr auto largest = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
   if (!value.isNegative) {
     return value.magnitude <= largest ? std::optional(static_cast<Integer>(value.magnitude))

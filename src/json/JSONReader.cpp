@@ -2,8 +2,8 @@
 
 #include "json/DecodingError.h"
 #include "json/ExactInteger.h"
+#include "json/FillerByte.h"
 #include "json/JSONString.h"
-#include "json/VacatedByte.h"
 #include "text/UTF8.h"
 
 #include <algorithm>
@@ -164,7 +164,7 @@ class GrammarCheck {
   }
 
   void open(bool isObject) {
-    if (depth_ == deepestJSONNesting) {
+    if (depth_ == maxJSONNesting) {
       refuseToken("Arrays and objects lie too deeply in each other.");
     }
     open_[depth_] = {.token = token_, .isObject = isObject};
@@ -219,7 +219,7 @@ class GrammarCheck {
       refuse("A string holds an escape that is none of JSON's.", opening);
     }
     const std::size_t vacated = content.size() - *length;
-    std::memset(bytes_ + opening, vacatedByte, vacated);
+    std::memset(bytes_ + opening, fillerByte, vacated);
     bytes_[opening + vacated] = '"';
     *token_ = static_cast<std::uint32_t>(opening + vacated);
   }
@@ -258,7 +258,7 @@ class GrammarCheck {
   /// Behind the last token; it holds the document's length.
   const std::uint32_t* end_;
   std::vector<JSONContainer>& containers_;
-  std::array<OpenContainer, deepestJSONNesting> open_;
+  std::array<OpenContainer, maxJSONNesting> open_;
   std::size_t depth_ = 0;
   /// The first backslash at or behind some place before which all strings are read.
   std::uint32_t nextBackslash_ = 0;
@@ -267,7 +267,7 @@ class GrammarCheck {
 }  // namespace
 
 JSONValue JSONReader::read(std::string& bytes) {
-  if (bytes.size() > longestJSONDocument) {
+  if (bytes.size() > maxJSONDocumentLength) {
     refuse("The document is too long.", std::nullopt);
   }
   if (bytes.starts_with(byteOrderMark)) {

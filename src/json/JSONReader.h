@@ -11,10 +11,10 @@
 namespace velmora {
 
 /// Longer documents are not read.
-inline constexpr std::size_t longestJSONDocument = (std::size_t{1} << 31) - 1;
+inline constexpr std::size_t maxJSONDocumentLength = (std::size_t{1} << 31) - 1;
 
 /// How deeply arrays and objects may lie in each other.
-inline constexpr std::size_t deepestJSONNesting = 512;
+inline constexpr std::size_t maxJSONNesting = 512;
 
 /// Keeps its memory from one document to the next. One thread at a time.
 class JSONReader {
@@ -22,8 +22,8 @@ class JSONReader {
   /// The document's value. Its strings are resolved in place: `bytes` is scratch afterwards, must
   /// stay as it is while values are in use, and the values end with the next call.
   ///
-  /// UTF-8 only, a leading byte-order mark skipped; at most deepestJSONNesting levels and
-  /// longestJSONDocument bytes; numbers of any size. Throws DecodingError (dataCorrupted, empty
+  /// UTF-8 only, a leading byte-order mark skipped; at most maxJSONNesting levels and
+  /// maxJSONDocumentLength bytes; numbers of any size. Throws DecodingError (dataCorrupted, empty
   /// coding path, the byte offset where one is known) for anything else, std::bad_alloc when memory
   /// runs out. Never recurses.
   [[nodiscard]] JSONValue read(std::string& bytes);

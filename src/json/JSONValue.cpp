@@ -1,6 +1,6 @@
 #include "json/JSONValue.h"
 
-#include "json/VacatedByte.h"
+#include "json/FillerByte.h"
 
 namespace velmora {
 
@@ -24,7 +24,7 @@ std::string_view describe(JSONType type) {
 
 std::size_t JSONValue::byteOffset() const {
   std::size_t offset = isContainer() ? container().byteOffset : *token_;
-  while (offset > 0 && document_.bytes[offset - 1] == vacatedByte) {
+  while (offset > 0 && document_.bytes[offset - 1] == fillerByte) {
     --offset;
   }
   return offset;

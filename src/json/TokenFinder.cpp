@@ -39,12 +39,12 @@ TokenFault faultOf(simdjson::error_code error) {
 /// The part of the library's parser that finds tokens.
 class TokenFinder::StageOne {
  public:
-  simdjson::internal::dom_parser_implementation& able(std::size_t length) {
+  simdjson::internal::dom_parser_implementation& ensureCapacity(std::size_t length) {
     if (parser_ == nullptr || parser_->capacity() < length) {
       parser_.reset();
       const simdjson::error_code error =
           simdjson::get_active_implementation()->create_dom_parser_implementation(
-              roomFor(length), deepestJSONNesting, parser_);
+              roomFor(length), maxJSONNesting, parser_);
       if (error != simdjson::SUCCESS) {
         throw std::bad_alloc();
       }
@@ -68,7 +68,7 @@ FoundTokens TokenFinder::find(std::string_view text) {
   if (text.empty()) {
     return {.fault = TokenFault::empty};
   }
-  auto& parser = stageOne_->able(text.size());
+  auto& parser = stageOne_->ensureCapacity(text.size());
   const TokenFault fault = faultOf(parser.stage1(reinterpret_cast<const std::uint8_t*>(text.data()),
                                                  text.size(), simdjson::stage1_mode::regular));
   if (fault != TokenFault::none) {

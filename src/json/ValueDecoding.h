@@ -38,7 +38,7 @@ inline void requireType(JSONValue value, JSONType type) {
 
 template <std::integral Integer>
 void decode(JSONValue value, Integer& integer) {
-  const std::optional<Integer> fitting = fitted<Integer>(requireWholeNumber(value));
+  const std::optional<Integer> fitting = checkedCast<Integer>(requireWholeNumber(value));
   if (!fitting.has_value()) {
     refuseRange(value, 8 * sizeof(Integer), std::is_signed_v<Integer>);
   }

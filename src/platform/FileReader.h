@@ -37,17 +37,16 @@ class FileReader {
   /// Whether `path` is a directory or a symbolic link to one.
   virtual bool isDirectory(std::string_view path) const = 0;
 
-  /// The whole content of a regular file of at most `maximumLength` bytes; never waits for a peer.
+  /// The whole content of a regular file of at most `maxLength` bytes; never waits for a peer.
   /// Of a file that shrinks meanwhile, what was read. Throws PlatformError: EFBIG for a longer
   /// file, also one that grows beyond the limit meanwhile, and EISDIR or EINVAL for anything but a
   /// regular file. What memory it touches is in proportion to what arrives, whatever size the file
   /// claims.
-  virtual std::string read(std::string_view path, std::size_t maximumLength) const = 0;
+  virtual std::string read(std::string_view path, std::size_t maxLength) const = 0;
 
   /// As `read`, but piece by piece. EFBIG for a file that grows too long is thrown by the reading
   /// that finds it so.
-  virtual std::unique_ptr<FileContent> open(std::string_view path,
-                                            std::size_t maximumLength) const = 0;
+  virtual std::unique_ptr<FileContent> open(std::string_view path, std::size_t maxLength) const = 0;
 
   /// The names of all entries of a directory, or of the directory that a symbolic link leads to:
   /// each once, hidden ones too, without "." and "..", sorted by their bytes. A name is returned as

@@ -44,7 +44,7 @@ bool WarpIDSearch::mayBeManifest(const Text& path, const FileReader& files) {
   // What a needle can have before the end of a chunk is searched again with the next chunk.
   const std::size_t overlap = maxNeedleLength_ - 1;
   chunk_.resize(overlap + chunkLength);
-  const std::unique_ptr<FileContent> file = files.open(path, longestSharedWarpManifest);
+  const std::unique_ptr<FileContent> file = files.open(path, maxSharedWarpManifestLength);
   std::size_t kept = 0;
   while (const std::size_t count = file->read(chunk_.data() + kept, chunkLength)) {
     const std::size_t end = kept + count;

@@ -9,7 +9,7 @@
 namespace velmora {
 namespace {
 
-constexpr std::size_t mostTexts = std::size_t{1} << 30U;
+constexpr std::size_t maxTexts = std::size_t{1} << 30U;
 constexpr std::size_t fewestSlots = 16;
 constexpr std::size_t slotsPerEntry = 2;
 
@@ -49,7 +49,7 @@ void CanonicalTextSet::clear() {
 }
 
 void CanonicalTextSet::reserve(std::size_t count) {
-  if (count > mostTexts) {
+  if (count > maxTexts) {
     throw std::length_error("a set of too many texts");
   }
   if (count > slots_.size() / slotsPerEntry) {

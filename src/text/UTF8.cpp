@@ -9,7 +9,7 @@ namespace {
 
 using Word = std::uint64_t;
 
-constexpr std::size_t longestCodePoint = 4;
+constexpr std::size_t maxCodePointLength = 4;
 constexpr Word beyondASCII = 0x8080808080808080U;
 
 Word wordAt(std::string_view text, std::size_t position) {
@@ -55,7 +55,7 @@ std::size_t lengthBeforeMark(std::size_t size, MarksAt marksAt, IsMarked isMarke
 }  // namespace
 
 CodePoint codePointBefore(std::string_view text, std::size_t position) {
-  const std::size_t earliest = position - std::min(position, longestCodePoint);
+  const std::size_t earliest = position - std::min(position, maxCodePointLength);
   std::size_t begin = position - 1;
   while (begin > earliest && isContinuation(text[begin])) {
     --begin;

@@ -17,7 +17,7 @@ using std::chrono::sys_seconds;
 
 constexpr sys_days referenceDay = std::chrono::year(2001) / std::chrono::January / 1;
 
-constexpr minutes largestOffset = hours(23) + minutes(59);
+constexpr minutes maxOffset = hours(23) + minutes(59);
 
 // What is left of a text to read, and whether all that was read suited.
 class Reader {
@@ -102,9 +102,9 @@ minutes offsetFor(sys_seconds instant) {
   const int year =
       static_cast<int>(std::chrono::year_month_day(std::chrono::floor<days>(instant)).year());
   if (year < 0) {
-    return largestOffset;
+    return maxOffset;
   }
-  return year > 9999 ? -largestOffset : minutes(0);
+  return year > 9999 ? -maxOffset : minutes(0);
 }
 
 void append(std::string& text, std::int64_t value, std::size_t digitCount) {

@@ -8,8 +8,8 @@
 #include "platform/PlatformError.h"
 #include "text/CanonicalTextSet.h"
 #include "text/LexicalPath.h"
+#include "warpshared/FieldCodecs.h"
 #include "warpshared/PathPredicates.h"
-#include "warpshared/RecordValues.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -54,7 +54,7 @@ std::vector<VelmoraWarpSharedDestroyedManifestRecord> loadDestroyedManifestRecor
   if (!files.exists(path)) {
     return {};
   }
-  std::string bytes = files.read(path, longestDestroyedManifestIndex);
+  std::string bytes = files.read(path, maxDestroyedManifestIndexLength);
   VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
   validateDestroyedManifestIndex(index);
   return std::move(index.records);

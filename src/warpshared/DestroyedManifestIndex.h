@@ -26,7 +26,7 @@ inline constexpr std::int64_t destroyedManifestIndexVersion = 1;
 inline constexpr std::string_view destroyedManifestIndexFileName = "destroyed-manifest-index.json";
 
 /// A longer index is not read. (A megabyte holds the tombstones of some thousand folders.)
-inline constexpr std::size_t longestDestroyedManifestIndex = std::size_t{256} << 20;
+inline constexpr std::size_t maxDestroyedManifestIndexLength = std::size_t{256} << 20;
 
 struct VelmoraWarpSharedDestroyedManifestRecord {
   Text warpID;

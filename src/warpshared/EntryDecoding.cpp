@@ -1,8 +1,8 @@
 #include "json/RecordDecoding.h"
 #include "text/CanonicalTextSet.h"
-#include "warpshared/EncodedValues.h"
+#include "warpshared/FieldCodecs.h"
 #include "warpshared/PathPredicates.h"
-#include "warpshared/RecordValues.h"
+#include "warpshared/TextEncodings.h"
 #include "warpshared/VelmoraWarpSharedEntry.h"
 
 #include <algorithm>

@@ -20,38 +20,38 @@ enum class VelmoraPayloadNamespace { backup, warp };
 
 /// The words of an enumeration in the order of its cases.
 template <class Enumeration>
-struct RawValues;
+struct EnumNames;
 
 template <>
-struct RawValues<VelmoraWarpSharedStatus> {
+struct EnumNames<VelmoraWarpSharedStatus> {
   static constexpr std::array<std::string_view, 5> list = {"uploading", "verified", "replaced",
                                                            "failed", "needsAttention"};
 };
 
 template <>
-struct RawValues<VelmoraWarpSharedEntryKind> {
+struct EnumNames<VelmoraWarpSharedEntryKind> {
   static constexpr std::array<std::string_view, 3> list = {"file", "directory", "symlink"};
 };
 
 template <>
-struct RawValues<VelmoraWarpSharedPayloadEncoding> {
+struct EnumNames<VelmoraWarpSharedPayloadEncoding> {
   static constexpr std::array<std::string_view, 2> list = {"raw", "lzfse"};
 };
 
 template <>
-struct RawValues<VelmoraPayloadNamespace> {
+struct EnumNames<VelmoraPayloadNamespace> {
   static constexpr std::array<std::string_view, 2> list = {"backup", "warp"};
 };
 
 template <class Enumeration>
 concept EnumerationWithRawValues = requires {
-  RawValues<Enumeration>::list;
+  EnumNames<Enumeration>::list;
 };
 
 /// The word that stands for `value` in a file.
 template <EnumerationWithRawValues Enumeration>
 [[nodiscard]] constexpr std::string_view rawValue(Enumeration value) {
-  return RawValues<Enumeration>::list[static_cast<std::size_t>(value)];
+  return EnumNames<Enumeration>::list[static_cast<std::size_t>(value)];
 }
 
 }  // namespace velmora

@@ -17,7 +17,7 @@ class ManifestDecoder::WholeManifest {
 
   void use(const WarpSharedEntry<TextView>& entry) { entries_.append(entry); }
 
-  void finish(ReadManifest&& read) {
+  void finish(DecodedHeader&& read) {
     manifest_ = std::move(read.manifest);
     manifest_.verificationSampleRelativePaths =
         std::vector<Text>(read.samples.begin(), read.samples.end());
@@ -38,7 +38,7 @@ class ManifestDecoder::Summary {
 
   void use(const WarpSharedEntry<TextView>&) { ++entryCount_; }
 
-  void finish(ReadManifest&& read) const {
+  void finish(DecodedHeader&& read) const {
     summary_ = {.warpID = std::move(read.manifest.warpID),
                 .manifestKey = std::move(read.manifest.manifestKey),
                 .originalFolderPath = std::move(read.manifest.originalFolderPath),
@@ -54,10 +54,10 @@ class ManifestDecoder::Summary {
 };
 
 template <class Product>
-bool ManifestDecoder::accept(DocumentPieces&& pieces, Product& product) {
+bool ManifestDecoder::accept(ChunkedDocument&& pieces, Product& product) {
   product.begin();
-  std::optional<ReadManifest> read =
-      quickReader_.read(pieces, [&product](const auto& entry) { product.use(entry); });
+  std::optional<DecodedHeader> read =
+      streamingReader_.read(pieces, [&product](const auto& entry) { product.use(entry); });
   if (!read.has_value()) {
     return false;
   }
@@ -66,17 +66,18 @@ bool ManifestDecoder::accept(DocumentPieces&& pieces, Product& product) {
 }
 
 template <class Product>
-void ManifestDecoder::reconsider(std::string& bytes, Product& product) {
+void ManifestDecoder::decodeExactly(std::string& bytes, Product& product) {
   ++reconsideredCount_;
   product.begin();
-  product.finish(exactReader_.read(bytes, [&product](const auto& entry) { product.use(entry); }));
+  product.finish(
+      diagnosingReader_.read(bytes, [&product](const auto& entry) { product.use(entry); }));
 }
 
 template <class Product>
 void ManifestDecoder::decodeAs(std::string& bytes, Product product) {
-  if (bytes.size() > longestSharedWarpManifest ||
-      !accept(DocumentPieces(bytes, pieceMemory_), product)) {
-    reconsider(bytes, product);
+  if (bytes.size() > maxSharedWarpManifestLength ||
+      !accept(ChunkedDocument(bytes, chunkBuffer_), product)) {
+    decodeExactly(bytes, product);
   }
 }
 
@@ -86,17 +87,17 @@ void ManifestDecoder::readAs(const Text& path, const FileReader& files, Product 
     return;
   }
   // A large piece is not to lie beside the whole document.
-  constexpr std::size_t usualPieceMemory = 4 * documentPieceLength;
-  if (pieceMemory_.size > usualPieceMemory) {
-    pieceMemory_ = PieceMemory();
+  constexpr std::size_t usualPieceMemory = 4 * documentChunkLength;
+  if (chunkBuffer_.size > usualPieceMemory) {
+    chunkBuffer_ = ChunkBuffer();
   }
-  std::string bytes = files.read(path, longestSharedWarpManifest);
-  reconsider(bytes, product);
+  std::string bytes = files.read(path, maxSharedWarpManifestLength);
+  decodeExactly(bytes, product);
 }
 
-DocumentPieces ManifestDecoder::piecesOf(const Text& path, const FileReader& files) {
-  const std::shared_ptr<FileContent> file = files.open(path, longestSharedWarpManifest);
-  return {[file](char* room, std::size_t size) { return file->read(room, size); }, pieceMemory_};
+ChunkedDocument ManifestDecoder::piecesOf(const Text& path, const FileReader& files) {
+  const std::shared_ptr<FileContent> file = files.open(path, maxSharedWarpManifestLength);
+  return {[file](char* room, std::size_t size) { return file->read(room, size); }, chunkBuffer_};
 }
 
 void ManifestDecoder::decode(std::string& bytes, VelmoraWarpSharedManifest& manifest) {

@@ -1,12 +1,12 @@
 // Reads shared Warp manifests, strictly: there is no way to a value that skipped a check.
 #pragma once
 
-#include "json/DocumentPieces.h"
+#include "json/ChunkedDocument.h"
 #include "json/JSONReader.h"
 #include "text/Text.h"
 #include "warpshared/Date.h"
-#include "warpshared/ExactManifestReader.h"
-#include "warpshared/QuickManifestReader.h"
+#include "warpshared/DiagnosingManifestReader.h"
+#include "warpshared/StreamingManifestReader.h"
 #include "warpshared/VelmoraWarpSharedManifest.h"
 
 #include <cstddef>
@@ -17,7 +17,7 @@ namespace velmora {
 class FileReader;
 
 /// A longer manifest is not read. (A gigabyte holds a million entries.)
-inline constexpr std::size_t longestSharedWarpManifest = longestJSONDocument;
+inline constexpr std::size_t maxSharedWarpManifestLength = maxJSONDocumentLength;
 
 /// What is needed of a manifest to tell which folder it says is warped.
 struct ManifestSummary {
@@ -39,8 +39,9 @@ struct ManifestSummary {
 /// wherever the keys stand in the document; nothing of the manifest remains then. Throws
 /// std::bad_alloc when memory runs out.
 ///
-/// That is what there is to see of it. In truth, a QuickManifestReader accepts what the application
-/// writes, and an ExactManifestReader reads the document only where that one gives up.
+/// That is what there is to see of it. In truth, a StreamingManifestReader accepts what the
+/// application writes, and an DiagnosingManifestReader reads the document only where that one gives
+/// up.
 class ManifestDecoder {
  public:
   /// `bytes` are scratch afterwards.
@@ -55,13 +56,13 @@ class ManifestDecoder {
 
   /// As `decode`, of the file at `path`, which is never in memory as a whole unless the application
   /// did not write it. It is read a second time then, and judged as it is by then. Throws
-  /// PlatformError, too: EFBIG for one that is longer than longestSharedWarpManifest.
+  /// PlatformError, too: EFBIG for one that is longer than maxSharedWarpManifestLength.
   [[nodiscard]] VelmoraWarpSharedManifest read(const Text& path, const FileReader& files);
 
   /// As `read`, every check included, but keeps no entry.
   [[nodiscard]] ManifestSummary readSummary(const Text& path, const FileReader& files);
 
-  /// How many documents so far were read by the ExactManifestReader.
+  /// How many documents so far were read by the DiagnosingManifestReader.
   [[nodiscard]] std::size_t reconsideredCount() const { return reconsideredCount_; }
 
  private:
@@ -74,14 +75,14 @@ class ManifestDecoder {
   template <class Product>
   void readAs(const Text& path, const FileReader& files, Product product);
   template <class Product>
-  bool accept(DocumentPieces&& pieces, Product& product);
+  bool accept(ChunkedDocument&& pieces, Product& product);
   template <class Product>
-  void reconsider(std::string& bytes, Product& product);
-  DocumentPieces piecesOf(const Text& path, const FileReader& files);
+  void decodeExactly(std::string& bytes, Product& product);
+  ChunkedDocument piecesOf(const Text& path, const FileReader& files);
 
-  PieceMemory pieceMemory_;
-  QuickManifestReader quickReader_;
-  ExactManifestReader exactReader_;
+  ChunkBuffer chunkBuffer_;
+  StreamingManifestReader streamingReader_;
+  DiagnosingManifestReader diagnosingReader_;
   std::size_t reconsideredCount_ = 0;
 };
 

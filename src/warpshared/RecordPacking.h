@@ -92,7 +92,7 @@ void unpack(ByteReader& bytes, Integer& integer) {
 
 template <class Bytes, EnumerationWithRawValues Enumeration>
 Bytes pack(Bytes bytes, Enumeration enumeration) {
-  static_assert(RawValues<Enumeration>::list.size() <= 256);
+  static_assert(EnumNames<Enumeration>::list.size() <= 256);
   return pack(bytes, static_cast<PackedByte>(enumeration));
 }
 

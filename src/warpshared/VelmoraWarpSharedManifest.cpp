@@ -1,7 +1,7 @@
 #include "warpshared/VelmoraWarpSharedManifest.h"
 
 #include "json/RecordEncoding.h"
-#include "warpshared/RecordValues.h"
+#include "warpshared/FieldCodecs.h"
 
 #include <cstddef>
 

@@ -10,7 +10,7 @@ namespace {
 
 // Most manifests are small, and so is the first chunk; each has twice the size of the one before.
 constexpr std::size_t smallestChunk = std::size_t{4} * 1024;
-constexpr std::size_t largestChunk = std::size_t{1024} * 1024;
+constexpr std::size_t maxChunk = std::size_t{1024} * 1024;
 
 }  // namespace
 
@@ -50,10 +50,10 @@ WarpSharedEntries::Chunk& WarpSharedEntries::chunkWithRoom(std::size_t size) {
   if (usedChunkCount_ > 0) {
     Chunk& last = chunks_[usedChunkCount_ - 1];
     // A long entry that has made its chunk larger has it alone: offsets are those of small chunks.
-    if (last.size() < largestChunk && size <= last.room()) {
+    if (last.size() < maxChunk && size <= last.room()) {
       return last;
     }
-    capacity = std::clamp(2 * last.capacity(), smallestChunk, largestChunk);
+    capacity = std::clamp(2 * last.capacity(), smallestChunk, maxChunk);
   }
   if (usedChunkCount_ == chunks_.size() || chunks_[usedChunkCount_].capacity() < size) {
     while (chunks_.size() > usedChunkCount_) {

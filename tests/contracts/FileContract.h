@@ -46,17 +46,17 @@ class FileContract : public testing::Test {
   }
 
   /// Expects this error of reading in one piece and of reading in several.
-  void expectUnreadable(std::string_view name, std::size_t maximumLength, int code) {
-    SCOPED_TRACE(std::string(name) + " of at most " + std::to_string(maximumLength));
-    expectError(code, [&] { reader().read(path(name), maximumLength); });
-    expectError(code, [&] { reader().open(path(name), maximumLength); });
+  void expectUnreadable(std::string_view name, std::size_t maxLength, int code) {
+    SCOPED_TRACE(std::string(name) + " of at most " + std::to_string(maxLength));
+    expectError(code, [&] { reader().read(path(name), maxLength); });
+    expectError(code, [&] { reader().open(path(name), maxLength); });
   }
 
-  /// What the file `name` of at most `maximumLength` bytes delivers, at most `size` bytes at a
+  /// What the file `name` of at most `maxLength` bytes delivers, at most `size` bytes at a
   /// time.
   std::string contentInPieces(std::string_view name, std::size_t size,
-                              std::size_t maximumLength = plenty) {
-    const std::unique_ptr<FileContent> content = reader().open(path(name), maximumLength);
+                              std::size_t maxLength = plenty) {
+    const std::unique_ptr<FileContent> content = reader().open(path(name), maxLength);
     std::string bytes;
     std::string room(size, '\0');
     while (const std::size_t count = content->read(room.data(), size)) {
@@ -90,8 +90,8 @@ TYPED_TEST_P(FileContract, makesEveryMissingDirectory) {
     EXPECT_TRUE(this->reader().isDirectory(this->path("a/b/c")));
     EXPECT_TRUE(this->reader().exists(this->path("a/b/c")));
   }
-  for (const std::size_t maximumLength : {std::size_t{0}, this->plenty}) {
-    this->expectUnreadable("a", maximumLength, EISDIR);
+  for (const std::size_t maxLength : {std::size_t{0}, this->plenty}) {
+    this->expectUnreadable("a", maxLength, EISDIR);
   }
 }
 
@@ -118,8 +118,8 @@ TYPED_TEST_P(FileContract, readsUpToTheMaximumLengthOnly) {
   EXPECT_EQ(this->reader().read(this->path("file"), 6), "12345");
   EXPECT_EQ(this->reader().read(this->path("file"), 5), "12345");
   EXPECT_EQ(this->contentInPieces("file", 2, 5), "12345");
-  for (const std::size_t maximumLength : {4U, 1U, 0U}) {
-    this->expectUnreadable("file", maximumLength, EFBIG);
+  for (const std::size_t maxLength : {4U, 1U, 0U}) {
+    this->expectUnreadable("file", maxLength, EFBIG);
   }
 }
 

@@ -84,7 +84,7 @@ bool FakeFileSystem::exists(std::string_view path) const {
 
 bool FakeFileSystem::isDirectory(std::string_view path) const { return directories.contains(path); }
 
-std::string FakeFileSystem::read(std::string_view path, std::size_t maximumLength) const {
+std::string FakeFileSystem::read(std::string_view path, std::size_t maxLength) const {
   if (readFailure) {
     readFailure();
   }
@@ -95,15 +95,15 @@ std::string FakeFileSystem::read(std::string_view path, std::size_t maximumLengt
   if (file == files.end()) {
     throw posixError(ENOENT);
   }
-  if (file->second.size() > maximumLength) {
+  if (file->second.size() > maxLength) {
     throw posixError(EFBIG);
   }
   return file->second;
 }
 
 std::unique_ptr<FileContent> FakeFileSystem::open(std::string_view path,
-                                                  std::size_t maximumLength) const {
-  return std::make_unique<FakeFileContent>(read(path, maximumLength));
+                                                  std::size_t maxLength) const {
+  return std::make_unique<FakeFileContent>(read(path, maxLength));
 }
 
 std::vector<std::string> FakeFileSystem::entryNames(std::string_view path,

@@ -72,10 +72,9 @@ class FakeFileSystem final : public FileReader, public FileWriter {
 
   bool isDirectory(std::string_view path) const override;
 
-  std::string read(std::string_view path, std::size_t maximumLength) const override;
+  std::string read(std::string_view path, std::size_t maxLength) const override;
 
-  std::unique_ptr<FileContent> open(std::string_view path,
-                                    std::size_t maximumLength) const override;
+  std::unique_ptr<FileContent> open(std::string_view path, std::size_t maxLength) const override;
 
   std::vector<std::string> entryNames(std::string_view path, std::size_t maxCount) const override;
 

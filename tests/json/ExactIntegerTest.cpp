@@ -123,14 +123,14 @@ void expectBoundaries() {
   constexpr std::uint64_t largestOfAll = std::numeric_limits<std::uint64_t>::max();
   constexpr bool isSigned = std::is_signed_v<Integer>;
   const auto below = [](std::uint64_t magnitude) {
-    return fitted<Integer>({.isNegative = true, .magnitude = magnitude});
+    return checkedCast<Integer>({.isNegative = true, .magnitude = magnitude});
   };
   const std::optional<Integer> none;
-  EXPECT_EQ(fitted<Integer>({}), Integer{0});
-  EXPECT_EQ(fitted<Integer>({.magnitude = 1}), Integer{1});
-  EXPECT_EQ(fitted<Integer>({.magnitude = largest}), Limits::max());
+  EXPECT_EQ(checkedCast<Integer>({}), Integer{0});
+  EXPECT_EQ(checkedCast<Integer>({.magnitude = 1}), Integer{1});
+  EXPECT_EQ(checkedCast<Integer>({.magnitude = largest}), Limits::max());
   if (largest < largestOfAll) {
-    EXPECT_EQ(fitted<Integer>({.magnitude = largest + 1}), none);
+    EXPECT_EQ(checkedCast<Integer>({.magnitude = largest + 1}), none);
   }
   EXPECT_EQ(below(1), isSigned ? std::optional(static_cast<Integer>(-1)) : none);
   EXPECT_EQ(below(largest), isSigned ? std::optional(static_cast<Integer>(-largest)) : none);

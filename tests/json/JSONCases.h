@@ -62,7 +62,7 @@ inline const ReadCase readCases[] = {
     {"escapedKey", R"({"\u0061\/":1})", R"({"a/":1})"},
     {"nonASCII", "\"\u00e9\U0001F600\"", "\"\u00e9\U0001F600\""},
     {"delete", "\"\x7F\"", "\"\x7F\""},
-    {"longestCodePoint", "\"\U0010FFFF\"", "\"\U0010FFFF\""},
+    {"maxCodePointLength", "\"\U0010FFFF\"", "\"\U0010FFFF\""},
     {"punctuationInString", R"(["{[,:]}",{"],":"}"}])", R"(["{[,:]}",{"],":"}"}])"},
     {"tokensInString", R"("},{\"a\":[1],null")", R"("},{\"a\":[1],null")"},
     {"backslashBeforeClosingQuote", R"(["\\","\\\"",""])", R"(["\\","\\\"",""])"},

@@ -104,10 +104,10 @@ constexpr Nesting nestings[] = {
 };
 
 TEST(JSONReaderTest, readsFiveHundredAndTwelveLevelsAndNoMore) {
-  ASSERT_EQ(deepestJSONNesting, 512U);
+  ASSERT_EQ(maxJSONNesting, 512U);
   for (const Nesting& row : nestings) {
     SCOPED_TRACE(row.opening);
-    const std::size_t count = deepestJSONNesting / row.levels;
+    const std::size_t count = maxJSONNesting / row.levels;
     const std::string opening = repeated(row.opening, count);
     const std::string closing = repeated(row.closing, count);
     EXPECT_EQ(rewrittenDocument(opening + "0" + closing), opening + "0" + closing);

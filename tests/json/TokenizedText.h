@@ -1,8 +1,8 @@
 // A text and its tokens, for tests of those who take them.
 #pragma once
 
-#include "json/QuickTokens.h"
 #include "json/TextArena.h"
+#include "json/TokenCursor.h"
 #include "json/TokenFinder.h"
 
 #include <cstdint>
@@ -20,7 +20,7 @@ class TokenizedText {
   TokenizedText(const TokenizedText&) = delete;
   TokenizedText& operator=(const TokenizedText&) = delete;
 
-  [[nodiscard]] QuickTokens& tokens() { return tokens_; }
+  [[nodiscard]] TokenCursor& tokens() { return tokens_; }
 
  private:
   const std::uint32_t* find() {
@@ -34,7 +34,7 @@ class TokenizedText {
   std::string text_;
   TokenFinder finder_;
   TextArena arena_;
-  QuickTokens tokens_;
+  TokenCursor tokens_;
 };
 
 }  // namespace velmora

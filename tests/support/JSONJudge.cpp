@@ -93,12 +93,12 @@ bool isSameNumber(std::string_view number, element judged) {
       }
       const std::optional<ExactInteger> integer = exactInteger(number);
       return integer.has_value() &&
-             fitted<std::int64_t>(*integer) == judged.get_int64().value_unsafe();
+             checkedCast<std::int64_t>(*integer) == judged.get_int64().value_unsafe();
     }
     case element_type::UINT64: {
       const std::optional<ExactInteger> integer = exactInteger(number);
       return integer.has_value() &&
-             fitted<std::uint64_t>(*integer) == judged.get_uint64().value_unsafe();
+             checkedCast<std::uint64_t>(*integer) == judged.get_uint64().value_unsafe();
     }
     case element_type::DOUBLE:
       return judged.get_double().value_unsafe() == approximation(number);
@@ -193,7 +193,7 @@ JSONAgreement JSONJudge::ask(const std::string& document) {
     return value.has_value() ? JSONAgreement::differ : JSONAgreement::bothRefuse;
   }
   if (!value.has_value()) {
-    return depthOf(root) > deepestJSONNesting ? JSONAgreement::bothRefuse : JSONAgreement::differ;
+    return depthOf(root) > maxJSONNesting ? JSONAgreement::bothRefuse : JSONAgreement::differ;
   }
   return areSame(*value, root) ? JSONAgreement::bothRead : JSONAgreement::differ;
 }

@@ -6,8 +6,8 @@
 #include "text/CanonicalTextSet.h"
 #include "text/Characters.h"
 #include "text/Text.h"
-#include "warpshared/EncodedValues.h"
 #include "warpshared/PathPredicates.h"
+#include "warpshared/TextEncodings.h"
 #include "warpshared/WarpSharedEntries.h"
 
 #include <gtest/gtest.h>

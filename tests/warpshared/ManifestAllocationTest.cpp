@@ -141,11 +141,11 @@ TEST(FailedAllocations, leaveADecoderThatWorksAfterManyEntries) {
 TEST(FailedAllocations, leaveADocumentInMemoryToTheNextAttempt) {
   const std::string text = richManifest();
   std::string bytes = text;
-  const auto read = [&](std::pair<PieceMemory, QuickManifestReader>& subject) {
-    DocumentPieces pieces(bytes, subject.first, 500);
+  const auto read = [&](std::pair<ChunkBuffer, StreamingManifestReader>& subject) {
+    ChunkedDocument pieces(bytes, subject.first, 500);
     EXPECT_TRUE(subject.second.read(pieces, [](const auto&) {}).has_value());
   };
-  failEachAllocation([] { return std::pair<PieceMemory, QuickManifestReader>(); }, read,
+  failEachAllocation([] { return std::pair<ChunkBuffer, StreamingManifestReader>(); }, read,
                      [&](auto& subject, const Attempt& attempt) {
                        EXPECT_EQ(attempt.hasThrown, attempt.hasFailed);
                        EXPECT_EQ(bytes, text);

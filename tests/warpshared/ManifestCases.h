@@ -121,7 +121,7 @@ inline void expectJudgement(const ManifestCase& row, std::string_view place = ""
     SCOPED_TRACE(style.name);
     const std::string text = document.text(style);
     EXPECT_EQ(readers.exactly(text), reading);
-    for (const std::size_t pieceLength : {documentPieceLength, std::size_t{100}}) {
+    for (const std::size_t pieceLength : {documentChunkLength, std::size_t{100}}) {
       expectQuickReading(isAccepted ? reading : std::nullopt, readers, text, pieceLength);
     }
     std::string bytes = text;

@@ -42,7 +42,7 @@ TEST(ManifestFiles, areReadWhateverTheirLengthAndStyle) {
   for (const JSONStyle& style : jsonStyles) {
     const std::string small = manifestDocument().text(style);
     const std::string large = longManifest(style);
-    EXPECT_GT(large.size(), 2 * documentPieceLength);
+    EXPECT_GT(large.size(), 2 * documentChunkLength);
     for (const std::string& text : {small, large, small}) {
       const std::string path = directory.write("manifest.json", text);
       std::string bytes = text;
@@ -93,7 +93,9 @@ TEST(ManifestFiles, raiseTheErrorOfTheFile) {
       {"fifo", [](auto& path) { require(::mkfifo(path.c_str(), 0600) == 0, path); }, EINVAL},
       {"loopingLink", [](auto& path) { link("entry", path); }, ELOOP},
       {"tooLong",
-       [](auto& path) { makeSparseFile(path, static_cast<off_t>(longestSharedWarpManifest) + 1); },
+       [](auto& path) {
+         makeSparseFile(path, static_cast<off_t>(maxSharedWarpManifestLength) + 1);
+       },
        EFBIG},
   };
   for (const auto& row : rows) {

@@ -1,10 +1,10 @@
 // Manifests as each of the two readers has them, for tests and fuzz targets that compare them.
 #pragma once
 
+#include "json/ChunkedDocument.h"
 #include "json/DecodingError.h"
-#include "json/DocumentPieces.h"
-#include "warpshared/ExactManifestReader.h"
-#include "warpshared/QuickManifestReader.h"
+#include "warpshared/DiagnosingManifestReader.h"
+#include "warpshared/StreamingManifestReader.h"
 #include "warpshared/VelmoraWarpSharedManifest.h"
 
 #include <algorithm>
@@ -21,12 +21,12 @@ namespace velmora {
 /// given up.
 using ManifestReading = std::optional<std::string>;
 
-/// Keeps what `read` gives and gives away. `read` takes a UseEntry and returns a ReadManifest, or
-/// none.
+/// Keeps what `read` gives and gives away. `read` takes an EntryVisitor and returns a DecodedHeader,
+/// or none.
 template <class Read>
 ManifestReading readingOf(Read read) {
   WarpSharedEntries entries;
-  std::optional<ReadManifest> result =
+  std::optional<DecodedHeader> result =
       read([&](const WarpSharedEntry<TextView>& entry) { entries.append(entry); });
   if (!result.has_value()) {
     return std::nullopt;
@@ -38,7 +38,7 @@ ManifestReading readingOf(Read read) {
 }
 
 /// What a stream delivers, at most `portion` bytes at a time.
-inline DocumentPieces::ReadSome portionsOf(std::string_view document, std::size_t portion) {
+inline ChunkedDocument::ReadSome portionsOf(std::string_view document, std::size_t portion) {
   return [document, portion](char* room, std::size_t size) mutable {
     const std::size_t count = document.copy(room, std::min(size, portion));
     document.remove_prefix(count);
@@ -49,35 +49,37 @@ inline DocumentPieces::ReadSome portionsOf(std::string_view document, std::size_
 /// Reads one document after the other, each by both readers, and keeps their memory.
 class ManifestReaders {
  public:
-  ManifestReading quickly(DocumentPieces& pieces) {
-    return readingOf([&](const UseEntry& useEntry) { return quick_.read(pieces, useEntry); });
+  ManifestReading quickly(ChunkedDocument& pieces) {
+    return readingOf(
+        [&](const EntryVisitor& visitEntry) { return quick_.read(pieces, visitEntry); });
   }
 
   /// What lies in memory; `document` is as before afterwards.
-  ManifestReading quickly(std::string& document, std::size_t pieceLength = documentPieceLength) {
-    DocumentPieces pieces(document, memory_, pieceLength);
+  ManifestReading quickly(std::string& document, std::size_t pieceLength = documentChunkLength) {
+    ChunkedDocument pieces(document, memory_, pieceLength);
     return quickly(pieces);
   }
 
   ManifestReading quicklyFromStream(std::string_view document, std::size_t portion,
-                                    std::size_t pieceLength = documentPieceLength) {
-    DocumentPieces pieces(portionsOf(document, portion), memory_, pieceLength);
+                                  std::size_t pieceLength = documentChunkLength) {
+    ChunkedDocument pieces(portionsOf(document, portion), memory_, pieceLength);
     return quickly(pieces);
   }
 
   ManifestReading exactly(std::string document) {
     try {
-      return readingOf(
-          [&](const UseEntry& useEntry) { return std::optional(exact_.read(document, useEntry)); });
+      return readingOf([&](const EntryVisitor& visitEntry) {
+        return std::optional(exact_.read(document, visitEntry));
+      });
     } catch (const DecodingError&) {
       return std::nullopt;
     }
   }
 
  private:
-  PieceMemory memory_;
-  QuickManifestReader quick_;
-  ExactManifestReader exact_;
+  ChunkBuffer memory_;
+  StreamingManifestReader quick_;
+  DiagnosingManifestReader exact_;
 };
 
 }  // namespace velmora

@@ -1,3 +1,4 @@
+#include "warpshared/CommonAncestor.h"
 #include "warpshared/OriginalFolder.h"
 #include "warpshared/PathPredicates.h"
 
@@ -15,9 +16,9 @@ namespace {
 
 using Paths = std::vector<std::string>;
 
-/// What CommonFolder says of all of them.
+/// What CommonAncestor says of all of them.
 bool areBelow(const Paths& paths, const std::string& folder) {
-  CommonFolder common;
+  CommonAncestor common;
   return std::ranges::all_of(paths, [&](const std::string& path) { return common.add(path); }) &&
          common.isBelow(OriginalFolder(folder));
 }
@@ -116,7 +117,7 @@ TEST(CommonFolderTest, tellsInAnyOrderWhetherAllPathsAreBelow) {
 }
 
 TEST(CommonFolderTest, forgetsWhatWasThere) {
-  CommonFolder common;
+  CommonAncestor common;
   EXPECT_TRUE(common.add("/a/b/c"));
   EXPECT_FALSE(common.isBelow(OriginalFolder("/x")));
   common.clear();

@@ -28,7 +28,7 @@ void put(Integer& integer, End end) {
 
 template <EnumerationWithRawValues Enumeration>
 void put(Enumeration& enumeration, End end) {
-  const std::size_t last = RawValues<Enumeration>::list.size() - 1;
+  const std::size_t last = EnumNames<Enumeration>::list.size() - 1;
   enumeration = static_cast<Enumeration>(end == End::least ? 0 : last);
 }
 

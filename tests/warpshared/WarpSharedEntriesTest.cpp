@@ -1,7 +1,7 @@
 #include "json/RecordEncoding.h"
 #include "tests/fakes/WarpRecords.h"
 #include "tests/warpshared/RecordsAtTheirEnds.h"
-#include "warpshared/RecordValues.h"
+#include "warpshared/FieldCodecs.h"
 #include "warpshared/WarpSharedEntries.h"
 
 #include <gtest/gtest.h>

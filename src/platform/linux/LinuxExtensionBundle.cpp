@@ -12,7 +12,7 @@ namespace velmora {
 namespace {
 
 /// A longer file is no table of messages: ours have a thousandth.
-constexpr std::size_t maximumTableLength = 1024 * 1024;
+constexpr std::size_t maxTableLength = 1024 * 1024;
 
 class StringsFolder final : public LocalizationFolder {
  public:
@@ -29,7 +29,7 @@ class StringsFolder final : public LocalizationFolder {
   StringsTable readTable() const {
     try {
       return parseStringsTable(
-                 fileReader_.read(directory_ + "/Localizable.strings", maximumTableLength))
+                 fileReader_.read(directory_ + "/Localizable.strings", maxTableLength))
           .value_or(StringsTable());
     } catch (const std::exception&) {
       // A table that cannot be read counts like one with a fault: the English texts show.

@@ -14,7 +14,7 @@ namespace velmora {
 namespace {
 
 /// A longer file holds no settings: they are a few lines.
-constexpr std::size_t maximumSettingsLength = 1024 * 1024;
+constexpr std::size_t maxSettingsLength = 1024 * 1024;
 
 std::optional<Text> stringInKeyFile(std::string_view bytes, std::string_view key) {
   const GLibPointer<GKeyFile> file(glib().g_key_file_new());
@@ -48,7 +48,7 @@ std::optional<Text> LinuxSharedDefaults::string(std::string_view suiteName,
   path->append("/").append(suiteName).append("/defaults.conf");
   try {
     // Not read by GLib itself, which would wait for ever on a named pipe.
-    return stringInKeyFile(fileReader_.read(*path, maximumSettingsLength), key);
+    return stringInKeyFile(fileReader_.read(*path, maxSettingsLength), key);
   } catch (const std::exception&) {
     // Settings that cannot be read are settings that nobody made.
     return std::nullopt;

@@ -22,7 +22,7 @@ namespace {
 constexpr std::string_view entrySuffix = ".desktop";
 
 /// A longer file is no desktop entry, in however many languages it tells its name.
-constexpr std::size_t maximumEntryLength = 1024 * 1024;
+constexpr std::size_t maxEntryLength = 1024 * 1024;
 
 /// A token with which a launcher lets another program take the front, as it travels in the
 /// environment and in a call of org.freedesktop.Application.
@@ -38,7 +38,7 @@ constexpr std::array<ActivationToken, 2> activationTokens = {{
 
 GLibPointer<GKeyFile> readEntry(const std::string& location, const FileReader& fileReader) {
   // Not read by GLib itself, which would wait for ever on a named pipe.
-  const std::string bytes = fileReader.read(location, maximumEntryLength);
+  const std::string bytes = fileReader.read(location, maxEntryLength);
   GLibPointer<GKeyFile> entry(glib().g_key_file_new());
   const bool isRead = glib().g_key_file_load_from_data(entry.get(), bytes.data(), bytes.size(),
                                                        G_KEY_FILE_NONE, nullptr) != FALSE;
@@ -56,7 +56,7 @@ void requireReadable(const std::string& fileName, const FileReader& fileReader) 
   for (std::string& path : directories) {
     path.append("/applications/").append(fileName);
     if (fileReader.exists(path)) {
-      static_cast<void>(fileReader.read(path, maximumEntryLength));
+      static_cast<void>(fileReader.read(path, maxEntryLength));
     }
   }
 }

@@ -16,12 +16,12 @@ namespace {
 template <std::invocable<passwd*, char*, std::size_t, passwd**> LookUp>
 std::optional<std::string> homeIn(LookUp lookUp) {
   // Longer records exist only to exhaust memory.
-  constexpr std::size_t maximalSize = 1024UL * 1024;
+  constexpr std::size_t maxSize = 1024UL * 1024;
   std::vector<char> buffer(1024);
   passwd record = {};
   passwd* found = nullptr;
   while (lookUp(&record, buffer.data(), buffer.size(), &found) == ERANGE &&
-         buffer.size() < maximalSize) {
+         buffer.size() < maxSize) {
     buffer.resize(buffer.size() * 2);
   }
   if (found == nullptr || found->pw_dir == nullptr || *found->pw_dir != '/') {

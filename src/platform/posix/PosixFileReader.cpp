@@ -1,8 +1,8 @@
 #include "platform/posix/PosixFileReader.h"
 
 #include "platform/posix/FileDescriptor.h"
+#include "platform/posix/ReadAll.h"
 #include "platform/posix/SystemCalls.h"
-#include "platform/posix/WholeContent.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -54,8 +54,8 @@ std::uintmax_t claimedLength(const FileDescriptor& file) {
 
 class PosixFileContent final : public FileContent {
  public:
-  PosixFileContent(FileDescriptor file, std::size_t maximumLength)
-      : file_(std::move(file)), allowedLength_(maximumLength) {}
+  PosixFileContent(FileDescriptor file, std::size_t maxLength)
+      : file_(std::move(file)), allowedLength_(maxLength) {}
 
   std::size_t read(char* room, std::size_t size) override {
     const auto count = retryingInterrupted([&] { return ::read(file_.get(), room, size); });
@@ -114,21 +114,21 @@ bool PosixFileReader::isDirectory(std::string_view path) const {
   return status.has_value() && S_ISDIR(status->st_mode);
 }
 
-std::string PosixFileReader::read(std::string_view path, std::size_t maximumLength) const {
+std::string PosixFileReader::read(std::string_view path, std::size_t maxLength) const {
   const FileDescriptor file = openToRead(systemPath(path), 0);
   const std::uintmax_t length = claimedLength(file);
-  return wholeContent(length, maximumLength, [&](char* room, std::size_t size) {
+  return readAll(length, maxLength, [&](char* room, std::size_t size) {
     return retryingInterrupted([&] { return ::read(file.get(), room, size); });
   });
 }
 
 std::unique_ptr<FileContent> PosixFileReader::open(std::string_view path,
-                                                   std::size_t maximumLength) const {
+                                                   std::size_t maxLength) const {
   FileDescriptor file = openToRead(systemPath(path), 0);
-  if (claimedLength(file) > maximumLength) {
+  if (claimedLength(file) > maxLength) {
     throw posixError(EFBIG);
   }
-  return std::make_unique<PosixFileContent>(std::move(file), maximumLength);
+  return std::make_unique<PosixFileContent>(std::move(file), maxLength);
 }
 
 std::vector<std::string> PosixFileReader::entryNames(std::string_view path,

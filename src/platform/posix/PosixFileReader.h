@@ -12,9 +12,8 @@ class PosixFileReader final : public FileReader {
  public:
   bool exists(std::string_view path) const override;
   bool isDirectory(std::string_view path) const override;
-  std::string read(std::string_view path, std::size_t maximumLength) const override;
-  std::unique_ptr<FileContent> open(std::string_view path,
-                                    std::size_t maximumLength) const override;
+  std::string read(std::string_view path, std::size_t maxLength) const override;
+  std::unique_ptr<FileContent> open(std::string_view path, std::size_t maxLength) const override;
   std::vector<std::string> entryNames(std::string_view path, std::size_t maxCount) const override;
 };
 

@@ -215,12 +215,12 @@ TEST_F(ReadingPosixFiles, readsAFileThatShrinksAndGrowsMeanwhile) {
       require(::write(file.get(), bytes.data(), bytes.size()) > 0, path);
     }
   });
-  const std::size_t maximumLength = 2 * bytes.size();
+  const std::size_t maxLength = 2 * bytes.size();
   for (int round = 0; round < 200; ++round) {
     std::string content;
-    const int error = errorCodeOf([&] { content = reader.read(path, maximumLength); });
+    const int error = errorCodeOf([&] { content = reader.read(path, maxLength); });
     EXPECT_TRUE(error == 0 || error == EFBIG) << error;
-    EXPECT_LE(content.size(), maximumLength);
+    EXPECT_LE(content.size(), maxLength);
     EXPECT_EQ(content.find_first_not_of('x'), std::string::npos);
   }
 }

@@ -1,0 +1,83 @@
+#include "text/UniquenessCheck.h"
+
+#include "text/Text.h"
+
+#include <algorithm>
+#include <bit>
+#include <span>
+
+namespace velmora {
+
+namespace {
+
+using Hashes = std::span<const std::uint64_t>;
+
+/// So few that a table of them stays close to the processor.
+constexpr std::size_t fewHashes = 1024;
+/// So few groups that the ends of all of them do.
+constexpr int maxGroupBits = 11;
+
+constexpr std::uint64_t emptySlot = 0;
+
+/// `table` is scratch.
+bool areDistinct(Hashes hashes, std::vector<std::uint64_t>& table) {
+  const std::size_t slotCount = std::bit_ceil(2 * hashes.size() + 1);
+  table.assign(slotCount, emptySlot);
+  for (const std::uint64_t hash : hashes) {
+    std::size_t slot = hash & (slotCount - 1);
+    while (table[slot] != emptySlot) {
+      if (table[slot] == hash) {
+        return false;
+      }
+      slot = (slot + 1) & (slotCount - 1);
+    }
+    table[slot] = hash;
+  }
+  return true;
+}
+
+/// Puts hashes with the same highest `bits` next to each other. Returns where each group ends.
+std::vector<std::size_t> groupByHighestBits(Hashes hashes, int bits,
+                                            std::vector<std::uint64_t>& grouped) {
+  const auto groupOf = [bits](std::uint64_t hash) { return hash >> (64 - bits); };
+  std::vector<std::size_t> ends((std::size_t{1} << bits) + 1);
+  for (const std::uint64_t hash : hashes) {
+    ++ends[groupOf(hash) + 1];
+  }
+  // Where each begins, which moves to its end as it is filled.
+  for (std::size_t group = 1; group < ends.size(); ++group) {
+    ends[group] += ends[group - 1];
+  }
+  grouped.resize(hashes.size());
+  for (const std::uint64_t hash : hashes) {
+    grouped[ends[groupOf(hash)]++] = hash;
+  }
+  ends.pop_back();
+  return ends;
+}
+
+}  // namespace
+
+void UniquenessCheck::add(std::string_view text) {
+  const std::uint64_t hash = canonicalHash(text);
+  hashes_.push_back(hash == emptySlot ? 1 : hash);
+}
+
+bool UniquenessCheck::allDistinct() {
+  const int groupBits =
+      std::min(static_cast<int>(std::bit_width(hashes_.size() / fewHashes)), maxGroupBits);
+  bool verdict = true;
+  if (groupBits == 0) {
+    verdict = areDistinct(hashes_, table_);
+  } else {
+    std::size_t begin = 0;
+    for (const std::size_t end : groupByHighestBits(hashes_, groupBits, grouped_)) {
+      verdict = verdict && areDistinct(Hashes(grouped_).subspan(begin, end - begin), table_);
+      begin = end;
+    }
+  }
+  hashes_.clear();
+  return verdict;
+}
+
+}  // namespace velmora

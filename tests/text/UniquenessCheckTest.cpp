@@ -1,0 +1,97 @@
+#include "tests/text/TextPairs.h"
+#include "text/UniquenessCheck.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+
+namespace velmora {
+namespace {
+
+std::string textOf(std::size_t number) { return "/folder/" + std::to_string(number); }
+
+void addDifferent(UniquenessCheck& texts, std::size_t count) {
+  for (std::size_t number = 0; number < count; ++number) {
+    texts.add(textOf(number));
+  }
+}
+
+TEST(UniquenessCheckTest, areDistinctUnlessCanonicallyEqual) {
+  for (const TextPair& row : textPairs) {
+    SCOPED_TRACE(row.name);
+    UniquenessCheck texts;
+    texts.add(row.a);
+    texts.add(row.b);
+    EXPECT_EQ(texts.allDistinct(), !row.areEqual);
+  }
+}
+
+// Around the number from which on they are looked at in groups, and beyond that for most groups.
+constexpr std::size_t counts[] = {1, 2, 1022, 1023, 1024, 1025, 2047, 2048, 5000, 30'000};
+
+TEST(UniquenessCheckTest, areDistinctWhenNoneIsThereTwice) {
+  for (const std::size_t count : counts) {
+    SCOPED_TRACE(count);
+    UniquenessCheck texts;
+    addDifferent(texts, count);
+    EXPECT_EQ(texts.size(), count);
+    EXPECT_TRUE(texts.allDistinct());
+    EXPECT_EQ(texts.size(), 0);
+  }
+}
+
+void expectTwice(std::size_t count, std::size_t twice, std::size_t before, UniquenessCheck& texts) {
+  for (std::size_t number = 0; number <= count; ++number) {
+    if (number == before) {
+      texts.add(textOf(twice));
+    }
+    if (number < count) {
+      texts.add(textOf(number));
+    }
+  }
+  EXPECT_EQ(texts.size(), count + 1);
+  EXPECT_FALSE(texts.allDistinct()) << twice << " again before " << before;
+  EXPECT_EQ(texts.size(), 0);
+}
+
+TEST(UniquenessCheckTest, areNotDistinctWhereverOneIsThereAgain) {
+  for (const std::size_t count : counts) {
+    SCOPED_TRACE(count);
+    UniquenessCheck texts;
+    for (const std::size_t twice : {std::size_t{0}, count / 2, count - 1}) {
+      for (const std::size_t before : {twice + 1, (twice + 1 + count) / 2, count}) {
+        expectTwice(count, twice, before, texts);
+      }
+    }
+  }
+}
+
+TEST(UniquenessCheckTest, areFoundTwiceAmongAHundredThousand) {
+  constexpr std::size_t count = 100'000;
+  UniquenessCheck texts;
+  addDifferent(texts, count);
+  EXPECT_TRUE(texts.allDistinct());
+  texts.add(textOf(count / 3));
+  addDifferent(texts, count);
+  EXPECT_FALSE(texts.allDistinct());
+}
+
+TEST(UniquenessCheckTest, areNoneAtFirstAndAfterwards) {
+  UniquenessCheck texts;
+  EXPECT_TRUE(texts.allDistinct());
+  texts.add("a");
+  texts.add("a");
+  EXPECT_FALSE(texts.allDistinct());
+  EXPECT_TRUE(texts.allDistinct());
+  texts.add("a");
+  EXPECT_TRUE(texts.allDistinct());
+  texts.add("a");
+  texts.clear();
+  EXPECT_EQ(texts.size(), 0);
+  texts.add("a");
+  EXPECT_TRUE(texts.allDistinct());
+}
+
+}  // namespace
+}  // namespace velmora

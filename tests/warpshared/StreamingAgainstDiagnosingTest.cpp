@@ -1,0 +1,166 @@
+// The quick reader of manifests accepts nothing that the exact one refuses, and reads it as that
+// does.
+
+#include "json/JSONReader.h"
+#include "tests/support/AnsweredDocuments.h"
+#include "tests/support/JSONRewriting.h"
+#include "tests/warpshared/ManifestReadings.h"
+#include "tests/warpshared/PlainManifests.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <random>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+/// Compares what both readers make of documents, and counts.
+class Comparison {
+ public:
+  void compare(const std::string& document, std::size_t pieceLength, std::size_t portion) {
+    ++comparedCount;
+    std::string bytes = document;
+    const ManifestReading quick = readers_.quickly(bytes, pieceLength);
+    ASSERT_EQ(bytes, document);
+    ASSERT_EQ(readers_.quicklyFromStream(document, portion, pieceLength), quick) << document;
+    const ManifestReading exact = readers_.exactly(document);
+    ASSERT_TRUE(!quick.has_value() || quick == exact) << document;
+    acceptedCount += quick.has_value() ? 1 : 0;
+    validCount += exact.has_value() ? 1 : 0;
+  }
+
+  std::size_t comparedCount = 0;
+  std::size_t acceptedCount = 0;
+  std::size_t validCount = 0;
+
+ private:
+  ManifestReaders readers_;
+};
+
+TEST(StreamingAgainstDiagnosing, agreesOnAnsweredDocuments) {
+  Comparison comparison;
+  std::size_t pieceLength = 1;
+  for (const AnsweredDocument& document : readAnsweredDocuments("warpshared/manifest.jsonl")) {
+    comparison.compare(document.bytes, pieceLength, 1 + pieceLength % 13);
+    pieceLength = pieceLength % 300 + 1;
+  }
+  EXPECT_EQ(comparison.comparedCount, 2637);
+  EXPECT_EQ(comparison.validCount, 594);
+  EXPECT_GT(comparison.acceptedCount, 200);
+}
+
+/// What stands in documents, or nearly does.
+std::vector<std::string> wordsOfDocuments() {
+  std::istringstream text(
+      R"(null true [] {} "" 0 -1 1.5 1e2 -0 18446744073709551616 9223372036854775808 },{ ": "," )"
+      R"(\u0000 \" \\ \/ \n \ud834 /../ // , x )"
+      "\u0301 \u00e9 e\u0301 \xFF \n \r\n");
+  std::vector<std::string> words;
+  for (std::string word; std::getline(text, word, ' ');) {
+    words.push_back(word);
+  }
+  return words;
+}
+
+/// A document as a program may write it, and with small faults.
+class Mutations {
+ public:
+  explicit Mutations(std::uint64_t seed) : random_(seed) {}
+
+  std::size_t below(std::size_t limit) { return random_() % limit; }
+
+  void mutate(std::string& document) {
+    for (std::size_t count = 1 + below(3) / 2; count > 0; --count) {
+      change(document);
+    }
+  }
+
+ private:
+  void change(std::string& document) {
+    constexpr std::string_view bytes = "{}[]:,\"\\/ \n\t\r\f01239.-eEtfnau";
+    const std::size_t place = below(document.size());
+    switch (below(6)) {
+      case 0:
+        document.erase(place, 1 + below(4));
+        break;
+      case 1:
+        document[place] = bytes[below(bytes.size())];
+        break;
+      case 2:
+        document.insert(place, 1, bytes[below(bytes.size())]);
+        break;
+      case 3:
+        document.insert(place, words_[below(words_.size())]);
+        break;
+      case 4:
+        changeDigit(document, place);
+        break;
+      default:
+        document.insert(below(document.size()), document.substr(place, below(40)));
+        break;
+    }
+  }
+
+  /// What most likely leaves a document valid.
+  void changeDigit(std::string& document, std::size_t place) {
+    const std::size_t digit = document.find_first_of("0123456789", place);
+    if (digit != std::string::npos) {
+      document[digit] = static_cast<char>('0' + below(10));
+    }
+  }
+
+  std::mt19937_64 random_;
+  const std::vector<std::string> words_ = wordsOfDocuments();
+};
+
+std::vector<std::string> validManifests() {
+  const JSONTree plain =
+      plainManifestDocument({plainEntryDocument("/a/x"), plainEntryDocument("/a/y")});
+  std::vector<std::string> documents;
+  for (const JSONStyle& style : jsonStyles) {
+    documents.push_back(manifestDocument().text(style));
+    documents.push_back(plain.text(style));
+    documents.push_back(plainManifestDocument().text(style));
+  }
+  for (const std::uint64_t seed : {1U, 2U}) {
+    std::string text = plain.text();
+    JSONReader reader;
+    const JSONValue value = reader.read(text);
+    documents.push_back(rewritten(
+        value, {.isSpacious = seed == 1, .slashes = SlashStyle::escaped, .shuffleSeed = seed}));
+  }
+  return documents;
+}
+
+TEST(StreamingAgainstDiagnosing, agreesOnFaultyManifests) {
+  const std::vector<std::string> manifests = validManifests();
+  Mutations mutations(1);
+  Comparison comparison;
+  for (int count = 0; count < 4000; ++count) {
+    std::string document = manifests[mutations.below(manifests.size())];
+    mutations.mutate(document);
+    comparison.compare(document, 1 + mutations.below(300), 1 + mutations.below(100));
+    if (HasFatalFailure()) {
+      return;
+    }
+  }
+  EXPECT_GT(comparison.acceptedCount, 400);
+  EXPECT_GT(comparison.validCount, comparison.acceptedCount);
+}
+
+TEST(StreamingAgainstDiagnosing, agreesOnValidManifests) {
+  Comparison comparison;
+  for (const std::string& document : validManifests()) {
+    comparison.compare(document, 100, 7);
+  }
+  EXPECT_EQ(comparison.acceptedCount, comparison.comparedCount);
+}
+
+}  // namespace
+}  // namespace velmora

@@ -47,7 +47,7 @@ void requireOneVerdict(std::string_view document) {
 }
 
 /// Requires that the quick reader gives up or reads what the exact one does, however the document
-/// is cut into pieces, and leaves the document as it is.
+/// is cut into chunks, and leaves the document as it is.
 void requireQuickToBeExact(std::string_view document) {
   const std::size_t seed = std::hash<std::string_view>()(document);
   ManifestReaders readers;
@@ -55,10 +55,10 @@ void requireQuickToBeExact(std::string_view document) {
   const ManifestReading quick = readers.quickly(bytes);
   require(bytes == document);
   const std::size_t shortLength = 1 + seed % 300;
-  for (const std::size_t pieceLength : {shortLength, 1 + seed / 300 % (document.size() + 1)}) {
-    require(readers.quickly(bytes, pieceLength) == quick);
+  for (const std::size_t chunkLength : {shortLength, 1 + seed / 300 % (document.size() + 1)}) {
+    require(readers.quickly(bytes, chunkLength) == quick);
     require(bytes == document);
-    require(readers.quicklyFromStream(document, 1 + seed / 7 % 100, pieceLength) == quick);
+    require(readers.quicklyFromStream(document, 1 + seed / 7 % 100, chunkLength) == quick);
   }
   if (quick.has_value()) {
     require(readers.exactly(bytes) == quick);

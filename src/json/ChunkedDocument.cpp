@@ -33,23 +33,23 @@ std::size_t lastPlaceBetweenTokens(std::string_view text) {
 }  // namespace
 
 ChunkedDocument::ChunkedDocument(std::string& document, ChunkBuffer& memory,
-                                 std::size_t pieceLength)
+                                 std::size_t chunkLength)
     : memory_(memory),
-      pieceLength_(pieceLength),
+      chunkLength_(chunkLength),
       begin_(document.data()),
       end_(document.data() + document.size()),
       isWholeInMemory_(true) {}
 
-ChunkedDocument::ChunkedDocument(ReadSome readSome, ChunkBuffer& memory, std::size_t pieceLength)
+ChunkedDocument::ChunkedDocument(ReadSome readSome, ChunkBuffer& memory, std::size_t chunkLength)
     : memory_(memory),
       readSome_(std::move(readSome)),
-      pieceLength_(pieceLength),
+      chunkLength_(chunkLength),
       begin_(memory.bytes.get()),
       end_(begin_) {}
 
 bool ChunkedDocument::advance(std::size_t unreadLength) {
-  restoreByteBehind();
-  wantedLength_ = length_ > 0 && unreadLength == length_ ? 2 * wantedLength_ : pieceLength_;
+  restoreByteAfter();
+  wantedLength_ = length_ > 0 && unreadLength == length_ ? 2 * wantedLength_ : chunkLength_;
   begin_ += length_ - unreadLength;
   length_ = 0;
   while (length_ == 0) {
@@ -62,16 +62,16 @@ bool ChunkedDocument::advance(std::size_t unreadLength) {
     length_ = lastPlaceBetweenTokens({begin_, wantedLength_});
     wantedLength_ *= length_ == 0 ? 2 : 1;
   }
-  byteBehind_ = std::exchange(begin_[length_], '\0');
+  byteAfter_ = std::exchange(begin_[length_], '\0');
   const FoundTokens found = memory_.finder.find(text());
   onlyEnd_.fill(static_cast<std::uint32_t>(length_));
   tokens_ = found.fault == TokenFault::empty ? onlyEnd_.data() : found.first;
   return tokens_ != nullptr;
 }
 
-void ChunkedDocument::restoreByteBehind() {
+void ChunkedDocument::restoreByteAfter() {
   if (length_ > 0) {
-    begin_[length_] = byteBehind_;
+    begin_[length_] = byteAfter_;
   }
 }
 

@@ -1,5 +1,4 @@
-// A document piece by piece, so that what is read of it stays in a processor's cache, and in little
-// memory.
+// A JSON document in chunks: each chunk fits a processor's cache, and only one is in memory.
 #pragma once
 
 #include "json/TokenFinder.h"
@@ -14,69 +13,70 @@
 
 namespace velmora {
 
-/// How long a piece is at most, where nothing in it wants a longer one.
+/// The usual length of a chunk. A unit that does not fit makes its chunk longer.
 inline constexpr std::size_t documentChunkLength = std::size_t{256} << 10;
 
-/// Memory for pieces, kept from one document to the next.
+/// The memory of a chunk, kept from one document to the next.
 struct ChunkBuffer {
   TokenFinder finder;
   std::unique_ptr<char[]> bytes = nullptr;
   std::size_t size = 0;
 };
 
-/// A walk over a document that ends where a piece is not UTF-8, or has a string that does not end
-/// in it or holds a control character; no document of JSON is like that. Nothing else is checked.
+/// Walks over a document. The walk fails at a chunk that is not UTF-8, or that has a string with a
+/// control character or without an end: no JSON document has such a chunk. It checks nothing else.
 class ChunkedDocument {
  public:
-  /// Works like a bound read(2), and throws where that fails.
+  /// Reads at most `size` bytes into `room`, like read(2). Returns how many, 0 at the end. Throws
+  /// when it fails.
   using ReadSome = std::function<std::size_t(char* room, std::size_t size)>;
 
-  /// The pieces lie in `document`, which is to stay alive and as it is; a byte behind the piece at
-  /// hand is overwritten until the next one or the end of the walk. `pieceLength` is not 0.
+  /// The chunks lie in `document`, which outlives the walk and must not change. The walk overwrites
+  /// the byte after the current chunk, and restores it. `chunkLength` is not 0.
   ChunkedDocument(std::string& document, ChunkBuffer& memory,
-                  std::size_t pieceLength = documentChunkLength);
+                  std::size_t chunkLength = documentChunkLength);
 
-  /// The document is what `readSome` delivers until it returns 0. Longer pieces take more memory.
+  /// The document is what `readSome` delivers until it returns 0.
   ChunkedDocument(ReadSome readSome, ChunkBuffer& memory,
-                  std::size_t pieceLength = documentChunkLength);
+                  std::size_t chunkLength = documentChunkLength);
 
   ChunkedDocument(const ChunkedDocument&) = delete;
   ChunkedDocument& operator=(const ChunkedDocument&) = delete;
-  ~ChunkedDocument() { restoreByteBehind(); }
+  ~ChunkedDocument() { restoreByteAfter(); }
 
-  /// Goes on to a piece that begins with the last `unreadLength` bytes of the one before, which
-  /// ends. It is longer when those are all of that one: what the caller reads at once did not fit.
-  /// False when there is no such piece. Throws std::bad_alloc, and what `readSome` throws.
+  /// Goes to the next chunk, which begins with the last `unreadLength` bytes of the current one. If
+  /// the whole chunk was left unread, the next chunk is twice as long. False when the walk fails.
+  /// Throws std::bad_alloc, and what `readSome` throws.
   [[nodiscard]] bool advance(std::size_t unreadLength);
 
-  /// The piece: it ends between two tokens, and a NUL stands behind it.
+  /// The current chunk. It ends between two tokens, and a NUL follows it.
   [[nodiscard]] std::string_view text() const { return {begin_, length_}; }
 
-  /// The tokens of the piece as TokenFinder has them.
+  /// The tokens of the chunk (TokenFinder.h).
   [[nodiscard]] const std::uint32_t* tokens() const { return tokens_; }
 
-  /// Whether the document ends with the piece.
+  /// Whether the document ends with the chunk.
   [[nodiscard]] bool isLast() const { return isLast_; }
 
  private:
-  void restoreByteBehind();
+  void restoreByteAfter();
   void provide(std::size_t length);
   void makeRoom(std::size_t size);
   [[nodiscard]] std::size_t available() const { return static_cast<std::size_t>(end_ - begin_); }
 
   ChunkBuffer& memory_;
   ReadSome readSome_;
-  std::size_t pieceLength_;
-  /// Of what is in memory, from the piece on.
+  std::size_t chunkLength_;
+  /// From the current chunk to the end of what is in memory.
   char* begin_ = nullptr;
   char* end_ = nullptr;
   std::size_t length_ = 0;
-  char byteBehind_ = '\0';
+  char byteAfter_ = '\0';
   bool isWholeInMemory_ = false;
   bool isLast_ = false;
   std::size_t wantedLength_ = 0;
   const std::uint32_t* tokens_ = nullptr;
-  /// The tokens of blanks.
+  /// The tokens of a chunk of blanks.
   std::array<std::uint32_t, tokenLookAhead> onlyEnd_ = {};
 };
 

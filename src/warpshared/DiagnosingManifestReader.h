@@ -1,4 +1,4 @@
-// Reads manifests, and tells exactly what is wrong with one.
+// Reads manifests in several passes, and raises the first fault of one.
 #pragma once
 
 #include "json/JSONReader.h"

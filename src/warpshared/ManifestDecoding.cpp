@@ -54,10 +54,10 @@ class ManifestDecoder::Summary {
 };
 
 template <class Product>
-bool ManifestDecoder::accept(ChunkedDocument&& pieces, Product& product) {
+bool ManifestDecoder::accept(ChunkedDocument&& document, Product& product) {
   product.begin();
   std::optional<DecodedHeader> read =
-      streamingReader_.read(pieces, [&product](const auto& entry) { product.use(entry); });
+      streamingReader_.read(document, [&product](const auto& entry) { product.use(entry); });
   if (!read.has_value()) {
     return false;
   }
@@ -83,19 +83,19 @@ void ManifestDecoder::decodeAs(std::string& bytes, Product product) {
 
 template <class Product>
 void ManifestDecoder::readAs(const Text& path, const FileReader& files, Product product) {
-  if (accept(piecesOf(path, files), product)) {
+  if (accept(chunkedDocumentOf(path, files), product)) {
     return;
   }
-  // A large piece is not to lie beside the whole document.
-  constexpr std::size_t usualPieceMemory = 4 * documentChunkLength;
-  if (chunkBuffer_.size > usualPieceMemory) {
+  // A large chunk is not to lie beside the whole document.
+  constexpr std::size_t usualChunkMemory = 4 * documentChunkLength;
+  if (chunkBuffer_.size > usualChunkMemory) {
     chunkBuffer_ = ChunkBuffer();
   }
   std::string bytes = files.read(path, maxSharedWarpManifestLength);
   decodeExactly(bytes, product);
 }
 
-ChunkedDocument ManifestDecoder::piecesOf(const Text& path, const FileReader& files) {
+ChunkedDocument ManifestDecoder::chunkedDocumentOf(const Text& path, const FileReader& files) {
   const std::shared_ptr<FileContent> file = files.open(path, maxSharedWarpManifestLength);
   return {[file](char* room, std::size_t size) { return file->read(room, size); }, chunkBuffer_};
 }

@@ -75,10 +75,10 @@ class ManifestDecoder {
   template <class Product>
   void readAs(const Text& path, const FileReader& files, Product product);
   template <class Product>
-  bool accept(ChunkedDocument&& pieces, Product& product);
+  bool accept(ChunkedDocument&& document, Product& product);
   template <class Product>
   void decodeExactly(std::string& bytes, Product& product);
-  ChunkedDocument piecesOf(const Text& path, const FileReader& files);
+  ChunkedDocument chunkedDocumentOf(const Text& path, const FileReader& files);
 
   ChunkBuffer chunkBuffer_;
   StreamingManifestReader streamingReader_;

@@ -86,8 +86,8 @@ class StreamingManifestReader::ParserState {
   std::vector<TextView> samples;
   EntrySetChecks entries;
   UniquenessCheck samplePaths;
-  /// Of the piece at hand.
-  TextArena pieceTexts;
+  /// Of the chunk at hand.
+  TextArena chunkTexts;
   /// Of the whole document.
   TextArena documentTexts;
 };
@@ -100,8 +100,8 @@ namespace {
 template <class ParserState>
 class StreamingParse {
  public:
-  StreamingParse(ParserState& state, ChunkedDocument& pieces, const EntryVisitor& visitEntry)
-      : state_(state), pieces_(pieces), visitEntry_(visitEntry) {}
+  StreamingParse(ParserState& state, ChunkedDocument& document, const EntryVisitor& visitEntry)
+      : state_(state), document_(document), visitEntry_(visitEntry) {}
 
   std::optional<DecodedHeader> run() {
     state_.entries.clear();
@@ -109,15 +109,15 @@ class StreamingParse {
     state_.documentTexts.clear();
     std::size_t unreadLength = 0;
     do {
-      if (!pieces_.advance(unreadLength)) {
+      if (!document_.advance(unreadLength)) {
         return std::nullopt;
       }
-      state_.pieceTexts.clear();
-      TokenCursor tokens(pieces_.text(), pieces_.tokens(), state_.pieceTexts);
+      state_.chunkTexts.clear();
+      TokenCursor tokens(document_.text(), document_.tokens(), state_.chunkTexts);
       if (!readUnits(tokens, unreadLength)) {
         return std::nullopt;
       }
-    } while (!pieces_.isLast());
+    } while (!document_.isLast());
     if (place_ != Place::behindManifest || !isConsistent()) {
       return std::nullopt;
     }
@@ -133,7 +133,7 @@ class StreamingParse {
       const std::size_t beforeUnit = tokens.remaining();
       if (!readUnit(tokens)) {
         unreadLength = beforeUnit;
-        return !hasDoubt_ && tokens.atEnd() && !pieces_.isLast();
+        return !hasDoubt_ && tokens.atEnd() && !document_.isLast();
       }
     }
     return true;
@@ -201,7 +201,7 @@ class StreamingParse {
   }
 
   bool beginEntries(TokenCursor& tokens) {
-    // Where the piece ends here, the list may yet be empty.
+    // Where the chunk ends here, the list may yet be empty.
     if (!tokens.take('[') || tokens.atEnd()) {
       return false;
     }
@@ -235,7 +235,7 @@ class StreamingParse {
   }
 
   ParserState& state_;
-  ChunkedDocument& pieces_;
+  ChunkedDocument& document_;
   const EntryVisitor& visitEntry_;
   Manifest manifest_;
   PresentFields<Manifest> presentFields_;
@@ -256,9 +256,9 @@ StreamingManifestReader::StreamingManifestReader(StreamingManifestReader&&) noex
 StreamingManifestReader& StreamingManifestReader::operator=(StreamingManifestReader&&) noexcept =
     default;
 
-std::optional<DecodedHeader> StreamingManifestReader::read(ChunkedDocument& pieces,
+std::optional<DecodedHeader> StreamingManifestReader::read(ChunkedDocument& document,
                                                            const EntryVisitor& visitEntry) {
-  return StreamingParse(*state_, pieces, visitEntry).run();
+  return StreamingParse(*state_, document, visitEntry).run();
 }
 
 }  // namespace velmora

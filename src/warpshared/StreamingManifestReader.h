@@ -1,4 +1,4 @@
-// Reads manifests as the application writes them: quickly, in pieces and in little memory.
+// Reads manifests as the application writes them, in one pass, chunk by chunk.
 #pragma once
 
 #include "json/ChunkedDocument.h"
@@ -9,12 +9,11 @@
 
 namespace velmora {
 
-/// Accepts a document or gives up. It accepts nothing that breaks a rule (ManifestDecoding.h), and
-/// gives up wherever it takes more than one pass to tell: at whatever breaks one, and at what is
-/// allowed but not written by the application, such as keys that it does not know. The order of
-/// keys, blanks and escapes make no difference.
+/// Accepts a document or gives up. It accepts no document that breaks a rule (ManifestDecoding.h).
+/// It gives up at every fault, and at what is valid but not written by the application, such as an
+/// unknown key. The order of keys, blanks and escapes make no difference.
 ///
-/// Keeps its memory between documents, and which key follows which. One thread at a time.
+/// Keeps between documents its memory, and which key follows which. One thread at a time.
 class StreamingManifestReader {
  public:
   StreamingManifestReader();
@@ -24,9 +23,9 @@ class StreamingManifestReader {
   StreamingManifestReader(StreamingManifestReader&&) noexcept;
   StreamingManifestReader& operator=(StreamingManifestReader&&) noexcept;
 
-  /// None when it gives up; `visitEntry` was called with the entries before that place then. Throws
-  /// std::bad_alloc, and what `pieces` and `visitEntry` throw.
-  [[nodiscard]] std::optional<DecodedHeader> read(ChunkedDocument& pieces,
+  /// None when it gives up, after `visitEntry` was called with the entries before that place.
+  /// Throws std::bad_alloc, and what `document` and `visitEntry` throw.
+  [[nodiscard]] std::optional<DecodedHeader> read(ChunkedDocument& document,
                                                   const EntryVisitor& visitEntry);
 
  private:

@@ -41,49 +41,49 @@ ChunkedDocument::ReadSome portions(std::string text, std::size_t portion) {
   };
 }
 
-/// Walks to the end and takes all tokens of each piece at once. None when the walk ends early.
-std::optional<Tokens> walk(ChunkedDocument& pieces, const std::string& document) {
+/// Walks to the end and takes all tokens of each chunk at once. None when the walk ends early.
+std::optional<Tokens> walk(ChunkedDocument& chunks, const std::string& document) {
   Tokens tokens;
   std::size_t begin = 0;
   do {
-    if (!pieces.advance(0)) {
+    if (!chunks.advance(0)) {
       return std::nullopt;
     }
-    const std::string_view text = pieces.text();
+    const std::string_view text = chunks.text();
     EXPECT_EQ(text, std::string_view(document).substr(begin, text.size()));
     EXPECT_EQ(*(text.data() + text.size()), '\0');
-    const std::uint32_t* token = pieces.tokens();
+    const std::uint32_t* token = chunks.tokens();
     for (; *token != text.size(); ++token) {
       tokens.push_back({begin + *token, text[*token]});
     }
     EXPECT_TRUE(std::all_of(token, token + tokenLookAhead,
                             [&](std::uint32_t place) { return place == text.size(); }));
     begin += text.size();
-  } while (!pieces.isLast());
+  } while (!chunks.isLast());
   EXPECT_EQ(begin, document.size());
   return tokens;
 }
 
-std::optional<Tokens> walkInMemory(const std::string& document, std::size_t pieceLength) {
+std::optional<Tokens> walkInMemory(const std::string& document, std::size_t chunkLength) {
   ChunkBuffer memory;
   std::string bytes = document;
   std::optional<Tokens> tokens;
   {
-    ChunkedDocument pieces(bytes, memory, pieceLength);
-    tokens = walk(pieces, document);
+    ChunkedDocument chunks(bytes, memory, chunkLength);
+    tokens = walk(chunks, document);
   }
   EXPECT_EQ(bytes, document);
   return tokens;
 }
 
-std::optional<Tokens> walkStream(const std::string& document, std::size_t pieceLength,
+std::optional<Tokens> walkStream(const std::string& document, std::size_t chunkLength,
                                  std::size_t portion) {
   ChunkBuffer memory;
-  ChunkedDocument pieces(portions(document, portion), memory, pieceLength);
-  return walk(pieces, document);
+  ChunkedDocument chunks(portions(document, portion), memory, chunkLength);
+  return walk(chunks, document);
 }
 
-std::vector<std::size_t> pieceLengths() {
+std::vector<std::size_t> chunkLengths() {
   std::vector<std::size_t> lengths;
   for (std::size_t length = 1; length <= 130; ++length) {
     lengths.push_back(length);
@@ -92,14 +92,14 @@ std::vector<std::size_t> pieceLengths() {
   return lengths;
 }
 
-struct PiecesCase {
+struct ChunksCase {
   const char* name;
   std::string document;
   /// Whether the walk reaches the end.
   bool isWhole = true;
 };
 
-const std::vector<PiecesCase> documents = {
+const std::vector<ChunksCase> documents = {
     {"empty", ""},
     {"blank", " "},
     {"number", "12"},
@@ -111,7 +111,7 @@ const std::vector<PiecesCase> documents = {
     {"lineBreaksBetweenNumbers", repeated("123456789\n", 40)},
     {"noPlaceForACut", "[" + repeated("{\"1\":\"a\"}, {\"2\":\"b\"},", 40) + "1]"},
     {"oneLongString", '"' + std::string(700, 'x') + '"'},
-    {"blanksOfManyPieces", "[1," + std::string(700, ' ') + "\n" + std::string(300, ' ') + "2]"},
+    {"blanksOfManyChunks", "[1," + std::string(700, ' ') + "\n" + std::string(300, ' ') + "2]"},
     {"blanksBehind", "[1]\n" + std::string(700, ' ')},
     {"lineBreaksBehind", "[1]" + repeated("\n", 300)},
     {"blanksBefore", repeated(" \n", 300) + "[1]"},
@@ -138,12 +138,12 @@ const std::vector<PiecesCase> documents = {
     {"escapedLineBreak", "[1,\n\"a\\\nb\"]", false},
 };
 
-TEST(ChunkedDocumentTest, documentsHaveTheirTokensWhateverThePieces) {
-  for (const PiecesCase& row : documents) {
+TEST(ChunkedDocumentTest, documentsHaveTheirTokensWhateverTheChunks) {
+  for (const ChunksCase& row : documents) {
     SCOPED_TRACE(row.name);
     const std::optional<Tokens> tokens = walkInMemory(row.document, row.document.size() + 1);
     EXPECT_EQ(tokens.has_value(), row.isWhole);
-    for (const std::size_t length : pieceLengths()) {
+    for (const std::size_t length : chunkLengths()) {
       EXPECT_EQ(walkInMemory(row.document, length), tokens) << length;
       for (const std::size_t portion : {1U, 2U, 7U, 64U, 10'000U}) {
         EXPECT_EQ(walkStream(row.document, length, portion), tokens) << length << ' ' << portion;
@@ -152,76 +152,76 @@ TEST(ChunkedDocumentTest, documentsHaveTheirTokensWhateverThePieces) {
   }
 }
 
-/// How long the second half of a piece's tokens is.
-std::size_t lengthOfSecondHalf(const ChunkedDocument& pieces) {
-  const std::uint32_t* const begin = pieces.tokens();
+/// How long the second half of a chunk's tokens is.
+std::size_t lengthOfSecondHalf(const ChunkedDocument& chunks) {
+  const std::uint32_t* const begin = chunks.tokens();
   const std::uint32_t* end = begin;
-  while (*end != pieces.text().size()) {
+  while (*end != chunks.text().size()) {
     ++end;
   }
-  return pieces.text().size() - begin[(end - begin) / 2];
+  return chunks.text().size() - begin[(end - begin) / 2];
 }
 
-TEST(ChunkedDocumentTest, piecesGoOnWithWhatWasLeftUnread) {
-  for (const PiecesCase& row : documents) {
+TEST(ChunkedDocumentTest, chunksGoOnWithWhatWasLeftUnread) {
+  for (const ChunksCase& row : documents) {
     SCOPED_TRACE(row.name);
-    for (const std::size_t pieceLength : {1U, 2U, 5U, 16U, 50U, 1000U}) {
+    for (const std::size_t chunkLength : {1U, 2U, 5U, 16U, 50U, 1000U}) {
       ChunkBuffer memory;
-      ChunkedDocument pieces(portions(row.document, 7), memory, pieceLength);
+      ChunkedDocument chunks(portions(row.document, 7), memory, chunkLength);
       std::size_t begin = 0;
       std::size_t unread = 0;
-      while (!pieces.isLast() && pieces.advance(unread)) {
-        const std::string_view text = pieces.text();
+      while (!chunks.isLast() && chunks.advance(unread)) {
+        const std::string_view text = chunks.text();
         EXPECT_EQ(text, std::string_view(row.document).substr(begin, text.size()));
-        unread = unread == 0 ? lengthOfSecondHalf(pieces) : 0;
-        begin += text.size() - (pieces.isLast() ? 0 : unread);
+        unread = unread == 0 ? lengthOfSecondHalf(chunks) : 0;
+        begin += text.size() - (chunks.isLast() ? 0 : unread);
       }
-      EXPECT_EQ(begin == row.document.size(), row.isWhole) << pieceLength;
+      EXPECT_EQ(begin == row.document.size(), row.isWhole) << chunkLength;
     }
   }
 }
 
-TEST(ChunkedDocumentTest, piecesEndAtTheLastPlaceThatTheyCan) {
+TEST(ChunkedDocumentTest, chunksEndAtTheLastPlaceThatTheyCan) {
   std::string document = "[{\"a\":1},{\"b\":2},{\"c\":3}]";
   ChunkBuffer memory;
-  ChunkedDocument pieces(document, memory, 19);
-  ASSERT_TRUE(pieces.advance(0));
-  EXPECT_EQ(pieces.text(), "[{\"a\":1},");
-  EXPECT_FALSE(pieces.isLast());
-  ASSERT_TRUE(pieces.advance(0));
-  EXPECT_EQ(pieces.text(), "{\"b\":2},{\"c\":3}]");
-  EXPECT_TRUE(pieces.isLast());
+  ChunkedDocument chunks(document, memory, 19);
+  ASSERT_TRUE(chunks.advance(0));
+  EXPECT_EQ(chunks.text(), "[{\"a\":1},");
+  EXPECT_FALSE(chunks.isLast());
+  ASSERT_TRUE(chunks.advance(0));
+  EXPECT_EQ(chunks.text(), "{\"b\":2},{\"c\":3}]");
+  EXPECT_TRUE(chunks.isLast());
 }
 
-TEST(ChunkedDocumentTest, aPieceThatWasTooShortBecomesLonger) {
+TEST(ChunkedDocumentTest, aChunkThatWasTooShortBecomesLonger) {
   const std::string document = repeated("1,\n", 100);
   ChunkBuffer memory;
-  ChunkedDocument pieces(portions(document, 7), memory, 10);
-  ASSERT_TRUE(pieces.advance(0));
-  EXPECT_EQ(pieces.text().size(), 9);
-  ASSERT_TRUE(pieces.advance(9));
-  EXPECT_EQ(pieces.text().size(), 18);
-  ASSERT_TRUE(pieces.advance(18));
-  EXPECT_EQ(pieces.text().size(), 39);
-  ASSERT_TRUE(pieces.advance(36));
-  EXPECT_EQ(pieces.text().size(), 9);
+  ChunkedDocument chunks(portions(document, 7), memory, 10);
+  ASSERT_TRUE(chunks.advance(0));
+  EXPECT_EQ(chunks.text().size(), 9);
+  ASSERT_TRUE(chunks.advance(9));
+  EXPECT_EQ(chunks.text().size(), 18);
+  ASSERT_TRUE(chunks.advance(18));
+  EXPECT_EQ(chunks.text().size(), 39);
+  ASSERT_TRUE(chunks.advance(36));
+  EXPECT_EQ(chunks.text().size(), 9);
 }
 
 TEST(ChunkedDocumentTest, theDocumentIsAsItWasWhenAWalkEndsAnywhere) {
-  for (const PiecesCase& row : documents) {
-    for (const std::size_t pieceLength : {1U, 3U, 10U, 40U}) {
+  for (const ChunksCase& row : documents) {
+    for (const std::size_t chunkLength : {1U, 3U, 10U, 40U}) {
       for (int steps = 0; steps < 20; ++steps) {
         ChunkBuffer memory;
         std::string bytes = row.document;
         {
-          ChunkedDocument pieces(bytes, memory, pieceLength);
-          for (int step = 0; step < steps && !pieces.isLast(); ++step) {
-            if (!pieces.advance(0)) {
+          ChunkedDocument chunks(bytes, memory, chunkLength);
+          for (int step = 0; step < steps && !chunks.isLast(); ++step) {
+            if (!chunks.advance(0)) {
               break;
             }
           }
         }
-        ASSERT_EQ(bytes, row.document) << row.name << ' ' << pieceLength << ' ' << steps;
+        ASSERT_EQ(bytes, row.document) << row.name << ' ' << chunkLength << ' ' << steps;
       }
     }
   }
@@ -230,10 +230,10 @@ TEST(ChunkedDocumentTest, theDocumentIsAsItWasWhenAWalkEndsAnywhere) {
 TEST(ChunkedDocumentTest, memoryServesOneDocumentAfterTheOther) {
   ChunkBuffer memory;
   for (int round = 0; round < 2; ++round) {
-    for (const PiecesCase& row : documents) {
-      for (const std::size_t pieceLength : {700U, 5U, 60U}) {
-        ChunkedDocument pieces(portions(row.document, 11), memory, pieceLength);
-        EXPECT_EQ(walk(pieces, row.document).has_value(), row.isWhole) << row.name;
+    for (const ChunksCase& row : documents) {
+      for (const std::size_t chunkLength : {700U, 5U, 60U}) {
+        ChunkedDocument chunks(portions(row.document, 11), memory, chunkLength);
+        EXPECT_EQ(walk(chunks, row.document).has_value(), row.isWhole) << row.name;
       }
     }
   }
@@ -243,7 +243,7 @@ TEST(ChunkedDocumentTest, aFailedReadingPassesThrough) {
   for (std::size_t fine = 0; fine < 60; ++fine) {
     ChunkBuffer memory;
     const ChunkedDocument::ReadSome whole = portions(repeated("1,\n", 20), 1);
-    ChunkedDocument pieces(
+    ChunkedDocument chunks(
         [&, count = std::size_t{0}](char* room, std::size_t size) mutable {
           if (count++ == fine) {
             throw std::domain_error("no more");
@@ -253,7 +253,7 @@ TEST(ChunkedDocumentTest, aFailedReadingPassesThrough) {
         memory, 10);
     std::size_t length = 0;
     EXPECT_THROW(
-        while (!pieces.isLast() && pieces.advance(0)) { length += pieces.text().size(); },
+        while (!chunks.isLast() && chunks.advance(0)) { length += chunks.text().size(); },
         std::domain_error)
         << fine;
     EXPECT_LE(length, fine);
@@ -264,15 +264,15 @@ TEST(ChunkedDocumentTest, nothingIsReadBehindTheEnd) {
   ChunkBuffer memory;
   int endCount = 0;
   const ChunkedDocument::ReadSome whole = portions("[1,\n2]", 4);
-  ChunkedDocument pieces(
+  ChunkedDocument chunks(
       [&](char* room, std::size_t size) {
         const std::size_t count = whole(room, size);
         endCount += count == 0 ? 1 : 0;
         return count;
       },
       memory, 4);
-  while (!pieces.isLast()) {
-    ASSERT_TRUE(pieces.advance(0));
+  while (!chunks.isLast()) {
+    ASSERT_TRUE(chunks.advance(0));
   }
   EXPECT_EQ(endCount, 1);
 }

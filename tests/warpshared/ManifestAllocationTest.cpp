@@ -126,7 +126,7 @@ TEST(FailedAllocations, leaveADecoderThatWorks) {
 }
 
 TEST(FailedAllocations, leaveADecoderThatWorksAfterManyEntries) {
-  // So many that their hashes are looked at in groups, and of more than one piece.
+  // So many that their hashes are looked at in groups, and of more than one chunk.
   constexpr std::size_t count = 1100;
   const TextFile file(plainManifestText(count, numberedPath));
   failEachAllocation(
@@ -142,8 +142,8 @@ TEST(FailedAllocations, leaveADocumentInMemoryToTheNextAttempt) {
   const std::string text = richManifest();
   std::string bytes = text;
   const auto read = [&](std::pair<ChunkBuffer, StreamingManifestReader>& subject) {
-    ChunkedDocument pieces(bytes, subject.first, 500);
-    EXPECT_TRUE(subject.second.read(pieces, [](const auto&) {}).has_value());
+    ChunkedDocument chunks(bytes, subject.first, 500);
+    EXPECT_TRUE(subject.second.read(chunks, [](const auto&) {}).has_value());
   };
   failEachAllocation([] { return std::pair<ChunkBuffer, StreamingManifestReader>(); }, read,
                      [&](auto& subject, const Attempt& attempt) {

@@ -92,13 +92,13 @@ struct ManifestCase {
 
 /// In memory, which keeps its bytes, and from a stream.
 inline void expectQuickReading(const ManifestReading& expected, ManifestReaders& readers,
-                               const std::string& document, std::size_t pieceLength) {
+                               const std::string& document, std::size_t chunkLength) {
   std::string bytes = document;
-  EXPECT_EQ(readers.quickly(bytes, pieceLength), expected) << pieceLength;
-  EXPECT_TRUE(bytes == document) << pieceLength;
+  EXPECT_EQ(readers.quickly(bytes, chunkLength), expected) << chunkLength;
+  EXPECT_TRUE(bytes == document) << chunkLength;
   for (const std::size_t portion : {1U, 2U, 7U, 100'000U}) {
-    EXPECT_EQ(readers.quicklyFromStream(document, portion, pieceLength), expected)
-        << pieceLength << ' ' << portion;
+    EXPECT_EQ(readers.quicklyFromStream(document, portion, chunkLength), expected)
+        << chunkLength << ' ' << portion;
   }
 }
 
@@ -121,8 +121,8 @@ inline void expectJudgement(const ManifestCase& row, std::string_view place = ""
     SCOPED_TRACE(style.name);
     const std::string text = document.text(style);
     EXPECT_EQ(readers.exactly(text), reading);
-    for (const std::size_t pieceLength : {documentChunkLength, std::size_t{100}}) {
-      expectQuickReading(isAccepted ? reading : std::nullopt, readers, text, pieceLength);
+    for (const std::size_t chunkLength : {documentChunkLength, std::size_t{100}}) {
+      expectQuickReading(isAccepted ? reading : std::nullopt, readers, text, chunkLength);
     }
     std::string bytes = text;
     EXPECT_EQ(verdictOf([&] { static_cast<void>(decoder.decode(bytes)); }), verdict);

@@ -25,7 +25,7 @@
 namespace velmora {
 namespace {
 
-/// So many that they are read in pieces.
+/// So many that they are read in chunks.
 constexpr std::size_t longCount = 1200;
 
 std::string longManifest(const JSONStyle& style = jsonStyles[0]) {
@@ -138,11 +138,11 @@ struct Reading {
   int error = 0;
 };
 
-/// A file that is one thing when it is read in pieces, and another when it is read as a whole.
+/// A file that is one thing when it is read in chunks, and another when it is read as a whole.
 class ChangingFile final : public FileReader {
  public:
-  ChangingFile(Reading inPieces, Reading asAWhole)
-      : inPieces_(std::move(inPieces)), asAWhole_(std::move(asAWhole)) {}
+  ChangingFile(Reading inChunks, Reading asAWhole)
+      : inChunks_(std::move(inChunks)), asAWhole_(std::move(asAWhole)) {}
 
   bool exists(std::string_view) const override { return true; }
   bool isDirectory(std::string_view) const override { return false; }
@@ -158,11 +158,11 @@ class ChangingFile final : public FileReader {
   }
 
   std::unique_ptr<FileContent> open(std::string_view, std::size_t) const override {
-    return std::make_unique<TextContent>(inPieces_.text, inPieces_.error);
+    return std::make_unique<TextContent>(inChunks_.text, inChunks_.error);
   }
 
  private:
-  Reading inPieces_;
+  Reading inChunks_;
   Reading asAWhole_;
 };
 
@@ -176,7 +176,7 @@ TEST(ManifestFiles, areJudgedAsTheyAreWhenReadLast) {
   const std::string noVersion = "keyNotFound at /version: The key \"version\" is missing.";
   struct {
     const char* name;
-    Reading inPieces;
+    Reading inChunks;
     Reading asAWhole;
     /// What the second reading told, or the first one's error.
     int error = 0;
@@ -200,7 +200,7 @@ TEST(ManifestFiles, areJudgedAsTheyAreWhenReadLast) {
   const VelmoraWarpSharedManifest manifest = decodedManifest(longManifest());
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    const ChangingFile file(row.inPieces, row.asAWhole);
+    const ChangingFile file(row.inChunks, row.asAWhole);
     ManifestDecoder decoder;
     std::string verdict(valid);
     const int error = errorCodeOf(

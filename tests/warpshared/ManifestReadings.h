@@ -21,8 +21,8 @@ namespace velmora {
 /// given up.
 using ManifestReading = std::optional<std::string>;
 
-/// Keeps what `read` gives and gives away. `read` takes an EntryVisitor and returns a DecodedHeader,
-/// or none.
+/// Keeps what `read` gives and gives away. `read` takes an EntryVisitor and returns a
+/// DecodedHeader, or none.
 template <class Read>
 ManifestReading readingOf(Read read) {
   WarpSharedEntries entries;
@@ -49,21 +49,21 @@ inline ChunkedDocument::ReadSome portionsOf(std::string_view document, std::size
 /// Reads one document after the other, each by both readers, and keeps their memory.
 class ManifestReaders {
  public:
-  ManifestReading quickly(ChunkedDocument& pieces) {
+  ManifestReading quickly(ChunkedDocument& chunks) {
     return readingOf(
-        [&](const EntryVisitor& visitEntry) { return quick_.read(pieces, visitEntry); });
+        [&](const EntryVisitor& visitEntry) { return quick_.read(chunks, visitEntry); });
   }
 
   /// What lies in memory; `document` is as before afterwards.
-  ManifestReading quickly(std::string& document, std::size_t pieceLength = documentChunkLength) {
-    ChunkedDocument pieces(document, memory_, pieceLength);
-    return quickly(pieces);
+  ManifestReading quickly(std::string& document, std::size_t chunkLength = documentChunkLength) {
+    ChunkedDocument chunks(document, memory_, chunkLength);
+    return quickly(chunks);
   }
 
   ManifestReading quicklyFromStream(std::string_view document, std::size_t portion,
-                                  std::size_t pieceLength = documentChunkLength) {
-    ChunkedDocument pieces(portionsOf(document, portion), memory_, pieceLength);
-    return quickly(pieces);
+                                    std::size_t chunkLength = documentChunkLength) {
+    ChunkedDocument chunks(portionsOf(document, portion), memory_, chunkLength);
+    return quickly(chunks);
   }
 
   ManifestReading exactly(std::string document) {

@@ -126,7 +126,7 @@ TEST(CommonFolderTest, forgetsWhatWasThere) {
   EXPECT_TRUE(common.isBelow(OriginalFolder("/x")));
 }
 
-/// A path of a few pieces that are alike, so that many have much in common.
+/// A path of a few chunks that are alike, so that many have much in common.
 std::string randomPath(std::mt19937_64& random, bool isOrdinary) {
   static constexpr std::string_view ordinary[] = {"a", "b", "ab", "e\u0301", "\u00e9", "\u65e5"};
   static constexpr std::string_view any[] = {

@@ -23,12 +23,12 @@ namespace {
 /// Compares what both readers make of documents, and counts.
 class Comparison {
  public:
-  void compare(const std::string& document, std::size_t pieceLength, std::size_t portion) {
+  void compare(const std::string& document, std::size_t chunkLength, std::size_t portion) {
     ++comparedCount;
     std::string bytes = document;
-    const ManifestReading quick = readers_.quickly(bytes, pieceLength);
+    const ManifestReading quick = readers_.quickly(bytes, chunkLength);
     ASSERT_EQ(bytes, document);
-    ASSERT_EQ(readers_.quicklyFromStream(document, portion, pieceLength), quick) << document;
+    ASSERT_EQ(readers_.quicklyFromStream(document, portion, chunkLength), quick) << document;
     const ManifestReading exact = readers_.exactly(document);
     ASSERT_TRUE(!quick.has_value() || quick == exact) << document;
     acceptedCount += quick.has_value() ? 1 : 0;
@@ -45,10 +45,10 @@ class Comparison {
 
 TEST(StreamingAgainstDiagnosing, agreesOnAnsweredDocuments) {
   Comparison comparison;
-  std::size_t pieceLength = 1;
+  std::size_t chunkLength = 1;
   for (const AnsweredDocument& document : readAnsweredDocuments("warpshared/manifest.jsonl")) {
-    comparison.compare(document.bytes, pieceLength, 1 + pieceLength % 13);
-    pieceLength = pieceLength % 300 + 1;
+    comparison.compare(document.bytes, chunkLength, 1 + chunkLength % 13);
+    chunkLength = chunkLength % 300 + 1;
   }
   EXPECT_EQ(comparison.comparedCount, 2637);
   EXPECT_EQ(comparison.validCount, 594);

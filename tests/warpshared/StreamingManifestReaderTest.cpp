@@ -140,7 +140,7 @@ const std::vector<TextCase> texts = {
     {"commentBehind", twoEntries + "// end"},
 };
 
-TEST(StreamingManifestReaderTest, readsTheSameWhateverThePieces) {
+TEST(StreamingManifestReaderTest, readsTheSameWhateverTheChunks) {
   for (const auto& [name, text, isAccepted] : texts) {
     SCOPED_TRACE(name);
     ManifestReaders readers;
@@ -200,12 +200,12 @@ TEST(StreamingManifestReaderTest, findsAPathThatIsThereTwiceAmongFewOrMany) {
 
 TEST(StreamingManifestReaderTest, givesEachEntryOnceAndInOrder) {
   const std::string text = plainManifestText(50, numberedPath);
-  for (const std::size_t pieceLength : {1U, 100U, 500U, 1000U, 3000U, 100'000U}) {
+  for (const std::size_t chunkLength : {1U, 100U, 500U, 1000U, 3000U, 100'000U}) {
     ChunkBuffer memory;
     StreamingManifestReader reader;
-    ChunkedDocument pieces(portionsOf(text, 1000), memory, pieceLength);
+    ChunkedDocument chunks(portionsOf(text, 1000), memory, chunkLength);
     std::size_t number = 0;
-    const auto read = reader.read(pieces, [&](const WarpSharedEntry<TextView>& entry) {
+    const auto read = reader.read(chunks, [&](const WarpSharedEntry<TextView>& entry) {
       EXPECT_EQ(entry.relativePath, numberedPath(number++));
     });
     EXPECT_TRUE(read.has_value());
@@ -218,18 +218,18 @@ TEST(StreamingManifestReaderTest, passesOnWhatIsThrown) {
   ChunkBuffer memory;
   StreamingManifestReader reader;
   {
-    ChunkedDocument pieces(text, memory);
+    ChunkedDocument chunks(text, memory);
     EXPECT_THROW(
         static_cast<void>(reader.read(
-            pieces, [](const WarpSharedEntry<TextView>&) { throw std::domain_error("enough"); })),
+            chunks, [](const WarpSharedEntry<TextView>&) { throw std::domain_error("enough"); })),
         std::domain_error);
   }
   ChunkedDocument broken([](char*, std::size_t) -> std::size_t { throw std::domain_error("gone"); },
                          memory);
   EXPECT_THROW(static_cast<void>(reader.read(broken, [](const auto&) {})), std::domain_error);
   EXPECT_EQ(text, twoEntries);
-  ChunkedDocument pieces(text, memory);
-  EXPECT_TRUE(reader.read(pieces, [](const auto&) {}).has_value());
+  ChunkedDocument chunks(text, memory);
+  EXPECT_TRUE(reader.read(chunks, [](const auto&) {}).has_value());
 }
 
 }  // namespace

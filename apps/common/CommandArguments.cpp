@@ -44,8 +44,8 @@ std::vector<::option> longOptions(std::span<const KnownOption> known) {
 
 class ArgumentParser {
  public:
-  ArgumentParser(const std::vector<std::string>& arguments, std::span<const KnownOption> known)
-      : known_(known), longOptions_(longOptions(known)), storage_(arguments) {
+  ArgumentParser(std::vector<std::string> arguments, std::span<const KnownOption> known)
+      : known_(known), longOptions_(longOptions(known)), storage_(std::move(arguments)) {
     // getopt_long passes over the program's name.
     storage_.insert(storage_.begin(), "");
     for (std::string& argument : storage_) {

@@ -28,7 +28,7 @@ enum class OptionForm {
 
 /// An option that the program knows, without its "--".
 struct KnownOption {
-  const char* name;
+  const char* name = "";
   OptionForm form = OptionForm::flag;
 };
 

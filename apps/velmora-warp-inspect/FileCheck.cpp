@@ -62,18 +62,6 @@ struct ContentText {
   std::string operator()(const Fault& fault) const { return toText(fault); }
 };
 
-std::size_t maxLengthOf(FileKind kind) {
-  switch (kind) {
-    case FileKind::manifest:
-      return maxSharedWarpManifestLength;
-    case FileKind::index:
-      return maxDestroyedManifestIndexLength;
-    case FileKind::marker:
-      break;
-  }
-  return maxWarpMarkerLength;
-}
-
 }  // namespace
 
 CheckedFile FileChecker::check(const std::string& file, std::optional<FileKind> kind) {
@@ -84,22 +72,20 @@ CheckedFile FileChecker::check(const std::string& file, std::optional<FileKind> 
 std::variant<ManifestSummary, IndexSummary, WarpMarker, Fault> FileChecker::contentOf(
     const std::string& path, FileKind kind) {
   try {
-    if (kind == FileKind::manifest) {
-      return manifests_.readSummary(path, files_);
-    }
-    std::string bytes = files_.read(path, maxLengthOf(kind));
     switch (kind) {
-      case FileKind::marker:
-        return decodeWarpMarker(bytes, markers_);
-      case FileKind::index: {
-        const VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
-        validateDestroyedManifestIndex(index);
-        return IndexSummary{.recordCount = index.records.size()};
-      }
       case FileKind::manifest:
+        return manifests_.readSummary(path, files_);
+      case FileKind::marker: {
+        std::string bytes = files_.read(path, maxWarpMarkerLength);
+        return decodeWarpMarker(bytes, markers_);
+      }
+      case FileKind::index:
         break;
     }
-    return manifests_.decodeSummary(bytes);
+    std::string bytes = files_.read(path, maxDestroyedManifestIndexLength);
+    const VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
+    validateDestroyedManifestIndex(index);
+    return IndexSummary{.recordCount = index.records.size()};
   } catch (const std::exception&) {
     return faultInFile(std::current_exception(), path, files_);
   }

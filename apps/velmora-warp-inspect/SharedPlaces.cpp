@@ -15,7 +15,7 @@ namespace velmora::inspect {
 std::optional<SharedPlaces> sharedPlaces(const SharedLocations& locations,
                                          const PathStandardizer& paths) {
   try {
-    const Text root = sharedWarpRootURL(locations, paths);
+    const Text root = sharedWarpRootURL(locations, paths).path;
     const auto below = [&](std::string_view fileName) {
       return paths.standardizedFileURLPath(appendingPathComponent(root, fileName));
     };

@@ -19,7 +19,7 @@ namespace velmora {
 namespace {
 
 Text handoffDirectory(const Platform& platform) {
-  const Text root = sharedWarpRootURL(platform.locations, platform.paths);
+  const Text root = sharedWarpRootURL(platform.locations, platform.paths).path;
   return platform.paths.standardizedFileURLPath(appendingPathComponent(root, handoffDirectoryName));
 }
 

@@ -28,11 +28,12 @@ std::string fallbackDirectory(const SharedLocations& locations) {
 
 }  // namespace
 
-Text sharedWarpRootURL(const SharedLocations& locations, const PathStandardizer& paths) {
+FileURL sharedWarpRootURL(const SharedLocations& locations, const PathStandardizer& paths) {
   const std::optional<Text> container = locations.groupContainer(applicationGroupIdentifier);
   const std::string directory =
       container.has_value() ? container->utf8() : fallbackDirectory(locations);
-  return paths.standardizedFileURLPath(appendingPathComponent(directory, rootDirectoryName));
+  return {.path =
+              paths.standardizedFileURLPath(appendingPathComponent(directory, rootDirectoryName))};
 }
 
 }  // namespace velmora

@@ -1,7 +1,5 @@
 #include "json/TokenFinder.h"
 
-#include "json/JSONReader.h"
-
 #include <simdjson.h>
 
 #include <algorithm>
@@ -44,7 +42,7 @@ class TokenFinder::StageOne {
       parser_.reset();
       const simdjson::error_code error =
           simdjson::get_active_implementation()->create_dom_parser_implementation(
-              roomFor(length), maxJSONNesting, parser_);
+              roomFor(length), simdjson::DEFAULT_MAX_DEPTH, parser_);
       if (error != simdjson::SUCCESS) {
         throw std::bad_alloc();
       }
@@ -68,14 +66,14 @@ FoundTokens TokenFinder::find(std::string_view text) {
   if (text.empty()) {
     return {.fault = TokenFault::empty};
   }
-  auto& parser = stageOne_->ensureCapacity(text.size());
+  // The library keeps as many indexes as its capacity: one for each byte, and the sentinels.
+  auto& parser = stageOne_->ensureCapacity(text.size() + tokenLookAhead);
   const TokenFault fault = faultOf(parser.stage1(reinterpret_cast<const std::uint8_t*>(text.data()),
                                                  text.size(), simdjson::stage1_mode::regular));
   if (fault != TokenFault::none) {
     return {.fault = fault};
   }
   std::uint32_t* const first = parser.structural_indexes.get();
-  // The library has room for some more.
   std::fill_n(first + parser.n_structural_indexes, tokenLookAhead,
               static_cast<std::uint32_t>(text.size()));
   return {.first = first, .count = parser.n_structural_indexes};

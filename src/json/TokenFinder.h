@@ -1,4 +1,4 @@
-// Where the tokens of JSON begin (RFC 8259): each brace, bracket, colon and comma outside of
+// Finds where the tokens of JSON begin (RFC 8259): each brace, bracket, colon and comma outside of
 // strings, each string's opening quote, and the first byte of each number and literal.
 #pragma once
 
@@ -12,7 +12,7 @@ namespace velmora {
 /// Why there are no tokens.
 enum class TokenFault {
   none,
-  /// There are none: nothing, or blanks only.
+  /// The text is empty, or has blanks only.
   empty,
   /// The bytes are not UTF-8 (RFC 3629).
   notUTF8,
@@ -20,19 +20,19 @@ enum class TokenFault {
   brokenString,
 };
 
-/// How far a reader may look ahead at the end.
+/// How many tokens a reader may look ahead.
 inline constexpr std::size_t tokenLookAhead = 4;
 
-/// The tokens of a text, good until the next search.
+/// The tokens of a text, valid until the next search.
 struct FoundTokens {
   TokenFault fault = TokenFault::none;
-  /// Where each begins, in order, and behind the last one `tokenLookAhead` times the length of the
-  /// text. Nobody minds when they are overwritten.
+  /// Offsets in order, followed by `tokenLookAhead` sentinels, each equal to `text.size()`. The
+  /// caller may overwrite them.
   std::uint32_t* first = nullptr;
   std::size_t count = 0;
 };
 
-/// Searches one text after the other and keeps its memory between them, four bytes for each byte of
+/// Searches one text after the other. Keeps its memory between them: four bytes for each byte of
 /// the longest text. One thread at a time.
 class TokenFinder {
  public:
@@ -43,9 +43,9 @@ class TokenFinder {
   TokenFinder(TokenFinder&&) noexcept;
   TokenFinder& operator=(TokenFinder&&) noexcept;
 
-  /// Makes sure of UTF-8, too, and that every string ends and holds no control character; of
-  /// nothing else. A backslash outside of strings belongs to a token that is none of JSON's, and
-  /// the quote behind it begins no string. `text` has less than 4 GiB. Throws std::bad_alloc.
+  /// Checks that the text is UTF-8, and that every string ends and has no control character;
+  /// nothing else. A backslash outside of a string belongs to a token that JSON does not have, and
+  /// the quote after it begins no string. `text` has less than 4 GiB. Throws std::bad_alloc.
   [[nodiscard]] FoundTokens find(std::string_view text);
 
  private:

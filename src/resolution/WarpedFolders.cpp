@@ -105,7 +105,7 @@ Resolution resolve(const Platform& platform, const Question& question) {
   Resolution resolution;
   Text root;
   try {
-    root = sharedWarpRootURL(platform.locations, platform.paths);
+    root = sharedWarpRootURL(platform.locations, platform.paths).path;
   } catch (const PlatformError&) {
     resolution.rootFault = std::current_exception();
     return resolution;

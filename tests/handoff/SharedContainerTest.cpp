@@ -34,7 +34,7 @@ TEST(SharedContainer, givesTheSharedWarpRootAfreshEachTime) {
       fake.locations.groupContainers["group.io.tolvane.Velmora"] = *row.container;
     }
     fake.locations.supportDirectories = row.supportDirectories;
-    EXPECT_EQ(sharedWarpRootURL(fake.locations, fake.paths).utf8(), row.root) << row.name;
+    EXPECT_EQ(sharedWarpRootURL(fake.locations, fake.paths).path.utf8(), row.root) << row.name;
   }
 }
 

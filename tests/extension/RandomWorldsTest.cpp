@@ -211,8 +211,8 @@ struct Verdict {
   bool operator==(const Verdict&) const = default;
 };
 
-void PrintTo(const Verdict& verdict, std::ostream* stream) {
-  *stream << (verdict.isAccepted ? "accepted" : "refused") << " in " << verdict.root;
+std::ostream& operator<<(std::ostream& stream, const Verdict& verdict) {
+  return stream << (verdict.isAccepted ? "accepted" : "refused") << " in " << verdict.root;
 }
 
 Verdict quickly(const FileURL& item, const Platform& platform) {

@@ -2,6 +2,7 @@
 
 #include <dispatch/dispatch.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <deque>
 #include <mutex>
@@ -17,12 +18,31 @@ struct Task {
   void* context = nullptr;
 };
 
+/// The real dispatch_async_f never throws, so this one must not meet an operator new that a test
+/// lets fail.
+template <class Element>
+struct MallocAllocator {
+  using value_type = Element;
+
+  MallocAllocator() = default;
+  template <class Other>
+  MallocAllocator(const MallocAllocator<Other>&) {}
+
+  Element* allocate(std::size_t count) {
+    void* const memory = std::malloc(count * sizeof(Element));
+    return memory != nullptr ? static_cast<Element*>(memory) : (std::abort(), nullptr);
+  }
+  void deallocate(Element* elements, std::size_t) { std::free(elements); }
+
+  bool operator==(const MallocAllocator&) const = default;
+};
+
 struct State {
   SharedObjects objects;
 
   std::mutex mutex;
   /// Guarded by the mutex: any thread adds.
-  std::deque<Task> tasks;
+  std::deque<Task, MallocAllocator<Task>> tasks;
   std::vector<std::string> loggedLines;
 };
 

@@ -22,6 +22,7 @@ struct Task {
 /// lets fail.
 template <class Element>
 struct MallocAllocator {
+  // NOLINTNEXTLINE(readability-identifier-naming): allocators are asked for this name.
   using value_type = Element;
 
   MallocAllocator() = default;

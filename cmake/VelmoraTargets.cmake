@@ -23,7 +23,9 @@ function(velmora_common_options target)
     if(CMAKE_CXX_COMPILER_ID STREQUAL CMAKE_OBJCXX_COMPILER_ID)
       set(counted 1)
     endif()
-    target_compile_options(${target} PRIVATE $<${counted}:--coverage>)
+    # Threads count, too: without atomic counters some come out negative.
+    target_compile_options(${target} PRIVATE $<${counted}:--coverage>
+                                             $<${counted}:-fprofile-update=atomic>)
     target_link_options(${target} PUBLIC $<BUILD_INTERFACE:--coverage>)
   endif()
 endfunction()

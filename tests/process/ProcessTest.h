@@ -7,6 +7,7 @@
 #include "tests/support/Buses.h"
 #include "tests/support/LaunchedApplication.h"
 #include "tests/support/Process.h"
+#include "tests/support/ScratchDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -70,6 +71,8 @@ class ProcessTest : public ::testing::Test {
   Listener launches{home.runtimeDirectory() / "launches"};
 
  private:
+  /// For programs that run as another user than the test's.
+  ScratchDirectory countsOfOthers_;
   std::set<std::string> listingBefore_;
   std::set<pid_t> childrenBefore_;
 };

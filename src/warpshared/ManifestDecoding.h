@@ -39,16 +39,14 @@ struct ManifestSummary {
 /// wherever the keys stand in the document; nothing of the manifest remains then. Throws
 /// std::bad_alloc when memory runs out.
 ///
-/// That is what there is to see of it. In truth, a StreamingManifestReader accepts what the
-/// application writes, and an DiagnosingManifestReader reads the document only where that one gives
-/// up.
+/// A StreamingManifestReader reads what the application writes. Where it gives up, a
+/// DiagnosingManifestReader reads the document again, and raises the fault.
 class ManifestDecoder {
  public:
   /// `bytes` are scratch afterwards.
   [[nodiscard]] VelmoraWarpSharedManifest decode(std::string& bytes);
 
-  /// The same into the memory of the manifest that was there before, for who looks at many. It is
-  /// worth nothing after an error.
+  /// The same, and reuses the memory of `manifest`. After an error, `manifest` is invalid.
   void decode(std::string& bytes, VelmoraWarpSharedManifest& manifest);
 
   /// As `decode`, every check included, but keeps no entry.

@@ -103,10 +103,10 @@ using VelmoraWarpSharedPayloadPart = WarpSharedPayloadPart<Text>;
 using VelmoraWarpSharedExtendedAttribute = WarpSharedExtendedAttribute<Text>;
 using VelmoraWarpSharedEntry = WarpSharedEntry<Text>;
 
-/// Reads `value` into `entry`, which refers to the document then, in the memory of the entry that
-/// was there before. The fields are read in their order; a path or a size that is not allowed is
-/// refused at once, all else when every field is read. Each fault is a DecodingError: dataCorrupted
-/// at the key concerned, or what reading the field raised. `entry` is worth nothing then.
+/// Reads `value` into `entry`, whose texts then refer to the document, and reuses the memory of
+/// `entry`. Reads the fields in their order. Refuses a path or a size that is not allowed at once,
+/// and everything else after the last field. Each fault is a DecodingError: dataCorrupted at the
+/// key concerned, or what reading the field raised. After a fault, `entry` is invalid.
 void decode(JSONValue value, WarpSharedEntry<TextView>& entry);
 
 /// As above, into an entry of its own.

@@ -58,8 +58,8 @@ void synchronizeDirectory(const std::string& directory) noexcept {
 }
 
 #ifdef O_TMPFILE
-/// Whether the file is in place. Where a file without a name cannot be made or named, nothing is
-/// left behind; whatever stands in the way, the road through a partial file meets it, too.
+/// Whether the file is in place. On failure nothing is left behind; the caller then tries a
+/// temporary file, which reports the real error.
 bool writeThroughUnnamedFile(const std::string& path, std::string_view bytes) {
   const FileDescriptor file = openToWrite(parentDirectory(path), O_TMPFILE);
   if (!file.isOpen()) {

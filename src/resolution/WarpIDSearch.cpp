@@ -4,6 +4,7 @@
 #include "warpshared/ManifestDecoding.h"
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <string_view>
 
@@ -30,37 +31,44 @@ WarpIDSearch::WarpIDSearch(const std::vector<Text>& warpIDs)
   if (findsEverything_) {
     return;
   }
-  needles_ = {std::string(unicodeEscape)};
+  maxNeedleLength_ = unicodeEscape.size();
   for (const Text& warpID : warpIDs) {
-    needles_.push_back(warpID.utf8());
+    warpIDs_.push_back(warpID.utf8());
+    maxNeedleLength_ = std::max(maxNeedleLength_, warpID.utf8().size());
   }
-  maxNeedleLength_ = std::ranges::max(needles_, {}, &std::string::size).size();
+  for (const std::string& warpID : warpIDs_) {
+    searchers_.emplace_back(warpID.begin(), warpID.end());
+  }
 }
 
 bool WarpIDSearch::mayBeManifest(const Text& path, const FileReader& files) {
   if (findsEverything_) {
     return true;
   }
-  // What a needle can have before the end of a chunk is searched again with the next chunk.
+  // The end of a chunk is searched again with the next chunk, before which it is put: a needle may
+  // lie in both.
   const std::size_t overlap = maxNeedleLength_ - 1;
-  chunk_.resize(overlap + chunkLength);
+  const std::size_t pagesBefore = overlap / sizeof(Page) + 1;
+  pages_.resize(pagesBefore + chunkLength / sizeof(Page));
+  char* const chunk = pages_[pagesBefore].bytes;
   const std::unique_ptr<FileContent> file = files.open(path, maxSharedWarpManifestLength);
   std::size_t kept = 0;
-  while (const std::size_t count = file->read(chunk_.data() + kept, chunkLength)) {
-    const std::size_t end = kept + count;
-    if (isFoundIn({chunk_.data(), end})) {
+  while (const std::size_t count = file->read(chunk, chunkLength)) {
+    const std::string_view searched(chunk - kept, kept + count);
+    if (isFoundIn(searched)) {
       return true;
     }
-    kept = std::min(end, overlap);
-    std::copy_n(chunk_.data() + end - kept, kept, chunk_.data());
+    kept = std::min(searched.size(), overlap);
+    std::memmove(chunk - kept, searched.data() + searched.size() - kept, kept);
   }
   return false;
 }
 
 bool WarpIDSearch::isFoundIn(std::string_view bytes) const {
-  return std::ranges::any_of(needles_, [&](const std::string& needle) {
-    return bytes.find(needle) != std::string_view::npos;
-  });
+  return bytes.find(unicodeEscape) != std::string_view::npos ||
+         std::ranges::any_of(searchers_, [&](const Searcher& searcher) {
+           return std::search(bytes.begin(), bytes.end(), searcher) != bytes.end();
+         });
 }
 
 }  // namespace velmora

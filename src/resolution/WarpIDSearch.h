@@ -12,7 +12,9 @@
 #include "text/Text.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmora {
@@ -26,6 +28,10 @@ inline constexpr std::size_t maxSearchedWarpIDs = 4;
 class WarpIDSearch {
  public:
   explicit WarpIDSearch(const std::vector<Text>& warpIDs);
+  // The searchers refer to the identifiers.
+  WarpIDSearch(const WarpIDSearch&) = delete;
+  WarpIDSearch& operator=(const WarpIDSearch&) = delete;
+  ~WarpIDSearch() = default;
 
   /// Whether the file at `path` may be a manifest of one of the Warps. Reads it once, a chunk at a
   /// time. Throws PlatformError.
@@ -34,10 +40,18 @@ class WarpIDSearch {
  private:
   [[nodiscard]] bool isFoundIn(std::string_view bytes) const;
 
-  std::vector<std::string> needles_;
+  /// Skips as many bytes as the identifier has, where most other searches look at each byte.
+  using Searcher = std::boyer_moore_horspool_searcher<std::string::const_iterator>;
+
+  std::vector<std::string> warpIDs_;
+  std::vector<Searcher> searchers_;
   bool findsEverything_ = false;
   std::size_t maxNeedleLength_ = 0;
-  std::vector<char> chunk_;
+  /// The kernel copies twice as fast to the beginning of a page.
+  struct alignas(4096) Page {
+    char bytes[4096];
+  };
+  std::vector<Page> pages_;
 };
 
 }  // namespace velmora

@@ -10,7 +10,7 @@ namespace velmora {
 
 namespace {
 
-/// What getopt_long returns: an operand, and one of its complaints.
+/// getopt_long returns these for an operand and for a missing value.
 constexpr int operandCode = 1;
 constexpr int missingValueCode = ':';
 /// Each option's code is this number and its place in the list.
@@ -26,7 +26,7 @@ std::string inOneLine(std::string message) {
   return message;
 }
 
-/// "-" alone is none.
+/// "-" alone is an operand.
 bool looksLikeOption(std::string_view argument) {
   return argument.size() > 1 && argument.front() == '-';
 }
@@ -52,7 +52,7 @@ class ArgumentParser {
       pointers_.push_back(argument.data());
     }
     pointers_.push_back(nullptr);
-    // Has glibc begin anew.
+    // 0 has glibc begin anew.
     optind = 0;
   }
 
@@ -81,7 +81,7 @@ class ArgumentParser {
     return storage_[static_cast<std::size_t>(position_)];
   }
 
-  /// Its name where it is a long option.
+  /// The name of a long option; empty for any other argument.
   [[nodiscard]] std::string name() const {
     return argument().starts_with("--") ? argument().substr(2, argument().find('=') - 2) : "";
   }

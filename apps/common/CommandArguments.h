@@ -1,5 +1,5 @@
-// Tells the options of a command line from its operands, for both programs alike: by getopt_long,
-// which glibc and the BSDs have.
+// Tells the options of a command line from its operands, for both programs alike, by getopt_long of
+// glibc.
 #pragma once
 
 #include <optional>

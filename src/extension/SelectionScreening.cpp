@@ -14,10 +14,9 @@ namespace velmora {
 
 namespace {
 
-/// The first look at each item alone: accepted are those for which the warped folders matter.
+/// Looks at each item alone. An item that passes is accepted for now; the warped folders decide.
 std::vector<ScreenedItem> candidates(const std::vector<FileURL>& selection,
-                                     const Platform& platform) {
-  const bool isRestore = isRestoreAction(platform.bundle);
+                                     const Platform& platform, bool isRestore) {
   std::vector<ScreenedItem> items;
   items.reserve(selection.size());
   for (const FileURL& url : selection) {
@@ -48,10 +47,10 @@ ItemVerdict verdictOn(const ScreenedItem& candidate, bool isRestore) {
 }  // namespace
 
 Screening screenSelection(const std::vector<FileURL>& selection, const Platform& platform) {
-  Screening screening = {.items = candidates(selection, platform), .resolution = {}};
+  const bool isRestore = isRestoreAction(platform.bundle);
+  Screening screening = {.items = candidates(selection, platform, isRestore), .resolution = {}};
   screening.resolution = resolveWarpedFoldersAround(acceptedPaths(screening), platform);
   const WarpRoots roots(warpedFolderPaths(screening.resolution, platform.paths), platform.paths);
-  const bool isRestore = isRestoreAction(platform.bundle);
   for (ScreenedItem& item : screening.items) {
     if (item.verdict == ItemVerdict::accepted) {
       item.root = roots.enclosingWarpRoot(item.path);

@@ -15,13 +15,15 @@ namespace {
 constexpr std::string_view unicodeEscape = "\\u";
 constexpr std::size_t chunkLength = std::size_t{256} << 10;
 
-bool hasOneSpelling(char character) {
-  return ('0' <= character && character <= '9') ||
-         ('A' <= character && character <= 'Z' && character != 'K') ||
+/// JSON has no short escape for it.
+bool isPlain(char character) {
+  return ('0' <= character && character <= '9') || ('A' <= character && character <= 'Z') ||
          ('a' <= character && character <= 'z') || character == '-';
 }
 
-bool isSearchable(const Text& warpID) { return std::ranges::all_of(warpID.view(), hasOneSpelling); }
+bool isSearchable(const Text& warpID) {
+  return std::ranges::all_of(warpID.view(), isPlain) && hasOneSpelling(warpID);
+}
 
 }  // namespace
 
@@ -45,8 +47,8 @@ bool WarpIDSearch::mayBeManifest(const Text& path, const FileReader& files) {
   if (findsEverything_) {
     return true;
   }
-  // The end of a chunk is searched again with the next chunk, before which it is put: a needle may
-  // lie in both.
+  // A needle may begin in one chunk and end in the next. So the end of a chunk is kept before the
+  // next one, and searched again.
   const std::size_t overlap = maxNeedleLength_ - 1;
   const std::size_t pagesBefore = overlap / sizeof(Page) + 1;
   pages_.resize(pagesBefore + chunkLength / sizeof(Page));

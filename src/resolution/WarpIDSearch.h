@@ -5,8 +5,8 @@
 // stand for itself or to be escaped, and of the characters 0-9, A-Z, a-z and "-" the only escape
 // is "\u" with its number. So a file without "\u" and without the bytes of the identifier is no
 // manifest of that Warp. Texts compare by canonical equivalence, and of these characters only "K"
-// has another spelling (U+212A): an identifier with a "K", or with any other character, is not
-// searched for, and then every file may be the one.
+// has another spelling. An identifier with a "K", or with any other character, is not searched for;
+// then every file may be the one.
 #pragma once
 
 #include "text/Text.h"
@@ -21,7 +21,7 @@ namespace velmora {
 
 class FileReader;
 
-/// Each identifier costs a pass over the mirror; decoding costs about as much as this many passes.
+/// More identifiers are not searched for, because each one costs a pass over the mirror.
 inline constexpr std::size_t maxSearchedWarpIDs = 4;
 
 /// One thread at a time.
@@ -40,14 +40,14 @@ class WarpIDSearch {
  private:
   [[nodiscard]] bool isFoundIn(std::string_view bytes) const;
 
-  /// Skips as many bytes as the identifier has, where most other searches look at each byte.
+  /// It does not look at each byte: it skips up to the length of the identifier.
   using Searcher = std::boyer_moore_horspool_searcher<std::string::const_iterator>;
 
   std::vector<std::string> warpIDs_;
   std::vector<Searcher> searchers_;
   bool findsEverything_ = false;
   std::size_t maxNeedleLength_ = 0;
-  /// The kernel copies twice as fast to the beginning of a page.
+  /// Files are read to the beginning of a page, because the kernel copies faster to it.
   struct alignas(4096) Page {
     char bytes[4096];
   };

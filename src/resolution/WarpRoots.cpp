@@ -37,8 +37,11 @@ WarpRoots::WarpRoots(const std::vector<Text>& warpedFolderPaths,
 }
 
 std::optional<Text> WarpRoots::enclosingWarpRoot(const Text& path) const {
+  if (roots_.empty()) {
+    return std::nullopt;
+  }
   const Text item = standardizer_.standardizedPath(path);
-  if (roots_.empty() || !hasCharacterPrefix(item, "/")) {
+  if (!hasCharacterPrefix(item, "/")) {
     return std::nullopt;
   }
   for (const Text& folder : pathAndAncestors(item)) {

@@ -19,14 +19,6 @@ namespace velmora {
 
 namespace {
 
-/// Three characters of ASCII are canonically equal to another one: "K" to U+212A KELVIN SIGN, ";"
-/// to U+037E GREEK QUESTION MARK and "`" to U+1FEF GREEK VARIA (UnicodeData.txt, decompositions of
-/// one character).
-bool hasOneSpelling(char character) {
-  return static_cast<unsigned char>(character) < 0x80 && character != 'K' && character != ';' &&
-         character != '`';
-}
-
 using Names = std::unordered_multiset<Text>;
 
 class MarkerSearch {
@@ -56,7 +48,7 @@ class MarkerSearch {
       }
       const std::string_view parent = path.substr(0, std::max<std::size_t>(slash, 1));
       const std::string_view name = path.substr(slash + 1);
-      mayBeAny_ = !std::ranges::all_of(name, hasOneSpelling) && mayHaveTwin(parent, name);
+      mayBeAny_ = !hasOneSpelling(name) && mayHaveTwin(parent, name);
       path = parent;
     }
   }

@@ -1,4 +1,4 @@
-// Which Warps can enclose an item, as the markers tell that are in the item and above it.
+// The Warps that can enclose an item: the markers in the item and above it name them.
 //
 // A folder counts as warped only if a manifest names its path and a marker of the same Warp is in
 // it. It encloses an item only if its path equals the path of the item or of one of its ancestors.
@@ -27,9 +27,10 @@ class PathStandardizer;
 /// A folder with more names is not searched for other spellings.
 inline constexpr std::size_t maxSearchedNameCount = 10'000;
 
-/// The identifiers in the markers at and above `paths`, which are standardised and absolute, each
-/// once; none when any Warp may enclose one of them. A marker that cannot be read or is no marker
-/// names no Warp, and confirms none. Asks each folder once, however many of the paths are below it.
+/// Returns the identifiers in the markers at and above `paths`, each once; none when any Warp may
+/// enclose one of the paths. `paths` are standardised and absolute. A marker that cannot be read,
+/// or is no marker, confirms no manifest and so names no Warp. Looks into each folder once, however
+/// many paths are below it.
 ///
 /// Throws only when memory runs out. Takes no lock; the files may change meanwhile. Any thread.
 [[nodiscard]] std::optional<std::vector<Text>> warpsAround(const std::vector<Text>& paths,

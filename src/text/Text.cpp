@@ -117,6 +117,13 @@ bool haveEqualCanonicalForms(std::string_view a, std::string_view b) {
 
 }  // namespace
 
+bool hasOneSpelling(std::string_view text) {
+  return std::ranges::all_of(text, [](char character) {
+    return static_cast<unsigned char>(character) < 0x80 && character != 'K' && character != ';' &&
+           character != '`';
+  });
+}
+
 bool canonicallyEqual(std::string_view a, std::string_view b) {
   const std::size_t common = commonPrefixLength(a, b);
   // More code points never decompose to the same as fewer of them.

@@ -20,6 +20,11 @@ namespace velmora {
 /// or identical.
 [[nodiscard]] bool canonicallyEqual(std::string_view a, std::string_view b);
 
+/// Whether no other text is canonically equal to this one. True of ASCII, but for three characters:
+/// "K" equals U+212A KELVIN SIGN, ";" U+037E GREEK QUESTION MARK and "`" U+1FEF GREEK VARIA. False
+/// for everything else, also where there is no other spelling.
+[[nodiscard]] bool hasOneSpelling(std::string_view text);
+
 /// Orders by the code points of the NFC forms (UAX #15); equivalent to canonicallyEqual where
 /// neither is less. Text that is not UTF-8 is ordered by its bytes.
 [[nodiscard]] std::weak_ordering canonicalOrder(std::string_view a, std::string_view b);

@@ -111,6 +111,26 @@ constexpr OrderCase orderCases[] = {
     {"notUTF8ByBytes", "\xFE", "\xFF"},
 };
 
+TEST(TextTest, knowsTheCharactersOfASCIIThatHaveAnotherSpelling) {
+  std::string respelled;
+  for (std::int32_t codePoint = 0x80; codePoint < codePointLimit; ++codePoint) {
+    const std::string normalized = normalizedNFC(encoded(codePoint));
+    if (normalized.size() == 1) {
+      respelled += normalized;
+    }
+  }
+  for (char character = 0; character < 0x7F; ++character) {
+    EXPECT_EQ(hasOneSpelling(std::string(1, character)),
+              respelled.find(character) == respelled.npos)
+        << character;
+  }
+  EXPECT_EQ(respelled.size(), 3);
+  EXPECT_TRUE(hasOneSpelling(""));
+  for (const char* text : {"aK", "\u00e9", "e\u0301", "\xff"}) {
+    EXPECT_FALSE(hasOneSpelling(text)) << text;
+  }
+}
+
 TEST(TextTest, isOrderedByCodePointsOfTheComposedForm) {
   for (const OrderCase& row : orderCases) {
     SCOPED_TRACE(row.name);

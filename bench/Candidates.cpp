@@ -4,8 +4,8 @@
 #include "platform/PlatformError.h"
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/PosixFileReader.h"
-#include "warpshared/ManifestDecoding.h"
-#include "warpshared/VelmoraWarpSharedManifest.h"
+#include "warpshared/reading/ManifestDecoding.h"
+#include "warpshared/records/VelmoraWarpSharedManifest.h"
 
 #include <simdjson.h>
 

@@ -111,7 +111,7 @@ class PackedPaths {
 void insertAll(benchmark::State& state, const Paths& paths) {
   const PackedPaths packed(paths);
   for ([[maybe_unused]] auto iteration : state) {
-    CanonicalTextSet set;
+    internal::CanonicalTextSet set;
     for (const std::string_view path : packed.views()) {
       set.insert(path);
     }

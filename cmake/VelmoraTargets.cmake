@@ -50,12 +50,13 @@ function(velmora_options_for_tests target)
   endif()
 endfunction()
 
-# velmora_add_library(NAME [INTERFACE] [NOT_INSTALLED] [SOURCES …] [DEPENDS …] [PRIVATE_DEPENDS …])
-# makes the static library velmora_NAME, exported as velmora::NAME, of the current folder.
-# Headers are included as "folder/Header.h", in the tree and when installed.
+# velmora_add_library(NAME [INTERFACE] [NOT_INSTALLED] [SOURCES …] [HEADERS …] [DEPENDS …]
+# [PRIVATE_DEPENDS …]) makes the static library velmora_NAME, exported as velmora::NAME, of the
+# current folder. HEADERS are the public ones: only they are installed. A header is included as
+# "folder/Header.h", in the tree and when installed.
 function(velmora_add_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "INTERFACE;NOT_INSTALLED" ""
-                        "SOURCES;DEPENDS;PRIVATE_DEPENDS")
+                        "SOURCES;HEADERS;DEPENDS;PRIVATE_DEPENDS")
   set(target velmora_${name})
   set(scope PUBLIC)
   if(arg_INTERFACE)
@@ -85,9 +86,11 @@ function(velmora_add_library name)
   endif()
   install(TARGETS ${target} EXPORT velmora-finder-actions COMPONENT development)
   file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
-  file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
-  install(FILES ${headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/velmora/${folder}
-          COMPONENT development)
+  foreach(header IN LISTS arg_HEADERS)
+    cmake_path(GET header PARENT_PATH room)
+    install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/velmora/${folder}/${room}
+            COMPONENT development)
+  endforeach()
 endfunction()
 
 function(velmora_install_package)

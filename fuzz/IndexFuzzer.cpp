@@ -1,11 +1,12 @@
 // An index of destroyed manifests: the verdict does not depend on how the document is written, and
 // what decodes reads back as itself, whether or not it is valid.
 #include "fuzz/Verdict.h"
-#include "warpshared/DestroyedManifestIndex.h"
+#include "warpshared/reading/DestroyedManifestIndexDecoding.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 VelmoraWarpSharedDestroyedManifestIndex decodedAndValidated(std::string& bytes) {
@@ -26,9 +27,9 @@ void requireOneVerdict(std::string_view document) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  velmora::requireOneVerdict(velmora::textOf(data, size));
+  velmora::internal::requireOneVerdict(velmora::textOf(data, size));
   return 0;
 }

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 void requireToStandAt(JSONValue value, char first) {
@@ -79,9 +79,9 @@ void requireStrictReading(std::string_view document) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  velmora::requireStrictReading(velmora::textOf(data, size));
+  velmora::internal::requireStrictReading(velmora::textOf(data, size));
   return 0;
 }

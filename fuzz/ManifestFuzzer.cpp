@@ -3,7 +3,8 @@
 // that the exact one refuses.
 #include "fuzz/Verdict.h"
 #include "tests/warpshared/ManifestReadings.h"
-#include "warpshared/ManifestDecoding.h"
+#include "warpshared/reading/ManifestDecoding.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <cstddef>
 #include <functional>
@@ -11,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 ManifestSummary summaryOf(const VelmoraWarpSharedManifest& manifest) {
@@ -121,16 +122,16 @@ std::string editedManifest(std::string_view edits) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view input = velmora::textOf(data, size);
-  velmora::requireOneVerdict(input);
-  velmora::requireQuickToBeExact(input);
+  velmora::internal::requireOneVerdict(input);
+  velmora::internal::requireQuickToBeExact(input);
   // So little is no manifest, but says how one is to be changed.
   constexpr std::size_t mostEdits = 48;
   if (size <= mostEdits) {
-    velmora::requireQuickToBeExact(velmora::editedManifest(input));
+    velmora::internal::requireQuickToBeExact(velmora::internal::editedManifest(input));
   }
   return 0;
 }

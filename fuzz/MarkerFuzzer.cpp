@@ -6,14 +6,10 @@
 
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
-std::string encodedMarker(const WarpMarker& marker) {
-  std::string json;
-  encode(json, marker);
-  return json;
-}
+std::string encodedMarker(const WarpMarker& marker) { return encoded(marker); }
 
 void requireOneVerdict(std::string_view document) {
   JSONReader reader;
@@ -24,9 +20,9 @@ void requireOneVerdict(std::string_view document) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  velmora::requireOneVerdict(velmora::textOf(data, size));
+  velmora::internal::requireOneVerdict(velmora::textOf(data, size));
   return 0;
 }

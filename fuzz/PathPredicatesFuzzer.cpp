@@ -3,11 +3,11 @@
 #include "text/Characters.h"
 #include "text/LexicalPath.h"
 #include "text/Text.h"
-#include "warpshared/PathPredicates.h"
+#include "warpshared/rules/PathPredicates.h"
 
 #include <algorithm>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 bool holdsNUL(std::string_view text) { return text.find('\0') != std::string_view::npos; }
@@ -26,11 +26,12 @@ bool isSafeByTheRules(std::string_view key) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view text = velmora::textOf(data, size);
-  velmora::require(velmora::isCanonicalAbsolutePath(text) == velmora::isCanonicalByTheRules(text));
-  velmora::require(velmora::isSafeRelativeObjectKey(text) == velmora::isSafeByTheRules(text));
+  using namespace velmora;
+  const std::string_view text = textOf(data, size);
+  require(internal::isCanonicalAbsolutePath(text) == internal::isCanonicalByTheRules(text));
+  require(internal::isSafeRelativeObjectKey(text) == internal::isSafeByTheRules(text));
   return 0;
 }

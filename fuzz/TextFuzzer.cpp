@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 void requireOneNormalForm(std::string_view text) {
@@ -67,15 +67,15 @@ void requirePartsThatJoin(std::string_view text) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto [a, b] = velmora::halvesOf(velmora::textOf(data, size));
-  velmora::requireOneNormalForm(a);
-  velmora::requireOneNormalForm(b);
-  velmora::requireOneMeaningOfEquality(a, b);
-  velmora::requireBoundariesAtCharacters(a);
-  velmora::requirePrefixOfConcatenation(a, b);
-  velmora::requirePartsThatJoin(a);
+  velmora::internal::requireOneNormalForm(a);
+  velmora::internal::requireOneNormalForm(b);
+  velmora::internal::requireOneMeaningOfEquality(a, b);
+  velmora::internal::requireBoundariesAtCharacters(a);
+  velmora::internal::requirePrefixOfConcatenation(a, b);
+  velmora::internal::requirePartsThatJoin(a);
   return 0;
 }

@@ -4,7 +4,7 @@
 
 #include "fuzz/Property.h"
 #include "json/DecodingError.h"
-#include "json/JSONReader.h"
+#include "json/strict/JSONReader.h"
 #include "platform/PlatformError.h"
 #include "tests/support/JSONRewriting.h"
 
@@ -66,13 +66,15 @@ auto verdictOn(std::string_view document, Decode decode)
 inline Verdict<std::vector<std::string>> inOtherWords(std::string_view document) {
   return verdictOn(document, [document](std::string& bytes) {
     const std::uint64_t seed = std::hash<std::string_view>()(document);
-    JSONReader reader;
-    const JSONValue value = reader.read(bytes);
-    return std::vector{
-        rewritten(value),
-        rewritten(value, {.isSpacious = false, .slashes = SlashStyle::plain, .shuffleSeed = seed}),
-        rewritten(value,
-                  {.isSpacious = true, .slashes = SlashStyle::escaped, .shuffleSeed = ~seed})};
+    internal::JSONReader reader;
+    const internal::JSONValue value = reader.read(bytes);
+    return std::vector{rewritten(value),
+                       rewritten(value, {.isSpacious = false,
+                                         .slashes = internal::SlashStyle::plain,
+                                         .shuffleSeed = seed}),
+                       rewritten(value, {.isSpacious = true,
+                                         .slashes = internal::SlashStyle::escaped,
+                                         .shuffleSeed = ~seed})};
   });
 }
 

@@ -46,7 +46,7 @@ template <class Show>
 std::string repaired(std::string_view bytes, Show shown) {
   std::string text;
   for (std::size_t position = 0; position < bytes.size();) {
-    const CodePoint point = codePointAt(bytes, position);
+    const internal::CodePoint point = internal::codePointAt(bytes, position);
     if (point.isUTF8()) {
       text += shown(point.value, bytes.substr(position, point.length));
     } else {

@@ -4,7 +4,7 @@
 #include "JSONObject.h"
 #include "MirrorListing.h"
 #include "common/SelectedItems.h"
-#include "json/JSONReader.h"
+#include "json/strict/JSONReader.h"
 #include "platform/PathStandardizer.h"
 #include "platform/Platform.h"
 #include "platform/PlatformError.h"
@@ -75,7 +75,7 @@ class ItemExplainer {
 
   /// None when there is none.
   [[nodiscard]] std::optional<ExplainedMarker> markerIn(const Text& folder) const {
-    JSONReader reader;
+    internal::JSONReader reader;
     try {
       const std::optional<WarpMarker> marker = readWarpMarker(folder, platform_.fileReader, reader);
       return marker.has_value() ? std::optional(warpNamedBy(*marker)) : std::nullopt;

@@ -2,7 +2,7 @@
 
 #include "DisplayText.h"
 #include "JSONObject.h"
-#include "json/JSONReader.h"
+#include "json/strict/JSONReader.h"
 #include "platform/FileReader.h"
 #include "platform/PlatformError.h"
 
@@ -83,7 +83,7 @@ Fault faultInFile(const std::exception_ptr& error, std::string_view path, const 
   Fault fault = faultOf(error);
   if (fault.byteOffset.has_value()) {
     try {
-      fault.place = placeOf(*fault.byteOffset, files.read(path, maxJSONDocumentLength));
+      fault.place = placeOf(*fault.byteOffset, files.read(path, internal::maxJSONDocumentLength));
     } catch (const std::exception&) {
       // The file has gone meanwhile, or memory has; the offset is told all the same.
     }

@@ -4,7 +4,7 @@
 #include "JSONObject.h"
 #include "ManifestReport.h"
 #include "platform/FileReader.h"
-#include "warpshared/DestroyedManifestIndex.h"
+#include "warpshared/reading/DestroyedManifestIndexDecoding.h"
 
 #include <exception>
 #include <filesystem>

@@ -4,9 +4,9 @@
 #include "Fault.h"
 #include "FileKind.h"
 #include "Style.h"
-#include "json/JSONReader.h"
+#include "json/strict/JSONReader.h"
 #include "resolution/WarpMarker.h"
-#include "warpshared/ManifestDecoding.h"
+#include "warpshared/reading/ManifestDecoding.h"
 
 #include <cstddef>
 #include <optional>
@@ -49,7 +49,7 @@ class FileChecker {
 
   const FileReader& files_;
   ManifestDecoder manifests_;
-  JSONReader markers_;
+  internal::JSONReader markers_;
 };
 
 /// As a JSON object.

@@ -1,7 +1,7 @@
 #include "FileKind.h"
 
 #include "resolution/WarpMarker.h"
-#include "warpshared/DestroyedManifestIndex.h"
+#include "warpshared/records/DestroyedManifestIndex.h"
 
 #include <algorithm>
 #include <array>

@@ -7,7 +7,7 @@ namespace velmora::inspect {
 
 std::string jsonString(std::string_view text) {
   std::string json;
-  appendJSONString(json, repairedUTF8(text));
+  internal::appendJSONString(json, repairedUTF8(text));
   return json;
 }
 

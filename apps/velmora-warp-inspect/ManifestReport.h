@@ -1,7 +1,7 @@
 // What is told of a valid manifest.
 #pragma once
 
-#include "warpshared/ManifestDecoding.h"
+#include "warpshared/reading/ManifestDecoding.h"
 
 #include <string>
 

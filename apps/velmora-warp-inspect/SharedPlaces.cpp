@@ -6,7 +6,7 @@
 #include "platform/PlatformError.h"
 #include "resolution/ManifestMirror.h"
 #include "text/LexicalPath.h"
-#include "warpshared/DestroyedManifestIndex.h"
+#include "warpshared/records/DestroyedManifestIndex.h"
 
 #include <string_view>
 

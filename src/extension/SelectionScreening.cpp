@@ -67,7 +67,7 @@ std::vector<Text> acceptedPaths(const Screening& screening) {
       paths.push_back(item.path);
     }
   }
-  return uniquePaths(paths);
+  return internal::uniquePaths(paths);
 }
 
 }  // namespace velmora

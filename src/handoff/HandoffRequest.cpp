@@ -34,7 +34,7 @@ std::vector<Text> normalizedHandoffPaths(const std::vector<Text>& paths,
       normalized.push_back(std::move(standardized));
     }
   }
-  return uniquePaths(normalized);
+  return internal::uniquePaths(normalized);
 }
 
 void writeHandoffRequest(FinderHandoffAction action, const std::vector<Text>& paths,

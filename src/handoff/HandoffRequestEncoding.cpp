@@ -2,9 +2,9 @@
 
 #include "json/JSONWriting.h"
 #include "platform/PlatformError.h"
+#include "text/InternetDateTime.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <string_view>
 
 namespace velmora {
@@ -15,7 +15,7 @@ void appendString(std::string& json, std::string_view text) {
   if (!isUTF8(text)) {
     throw posixError(EILSEQ);
   }
-  appendJSONString(json, text, SlashStyle::escaped);
+  internal::appendJSONString(json, text, internal::SlashStyle::escaped);
 }
 
 void appendStrings(std::string& json, const std::vector<Text>& texts) {
@@ -35,24 +35,12 @@ void appendStrings(std::string& json, const std::vector<Text>& texts) {
 
 }  // namespace
 
-std::string internetDateTime(std::chrono::system_clock::time_point instant) {
-  const auto seconds = std::chrono::floor<std::chrono::seconds>(instant);
-  const auto day = std::chrono::floor<std::chrono::days>(seconds);
-  const std::chrono::year_month_day date(day);
-  const std::chrono::hh_mm_ss time(seconds - day);
-  char text[64];
-  std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02dZ", static_cast<int>(date.year()),
-                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
-                static_cast<int>(time.seconds().count()));
-  return text;
-}
-
 std::string encodeHandoffRequest(const HandoffRequest& request) {
   std::string json = "{\n  \"action\" : ";
   appendString(json, rawValue(request.action));
   json += ",\n  \"createdAt\" : ";
-  appendString(json, internetDateTime(request.createdAt));
+  const auto createdAt = std::chrono::floor<std::chrono::seconds>(request.createdAt);
+  appendString(json, internal::formatInternetDateTime(createdAt));
   json += ",\n  \"folderPaths\" : ";
   appendStrings(json, request.folderPaths);
   json += "\n}";

@@ -16,11 +16,9 @@ struct HandoffRequest {
   std::vector<Text> folderPaths = {};
 };
 
-/// `instant` in UTC to the whole second, cut off, as ISO 8601 has it: 2026-03-01T09:15:42Z.
-[[nodiscard]] std::string internetDateTime(std::chrono::system_clock::time_point instant);
-
 /// The request as JSON (RFC 8259) in one fixed layout: keys sorted, two blanks of indentation,
-/// " : " after a key, every "/" escaped, no newline at the end. Throws posixError(EILSEQ) for a
+/// " : " after a key, every "/" escaped, no newline at the end. `createdAt` is in UTC, cut off to
+/// the whole second: 2026-03-01T09:15:42Z (RFC 3339). Throws posixError(EILSEQ) for a
 /// path that is not UTF-8, since JSON cannot carry it.
 [[nodiscard]] std::string encodeHandoffRequest(const HandoffRequest& request);
 

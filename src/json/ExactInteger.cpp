@@ -1,13 +1,12 @@
 #include "json/ExactInteger.h"
 
+#include "json/DecimalDigits.h"
+
 #include <algorithm>
-#include <bit>
-#include <charconv>
 #include <cstddef>
-#include <cstring>
 #include <string>
 
-namespace velmora {
+namespace velmora::internal {
 
 namespace {
 
@@ -78,12 +77,12 @@ std::int64_t exponentOf(const NumberParts& parts) {
 
 constexpr std::size_t maxDigits = std::numeric_limits<std::uint64_t>::digits10 + 1;
 
-std::optional<std::uint64_t> magnitudeOf(const std::string& digits) {
-  std::uint64_t magnitude = 0;
-  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), magnitude);
-  return result.ec == std::errc() ? std::optional(magnitude) : std::nullopt;
+std::optional<std::uint64_t> magnitudeOf(std::string_view digits) {
+  const DecimalValue magnitude = valueOfDigits(digits.data(), digits.size());
+  return magnitude.isValid ? std::optional(magnitude.value) : std::nullopt;
 }
 
+/// The value of a number with a fraction or an exponent, which move its digits: 40e-1 is 4.
 std::optional<std::uint64_t> scaledMagnitude(const NumberParts& parts) {
   std::string digits(parts.wholeDigits);
   digits += parts.fractionDigits;
@@ -100,53 +99,7 @@ std::optional<std::uint64_t> scaledMagnitude(const NumberParts& parts) {
     return std::nullopt;
   }
   digits.append(static_cast<std::size_t>(zeros), '0');
-  return digits.size() <= maxDigits ? magnitudeOf(digits) : std::nullopt;
-}
-
-/// So many digits never take more than 64 bits.
-constexpr std::size_t safeDigits = std::numeric_limits<std::uint64_t>::digits10;
-
-/// The value of eight digits that begin at `text`; none when one of them is no digit.
-std::optional<std::uint64_t> valueOfEightDigits(const char* text) {
-  std::uint64_t bytes = 0;
-  std::memcpy(&bytes, text, sizeof bytes);
-  constexpr std::uint64_t zeros = 0x3030303030303030;
-  // A digit has a high half of 3, also when 6 is added to it.
-  constexpr std::uint64_t highHalves = 0xF0F0F0F0F0F0F0F0;
-  if ((bytes & highHalves) != zeros || ((bytes + 0x0606060606060606) & highHalves) != zeros) {
-    return std::nullopt;
-  }
-  // Neighbours are joined to two digits, these to four, these to eight, all at once.
-  bytes -= zeros;
-  bytes = (bytes * 10 + (bytes >> 8)) & 0x00FF00FF00FF00FF;
-  bytes = (bytes * 100 + (bytes >> 16)) & 0x0000FFFF0000FFFF;
-  return (bytes * 10000 + (bytes >> 32)) & 0x00000000FFFFFFFF;
-}
-
-/// The value of `text` when it is nothing but digits, and not too many of them.
-std::optional<std::uint64_t> valueOfDigits(std::string_view text) {
-  if (text.size() > safeDigits) {
-    return std::nullopt;
-  }
-  std::uint64_t value = 0;
-  if constexpr (std::endian::native == std::endian::little) {
-    constexpr std::size_t step = 8;
-    while (text.size() >= step) {
-      const std::optional<std::uint64_t> eight = valueOfEightDigits(text.data());
-      if (!eight.has_value()) {
-        return std::nullopt;
-      }
-      value = value * 100'000'000 + *eight;
-      text.remove_prefix(step);
-    }
-  }
-  for (const char digit : text) {
-    if (!isDigit(digit)) {
-      return std::nullopt;
-    }
-    value = value * 10 + static_cast<std::uint64_t>(digit - '0');
-  }
-  return value;
+  return magnitudeOf(digits);
 }
 
 }  // namespace
@@ -162,7 +115,7 @@ bool isJSONNumber(std::string_view text) {
 
 std::optional<ExactInteger> exactInteger(std::string_view number) {
   const bool isNegative = number.starts_with('-');
-  std::optional<std::uint64_t> magnitude = valueOfDigits(number.substr(isNegative ? 1 : 0));
+  std::optional<std::uint64_t> magnitude = magnitudeOf(number.substr(isNegative ? 1 : 0));
   if (!magnitude.has_value()) {
     const std::optional<NumberParts> parts = partsOf(number);
     magnitude = parts.has_value() ? scaledMagnitude(*parts) : std::nullopt;
@@ -173,4 +126,4 @@ std::optional<ExactInteger> exactInteger(std::string_view number) {
   return ExactInteger{.isNegative = isNegative && *magnitude != 0, .magnitude = *magnitude};
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

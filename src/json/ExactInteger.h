@@ -7,7 +7,7 @@
 #include <optional>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// A whole number that is not wider than 64 bits: its sign and its size.
 struct ExactInteger {
@@ -41,4 +41,4 @@ template <std::integral Integer>
   return std::nullopt;
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -1,11 +1,15 @@
 #include "json/JSONString.h"
 
+#include "text/Hexadecimal.h"
+#include "text/UTF16.h"
+#include "text/UTF8.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
 
-namespace velmora {
+namespace velmora::internal {
 
 namespace {
 
@@ -77,71 +81,38 @@ void copyToEscape(char*& target, const char*& source, const char* end) {
   }
 }
 
-std::optional<std::uint32_t> hexadecimalDigit(char character) {
-  if (character >= '0' && character <= '9') {
-    return static_cast<std::uint32_t>(character - '0');
-  }
-  if (character >= 'a' && character <= 'f') {
-    return static_cast<std::uint32_t>(character - 'a' + 10);
-  }
-  if (character >= 'A' && character <= 'F') {
-    return static_cast<std::uint32_t>(character - 'A' + 10);
-  }
-  return std::nullopt;
-}
-
 /// Reads the four digits after "\u".
-std::optional<std::uint32_t> takeCodeUnit(const char*& source, const char* end) {
+std::optional<char32_t> takeCodeUnit(const char*& source, const char* end) {
   constexpr std::ptrdiff_t digitCount = 4;
   if (end - source < digitCount) {
     return std::nullopt;
   }
-  std::uint32_t unit = 0;
+  char32_t unit = 0;
   for (const char* const stop = source + digitCount; source != stop; ++source) {
-    const std::optional<std::uint32_t> digit = hexadecimalDigit(*source);
+    const std::optional<unsigned> digit = hexDigitValue(*source);
     if (!digit.has_value()) {
       return std::nullopt;
     }
-    unit = unit << 4 | *digit;
+    unit = unit << 4U | *digit;
   }
   return unit;
 }
 
-/// Reads what follows "\u": a code point, which may take another "\u" for its second half.
-std::optional<std::uint32_t> takeCodePoint(const char*& source, const char* end) {
-  const std::optional<std::uint32_t> unit = takeCodeUnit(source, end);
-  if (!unit.has_value() || *unit < 0xD800 || *unit > 0xDFFF) {
+/// Reads what follows "\u": a code point, which takes another "\u" after a high surrogate.
+std::optional<char32_t> takeCodePoint(const char*& source, const char* end) {
+  const std::optional<char32_t> unit = takeCodeUnit(source, end);
+  if (!unit.has_value() || !isSurrogate(*unit)) {
     return unit;
   }
-  if (*unit > 0xDBFF || end - source < 2 || source[0] != '\\' || source[1] != 'u') {
+  if (!isHighSurrogate(*unit) || end - source < 2 || source[0] != '\\' || source[1] != 'u') {
     return std::nullopt;
   }
   source += 2;
-  const std::optional<std::uint32_t> second = takeCodeUnit(source, end);
-  if (!second.has_value() || *second < 0xDC00 || *second > 0xDFFF) {
+  const std::optional<char32_t> second = takeCodeUnit(source, end);
+  if (!second.has_value() || !isLowSurrogate(*second)) {
     return std::nullopt;
   }
-  return 0x10000 + ((*unit - 0xD800) << 10) + (*second - 0xDC00);
-}
-
-void putUTF8(char*& target, std::uint32_t codePoint) {
-  const auto put = [&target](std::uint32_t byte) { *target++ = static_cast<char>(byte); };
-  const auto putContinuation = [&](int shift) { put(0x80 | (codePoint >> shift & 0x3F)); };
-  if (codePoint < 0x80) {
-    put(codePoint);
-  } else if (codePoint < 0x800) {
-    put(0xC0 | codePoint >> 6);
-    putContinuation(0);
-  } else if (codePoint < 0x10000) {
-    put(0xE0 | codePoint >> 12);
-    putContinuation(6);
-    putContinuation(0);
-  } else {
-    put(0xF0 | codePoint >> 18);
-    putContinuation(12);
-    putContinuation(6);
-    putContinuation(0);
-  }
+  return codePointOfPair(*unit, *second);
 }
 
 std::optional<char> simpleEscape(char character) {
@@ -173,9 +144,9 @@ bool takeEscape(char*& target, const char*& source, const char* end) {
   }
   const char selector = *source++;
   if (selector == 'u') {
-    const std::optional<std::uint32_t> codePoint = takeCodePoint(source, end);
+    const std::optional<char32_t> codePoint = takeCodePoint(source, end);
     if (codePoint.has_value()) {
-      putUTF8(target, *codePoint);
+      target = writeUTF8(target, *codePoint);
     }
     return codePoint.has_value();
   }
@@ -226,4 +197,4 @@ std::optional<std::size_t> copyResolvingEscapes(std::string_view content, char* 
   }
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

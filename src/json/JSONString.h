@@ -8,7 +8,7 @@
 #include <span>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// Resolves the escapes of `content`, what stands between a string's quotes, in place: the text is
 /// at the end of `content` afterwards, as the escapes only ever shorten it. Returns its length, or
@@ -24,4 +24,4 @@ namespace velmora {
 [[nodiscard]] std::optional<std::size_t> copyResolvingEscapes(std::string_view content,
                                                               char* target);
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -1,14 +1,14 @@
 #include "json/JSONWriting.h"
 
-namespace velmora {
+#include "text/Hexadecimal.h"
+
+namespace velmora::internal {
 
 namespace {
 
 void appendControlCharacter(std::string& json, char character) {
-  constexpr std::string_view digits = "0123456789abcdef";
   json += "\\u00";
-  json += digits[static_cast<unsigned char>(character) >> 4];
-  json += digits[static_cast<unsigned char>(character) & 0x0F];
+  appendHexByte(json, static_cast<unsigned char>(character), lowerCaseHexDigits);
 }
 
 void appendCharacter(std::string& json, char character, SlashStyle slashes) {
@@ -57,4 +57,4 @@ void appendJSONString(std::string& json, std::string_view text, SlashStyle slash
   json += '"';
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 
 enum class SlashStyle { plain, escaped };
 
@@ -13,4 +13,4 @@ enum class SlashStyle { plain, escaped };
 void appendJSONString(std::string& json, std::string_view text,
                       SlashStyle slashes = SlashStyle::plain);
 
-}  // namespace velmora
+}  // namespace velmora::internal

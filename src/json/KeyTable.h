@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// The keys of a record, found by a hash without collisions, which the compiler searches for.
 template <std::size_t count>
@@ -62,4 +62,4 @@ class KeyTable {
   std::uint32_t multiplier_ = 0x9E3779B1;
 };
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -10,31 +10,38 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
-// Each `encode` appends a value. Types elsewhere join in by an `encode` of their own in this
-// namespace. Texts are UTF-8.
+/// JSON text that is being written. A type of its own, so that each `encode` below finds the ones
+/// of other headers.
+struct JSONText {
+  std::string utf8;
+};
+
+// Each `encode` appends a value. Other headers add types by an `encode` in this namespace. Texts
+// are UTF-8.
 
 template <std::integral Integer>
-void encode(std::string& json, Integer integer) {
-  json += std::to_string(integer);
+void encode(JSONText& json, Integer integer) {
+  json.utf8 += std::to_string(integer);
 }
 
-inline void encode(std::string& json, bool boolean) { json += boolean ? "true" : "false"; }
+inline void encode(JSONText& json, bool boolean) { json.utf8 += boolean ? "true" : "false"; }
 
-inline void encode(std::string& json, TextView text) { appendJSONString(json, text); }
+inline void encode(JSONText& json, TextView text) { appendJSONString(json.utf8, text); }
 
 template <class Element>
-void encode(std::string& json, const std::vector<Element>& elements) {
+void encode(JSONText& json, const std::vector<Element>& elements) {
   char separator = '[';
   for (const Element& element : elements) {
-    json += separator;
+    json.utf8 += separator;
     encode(json, element);
     separator = ',';
   }
-  json += elements.empty() ? "[]" : "]";
+  json.utf8 += elements.empty() ? "[]" : "]";
 }
 
 template <class Value>
@@ -48,27 +55,35 @@ bool isAbsent(const std::optional<Value>& optional) {
 }
 
 template <class Value>
-void encode(std::string& json, const std::optional<Value>& present) {
+void encode(JSONText& json, const std::optional<Value>& present) {
   encode(json, *present);
 }
 
 template <RecordWithFields Record>
-void encode(std::string& json, const Record& record) {
+void encode(JSONText& json, const Record& record) {
   char separator = '{';
   const auto encodeField = [&](const auto& field) {
     const auto& value = record.*field.member;
     if (isAbsent(value)) {
       return;
     }
-    json += separator;
-    appendJSONString(json, field.key);
-    json += ':';
+    json.utf8 += separator;
+    appendJSONString(json.utf8, field.key);
+    json.utf8 += ':';
     encode(json, value);
     separator = ',';
   };
   std::apply([&](const auto&... fields) { (encodeField(fields), ...); },
              RecordFields<Record>::list);
-  json += separator == '{' ? "{}" : "}";
+  json.utf8 += separator == '{' ? "{}" : "}";
 }
 
-}  // namespace velmora
+/// The JSON text of a value.
+template <class Value>
+[[nodiscard]] std::string encoded(const Value& value) {
+  JSONText json;
+  encode(json, value);
+  return std::move(json.utf8);
+}
+
+}  // namespace velmora::internal

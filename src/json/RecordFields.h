@@ -8,7 +8,7 @@
 #include <string_view>
 #include <tuple>
 
-namespace velmora {
+namespace velmora::internal {
 
 template <class Value>
 inline constexpr bool isOptional = false;
@@ -61,4 +61,4 @@ inline constexpr std::size_t fieldIndex = [] {
   return static_cast<std::size_t>(found - keys.begin());
 }();
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -6,7 +6,7 @@
 #include <bit>
 #include <new>
 
-namespace velmora {
+namespace velmora::internal {
 
 namespace {
 
@@ -79,4 +79,4 @@ FoundTokens TokenFinder::find(std::string_view text) {
   return {.first = first, .count = parser.n_structural_indexes};
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// Why there are no tokens.
 enum class TokenFault {
@@ -32,6 +32,21 @@ struct FoundTokens {
   std::size_t count = 0;
 };
 
+/// The offset of the end of a token, which is followed by blanks only up to the token at
+/// `nextToken`.
+[[nodiscard]] inline std::uint32_t endOfJSONToken(const char* bytes, std::uint32_t nextToken) {
+  const auto isBlank = [](char byte) {
+    // The first comparison mostly decides: outside of strings no other byte of JSON is that small.
+    return static_cast<unsigned char>(byte) <= ' ' &&
+           (byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t');
+  };
+  std::uint32_t end = nextToken;
+  while (isBlank(bytes[end - 1])) {
+    --end;
+  }
+  return end;
+}
+
 /// Searches one text after the other. Keeps its memory between them: four bytes for each byte of
 /// the longest text. One thread at a time.
 class TokenFinder {
@@ -54,4 +69,4 @@ class TokenFinder {
   std::unique_ptr<StageOne> stageOne_;
 };
 
-}  // namespace velmora
+}  // namespace velmora::internal

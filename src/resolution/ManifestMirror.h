@@ -3,7 +3,7 @@
 #pragma once
 
 #include "text/Text.h"
-#include "warpshared/ManifestDecoding.h"
+#include "warpshared/reading/ManifestDecoding.h"
 
 #include <cstddef>
 #include <exception>

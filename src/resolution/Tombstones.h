@@ -3,7 +3,7 @@
 
 #include "text/CanonicalTextSet.h"
 #include "text/Text.h"
-#include "warpshared/DestroyedManifestIndex.h"
+#include "warpshared/records/DestroyedManifestIndex.h"
 
 #include <cstddef>
 #include <vector>
@@ -27,8 +27,8 @@ class Tombstones {
 
  private:
   const std::vector<VelmoraWarpSharedDestroyedManifestRecord> records_;
-  CanonicalTextSet warpIDs_;
-  CanonicalTextSet manifestKeys_;
+  internal::CanonicalTextSet warpIDs_;
+  internal::CanonicalTextSet manifestKeys_;
 };
 
 }  // namespace velmora

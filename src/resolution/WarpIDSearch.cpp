@@ -1,7 +1,7 @@
 #include "resolution/WarpIDSearch.h"
 
 #include "platform/FileReader.h"
-#include "warpshared/ManifestDecoding.h"
+#include "warpshared/reading/ManifestDecoding.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,14 +1,14 @@
 #include "resolution/WarpMarker.h"
 
-#include "json/JSONReader.h"
-#include "json/RecordDecoding.h"
+#include "json/strict/JSONReader.h"
+#include "json/strict/RecordDecoding.h"
 #include "platform/FileReader.h"
 #include "platform/PlatformError.h"
 #include "text/LexicalPath.h"
 
 namespace velmora {
 
-WarpMarker decodeWarpMarker(std::string& bytes, JSONReader& reader) {
+WarpMarker decodeWarpMarker(std::string& bytes, internal::JSONReader& reader) {
   WarpMarker marker;
   decode(reader.read(bytes), marker);
   return marker;
@@ -19,7 +19,7 @@ Text warpMarkerPath(const Text& folderPath) {
 }
 
 std::optional<WarpMarker> readWarpMarker(const Text& folderPath, const FileReader& files,
-                                         JSONReader& reader) {
+                                         internal::JSONReader& reader) {
   const Text path = warpMarkerPath(folderPath);
   std::string bytes;
   try {

@@ -14,7 +14,10 @@
 namespace velmora {
 
 class FileReader;
+
+namespace internal {
 class JSONReader;
+}
 
 /// The name of the marker, directly inside the warped folder.
 inline constexpr std::string_view warpMarkerFileName = ".velmora-warped.json";
@@ -30,12 +33,12 @@ struct WarpMarker {
 };
 
 template <>
-struct RecordFields<WarpMarker> {
-  static constexpr std::tuple list{RecordField{"warpID", &WarpMarker::warpID}};
+struct internal::RecordFields<WarpMarker> {
+  static constexpr std::tuple list{internal::RecordField{"warpID", &WarpMarker::warpID}};
 };
 
 /// Decodes a marker from JSON; `bytes` are scratch afterwards. Throws DecodingError.
-[[nodiscard]] WarpMarker decodeWarpMarker(std::string& bytes, JSONReader& reader);
+[[nodiscard]] WarpMarker decodeWarpMarker(std::string& bytes, internal::JSONReader& reader);
 
 /// The path of the marker of a folder.
 [[nodiscard]] Text warpMarkerPath(const Text& folderPath);
@@ -43,6 +46,7 @@ struct RecordFields<WarpMarker> {
 /// The marker of a folder, or none when nothing of its name is there. Throws PlatformError when it
 /// cannot be read, DecodingError when it is no marker, and std::bad_alloc. Any thread.
 [[nodiscard]] std::optional<WarpMarker> readWarpMarker(const Text& folderPath,
-                                                       const FileReader& files, JSONReader& reader);
+                                                       const FileReader& files,
+                                                       internal::JSONReader& reader);
 
 }  // namespace velmora

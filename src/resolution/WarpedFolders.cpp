@@ -2,7 +2,7 @@
 
 #include "handoff/SharedContainer.h"
 #include "json/DecodingError.h"
-#include "json/JSONReader.h"
+#include "json/strict/JSONReader.h"
 #include "platform/PathStandardizer.h"
 #include "platform/Platform.h"
 #include "platform/PlatformError.h"
@@ -11,7 +11,7 @@
 #include "resolution/WarpRoots.h"
 #include "resolution/WarpsAround.h"
 #include "text/Characters.h"
-#include "warpshared/DestroyedManifestIndex.h"
+#include "warpshared/reading/DestroyedManifestIndexDecoding.h"
 
 #include <unordered_set>
 #include <utility>
@@ -21,7 +21,7 @@ namespace velmora {
 namespace {
 
 ManifestVerdict verdictByMarker(const ManifestSummary& manifest, const FileReader& files,
-                                JSONReader& reader) {
+                                internal::JSONReader& reader) {
   const std::optional<WarpMarker> marker =
       readWarpMarker(manifest.originalFolderPath, files, reader);
   if (!marker.has_value()) {
@@ -87,7 +87,7 @@ class ManifestJudge {
   const Question& question_;
   const Tombstones& tombstones_;
   const Platform& platform_;
-  JSONReader reader_;
+  internal::JSONReader reader_;
 };
 
 Tombstones loadTombstones(const Text& root, const Platform& platform, Resolution& resolution) {

@@ -1,7 +1,7 @@
 #include "resolution/WarpsAround.h"
 
 #include "json/DecodingError.h"
-#include "json/JSONReader.h"
+#include "json/strict/JSONReader.h"
 #include "platform/FileReader.h"
 #include "platform/PathStandardizer.h"
 #include "platform/PlatformError.h"
@@ -33,7 +33,7 @@ class MarkerSearch {
   }
 
   [[nodiscard]] std::optional<std::vector<Text>> warpIDs() && {
-    return mayBeAny_ ? std::nullopt : std::optional(uniquePaths(warpIDs_));
+    return mayBeAny_ ? std::nullopt : std::optional(internal::uniquePaths(warpIDs_));
   }
 
  private:
@@ -92,7 +92,7 @@ class MarkerSearch {
 
   const FileReader& files_;
   const PathStandardizer& standardizer_;
-  JSONReader reader_;
+  internal::JSONReader reader_;
   std::unordered_set<std::string> searched_;
   std::map<std::string, std::optional<Names>> listings_;
   std::vector<Text> warpIDs_;

@@ -13,7 +13,7 @@
 #include <cstring>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 
 using ByteVector = std::uint8_t __attribute__((vector_size(16)));
 
@@ -81,4 +81,4 @@ template <typename Judge>
   return !isAnySet(~verdict);
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

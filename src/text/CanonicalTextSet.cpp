@@ -6,7 +6,7 @@
 #include <bit>
 #include <stdexcept>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 constexpr std::size_t maxTexts = std::size_t{1} << 30U;
@@ -97,4 +97,4 @@ void CanonicalTextSet::growTo(std::size_t slotCount) {
   }
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

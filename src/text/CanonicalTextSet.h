@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// Texts that are different by canonical equivalence (Text.h). Their bytes lie elsewhere and must
 /// outlive the set, or stay until it is cleared. An ASCII text costs no allocation but the set's
@@ -53,4 +53,4 @@ class CanonicalTextSet {
   std::vector<Slot> slots_;
 };
 
-}  // namespace velmora
+}  // namespace velmora::internal

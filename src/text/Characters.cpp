@@ -11,11 +11,11 @@ namespace {
 // Where the character that begins at `begin` ends. Bytes that are not UTF-8 are characters of their
 // own.
 std::size_t characterEnd(std::string_view text, std::size_t begin) {
-  CodePoint last = codePointAt(text, begin);
+  internal::CodePoint last = internal::codePointAt(text, begin);
   std::size_t end = begin + last.length;
   utf8proc_int32_t state = 0;
   while (end < text.size() && last.isUTF8()) {
-    const CodePoint next = codePointAt(text, end);
+    const internal::CodePoint next = internal::codePointAt(text, end);
     if (!next.isUTF8() || utf8proc_grapheme_break_stateful(last.value, next.value, &state)) {
       break;
     }
@@ -56,13 +56,13 @@ bool isCharacterBoundaryBeforeASCII(std::string_view text, std::size_t position)
   if (position == 0) {
     return true;
   }
-  const CodePoint before = codePointBefore(text, position);
+  const internal::CodePoint before = internal::codePointBefore(text, position);
   return !before.isUTF8() || utf8proc_grapheme_break(before.value, text[position]);
 }
 
 // Of a code point beyond ASCII. Rare, and kept out of what is asked for each path.
 [[gnu::noinline]] bool isCharacterBoundaryBetween(char before, std::string_view after) {
-  const CodePoint first = codePointAt(after, 0);
+  const internal::CodePoint first = internal::codePointAt(after, 0);
   return !first.isUTF8() || utf8proc_grapheme_break(before, first.value);
 }
 
@@ -77,14 +77,15 @@ bool hasCharacterPrefix(std::string_view text, std::string_view prefix) {
   if (prefix.empty()) {
     return true;
   }
-  const std::size_t common = commonPrefixLength(text, prefix);
+  const std::size_t common = internal::commonPrefixLength(text, prefix);
   if (common == prefix.size()) {
-    return isASCII(prefix.back()) ? isCharacterBoundaryAfterASCII(text, common)
-                                  : hasEqualCharacters(text, prefix);
+    return internal::isASCII(prefix.back()) ? isCharacterBoundaryAfterASCII(text, common)
+                                            : hasEqualCharacters(text, prefix);
   }
   // A text that ends within the prefix lacks code points; two different ASCII characters are never
   // part of canonically equal ones.
-  if (common == text.size() || (isASCII(text[common]) && isASCII(prefix[common]))) {
+  if (common == text.size() ||
+      (internal::isASCII(text[common]) && internal::isASCII(prefix[common]))) {
     return false;
   }
   return hasEqualCharacters(text, prefix);
@@ -93,7 +94,7 @@ bool hasCharacterPrefix(std::string_view text, std::string_view prefix) {
 std::size_t characterCount(std::string_view text) {
   std::size_t count = 0;
   while (!text.empty()) {
-    const std::size_t run = asciiPrefixLength(text);
+    const std::size_t run = internal::asciiPrefixLength(text);
     if (run == 0) {
       ++count;
       text.remove_prefix(characterEnd(text, 0));
@@ -122,7 +123,7 @@ std::vector<std::string_view> splitAtCharacter(std::string_view text, char separ
 
 bool isCharacterBoundaryAfterASCII(std::string_view text, std::size_t position) {
   // Two ASCII characters form one only as CR LF.
-  if (position == text.size() || isASCII(text[position])) {
+  if (position == text.size() || internal::isASCII(text[position])) {
     return position == text.size() || text[position] != '\n' || text[position - 1] != '\r';
   }
   return isCharacterBoundaryBetween(text[position - 1], text.substr(position));

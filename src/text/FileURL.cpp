@@ -1,5 +1,7 @@
 #include "text/FileURL.h"
 
+#include "text/Hexadecimal.h"
+
 #include <algorithm>
 
 namespace velmora {
@@ -37,24 +39,13 @@ std::optional<std::string_view> afterLocalAuthority(std::string_view hierarchica
   return rest.substr(authorityEnd);
 }
 
-std::optional<unsigned> hexDigitValue(char digit) {
-  const char lower = lowercased(digit);
-  if (lower >= '0' && lower <= '9') {
-    return static_cast<unsigned>(lower - '0');
-  }
-  if (lower >= 'a' && lower <= 'f') {
-    return static_cast<unsigned>(lower - 'a' + 10);
-  }
-  return std::nullopt;
-}
-
 // The byte of the escape ("%", two digits) that `text` begins with.
 std::optional<char> escapedByte(std::string_view text) {
   if (text.size() < 3) {
     return std::nullopt;
   }
-  const std::optional<unsigned> high = hexDigitValue(text[1]);
-  const std::optional<unsigned> low = hexDigitValue(text[2]);
+  const std::optional<unsigned> high = internal::hexDigitValue(text[1]);
+  const std::optional<unsigned> low = internal::hexDigitValue(text[2]);
   if (!high || !low) {
     return std::nullopt;
   }

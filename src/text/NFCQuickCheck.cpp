@@ -8,7 +8,7 @@
 #include <iterator>
 #include <limits>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 struct CodePointRange {
@@ -193,4 +193,4 @@ std::optional<TextPiece> findPieceNotInNFC(std::string_view text, std::size_t be
   return std::nullopt;
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -11,7 +11,7 @@
 #include <optional>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// The property NFC_Quick_Check: whether a code point occurs in texts in NFC.
 enum class NFCQuickCheck : std::uint8_t {
@@ -48,4 +48,4 @@ struct TextPiece {
 /// not UTF-8 are passed as if they were ASCII.
 [[nodiscard]] std::optional<TextPiece> findPieceNotInNFC(std::string_view text, std::size_t begin);
 
-}  // namespace velmora
+}  // namespace velmora::internal

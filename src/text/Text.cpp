@@ -32,7 +32,7 @@ void appendDecomposed(CodePoints& codePoints, std::int32_t codePoint) {
 void decomposeCanonically(std::string_view text, CodePoints& codePoints) {
   codePoints.clear();
   while (!text.empty()) {
-    const CodePoint codePoint = codePointAt(text, 0);
+    const internal::CodePoint codePoint = internal::codePointAt(text, 0);
     appendDecomposed(codePoints, codePoint.value);
     text.remove_prefix(codePoint.length);
   }
@@ -77,12 +77,12 @@ void appendComposed(std::string& text, std::span<utf8proc_int32_t> decomposed) {
 
 // The NFC form of a text that is UTF-8, given the first piece of it that may not be in NFC: only
 // such pieces are normalized, so that a few accents in a long path do not cost the whole path.
-std::string normalizedFrom(std::optional<TextPiece> piece, std::string_view text) {
+std::string normalizedFrom(std::optional<internal::TextPiece> piece, std::string_view text) {
   std::string normalized;
   normalized.reserve(text.size());
   CodePoints codePoints;
   std::size_t done = 0;
-  for (; piece; piece = findPieceNotInNFC(text, done)) {
+  for (; piece; piece = internal::findPieceNotInNFC(text, done)) {
     normalized += text.substr(done, piece->begin - done);
     decomposeCanonically(text.substr(piece->begin, piece->end - piece->begin), codePoints);
     putMarksInCanonicalOrder(codePoints);
@@ -95,13 +95,13 @@ std::string normalizedFrom(std::optional<TextPiece> piece, std::string_view text
 // The bytes that stand for `text` in comparisons: its NFC form, or the text itself where it is not
 // UTF-8. `storage` holds them when they are not those of `text`.
 std::string_view canonicalForm(std::string_view text, std::string& storage) {
-  const std::size_t run = asciiPrefixLength(text);
+  const std::size_t run = internal::asciiPrefixLength(text);
   if (run == text.size()) {
     return text;
   }
   // The last ASCII character may compose with what follows it.
-  const std::optional<TextPiece> piece =
-      findPieceNotInNFC(text, run - std::min<std::size_t>(run, 1));
+  const std::optional<internal::TextPiece> piece =
+      internal::findPieceNotInNFC(text, run - std::min<std::size_t>(run, 1));
   if (!piece || !isUTF8(text)) {
     return text;
   }
@@ -125,22 +125,23 @@ bool hasOneSpelling(std::string_view text) {
 }
 
 bool canonicallyEqual(std::string_view a, std::string_view b) {
-  const std::size_t common = commonPrefixLength(a, b);
+  const std::size_t common = internal::commonPrefixLength(a, b);
   // More code points never decompose to the same as fewer of them.
   if (common == a.size() || common == b.size()) {
     return a.size() == b.size();
   }
   // ASCII decomposes to itself, and no mark moves across it.
-  if (isASCII(a[common]) && isASCII(b[common])) {
+  if (internal::isASCII(a[common]) && internal::isASCII(b[common])) {
     return false;
   }
   return haveEqualCanonicalForms(a, b);
 }
 
 std::weak_ordering canonicalOrder(std::string_view a, std::string_view b) {
-  const std::size_t common = commonPrefixLength(a, b);
+  const std::size_t common = internal::commonPrefixLength(a, b);
   // The code point after the difference counts, too: a mark there composes with the one before it.
-  if (isASCIIText(a.substr(0, common + 2)) && isASCIIText(b.substr(common, 2))) {
+  if (internal::isASCIIText(a.substr(0, common + 2)) &&
+      internal::isASCIIText(b.substr(common, 2))) {
     return a.substr(common, 1) <=> b.substr(common, 1);
   }
   std::string storageOfA;
@@ -171,15 +172,15 @@ std::string normalizedNFC(std::string_view text) {
 }
 
 bool isUTF8(std::string_view bytes) {
-  bytes.remove_prefix(asciiPrefixLength(bytes));
+  bytes.remove_prefix(internal::asciiPrefixLength(bytes));
   while (!bytes.empty()) {
-    const CodePoint step = codePointAt(bytes, 0);
+    const internal::CodePoint step = internal::codePointAt(bytes, 0);
     if (!step.isUTF8()) {
       return false;
     }
     bytes.remove_prefix(step.length);
-    if (!bytes.empty() && isASCII(bytes.front())) {
-      bytes.remove_prefix(asciiPrefixLength(bytes));
+    if (!bytes.empty() && internal::isASCII(bytes.front())) {
+      bytes.remove_prefix(internal::asciiPrefixLength(bytes));
     }
   }
   return true;

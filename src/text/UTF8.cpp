@@ -4,12 +4,11 @@
 #include <bit>
 #include <cstring>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 using Word = std::uint64_t;
 
-constexpr std::size_t maxCodePointLength = 4;
 constexpr Word beyondASCII = 0x8080808080808080U;
 
 Word wordAt(std::string_view text, std::size_t position) {
@@ -64,6 +63,29 @@ CodePoint codePointBefore(std::string_view text, std::size_t position) {
   return begin + codePoint.length == position ? codePoint : CodePoint{};
 }
 
+char* writeUTF8(char* target, char32_t codePoint) {
+  const auto write = [&target](char32_t byte) { *target++ = static_cast<char>(byte); };
+  const auto writeContinuation = [&](unsigned shift) {
+    write(0x80U | (codePoint >> shift & 0x3FU));
+  };
+  if (codePoint < 0x80) {
+    write(codePoint);
+  } else if (codePoint < 0x800) {
+    write(0xC0U | codePoint >> 6U);
+    writeContinuation(0);
+  } else if (codePoint < 0x10000) {
+    write(0xE0U | codePoint >> 12U);
+    writeContinuation(6);
+    writeContinuation(0);
+  } else {
+    write(0xF0U | codePoint >> 18U);
+    writeContinuation(12);
+    writeContinuation(6);
+    writeContinuation(0);
+  }
+  return target;
+}
+
 std::size_t asciiPrefixLength(std::string_view text) {
   return lengthBeforeMark(
       text.size(), [text](std::size_t position) { return wordAt(text, position) & beyondASCII; },
@@ -77,4 +99,4 @@ std::size_t commonPrefixLength(std::string_view a, std::string_view b) {
       [a, b](std::size_t position) { return a[position] != b[position]; });
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

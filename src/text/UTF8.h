@@ -4,11 +4,15 @@
 // Bytes that are not UTF-8 are met everywhere and never refused: each one is a unit of its own.
 #pragma once
 
+#include "text/UTF16.h"
+
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// One step through a text: a code point and the bytes that it takes, or one byte that begins no
 /// well-formed code point (RFC 3629).
@@ -20,6 +24,8 @@ struct CodePoint {
 
   [[nodiscard]] bool isUTF8() const { return value != notUTF8; }
 };
+
+inline constexpr std::size_t maxCodePointLength = 4;
 
 /// The step that ends at `position`, which must lie inside `text` and not at its beginning.
 [[nodiscard]] CodePoint codePointBefore(std::string_view text, std::size_t position);
@@ -33,6 +39,15 @@ struct CodePoint {
 
 /// The step that begins at `position`, which must lie inside `text`.
 [[nodiscard]] CodePoint codePointAt(std::string_view text, std::size_t position);
+
+/// Writes the UTF-8 of `codePoint`, which is not a surrogate and at most U+10FFFF, to `target`,
+/// where there is room for maxCodePointLength bytes. Returns the end of what was written.
+char* writeUTF8(char* target, char32_t codePoint);
+
+inline void appendUTF8(std::string& text, char32_t codePoint) {
+  std::array<char, maxCodePointLength> bytes{};
+  text.append(bytes.data(), writeUTF8(bytes.data(), codePoint));
+}
 
 /// How many bytes at the beginning of `text` are ASCII.
 [[nodiscard]] std::size_t asciiPrefixLength(std::string_view text);
@@ -70,8 +85,9 @@ inline CodePoint codePointAt(std::string_view text, std::size_t position) {
   const std::int32_t afterFirst = sixBits(bytes[1]) * 0x40 + sixBits(bytes[2]);
   if (first < 0xF0) {
     const std::int32_t value = (first & 0x0F) * 0x1000 + afterFirst;
-    const bool isSurrogate = value >= 0xD800 && value <= 0xDFFF;
-    return value < 0x800 || isSurrogate ? CodePoint{} : CodePoint{.value = value, .length = 3};
+    return value < 0x800 || isSurrogate(static_cast<char32_t>(value))
+               ? CodePoint{}
+               : CodePoint{.value = value, .length = 3};
   }
   if (first > 0xF4 || left < 4 || !isContinuation(bytes[3])) {
     return {};
@@ -81,4 +97,4 @@ inline CodePoint codePointAt(std::string_view text, std::size_t position) {
   return isInRange ? CodePoint{.value = value, .length = 4} : CodePoint{};
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

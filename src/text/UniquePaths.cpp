@@ -4,7 +4,7 @@
 #include <iterator>
 #include <unordered_set>
 
-namespace velmora {
+namespace velmora::internal {
 
 std::vector<Text> uniquePaths(const std::vector<Text>& paths) {
   std::vector<Text> unique;
@@ -14,4 +14,4 @@ std::vector<Text> uniquePaths(const std::vector<Text>& paths) {
   return unique;
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -5,9 +5,9 @@
 
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// `paths` without repetitions, in their order; of equal ones the first is kept.
 [[nodiscard]] std::vector<Text> uniquePaths(const std::vector<Text>& paths);
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -6,7 +6,7 @@
 #include <bit>
 #include <span>
 
-namespace velmora {
+namespace velmora::internal {
 
 namespace {
 
@@ -80,4 +80,4 @@ bool UniquenessCheck::allDistinct() {
   return verdict;
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

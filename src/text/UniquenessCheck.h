@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// Takes eight bytes a text, twice that while it judges. Throws std::bad_alloc.
 class UniquenessCheck {
@@ -26,4 +26,4 @@ class UniquenessCheck {
   std::vector<std::uint64_t> grouped_;
 };
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -12,6 +12,7 @@
 #include "tests/support/RandomTrees.h"
 #include "tests/support/ScratchDirectory.h"
 #include "text/UniquePaths.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <gtest/gtest.h>
 
@@ -259,7 +260,8 @@ TEST(RandomWorlds, getTheVerdictsOfALookAtEverything) {
         ++questionCount;
         warpedCount += expected.root != "none" ? 1 : 0;
       }
-      ASSERT_EQ(acceptedPaths(screenSelection(selection, platform)), uniquePaths(accepted));
+      ASSERT_EQ(acceptedPaths(screenSelection(selection, platform)),
+                internal::uniquePaths(accepted));
     }
   }
   RecordProperty("questions", questionCount);

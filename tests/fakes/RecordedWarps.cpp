@@ -2,6 +2,7 @@
 
 #include "tests/fakes/WarpRecords.h"
 #include "text/LexicalPath.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <string>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tests/fakes/FakePlatform.h"
-#include "warpshared/VelmoraWarpSharedManifest.h"
+#include "warpshared/records/VelmoraWarpSharedManifest.h"
 
 #include <string_view>
 

@@ -1,6 +1,7 @@
 #include "tests/fakes/WarpRecords.h"
 
 #include "json/JSONWriting.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <utility>
 
@@ -36,7 +37,7 @@ VelmoraWarpSharedManifest manifestOf(std::string_view folderPath, std::string_vi
 
 std::string markerJSON(std::string_view warpID) {
   std::string json = R"({"version":1,"warpID":)";
-  appendJSONString(json, warpID);
+  internal::appendJSONString(json, warpID);
   json += '}';
   return json;
 }

@@ -1,8 +1,8 @@
 // Files as the application writes them, for tests that need some.
 #pragma once
 
-#include "warpshared/DestroyedManifestIndex.h"
-#include "warpshared/VelmoraWarpSharedManifest.h"
+#include "warpshared/records/DestroyedManifestIndex.h"
+#include "warpshared/records/VelmoraWarpSharedManifest.h"
 
 #include <string>
 #include <string_view>

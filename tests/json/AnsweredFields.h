@@ -1,8 +1,8 @@
 // Answered documents with one field, "v", of some type.
 #pragma once
 
-#include "json/JSONReader.h"
-#include "json/RecordDecoding.h"
+#include "json/strict/JSONReader.h"
+#include "json/strict/RecordDecoding.h"
 #include "tests/json/Faults.h"
 #include "tests/support/AnsweredDocuments.h"
 
@@ -14,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 template <class Value>
 struct AnsweredField {
@@ -50,4 +50,4 @@ void expectAnsweredFields(std::string_view path, std::size_t count, Answer answe
   }
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

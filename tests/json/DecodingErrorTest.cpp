@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 TEST(DecodingErrorTest, kindsHaveNames) {
@@ -31,4 +31,4 @@ TEST(DecodingErrorTest, tellsWhatItWasMadeOf) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

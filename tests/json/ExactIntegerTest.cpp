@@ -11,7 +11,7 @@
 #include <type_traits>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 std::string zeros(std::size_t count) { return std::string(count, '0'); }
@@ -153,4 +153,4 @@ TEST(ExactIntegerTest, fitsWithinTheBoundariesOfEachType) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

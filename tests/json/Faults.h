@@ -7,7 +7,7 @@
 #include <string>
 #include <variant>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// As in `list.0.name`, empty for the document as a whole.
 inline std::string joined(const std::vector<CodingKey>& codingPath) {
@@ -44,4 +44,4 @@ std::string faultOf(Action action) {
   return "none";
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 
 using std::string_literals::operator""s;
 
@@ -258,4 +258,4 @@ inline const NumberCase numberCases[] = {
      "123456\u00e9 \u0661 1\u0661 1\0 1234\000678"s},
 };
 
-}  // namespace velmora
+}  // namespace velmora::internal

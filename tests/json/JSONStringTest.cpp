@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 constexpr char guard = '\xFE';
@@ -211,4 +211,4 @@ TEST(JSONStringTest, everyByteThatIsNoDigitIsRefusedInEachPlace) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 std::string written(std::string_view text, SlashStyle slashes = SlashStyle::plain) {
@@ -67,4 +67,4 @@ TEST(JSONWritingTest, whatIsWrittenReadsBack) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

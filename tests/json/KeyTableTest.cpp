@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 constexpr std::array<std::string_view, 9> keys = {
@@ -68,4 +68,4 @@ TEST(KeyTableTest, noTextIsAKeyOfAnEmptyPlace) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

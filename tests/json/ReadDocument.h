@@ -1,12 +1,12 @@
 // A document that a test reads.
 #pragma once
 
-#include "json/JSONReader.h"
+#include "json/strict/JSONReader.h"
 
 #include <string>
 #include <utility>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// Keeps all that the values of a document need. Throws what reading raises.
 class ReadDocument {
@@ -24,4 +24,4 @@ class ReadDocument {
   JSONValue value_;
 };
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -12,7 +12,7 @@
 #include <tuple>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 struct SampleItem {
   std::int64_t number = 0;
@@ -193,4 +193,4 @@ inline const RecordCase recordCases[] = {
     {"braceBehind", withLast("}}"), "dataCorrupted @52: Something follows the document's value."},
 };
 
-}  // namespace velmora
+}  // namespace velmora::internal

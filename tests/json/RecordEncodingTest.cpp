@@ -1,5 +1,5 @@
-#include "json/RecordDecoding.h"
 #include "json/RecordEncoding.h"
+#include "json/strict/RecordDecoding.h"
 #include "tests/json/ReadDocument.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 // Not in an unnamed namespace, where `encode` would not be found for them.
 
@@ -69,13 +69,6 @@ struct RecordFields<Optionals> {
 namespace {
 
 template <class Value>
-std::string encoded(const Value& value) {
-  std::string json;
-  encode(json, value);
-  return json;
-}
-
-template <class Value>
 void expectToDecodeAsItself(const Value& value) {
   const ReadDocument document(encoded(value));
   Value again;
@@ -120,13 +113,13 @@ TEST(RecordEncodingTest, whatIsEncodedDecodesAsItself) {
 }
 
 TEST(RecordEncodingTest, valuesAreAppended) {
-  std::string json = "[";
+  JSONText json{.utf8 = "["};
   encode(json, Point{});
   encode(json, true);
   encode(json, std::int64_t{-1});
   encode(json, std::vector<std::vector<Text>>{{}, {"a"}});
-  EXPECT_EQ(json, R"([{"x":0}true-1[[],["a"]])");
+  EXPECT_EQ(json.utf8, R"([{"x":0}true-1[[],["a"]])");
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 using Places = std::vector<std::uint32_t>;
@@ -105,4 +105,4 @@ TEST(TokenFinderTest, canBeMoved) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

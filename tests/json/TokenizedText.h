@@ -1,16 +1,16 @@
 // A text and its tokens, for tests of those who take them.
 #pragma once
 
-#include "json/TextArena.h"
-#include "json/TokenCursor.h"
 #include "json/TokenFinder.h"
+#include "json/streaming/TextArena.h"
+#include "json/streaming/TokenCursor.h"
 
 #include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <utility>
 
-namespace velmora {
+namespace velmora::internal {
 
 class TokenizedText {
  public:
@@ -37,4 +37,4 @@ class TokenizedText {
   TokenCursor tokens_;
 };
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -5,6 +5,7 @@
 #include "tests/process/JSONLine.h"
 #include "tests/process/ProcessTest.h"
 #include "tests/support/RandomTrees.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <algorithm>
 #include <array>

@@ -2,6 +2,7 @@
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/InspectTest.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <sys/stat.h>
 

@@ -1,6 +1,7 @@
 #include "tests/process/InspectTest.h"
 
 #include "tests/fakes/WarpRecords.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <utility>
 

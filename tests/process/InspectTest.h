@@ -3,7 +3,7 @@
 
 #include "tests/process/JSONLine.h"
 #include "tests/process/ProcessTest.h"
-#include "warpshared/VelmoraWarpSharedManifest.h"
+#include "warpshared/records/VelmoraWarpSharedManifest.h"
 
 #include <filesystem>
 #include <string>

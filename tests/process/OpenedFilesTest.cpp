@@ -4,6 +4,7 @@
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/ProcessTest.h"
 #include "tests/process/Trace.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <filesystem>
 #include <set>

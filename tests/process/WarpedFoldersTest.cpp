@@ -2,6 +2,7 @@
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/ProcessTest.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 namespace velmora::process {
 

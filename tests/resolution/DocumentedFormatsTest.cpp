@@ -1,9 +1,9 @@
 // The examples of docs/formats.md are what they say.
 
-#include "json/JSONReader.h"
+#include "json/strict/JSONReader.h"
 #include "resolution/WarpMarker.h"
-#include "warpshared/DestroyedManifestIndex.h"
-#include "warpshared/ManifestDecoding.h"
+#include "warpshared/reading/DestroyedManifestIndexDecoding.h"
+#include "warpshared/reading/ManifestDecoding.h"
 
 #include <gtest/gtest.h>
 
@@ -36,7 +36,7 @@ TEST(DocumentedFormats, areValid) {
   const VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(documents[1]);
   EXPECT_NO_THROW(validateDestroyedManifestIndex(index));
   EXPECT_EQ(index.records.size(), 1);
-  JSONReader reader;
+  internal::JSONReader reader;
   EXPECT_EQ(decodeWarpMarker(documents[2], reader).warpID, manifest.warpID);
 }
 

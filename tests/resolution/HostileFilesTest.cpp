@@ -10,6 +10,7 @@
 #include "tests/support/HostileFiles.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/Threads.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <gtest/gtest.h>
 

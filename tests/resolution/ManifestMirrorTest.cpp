@@ -3,6 +3,7 @@
 #include "tests/fakes/WarpRecords.h"
 #include "tests/resolution/Faults.h"
 #include "tests/support/AnsweredCases.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "json/DecodingError.h"
-#include "json/JSONReader.h"
 #include "json/JSONWriting.h"
+#include "json/strict/JSONReader.h"
 #include "platform/PlatformError.h"
 #include "resolution/WarpMarker.h"
 #include "tests/fakes/RecordedWarps.h"
@@ -17,7 +17,7 @@ namespace {
 
 TEST(WarpMarkers, areReadFromTheirFolder) {
   FakePlatform fake;
-  JSONReader reader;
+  internal::JSONReader reader;
   mark(fake, "/a", "W");
   EXPECT_EQ(readWarpMarker("/a", fake.fileSystem, reader), WarpMarker{"W"});
   EXPECT_EQ(readWarpMarker("/b", fake.fileSystem, reader), std::nullopt);
@@ -25,7 +25,7 @@ TEST(WarpMarkers, areReadFromTheirFolder) {
 
 TEST(WarpMarkers, areUnreadableOnlyWhereTheyAre) {
   FakePlatform fake;
-  JSONReader reader;
+  internal::JSONReader reader;
   fake.fileSystem.readFailure = throwing(posixError(EIO));
   EXPECT_EQ(readWarpMarker("/a", fake.fileSystem, reader), std::nullopt);
   mark(fake, "/a", "W");
@@ -38,14 +38,14 @@ TEST(WarpMarkers, areUnreadableOnlyWhereTheyAre) {
 TEST(AnsweredMarkers, getTheirAnswers) {
   const auto documents = readAnsweredDocuments("warpshared/marker.jsonl");
   EXPECT_EQ(documents.size(), 64);
-  JSONReader reader;
+  internal::JSONReader reader;
   for (const AnsweredDocument& document : documents) {
     std::string bytes = document.bytes;
     try {
       const WarpMarker marker = decodeWarpMarker(bytes, reader);
       ASSERT_NE(document.okJSON(), nullptr) << document.name;
       std::string answer;
-      appendJSONString(answer, marker.warpID);
+      internal::appendJSONString(answer, marker.warpID);
       EXPECT_EQ(answer, *document.okJSON()) << document.name;
     } catch (const DecodingError& error) {
       ASSERT_NE(document.error(), nullptr) << document.name << ": " << error.what();

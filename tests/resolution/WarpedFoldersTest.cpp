@@ -5,6 +5,7 @@
 #include "tests/fakes/WarpRecords.h"
 #include "tests/resolution/Faults.h"
 #include "tests/support/Bytes.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <gtest/gtest.h>
 

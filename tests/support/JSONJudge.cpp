@@ -42,20 +42,20 @@ bool fitsTheJudge(std::string_view number) {
 }
 
 /// Writes 0 into `document` in place of all numbers below `root` that are too large for the judge.
-void clearLargeNumbers(JSONValue root, std::string& document) {
-  std::vector<JSONValue> pending = {root};
+void clearLargeNumbers(internal::JSONValue root, std::string& document) {
+  std::vector<internal::JSONValue> pending = {root};
   while (!pending.empty()) {
-    const JSONValue value = pending.back();
+    const internal::JSONValue value = pending.back();
     pending.pop_back();
-    if (value.type() == JSONType::number && !fitsTheJudge(value.number())) {
+    if (value.type() == internal::JSONType::number && !fitsTheJudge(value.number())) {
       const std::size_t length = value.number().size();
       document.replace(value.byteOffset(), length, "0" + std::string(length - 1, ' '));
-    } else if (value.type() == JSONType::array) {
-      for (JSONElements elements(value); !elements.atEnd(); elements.advance()) {
+    } else if (value.type() == internal::JSONType::array) {
+      for (internal::JSONElements elements(value); !elements.atEnd(); elements.advance()) {
         pending.push_back(elements.value());
       }
-    } else if (value.type() == JSONType::object) {
-      for (JSONMembers members(value); !members.atEnd(); members.advance()) {
+    } else if (value.type() == internal::JSONType::object) {
+      for (internal::JSONMembers members(value); !members.atEnd(); members.advance()) {
         pending.push_back(members.value());
       }
     }
@@ -91,14 +91,14 @@ bool isSameNumber(std::string_view number, element judged) {
       if (!fitsTheJudge(number)) {
         return judged.get_int64().value_unsafe() == 0;
       }
-      const std::optional<ExactInteger> integer = exactInteger(number);
+      const std::optional<internal::ExactInteger> integer = internal::exactInteger(number);
       return integer.has_value() &&
-             checkedCast<std::int64_t>(*integer) == judged.get_int64().value_unsafe();
+             internal::checkedCast<std::int64_t>(*integer) == judged.get_int64().value_unsafe();
     }
     case element_type::UINT64: {
-      const std::optional<ExactInteger> integer = exactInteger(number);
+      const std::optional<internal::ExactInteger> integer = internal::exactInteger(number);
       return integer.has_value() &&
-             checkedCast<std::uint64_t>(*integer) == judged.get_uint64().value_unsafe();
+             internal::checkedCast<std::uint64_t>(*integer) == judged.get_uint64().value_unsafe();
     }
     case element_type::DOUBLE:
       return judged.get_double().value_unsafe() == approximation(number);
@@ -107,11 +107,11 @@ bool isSameNumber(std::string_view number, element judged) {
   }
 }
 
-using Pairs = std::vector<std::pair<JSONValue, element>>;
+using Pairs = std::vector<std::pair<internal::JSONValue, element>>;
 
 /// Whether both arrays have as many elements, which are then added to `pairs`.
-bool addElements(JSONValue value, const simdjson::dom::array& judged, Pairs& pairs) {
-  JSONElements elements(value);
+bool addElements(internal::JSONValue value, const simdjson::dom::array& judged, Pairs& pairs) {
+  internal::JSONElements elements(value);
   for (const element child : judged) {
     if (elements.atEnd()) {
       return false;
@@ -123,8 +123,8 @@ bool addElements(JSONValue value, const simdjson::dom::array& judged, Pairs& pai
 }
 
 /// Whether both objects have the same keys in the same order; the values are then added.
-bool addMembers(JSONValue value, const simdjson::dom::object& judged, Pairs& pairs) {
-  JSONMembers members(value);
+bool addMembers(internal::JSONValue value, const simdjson::dom::object& judged, Pairs& pairs) {
+  internal::JSONMembers members(value);
   for (const simdjson::dom::key_value_pair field : judged) {
     if (members.atEnd() || members.key() != field.key) {
       return false;
@@ -135,25 +135,25 @@ bool addMembers(JSONValue value, const simdjson::dom::object& judged, Pairs& pai
   return members.atEnd();
 }
 
-bool isSame(JSONValue value, element judged, Pairs& pairs) {
+bool isSame(internal::JSONValue value, element judged, Pairs& pairs) {
   switch (value.type()) {
-    case JSONType::null:
+    case internal::JSONType::null:
       return judged.is_null();
-    case JSONType::boolean:
+    case internal::JSONType::boolean:
       return judged.is_bool() && judged.get_bool().value_unsafe() == value.boolean();
-    case JSONType::number:
+    case internal::JSONType::number:
       return isSameNumber(value.number(), judged);
-    case JSONType::string:
+    case internal::JSONType::string:
       return judged.is_string() && judged.get_string().value_unsafe() == value.text();
-    case JSONType::array:
+    case internal::JSONType::array:
       return judged.is_array() && addElements(value, judged.get_array().value_unsafe(), pairs);
-    case JSONType::object:
+    case internal::JSONType::object:
       break;
   }
   return judged.is_object() && addMembers(value, judged.get_object().value_unsafe(), pairs);
 }
 
-bool areSame(JSONValue root, element judged) {
+bool areSame(internal::JSONValue root, element judged) {
   Pairs pairs = {{root, judged}};
   while (!pairs.empty()) {
     const auto [value, other] = pairs.back();
@@ -181,7 +181,7 @@ JSONAgreement JSONJudge::ask(const std::string& document) {
     judged.replace(0, byteOrderMark.size(), byteOrderMark.size(), ' ');
   }
   std::string bytes = document;
-  std::optional<JSONValue> value;
+  std::optional<internal::JSONValue> value;
   try {
     value = reader_.read(bytes);
     clearLargeNumbers(*value, judged);
@@ -193,7 +193,8 @@ JSONAgreement JSONJudge::ask(const std::string& document) {
     return value.has_value() ? JSONAgreement::differ : JSONAgreement::bothRefuse;
   }
   if (!value.has_value()) {
-    return depthOf(root) > maxJSONNesting ? JSONAgreement::bothRefuse : JSONAgreement::differ;
+    return depthOf(root) > internal::maxJSONNesting ? JSONAgreement::bothRefuse
+                                                    : JSONAgreement::differ;
   }
   return areSame(*value, root) ? JSONAgreement::bothRead : JSONAgreement::differ;
 }

@@ -2,7 +2,7 @@
 // JSONReader but the search for tokens.
 #pragma once
 
-#include "json/JSONReader.h"
+#include "json/strict/JSONReader.h"
 
 #include <memory>
 #include <string>
@@ -31,7 +31,7 @@ class JSONJudge {
  private:
   class Parser;
 
-  JSONReader reader_;
+  internal::JSONReader reader_;
   std::unique_ptr<Parser> parser_;
 };
 

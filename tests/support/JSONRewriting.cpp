@@ -14,12 +14,12 @@ namespace {
 
 struct Member {
   std::string_view key;
-  JSONValue value;
+  internal::JSONValue value;
 };
 
 /// Puts the members that `shuffled` has for a key into the order in which `members` has them.
 void keepDuplicatesInOrder(const std::vector<Member>& members, std::vector<Member>& shuffled) {
-  std::map<std::string_view, std::vector<JSONValue>> values;
+  std::map<std::string_view, std::vector<internal::JSONValue>> values;
   for (const Member& member : members) {
     values[member.key].push_back(member.value);
   }
@@ -35,47 +35,47 @@ class Rewriter {
   explicit Rewriter(const JSONRewriting& rewriting)
       : rewriting_(rewriting), random_(rewriting.shuffleSeed.value_or(0)) {}
 
-  std::string run(JSONValue value) {
+  std::string run(internal::JSONValue value) {
     pending_.emplace_back(value);
     while (!pending_.empty()) {
-      const std::variant<std::string, JSONValue> next = std::move(pending_.back());
+      const std::variant<std::string, internal::JSONValue> next = std::move(pending_.back());
       pending_.pop_back();
       if (const auto* const text = std::get_if<std::string>(&next)) {
         json_ += *text;
       } else {
-        write(std::get<JSONValue>(next));
+        write(std::get<internal::JSONValue>(next));
       }
     }
     return std::move(json_);
   }
 
  private:
-  void write(JSONValue value) {
+  void write(internal::JSONValue value) {
     switch (value.type()) {
-      case JSONType::null:
+      case internal::JSONType::null:
         json_ += "null";
         break;
-      case JSONType::boolean:
+      case internal::JSONType::boolean:
         json_ += value.boolean() ? "true" : "false";
         break;
-      case JSONType::number:
+      case internal::JSONType::number:
         json_ += value.number();
         break;
-      case JSONType::string:
-        appendJSONString(json_, value.text(), rewriting_.slashes);
+      case internal::JSONType::string:
+        internal::appendJSONString(json_, value.text(), rewriting_.slashes);
         break;
-      case JSONType::array:
+      case internal::JSONType::array:
         writeArray(value);
         break;
-      case JSONType::object:
+      case internal::JSONType::object:
         writeObject(value);
         break;
     }
   }
 
-  void writeArray(JSONValue array) {
-    std::vector<JSONValue> values;
-    for (JSONElements elements(array); !elements.atEnd(); elements.advance()) {
+  void writeArray(internal::JSONValue array) {
+    std::vector<internal::JSONValue> values;
+    for (internal::JSONElements elements(array); !elements.atEnd(); elements.advance()) {
       values.push_back(elements.value());
     }
     json_ += punctuation("[");
@@ -88,21 +88,21 @@ class Rewriter {
     }
   }
 
-  void writeObject(JSONValue object) {
+  void writeObject(internal::JSONValue object) {
     const std::vector<Member> members = membersOf(object);
     json_ += punctuation("{");
     pending_.emplace_back(punctuation("}"));
     for (auto member = members.rbegin(); member != members.rend(); ++member) {
       pending_.emplace_back(member->value);
       std::string key = member + 1 == members.rend() ? "" : punctuation(",");
-      appendJSONString(key, member->key, rewriting_.slashes);
+      internal::appendJSONString(key, member->key, rewriting_.slashes);
       pending_.emplace_back(key + punctuation(":"));
     }
   }
 
-  std::vector<Member> membersOf(JSONValue object) {
+  std::vector<Member> membersOf(internal::JSONValue object) {
     std::vector<Member> members;
-    for (JSONMembers rest(object); !rest.atEnd(); rest.advance()) {
+    for (internal::JSONMembers rest(object); !rest.atEnd(); rest.advance()) {
       members.push_back({.key = rest.key(), .value = rest.value()});
     }
     if (rewriting_.shuffleSeed.has_value()) {
@@ -121,12 +121,12 @@ class Rewriter {
   const JSONRewriting& rewriting_;
   std::mt19937_64 random_;
   std::string json_;
-  std::vector<std::variant<std::string, JSONValue>> pending_;
+  std::vector<std::variant<std::string, internal::JSONValue>> pending_;
 };
 
 }  // namespace
 
-std::string rewritten(JSONValue value, const JSONRewriting& rewriting) {
+std::string rewritten(internal::JSONValue value, const JSONRewriting& rewriting) {
   return Rewriter(rewriting).run(value);
 }
 

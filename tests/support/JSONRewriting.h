@@ -2,8 +2,8 @@
 // of its keys must make no difference.
 #pragma once
 
-#include "json/JSONValue.h"
 #include "json/JSONWriting.h"
+#include "json/strict/JSONValue.h"
 
 #include <cstdint>
 #include <optional>
@@ -14,13 +14,13 @@ namespace velmora {
 struct JSONRewriting {
   /// Blanks and line breaks wherever they may stand.
   bool isSpacious = false;
-  SlashStyle slashes = SlashStyle::plain;
+  internal::SlashStyle slashes = internal::SlashStyle::plain;
   /// Shuffles the members of every object when given. Members of one key keep their order, as the
   /// first of them counts.
   std::optional<std::uint64_t> shuffleSeed;
 };
 
 /// Numbers stay as they are written.
-[[nodiscard]] std::string rewritten(JSONValue value, const JSONRewriting& rewriting = {});
+[[nodiscard]] std::string rewritten(internal::JSONValue value, const JSONRewriting& rewriting = {});
 
 }  // namespace velmora

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// Has all cases of the file at `path` asked, which are `count`.
 template <class Answer, class Ask>
@@ -22,4 +22,4 @@ void expectAnswers(std::string_view path, std::size_t count, Ask ask) {
   }
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

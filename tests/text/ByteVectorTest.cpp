@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 constexpr int byteCount = 256;
@@ -74,4 +74,4 @@ TEST(ByteVectorTest, judgesEachByteOfTextsOfAnyLength) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -13,7 +13,7 @@
 #include <unordered_set>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 TEST(CanonicalTextSetTest, holdsEachTextOnce) {
@@ -152,4 +152,4 @@ TEST(CanonicalTextSetTest, isASetOfTexts) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

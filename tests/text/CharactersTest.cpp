@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 struct CountCase {
@@ -250,4 +250,4 @@ TEST(CharactersTest, longCharactersAndRowsOfThemAreNotQuadratic) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 using std::string_view_literals::operator""sv;
@@ -91,4 +91,4 @@ TEST(FileURLTest, equalPathsMakeEqualURLs) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 struct PathCase {
@@ -85,4 +85,4 @@ TEST(LexicalPathTest, appendsAComponent) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 using CodePoints = std::vector<utf8proc_int32_t>;
@@ -308,4 +308,4 @@ TEST(NFCQuickCheckTest, randomTextsPassOrMayBeNormalizedInPieces) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// None of them begins with a code point.
 inline const std::vector<std::string> notUTF8 = wordsOf(
@@ -17,4 +17,4 @@ inline const std::vector<std::string> notUTF8 = wordsOf(
     // Cut off.
     "\xC3 \xE2\x82 \xF0\x9F\x98 \xE2\x82/");
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 class RandomTexts {
  public:
@@ -33,4 +33,4 @@ class RandomTexts {
   std::mt19937_64 engine_;
 };
 
-}  // namespace velmora
+}  // namespace velmora::internal

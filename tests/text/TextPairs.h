@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 
 struct TextPair {
   std::string_view name;
@@ -62,4 +62,4 @@ inline constexpr TextPair textPairs[] = {
     {"ideographs", "\u65e5", "\u6708", false},
 };
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -21,7 +21,7 @@
 #include <unordered_set>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 constexpr std::int32_t codePointLimit = 0x110000;
@@ -357,4 +357,4 @@ TEST(TextTest, ownedTextKeepsItsBytesAndAViewRefersToThem) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

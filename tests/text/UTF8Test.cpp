@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 struct StepCase {
@@ -87,6 +87,19 @@ TEST(UTF8Test, strayContinuationEndsNoCodePoint) {
   EXPECT_FALSE(codePointBefore("\U0001F600\x80/", 5).isUTF8());
 }
 
+TEST(UTF8Test, writesEachCodePointAsItIsRead) {
+  for (char32_t value = 0; value <= 0x10FFFF; ++value) {
+    if (isSurrogate(value)) {
+      continue;
+    }
+    std::string text;
+    appendUTF8(text, value);
+    const CodePoint point = codePointAt(text, 0);
+    ASSERT_EQ(static_cast<char32_t>(point.value), value);
+    ASSERT_EQ(point.length, text.size());
+  }
+}
+
 TEST(UTF8Test, findsTheFirstByteBeyondASCIIAnywhereInAWord) {
   for (std::size_t size = 0; size < 40; ++size) {
     std::string text(size, 'a');
@@ -118,4 +131,4 @@ TEST(UTF8Test, findsTheFirstDifferenceAnywhereInAWord) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 TEST(UniquePathsTest, keepTheFirstOfEquals) {
@@ -12,4 +12,4 @@ TEST(UniquePathsTest, keepTheFirstOfEquals) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 std::string textOf(std::size_t number) { return "/folder/" + std::to_string(number); }
@@ -94,4 +94,4 @@ TEST(UniquenessCheckTest, areNoneAtFirstAndAfterwards) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// What stands between blanks.
 inline std::vector<std::string> wordsOf(const std::string& text) {
@@ -14,4 +14,4 @@ inline std::vector<std::string> wordsOf(const std::string& text) {
   return {std::istream_iterator<std::string>(stream), {}};
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

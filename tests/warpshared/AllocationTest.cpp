@@ -6,9 +6,9 @@
 #include "text/CanonicalTextSet.h"
 #include "text/Characters.h"
 #include "text/Text.h"
-#include "warpshared/PathPredicates.h"
-#include "warpshared/TextEncodings.h"
-#include "warpshared/WarpSharedEntries.h"
+#include "warpshared/records/WarpSharedEntries.h"
+#include "warpshared/rules/PathPredicates.h"
+#include "warpshared/rules/TextEncodings.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 constexpr std::string_view path =
@@ -140,4 +140,4 @@ TEST(KeptEntries, areAsBeforeWhenMemoryRunsOutForACopy) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -4,8 +4,9 @@
 #include "json/JSONWriting.h"
 #include "platform/PlatformError.h"
 #include "tests/support/AnsweredDocuments.h"
-#include "warpshared/DestroyedManifestIndex.h"
-#include "warpshared/ManifestDecoding.h"
+#include "warpshared/reading/DestroyedManifestIndexDecoding.h"
+#include "warpshared/reading/ManifestDecoding.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,7 @@
 #include <string>
 #include <string_view>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 std::string answerOf(const ManifestSummary& manifest) {
@@ -83,4 +84,4 @@ TEST(AnsweredDocuments, ofIndexesGetTheirAnswers) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// How a tree is written.
 struct JSONStyle {
@@ -138,4 +138,4 @@ class JSONTree {
   Object members_;
 };
 
-}  // namespace velmora
+}  // namespace velmora::internal

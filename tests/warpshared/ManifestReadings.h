@@ -1,11 +1,12 @@
 // Manifests as each of the two readers has them, for tests and fuzz targets that compare them.
 #pragma once
 
-#include "json/ChunkedDocument.h"
 #include "json/DecodingError.h"
-#include "warpshared/DiagnosingManifestReader.h"
-#include "warpshared/StreamingManifestReader.h"
-#include "warpshared/VelmoraWarpSharedManifest.h"
+#include "json/streaming/ChunkedDocument.h"
+#include "warpshared/reading/DiagnosingManifestReader.h"
+#include "warpshared/reading/StreamingManifestReader.h"
+#include "warpshared/records/VelmoraWarpSharedManifest.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -15,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// The manifest with its samples and entries, written again to the byte; none when it is refused or
 /// given up.
@@ -82,4 +83,4 @@ class ManifestReaders {
   DiagnosingManifestReader exact_;
 };
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// An entry without anything that may be absent.
 inline JSONTree plainEntryDocument(const std::string& path) {
@@ -55,4 +55,4 @@ inline std::string plainManifestText(std::size_t count,
   return text.replace(text.find("ENTRIES"), 7, entries);
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -3,8 +3,8 @@
 
 #include "platform/PlatformError.h"
 #include "tests/warpshared/ManifestCases.h"
-#include "warpshared/DestroyedManifestIndex.h"
-#include "warpshared/ManifestDecoding.h"
+#include "warpshared/reading/DestroyedManifestIndexDecoding.h"
+#include "warpshared/reading/ManifestDecoding.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@
 #include <utility>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 struct FieldType {
@@ -359,4 +359,4 @@ TEST(FaultOrder, isBehindThatOfTheWholeDocument) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -4,9 +4,9 @@
 
 #include "json/RecordFields.h"
 #include "text/Text.h"
-#include "warpshared/Date.h"
-#include "warpshared/Enumerations.h"
-#include "warpshared/WarpSharedEntries.h"
+#include "warpshared/records/Date.h"
+#include "warpshared/records/Enumerations.h"
+#include "warpshared/records/WarpSharedEntries.h"
 
 #include <concepts>
 #include <cstddef>
@@ -16,7 +16,7 @@
 #include <tuple>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 
 enum class End { least, greatest };
 
@@ -66,4 +66,4 @@ void put(Record& record, End end) {
              RecordFields<Record>::list);
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

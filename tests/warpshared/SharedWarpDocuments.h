@@ -3,7 +3,7 @@
 
 #include "json/DecodingError.h"
 #include "tests/warpshared/JSONTree.h"
-#include "warpshared/ManifestDecoding.h"
+#include "warpshared/reading/ManifestDecoding.h"
 
 #include <cstddef>
 #include <string>
@@ -11,7 +11,7 @@
 #include <utility>
 #include <variant>
 
-namespace velmora {
+namespace velmora::internal {
 
 /// A file entry with every field.
 inline JSONTree entryDocument(const std::string& path) {
@@ -116,4 +116,4 @@ std::string verdictOf(Decoding decoding) {
   }
 }
 
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -1,7 +1,7 @@
 // The quick reader of manifests accepts nothing that the exact one refuses, and reads it as that
 // does.
 
-#include "json/JSONReader.h"
+#include "json/strict/JSONReader.h"
 #include "tests/support/AnsweredDocuments.h"
 #include "tests/support/JSONRewriting.h"
 #include "tests/warpshared/ManifestReadings.h"
@@ -17,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velmora {
+namespace velmora::internal {
 namespace {
 
 /// Compares what both readers make of documents, and counts.
@@ -163,4 +163,4 @@ TEST(StreamingAgainstDiagnosing, agreesOnValidManifests) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::internal

@@ -1,6 +1,9 @@
 #include "platform/linux/StringsTable.h"
 
+#include "text/Hexadecimal.h"
 #include "text/Text.h"
+#include "text/UTF16.h"
+#include "text/UTF8.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,39 +14,6 @@ namespace {
 
 /// Thrown at the first fault; never leaves this file.
 struct Fault {};
-
-bool isHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool isLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
-
-std::optional<unsigned> digitValue(char character, unsigned base) {
-  constexpr std::string_view digits = "0123456789abcdef";
-  const bool isUpper = character >= 'A' && character <= 'F';
-  const char lower = isUpper ? static_cast<char>(character - 'A' + 'a') : character;
-  const std::size_t value = digits.find(lower);
-  if (value >= base) {
-    return std::nullopt;
-  }
-  return static_cast<unsigned>(value);
-}
-
-void appendUTF8(std::string& text, char32_t codePoint) {
-  const auto append = [&text](char32_t byte) { text.push_back(static_cast<char>(byte)); };
-  if (codePoint < 0x80) {
-    return append(codePoint);
-  }
-  if (codePoint < 0x800) {
-    append(0xC0 | codePoint >> 6);
-    return append(0x80 | (codePoint & 0x3F));
-  }
-  if (codePoint < 0x10000) {
-    append(0xE0 | codePoint >> 12);
-  } else {
-    append(0xF0 | codePoint >> 18);
-    append(0x80 | (codePoint >> 12 & 0x3F));
-  }
-  append(0x80 | (codePoint >> 6 & 0x3F));
-  append(0x80 | (codePoint & 0x3F));
-}
 
 class Reader {
  public:
@@ -117,7 +87,7 @@ class Reader {
     std::string text;
     for (char character = take(); character != '"'; character = take()) {
       if (character == '\\') {
-        appendUTF8(text, escapedCharacter());
+        internal::appendUTF8(text, escapedCharacter());
       } else {
         text.push_back(character);
       }
@@ -128,7 +98,7 @@ class Reader {
   char32_t escapedCharacter() {
     constexpr std::string_view letters = "\"\\abfnrtv";
     constexpr std::string_view meanings = "\"\\\a\b\f\n\r\t\v";
-    if (digitIsNext(8)) {
+    if (nextDigit(8).has_value()) {
       return octalCharacter();
     }
     const char letter = take();
@@ -142,14 +112,18 @@ class Reader {
     return static_cast<unsigned char>(meanings[index]);
   }
 
-  bool digitIsNext(unsigned base) const {
-    return !rest_.empty() && digitValue(rest_.front(), base).has_value();
+  /// The value of the next character as a digit of `base`; none when it is no such digit.
+  std::optional<unsigned> nextDigit(unsigned base) const {
+    const std::optional<unsigned> value =
+        rest_.empty() ? std::nullopt : internal::hexDigitValue(rest_.front());
+    return value.has_value() && *value < base ? value : std::nullopt;
   }
 
   char32_t octalCharacter() {
     char32_t value = 0;
-    for (int digits = 0; digits < 3 && digitIsNext(8); ++digits) {
-      value = value * 8 + *digitValue(take(), 8);
+    for (int digits = 0; digits < 3 && nextDigit(8).has_value(); ++digits) {
+      value = value * 8 + *nextDigit(8);
+      take();
     }
     if (value > 0x7F) {
       throw Fault();
@@ -159,29 +133,31 @@ class Reader {
 
   char32_t utf16Character() {
     const char32_t unit = utf16Unit();
-    if (isLowSurrogate(unit)) {
+    if (internal::isLowSurrogate(unit)) {
       throw Fault();
     }
-    if (!isHighSurrogate(unit)) {
+    if (!internal::isHighSurrogate(unit)) {
       return unit;
     }
     if (!skip("\\U")) {
       throw Fault();
     }
     const char32_t low = utf16Unit();
-    if (!isLowSurrogate(low)) {
+    if (!internal::isLowSurrogate(low)) {
       throw Fault();
     }
-    return 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
+    return internal::codePointOfPair(unit, low);
   }
 
   char32_t utf16Unit() {
     char32_t unit = 0;
     for (int digits = 0; digits < 4; ++digits) {
-      if (!digitIsNext(16)) {
+      const std::optional<unsigned> digit = nextDigit(16);
+      if (!digit.has_value()) {
         throw Fault();
       }
-      unit = unit * 16 + *digitValue(take(), 16);
+      unit = unit * 16 + *digit;
+      take();
     }
     return unit;
   }

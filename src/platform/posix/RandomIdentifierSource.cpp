@@ -1,9 +1,10 @@
 #include "platform/posix/RandomIdentifierSource.h"
 
+#include "text/Hexadecimal.h"
+
 #include <array>
 #include <cstdint>
 #include <random>
-#include <string_view>
 
 namespace velmora {
 
@@ -27,15 +28,13 @@ UUIDBytes randomUUIDBytes() {
 }  // namespace
 
 std::string RandomIdentifierSource::uuid() {
-  constexpr std::string_view digits = "0123456789ABCDEF";
   std::string text;
   for (const std::uint8_t byte : randomUUIDBytes()) {
     if (const std::size_t length = text.size();
         length == 8 || length == 13 || length == 18 || length == 23) {
       text += '-';
     }
-    text += digits[byte >> 4];
-    text += digits[byte & 0x0F];
+    internal::appendHexByte(text, byte, internal::upperCaseHexDigits);
   }
   return text;
 }

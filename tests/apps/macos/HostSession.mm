@@ -3,6 +3,7 @@
 #include "tests/fakes/WarpRecords.h"
 #include "tests/gnustep/SharedObjects.h"
 #include "tests/gnustep/Strings.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <filesystem>
 #include <fstream>

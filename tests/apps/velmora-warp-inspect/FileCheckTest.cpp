@@ -1,6 +1,7 @@
 #include "FileCheck.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/WarpRecords.h"
+#include "warpshared/writing/ManifestEncoding.h"
 
 #include <gtest/gtest.h>
 

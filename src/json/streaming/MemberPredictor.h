@@ -1,0 +1,131 @@
+// Members of records as programs write them: the same ones in the same order and form each time.
+#pragma once
+
+#include "json/KeyTable.h"
+#include "json/RecordFields.h"
+#include "json/streaming/TokenCursor.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+namespace velmora::internal {
+
+/// Predicts the bytes between two values: comma, blanks, key and colon. It remembers the two most
+/// recent continuations of each field, because an optional member is either present or not.
+template <RecordWithFields Record>
+class MemberPredictor {
+ public:
+  /// There is no member more; the object's end has not been taken.
+  static constexpr std::size_t end = fieldCount<Record>;
+  /// There is something else.
+  static constexpr std::size_t none = end + 1;
+
+  /// Takes what stands before a value: the object's beginning or a comma, a key, a colon. Returns
+  /// the field's index, or `none` also for a key that is none of the record's. `previous` is the
+  /// field before, `end` at the beginning.
+  std::size_t take(TokenCursor& tokens, std::size_t previous) {
+    const Successor& expected = successors_[previous].primary;
+    return tokens.take(expected.start) ? expected.field : takeOther(tokens, previous);
+  }
+
+ private:
+  struct alignas(128) Successor {
+    MemberPrefix start;
+    std::size_t field = 0;
+  };
+
+  struct Successors {
+    Successor primary;
+    Successor secondary;
+  };
+
+  /// How often the secondary successor of a field has come since a record. The primary one is not
+  /// counted, because an increment for each member costs too much.
+  struct SecondaryCount {
+    std::uint64_t count = 0;
+    std::uint64_t firstRecord = 0;
+  };
+
+  /// One function with all that it calls, and kept out of the many places that take a member.
+  [[gnu::flatten, gnu::noinline]] std::size_t takeOther(TokenCursor& tokens, std::size_t previous) {
+    const bool isFirst = previous == end;
+    if (!isFirst && tokens.isNext('}')) {
+      ++recordCount_;
+      return end;
+    }
+    Successors& successors = successors_[previous];
+    if (tokens.take(successors.secondary.start)) {
+      const std::size_t field = successors.secondary.field;
+      countSecondary(previous);
+      return field;
+    }
+    const char* const begin = tokens.position();
+    std::string_view key;
+    if (!tokens.take(isFirst ? '{' : ',') || !tokens.take(key) || !tokens.take(':')) {
+      return none;
+    }
+    const std::size_t field = keyTable.find(key);
+    if (field == keyTable.none) {
+      return none;
+    }
+    if (isLearning(begin)) {
+      const std::string_view text(begin, static_cast<std::size_t>(tokens.position() - begin));
+      successors.secondary = successors.primary;
+      successors.primary = {.start = MemberPrefix(text), .field = field};
+      secondaryCounts_[previous] = {.count = 0, .firstRecord = recordCount_};
+    }
+    return field;
+  }
+
+  /// Swaps the two when the secondary one comes in more than half of the records.
+  void countSecondary(std::size_t previous) {
+    SecondaryCount& secondary = secondaryCounts_[previous];
+    ++secondary.count;
+    if (secondary.count > maxByChance &&
+        secondary.count > (recordCount_ - secondary.firstRecord) / 2) {
+      std::swap(successors_[previous].primary, successors_[previous].secondary);
+      secondary = {.count = 0, .firstRecord = recordCount_};
+    }
+  }
+
+  /// Whether there is an order to learn, after an unexpected member at `place`. Learning and
+  /// expecting in vain would take as long again as reading what comes in no order.
+  bool isLearning(const char* place) {
+    if (pause_ > 0) {
+      --pause_;
+      return false;
+    }
+    const auto distance = reinterpret_cast<std::uintptr_t>(place) - lastUnexpected_;
+    lastUnexpected_ = reinterpret_cast<std::uintptr_t>(place);
+    unexpectedInRow_ = distance < farApart ? unexpectedInRow_ + 1 : 0;
+    if (unexpectedInRow_ < maxInRow) {
+      return true;
+    }
+    successors_ = {};
+    unexpectedInRow_ = 0;
+    pause_ = longPause;
+    return false;
+  }
+
+  /// In bytes: more than a member, but for a long one, and less than a record takes.
+  static constexpr std::uintptr_t farApart = 256;
+  /// Some records of new members each, and some more in another order.
+  static constexpr int maxInRow = 8 * static_cast<int>(fieldCount<Record>);
+  static constexpr int longPause = 16 * maxInRow;
+
+  static constexpr KeyTable<fieldCount<Record>> keyTable{fieldKeys<Record>};
+
+  static constexpr std::uint64_t maxByChance = 4;
+
+  std::array<Successors, fieldCount<Record> + 1> successors_ = {};
+  std::array<SecondaryCount, fieldCount<Record> + 1> secondaryCounts_ = {};
+  std::uint64_t recordCount_ = 0;
+  std::uintptr_t lastUnexpected_ = 0;
+  int unexpectedInRow_ = 0;
+  int pause_ = 0;
+};
+
+}  // namespace velmora::internal

@@ -1,0 +1,159 @@
+// The tokens of a document as programs write it, taken one by one.
+#pragma once
+
+#include "json/DecimalDigits.h"
+#include "json/TokenFinder.h"
+#include "json/streaming/MemberPrefix.h"
+#include "json/streaming/TextArena.h"
+#include "text/Text.h"
+
+#include <algorithm>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <optional>
+#include <string_view>
+
+namespace velmora::internal {
+
+/// Each operation that takes a token returns whether it did. Where it did not, the tokens are worth
+/// nothing any more, but for whether they ended.
+///
+/// Refused is also what JSON allows and programs do not write: a number with a fraction, an
+/// exponent or more digits than the integer may have.
+class TokenCursor {
+ public:
+  /// `tokens` are those of `text` as TokenFinder has them, and a NUL stands behind `text`. Text and
+  /// tokens stay as they are while the texts taken from them are in use; so does the memory of
+  /// `arena`, where the texts with escapes are.
+  TokenCursor(std::string_view text, const std::uint32_t* tokens, TextArena& arena)
+      : bytes_(text.data()),
+        size_(text.size()),
+        endOfFullPrefixes_(text.size() - std::min(text.size(), MemberPrefix::maxLength - 1)),
+        token_(tokens),
+        arena_(&arena) {
+    findBackslash(0);
+  }
+
+  [[nodiscard]] bool atEnd() const { return *token_ == size_; }
+
+  /// Whether `byte`, which is not NUL, begins the next token.
+  [[nodiscard]] bool isNext(char byte) const { return bytes_[*token_] == byte; }
+
+  /// Where the next token begins, and how many bytes there are from there.
+  [[nodiscard]] const char* position() const { return bytes_ + *token_; }
+  [[nodiscard]] std::size_t remaining() const { return size_ - *token_; }
+
+  /// Takes the three tokens before the value of a member, when exactly `start` stands there. May
+  /// not know it shortly before the end.
+  bool take(const MemberPrefix& start) {
+    const bool isThere = token_[3] - token_[0] == start.length() && *token_ < endOfFullPrefixes_ &&
+                         start.isAt(position());
+    token_ += isThere ? 3 : 0;
+    return isThere;
+  }
+
+  bool take(char punctuation) {
+    const bool isThere = isNext(punctuation);
+    token_ += isThere ? 1 : 0;
+    return isThere;
+  }
+
+  bool takeNull() { return takeLiteral("null"); }
+
+  bool take(bool& boolean) {
+    boolean = isNext('t');
+    return boolean ? takeLiteral("true") : takeLiteral("false");
+  }
+
+  template <std::integral Integer>
+  bool take(Integer& integer) {
+    const bool isNegative = isNext('-');
+    const DecimalValue magnitude = takeMagnitude(isNegative);
+    constexpr auto largest = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
+    if (isNegative) {
+      constexpr std::uint64_t furthestBelowZero = std::signed_integral<Integer> ? largest + 1 : 0;
+      integer = static_cast<Integer>(-magnitude.value);
+      return magnitude.isValid && magnitude.value <= furthestBelowZero;
+    }
+    integer = static_cast<Integer>(magnitude.value);
+    return magnitude.isValid && magnitude.value <= largest;
+  }
+
+  /// The text refers to the document or the arena.
+  bool take(std::string_view& text) {
+    if (!isNext('"')) {
+      return false;
+    }
+    const std::uint32_t opening = *token_;
+    const std::uint32_t closing = endOfToken() - 1;
+    text = {bytes_ + opening + 1, closing - opening - 1};
+    ++token_;
+    return nextBackslash_ > closing || takeEscapes(opening, closing, text);
+  }
+
+  bool take(TextView& text) {
+    std::string_view bytes;
+    const bool isTaken = take(bytes);
+    text = TextView(bytes);
+    return isTaken;
+  }
+
+  bool take(Text& text) {
+    std::string_view bytes;
+    const bool isTaken = take(bytes);
+    text = isTaken ? Text(bytes) : Text();
+    return isTaken;
+  }
+
+ private:
+  [[nodiscard]] std::uint32_t endOfToken() const { return endOfJSONToken(bytes_, token_[1]); }
+
+  /// Whether the next token has this many bytes.
+  [[nodiscard]] bool hasLength(std::size_t length) const {
+    // Mostly, there are no blanks behind a token.
+    return token_[1] - *token_ == length || endOfToken() - *token_ == length;
+  }
+
+  template <std::size_t size>
+  bool takeLiteral(const char (&literal)[size]) {
+    constexpr std::size_t length = size - 1;
+    const bool isThere =
+        remaining() >= length && std::memcmp(position(), literal, length) == 0 && hasLength(length);
+    token_ += isThere ? 1 : 0;
+    return isThere;
+  }
+
+  DecimalValue takeMagnitude(bool isNegative) {
+    if (atEnd()) {
+      return {};
+    }
+    const char* const digits = position() + (isNegative ? 1 : 0);
+    const auto count = static_cast<std::size_t>(bytes_ + endOfToken() - digits);
+    if (count == 0 || (*digits == '0' && count > 1)) {
+      return {};
+    }
+    ++token_;
+    // Most numbers have few digits, and more bytes after them.
+    const bool hasWord = bytes_ + size_ - digits >= static_cast<std::ptrdiff_t>(digitsInWord);
+    return count <= digitsInWord && hasWord ? valueOfDigitsInWord(digits, count)
+                                            : valueOfDigits(digits, count);
+  }
+
+  bool takeEscapes(std::uint32_t opening, std::uint32_t closing, std::string_view& text);
+  void findBackslash(std::size_t from);
+
+  const char* bytes_;
+  std::size_t size_;
+  /// At each place before it, MemberPrefix::maxLength bytes can be read.
+  std::size_t endOfFullPrefixes_;
+  /// Behind the last one stands the text's length, more than once.
+  const std::uint32_t* token_;
+  TextArena* arena_;
+  /// The first backslash at or behind some place before which all texts are taken.
+  std::size_t nextBackslash_ = 0;
+};
+
+}  // namespace velmora::internal

@@ -1,0 +1,281 @@
+#include "json/strict/JSONReader.h"
+
+#include "json/DecodingError.h"
+#include "json/ExactInteger.h"
+#include "json/JSONString.h"
+#include "text/UTF8.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace velmora::internal {
+
+namespace {
+
+[[noreturn]] void refuse(const char* description, std::optional<std::size_t> byteOffset) {
+  throw DecodingError(DecodingErrorKind::dataCorrupted, description, byteOffset);
+}
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+/// Refuses a document with a string that a control character or the document's end breaks off.
+[[noreturn]] void refuseBrokenString(std::string_view document) {
+  bool isInString = false;
+  std::size_t lastQuote = 0;
+  for (std::size_t position = 0; position < document.size(); ++position) {
+    const char byte = document[position];
+    if (byte == '"') {
+      isInString = !isInString;
+      lastQuote = position;
+    } else if (byte == '\\') {
+      if (!isInString) {
+        // The search for tokens takes a quote behind it for one that begins no string.
+        refuse("A backslash stands outside of strings.", position);
+      }
+      // What is escaped may be a quote; a control character is none the better for a backslash.
+      position += document.substr(position + 1, 1).find_first_of("\"\\") == 0 ? 1 : 0;
+    } else if (isInString && static_cast<unsigned char>(byte) < 0x20) {
+      refuse("A string holds an unescaped control character.", position);
+    }
+  }
+  refuse("A string does not end.", lastQuote);
+}
+
+std::size_t notUTF8Offset(std::string_view document) {
+  std::size_t position = 0;
+  while (position < document.size()) {
+    const CodePoint step = codePointAt(document, position);
+    if (!step.isUTF8()) {
+      break;
+    }
+    position += step.length;
+  }
+  return position;
+}
+
+/// The tokens of `document`, which is UTF-8 then, and each string in it ends and holds no control
+/// character.
+FoundTokens findTokens(TokenFinder& finder, std::string_view document) {
+  const FoundTokens tokens = finder.find(document);
+  switch (tokens.fault) {
+    case TokenFault::none:
+      break;
+    case TokenFault::empty:
+      refuse("The document is empty.", std::nullopt);
+    case TokenFault::notUTF8:
+      refuse("The document is not UTF-8.", notUTF8Offset(document));
+    case TokenFault::brokenString:
+      refuseBrokenString(document);
+  }
+  return tokens;
+}
+
+/// Checks the grammar over the tokens and prepares them for walking: resolves the escapes of
+/// strings, and notes how far containers reach.
+class GrammarCheck {
+ public:
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): of open_, only what is open is read.
+  GrammarCheck(char* bytes, std::uint32_t* tokens, const std::uint32_t* end,
+               std::vector<JSONContainer>& containers)
+      : bytes_(bytes), token_(tokens), end_(end), containers_(containers) {}
+
+  void run() {
+    readValue();
+    while (depth_ > 0) {
+      readRestOfMemberOrElement();
+    }
+    if (token_ != end_) {
+      refuseToken("Something follows the document's value.");
+    }
+  }
+
+ private:
+  struct OpenContainer {
+    std::uint32_t* token;
+    bool isObject;
+  };
+
+  [[nodiscard]] char firstByte() const { return bytes_[*token_]; }
+
+  [[noreturn]] void refuseToken(const char* description) const {
+    refuse(token_ == end_ ? "The document ends early." : description, *token_);
+  }
+
+  /// Reads a value; of a container that is not empty, up to the end of its first value.
+  void readValue() {
+    while (true) {
+      switch (firstByte()) {
+        case '{':
+          open(true);
+          if (firstByte() == '}') {
+            close();
+            return;
+          }
+          readKey();
+          break;
+        case '[':
+          open(false);
+          if (firstByte() == ']') {
+            close();
+            return;
+          }
+          break;
+        case '"':
+          readString();
+          return;
+        case 't':
+          readLiteral("true");
+          return;
+        case 'f':
+          readLiteral("false");
+          return;
+        case 'n':
+          readLiteral("null");
+          return;
+        default:
+          readNumber();
+          return;
+      }
+    }
+  }
+
+  void readRestOfMemberOrElement() {
+    const bool isInObject = open_[depth_ - 1].isObject;
+    const char byte = firstByte();
+    if (byte == ',') {
+      ++token_;
+      if (isInObject) {
+        readKey();
+      }
+      readValue();
+    } else if (byte == (isInObject ? '}' : ']')) {
+      close();
+    } else {
+      refuseToken(isInObject ? "Expected a comma or the end of the object."
+                             : "Expected a comma or the end of the array.");
+    }
+  }
+
+  void open(bool isObject) {
+    if (depth_ == maxJSONNesting) {
+      refuseToken("Arrays and objects lie too deeply in each other.");
+    }
+    open_[depth_] = {.token = token_, .isObject = isObject};
+    ++depth_;
+    const auto place = static_cast<std::uint32_t>(containers_.size());
+    containers_.push_back({.byteOffset = *token_, .tokenCount = 0});
+    *token_ = JSONDocument::containerFlag | place;
+    ++token_;
+  }
+
+  void close() {
+    ++token_;
+    --depth_;
+    std::uint32_t* const opening = open_[depth_].token;
+    containers_[*opening & ~JSONDocument::containerFlag].tokenCount =
+        static_cast<std::uint32_t>(token_ - opening);
+  }
+
+  void readKey() {
+    if (firstByte() != '"') {
+      refuseToken("Expected a key.");
+    }
+    readString();
+    if (firstByte() != ':') {
+      refuseToken("Expected a colon behind the key.");
+    }
+    ++token_;
+  }
+
+  void readString() {
+    const std::uint32_t opening = *token_;
+    const std::uint32_t closing = lastByteOfToken();
+    if (closing == opening || bytes_[closing] != '"') {
+      refuseToken("A string does not end.");
+    }
+    if (nextBackslash_ < closing) {
+      if (nextBackslash_ < opening) {
+        findBackslash(opening);
+      }
+      if (nextBackslash_ < closing) {
+        resolve(opening, closing);
+        findBackslash(closing);
+      }
+    }
+    ++token_;
+  }
+
+  void resolve(std::uint32_t opening, std::uint32_t closing) {
+    const std::span<char> content(bytes_ + opening + 1, bytes_ + closing);
+    const std::optional<std::size_t> length = resolveEscapes(content);
+    if (!length.has_value()) {
+      refuse("A string holds an escape that is none of JSON's.", opening);
+    }
+    const std::size_t vacated = content.size() - *length;
+    std::memset(bytes_ + opening, JSONDocument::fillerByte, vacated);
+    bytes_[opening + vacated] = '"';
+    *token_ = static_cast<std::uint32_t>(opening + vacated);
+  }
+
+  void findBackslash(std::uint32_t from) {
+    const void* const found = std::memchr(bytes_ + from, '\\', *end_ - from);
+    nextBackslash_ = found == nullptr
+                         ? *end_
+                         : static_cast<std::uint32_t>(static_cast<const char*>(found) - bytes_);
+  }
+
+  void readLiteral(std::string_view literal) {
+    if (tokenText() != literal) {
+      refuseToken("Expected a value.");
+    }
+    ++token_;
+  }
+
+  void readNumber() {
+    if (!isJSONNumber(tokenText())) {
+      refuseToken("Expected a value.");
+    }
+    ++token_;
+  }
+
+  [[nodiscard]] std::string_view tokenText() const {
+    return {bytes_ + *token_, token_ == end_ ? 0 : lastByteOfToken() + 1 - *token_};
+  }
+
+  [[nodiscard]] std::uint32_t lastByteOfToken() const {
+    return endOfJSONToken(bytes_, token_[1]) - 1;
+  }
+
+  char* bytes_;
+  std::uint32_t* token_;
+  /// Behind the last token; it holds the document's length.
+  const std::uint32_t* end_;
+  std::vector<JSONContainer>& containers_;
+  std::array<OpenContainer, maxJSONNesting> open_;
+  std::size_t depth_ = 0;
+  /// The first backslash at or behind some place before which all strings are read.
+  std::uint32_t nextBackslash_ = 0;
+};
+
+}  // namespace
+
+JSONValue JSONReader::read(std::string& bytes) {
+  if (bytes.size() > maxJSONDocumentLength) {
+    refuse("The document is too long.", std::nullopt);
+  }
+  if (bytes.starts_with(byteOrderMark)) {
+    std::ranges::fill_n(bytes.begin(), byteOrderMark.size(), ' ');
+  }
+  const FoundTokens tokens = findTokens(finder_, bytes);
+  containers_.clear();
+  GrammarCheck(bytes.data(), tokens.first, tokens.first + tokens.count, containers_).run();
+  return {{.bytes = bytes.data(), .containers = containers_.data()}, tokens.first};
+}
+
+}  // namespace velmora::internal

@@ -1,0 +1,125 @@
+// Reads records from JSON objects: fields in the order of their declaration, wherever their keys
+// stand in the document, so that the first fault in that order is the one reported.
+#pragma once
+
+#include "json/KeyTable.h"
+#include "json/RecordFields.h"
+#include "json/strict/ValueDecoding.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
+namespace velmora::internal {
+
+/// What a missing key raises; its coding path is the key.
+[[noreturn]] void refuseMissingKey(JSONValue object, std::string_view key);
+
+/// What stands, or should stand, at a key is not one of the values allowed there.
+[[noreturn]] void refuseMember(JSONValue valueOrObject, std::string_view key,
+                               const char* description);
+
+/// Reads one object into a record, step by step, so that checks can come between. Of duplicate keys
+/// the first counts; keys that are not the record's are ignored.
+template <RecordWithFields Record>
+class RecordReader {
+ public:
+  /// `record` outlives the reader.
+  RecordReader(JSONValue object, Record& record) : object_(object), record_(record) {
+    requireType(object, JSONType::object);
+    for (JSONMembers members(object); !members.atEnd(); members.advance()) {
+      const std::size_t index = keyTable.find(members.key());
+      if (index != keyTable.none && tokens_[index] == nullptr) {
+        tokens_[index] = members.value().token();
+      }
+    }
+  }
+
+  /// Reads the fields that have not been read so far, in their order, up to the one with the index
+  /// `last`.
+  void readThrough(std::size_t last) { readUntil(last + 1, allFields); }
+
+  void readAll() { readUntil(fieldCount<Record>, allFields); }
+
+  /// Has `decodeValue` read the value of a required field, which is the next one.
+  template <KeyLiteral key, std::invocable<JSONValue> DecodeValue>
+  void readBy(DecodeValue decodeValue) {
+    assert(next_ == (fieldIndex<Record, key>));
+    ++next_;
+    readRequired(fieldIndex<Record, key>, decodeValue);
+  }
+
+  /// Refuses the record (dataCorrupted) for the value of the field with this index, or its absence.
+  [[noreturn]] void refuse(std::size_t field, const char* description) const {
+    refuseMember(tokens_[field] == nullptr ? object_ : value(field), fieldKeys<Record>[field],
+                 description);
+  }
+
+ private:
+  static constexpr KeyTable keyTable{fieldKeys<Record>};
+
+  [[nodiscard]] JSONValue value(std::size_t index) const {
+    return {object_.document(), tokens_[index]};
+  }
+
+  static constexpr auto allFields = std::make_index_sequence<fieldCount<Record>>();
+
+  template <std::size_t... indexes>
+  void readUntil(std::size_t end, std::index_sequence<indexes...>) {
+    const std::size_t begin = std::exchange(next_, std::max(next_, end));
+    ((begin <= indexes && indexes < end ? readField<indexes>() : void()), ...);
+  }
+
+  template <std::size_t index>
+  void readField() {
+    constexpr auto member = std::get<index>(RecordFields<Record>::list).member;
+    auto& field = record_.*member;
+    if constexpr (isOptional<std::remove_reference_t<decltype(field)>>) {
+      if (tokens_[index] == nullptr) {
+        field.reset();
+        return;
+      }
+    }
+    if constexpr (requires(JSONValue value) { decode(value, field); }) {
+      readRequired(index, [&field](JSONValue value) { decode(value, field); });
+    } else {
+      assert(false && "only readBy can read this field");
+    }
+  }
+
+  template <class DecodeValue>
+  void readRequired(std::size_t index, DecodeValue decodeValue) const {
+    if (tokens_[index] == nullptr) {
+      refuseMissingKey(object_, fieldKeys<Record>[index]);
+    }
+    try {
+      decodeValue(value(index));
+    } catch (DecodingError& error) {
+      error.prependToCodingPath(std::string(fieldKeys<Record>[index]));
+      throw;
+    }
+  }
+
+  JSONValue object_;
+  Record& record_;
+  /// The first token of each field's value; none where the key is missing.
+  std::array<const std::uint32_t*, fieldCount<Record>> tokens_ = {};
+  /// The index of the first field that has not been read.
+  std::size_t next_ = 0;
+};
+
+/// A record without checks of its own.
+template <RecordWithFields Record>
+void decode(JSONValue value, Record& record) {
+  RecordReader(value, record).readAll();
+}
+
+}  // namespace velmora::internal

@@ -1,0 +1,36 @@
+// Hexadecimal digits.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velmora::internal {
+
+/// The digits in the order of their values.
+inline constexpr std::string_view lowerCaseHexDigits = "0123456789abcdef";
+inline constexpr std::string_view upperCaseHexDigits = "0123456789ABCDEF";
+
+/// The value of a digit of either case; none for any other character.
+[[nodiscard]] constexpr std::optional<unsigned> hexDigitValue(char digit) {
+  if (digit >= '0' && digit <= '9') {
+    return static_cast<unsigned>(digit - '0');
+  }
+  if (digit >= 'a' && digit <= 'f') {
+    return static_cast<unsigned>(digit - 'a' + 10);
+  }
+  if (digit >= 'A' && digit <= 'F') {
+    return static_cast<unsigned>(digit - 'A' + 10);
+  }
+  return std::nullopt;
+}
+
+/// Appends the two digits of `byte`. `digits` is one of the two constants above.
+inline void appendHexByte(std::string& text, std::uint8_t byte, std::string_view digits) {
+  text += digits[byte >> 4U];
+  text += digits[byte & 0x0FU];
+}
+
+}  // namespace velmora::internal

@@ -1,0 +1,60 @@
+#include "warpshared/reading/DestroyedManifestIndexDecoding.h"
+
+#include "json/strict/JSONReader.h"
+#include "json/strict/RecordDecoding.h"
+#include "platform/FileReader.h"
+#include "platform/PathStandardizer.h"
+#include "platform/PlatformError.h"
+#include "text/CanonicalTextSet.h"
+#include "text/LexicalPath.h"
+#include "warpshared/records/DestroyedManifestFields.h"
+#include "warpshared/records/FieldCodecs.h"
+#include "warpshared/rules/PathPredicates.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace velmora {
+
+VelmoraWarpSharedDestroyedManifestIndex decodeDestroyedManifestIndex(std::string& bytes) {
+  internal::JSONReader documents;
+  VelmoraWarpSharedDestroyedManifestIndex index;
+  internal::RecordReader reader(documents.read(bytes), index);
+  constexpr std::size_t version =
+      internal::fieldIndex<VelmoraWarpSharedDestroyedManifestIndex, "version">;
+  reader.readThrough(version);
+  if (index.version != destroyedManifestIndexVersion) {
+    reader.refuse(version, "Unsupported restored-Warp tombstone index version.");
+  }
+  reader.readAll();
+  return index;
+}
+
+void validateDestroyedManifestIndex(const VelmoraWarpSharedDestroyedManifestIndex& index) {
+  internal::CanonicalTextSet warpIDs;
+  internal::CanonicalTextSet manifestKeys;
+  const auto isSound = [&](const VelmoraWarpSharedDestroyedManifestRecord& record) {
+    return !record.warpID.empty() && internal::isSafeRelativeObjectKey(record.manifestKey) &&
+           isFinite(record.destroyedAt) &&
+           internal::isCanonicalAbsolutePath(record.originalFolderPath) &&
+           warpIDs.insert(record.warpID) && manifestKeys.insert(record.manifestKey);
+  };
+  if (!isFinite(index.generatedAt) || !std::ranges::all_of(index.records, isSound)) {
+    throw corruptFileError();
+  }
+}
+
+std::vector<VelmoraWarpSharedDestroyedManifestRecord> loadDestroyedManifestRecords(
+    const Text& sharedWarpRoot, const FileReader& files, const PathStandardizer& paths) {
+  const Text path = paths.standardizedFileURLPath(
+      appendingPathComponent(sharedWarpRoot, destroyedManifestIndexFileName));
+  if (!files.exists(path)) {
+    return {};
+  }
+  std::string bytes = files.read(path, maxDestroyedManifestIndexLength);
+  VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
+  validateDestroyedManifestIndex(index);
+  return std::move(index.records);
+}
+
+}  // namespace velmora

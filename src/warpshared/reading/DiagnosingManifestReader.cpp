@@ -1,0 +1,74 @@
+#include "warpshared/reading/DiagnosingManifestReader.h"
+
+#include "json/strict/RecordDecoding.h"
+#include "warpshared/reading/EntryDecoding.h"
+#include "warpshared/records/EntryFields.h"
+#include "warpshared/records/FieldCodecs.h"
+#include "warpshared/records/ManifestFields.h"
+#include "warpshared/rules/ManifestRules.h"
+#include "warpshared/rules/OriginalFolder.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace velmora::internal {
+
+namespace {
+
+using Manifest = VelmoraWarpSharedManifest;
+
+template <KeyLiteral key>
+constexpr std::size_t field = fieldIndex<Manifest, key>;
+
+/// Refuses the manifest for the first broken rule of those that are tested after `lastRead`.
+void requireRules(const RecordReader<Manifest>& reader, const ManifestFacts& facts,
+                  std::size_t lastRead) {
+  for (const ManifestRule& rule : manifestRules()) {
+    if (rule.testedAfter == lastRead && !rule.holds(facts)) {
+      reader.refuse(rule.field, rule.message);
+    }
+  }
+}
+
+}  // namespace
+
+DecodedHeader DiagnosingManifestReader::read(std::string& bytes, const EntryVisitor& visitEntry) {
+  Manifest manifest;
+  RecordReader reader(reader_.read(bytes), manifest);
+  ManifestFacts facts{.manifest = manifest};
+  for (const std::size_t lastRead : {field<"version">, field<"originalFolderPath">}) {
+    reader.readThrough(lastRead);
+    requireRules(reader, facts, lastRead);
+  }
+  reader.readThrough(field<"failureDescription">);
+  reader.readBy<"verificationSampleAbsolutePaths">(
+      [this](JSONValue samples) { decode(samples, samples_); });
+  reader.readThrough(field<"rootMetadata">);
+  const OriginalFolder folder(manifest.originalFolderPath);
+  entryPaths_.clear();
+  hardLinks_.clear();
+  reader.readBy<"entries">([&](JSONValue entries) {
+    decodeElements(entries, [&](JSONValue value) {
+      decode(value, entry_);
+      // A known answer is not asked for again: a foreign path may be as long as the folder's.
+      facts.areEntriesOwned = facts.areEntriesOwned && entryPaths_.insert(entry_.relativePath) &&
+                              folder.owns(entry_.relativePath);
+      if (entry_.hardLinkPrimaryPath.has_value()) {
+        hardLinks_.push_back(
+            {.path = entry_.relativePath, .primaryPath = *entry_.hardLinkPrimaryPath});
+      }
+      visitEntry(entry_);
+    });
+  });
+  samplePaths_.clear();
+  facts.areSamplesOwned = std::ranges::all_of(samples_, [&](TextView sample) {
+    return samplePaths_.insert(sample) && isSampleOwned(sample, folder);
+  });
+  facts.areHardLinksInside = std::ranges::all_of(hardLinks_, [this](const HardLink& link) {
+    return link.primaryPath != link.path && entryPaths_.contains(link.primaryPath);
+  });
+  requireRules(reader, facts, field<"entries">);
+  return {.manifest = std::move(manifest), .samples = samples_};
+}
+
+}  // namespace velmora::internal

@@ -1,0 +1,35 @@
+// Reads manifests in several passes, and raises the first fault of one.
+#pragma once
+
+#include "json/strict/JSONReader.h"
+#include "text/CanonicalTextSet.h"
+#include "text/Text.h"
+#include "warpshared/reading/DecodedHeader.h"
+
+#include <string>
+#include <vector>
+
+namespace velmora::internal {
+
+/// Keeps its memory between documents. One thread at a time.
+class DiagnosingManifestReader {
+ public:
+  /// Raises what ManifestDecoder (ManifestDecoding.h) promises. `bytes` are scratch afterwards;
+  /// `visitEntry` is also called with the entries before a faulty one.
+  [[nodiscard]] DecodedHeader read(std::string& bytes, const EntryVisitor& visitEntry);
+
+ private:
+  struct HardLink {
+    TextView path;
+    TextView primaryPath;
+  };
+
+  JSONReader reader_;
+  WarpSharedEntry<TextView> entry_;
+  std::vector<TextView> samples_;
+  CanonicalTextSet entryPaths_;
+  CanonicalTextSet samplePaths_;
+  std::vector<HardLink> hardLinks_;
+};
+
+}  // namespace velmora::internal

@@ -1,0 +1,70 @@
+// Reads shared Warp manifests, strictly: there is no way to a value that skipped a check.
+#pragma once
+
+#include "text/Text.h"
+#include "warpshared/records/Date.h"
+#include "warpshared/records/VelmoraWarpSharedManifest.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+namespace velmora {
+
+class FileReader;
+
+/// The longest manifest that is read, in bytes. (A gigabyte holds a million entries.)
+inline constexpr std::size_t maxSharedWarpManifestLength = (std::size_t{1} << 31) - 1;
+
+/// The fields of a manifest that tell which folder it says is warped.
+struct ManifestSummary {
+  Text warpID;
+  Text manifestKey;
+  Text originalFolderPath;
+  Date createdAt;
+  VelmoraWarpSharedStatus status = VelmoraWarpSharedStatus::uploading;
+  std::size_t entryCount = 0;
+  std::size_t sampleCount = 0;
+
+  bool operator==(const ManifestSummary&) const = default;
+};
+
+/// Reads one manifest after the other and keeps its memory between them. One thread at a time.
+///
+/// Each operation reads the whole document as JSON (RFC 8259) first, then the fields in their
+/// order, and tests each rule (docs/formats.md) at its place among them. The first fault in that
+/// order raises a DecodingError (DecodingError.h), wherever the keys are in the document; nothing
+/// of the manifest remains then. Throws std::bad_alloc when memory runs out.
+class ManifestDecoder {
+ public:
+  ManifestDecoder();
+  ~ManifestDecoder();
+  ManifestDecoder(const ManifestDecoder&) = delete;
+  ManifestDecoder& operator=(const ManifestDecoder&) = delete;
+  ManifestDecoder(ManifestDecoder&&) noexcept;
+  ManifestDecoder& operator=(ManifestDecoder&&) noexcept;
+
+  /// Decodes a document. `bytes` are scratch afterwards.
+  [[nodiscard]] VelmoraWarpSharedManifest decode(std::string& bytes);
+
+  /// The same, and reuses the memory of `manifest`. After an error, `manifest` is invalid.
+  void decode(std::string& bytes, VelmoraWarpSharedManifest& manifest);
+
+  /// As `decode`, every check included, but keeps no entry.
+  [[nodiscard]] ManifestSummary decodeSummary(std::string& bytes);
+
+  /// As `decode`, of the file at `path`. A file in the form that the application writes is never in
+  /// memory as a whole. Any other file is read a second time, and judged as it is by then. Throws
+  /// PlatformError, too: EFBIG for a file longer than maxSharedWarpManifestLength.
+  [[nodiscard]] VelmoraWarpSharedManifest read(const Text& path, const FileReader& files);
+
+  /// As `read`, every check included, but keeps no entry.
+  [[nodiscard]] ManifestSummary readSummary(const Text& path, const FileReader& files);
+
+ private:
+  class Readers;
+
+  std::unique_ptr<Readers> readers_;
+};
+
+}  // namespace velmora

@@ -1,0 +1,108 @@
+// The record of one item of a warped folder, as a shared Warp manifest lists it (docs/formats.md).
+//
+// It comes in two forms that share one definition: with `Text`, a plain value, which owns its
+// texts; and with `TextView`, whose texts lie in a document that is being read or in the entries
+// that a manifest keeps (WarpSharedEntries.h). Values are equal when all their fields are, texts by
+// canonical equivalence.
+#pragma once
+
+#include "json/RecordFields.h"
+#include "json/strict/JSONValue.h"
+#include "text/Text.h"
+#include "warpshared/records/Enumerations.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace velmora {
+
+/// A stored object that holds a range of an entry's payload.
+template <class String>
+struct WarpSharedPayloadPart {
+  String key;
+  /// Where the range begins in the payload, in bytes.
+  std::int64_t offset = 0;
+  /// In bytes.
+  std::int64_t size = 0;
+  std::optional<VelmoraPayloadNamespace> payloadNamespace;
+
+  bool operator==(const WarpSharedPayloadPart&) const = default;
+};
+
+/// A range of real data in a sparse file, in bytes.
+struct VelmoraWarpSharedSparseExtent {
+  std::int64_t logicalOffset = 0;
+  /// Where the range lies in the stored payload.
+  std::int64_t storedOffset = 0;
+  std::int64_t length = 0;
+
+  bool operator==(const VelmoraWarpSharedSparseExtent&) const = default;
+};
+
+struct VelmoraWarpSharedHardLinkIdentity {
+  std::uint64_t deviceID = 0;
+  std::uint64_t inode = 0;
+
+  bool operator==(const VelmoraWarpSharedHardLinkIdentity&) const = default;
+};
+
+template <class String>
+struct WarpSharedExtendedAttribute {
+  String name;
+  String base64Value;
+
+  bool operator==(const WarpSharedExtendedAttribute&) const = default;
+};
+
+/// One item of a warped folder. Times are nanoseconds since 1970-01-01T00:00:00Z.
+template <class String>
+struct WarpSharedEntry {
+  /// Absolute, whatever the name says; the identity of the entry.
+  String relativePath;
+  String displayName;
+  VelmoraWarpSharedEntryKind kind = VelmoraWarpSharedEntryKind::file;
+  /// The logical size of the file, in bytes.
+  std::int64_t size = 0;
+  std::int64_t modificationTimeNanoseconds = 0;
+  std::optional<std::int64_t> statusChangeTimeNanoseconds;
+  std::optional<std::int64_t> birthTimeNanoseconds;
+  std::uint32_t ownerUserID = 0;
+  std::uint32_t ownerGroupID = 0;
+  std::uint16_t posixPermissions = 0;
+  std::uint32_t bsdFlags = 0;
+  bool hasModificationTimeMetadata = false;
+  bool hasOwnershipMetadata = false;
+  bool hasPOSIXPermissionsMetadata = false;
+  bool hasBSDFlagsMetadata = false;
+  bool hasExtendedAttributesMetadata = false;
+  bool hasACLMetadata = false;
+  std::vector<WarpSharedExtendedAttribute<String>> extendedAttributes;
+  std::optional<String> aclText;
+  std::optional<String> symlinkTarget;
+  std::optional<String> payloadKey;
+  std::vector<WarpSharedPayloadPart<String>> payloadParts;
+  std::optional<String> uploadStrategy;
+  std::optional<std::int64_t> multipartPartCount;
+  std::optional<std::int64_t> multipartPartSizeBytes;
+  std::optional<String> contentChecksumSHA256;
+  VelmoraWarpSharedPayloadEncoding payloadEncoding = VelmoraWarpSharedPayloadEncoding::raw;
+  /// The size of the stored payload, in bytes.
+  std::int64_t storedSize = 0;
+  std::vector<VelmoraWarpSharedSparseExtent> sparseExtents;
+  std::optional<VelmoraWarpSharedHardLinkIdentity> hardLinkIdentity;
+  std::optional<String> hardLinkPrimaryPath;
+
+  [[nodiscard]] const String& id() const { return relativePath; }
+
+  bool operator==(const WarpSharedEntry&) const = default;
+};
+
+using VelmoraWarpSharedPayloadPart = WarpSharedPayloadPart<Text>;
+using VelmoraWarpSharedExtendedAttribute = WarpSharedExtendedAttribute<Text>;
+using VelmoraWarpSharedEntry = WarpSharedEntry<Text>;
+
+/// A copy that owns its texts. Throws std::bad_alloc.
+[[nodiscard]] VelmoraWarpSharedEntry ownedEntry(const WarpSharedEntry<TextView>& entry);
+
+}  // namespace velmora

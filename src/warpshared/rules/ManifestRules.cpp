@@ -1,0 +1,74 @@
+#include "warpshared/rules/ManifestRules.h"
+
+#include "warpshared/records/ManifestFields.h"
+#include "warpshared/rules/OriginalFolder.h"
+#include "warpshared/rules/PathPredicates.h"
+
+#include <array>
+#include <optional>
+
+namespace velmora::internal {
+
+namespace {
+
+using Manifest = VelmoraWarpSharedManifest;
+
+bool hasSupportedVersion(const ManifestFacts& facts) {
+  return facts.manifest.version == sharedWarpManifestVersion;
+}
+
+bool isIdentitySafe(const ManifestFacts& facts) {
+  const Manifest& manifest = facts.manifest;
+  return !manifest.warpID.empty() && !manifest.deviceID.empty() &&
+         isSafeRelativeObjectKey(manifest.manifestKey) &&
+         isCanonicalAbsolutePath(manifest.originalFolderPath);
+}
+
+bool isAbsentOrFinite(const std::optional<Date>& date) {
+  return !date.has_value() || isFinite(*date);
+}
+
+bool areDatesFinite(const Manifest& manifest) {
+  return isFinite(manifest.createdAt) && isAbsentOrFinite(manifest.uploadedAt) &&
+         isAbsentOrFinite(manifest.replacedAt);
+}
+
+bool areDatesAndOwnershipConsistent(const ManifestFacts& facts) {
+  const Manifest& manifest = facts.manifest;
+  return areDatesFinite(manifest) &&
+         manifest.rootMetadata.relativePath == manifest.originalFolderPath &&
+         facts.areEntriesOwned && facts.areSamplesOwned;
+}
+
+template <KeyLiteral key>
+constexpr std::size_t field = fieldIndex<Manifest, key>;
+
+constexpr std::array rules = {
+    ManifestRule{.testedAfter = field<"version">,
+                 .field = field<"version">,
+                 .holds = hasSupportedVersion,
+                 .message = "Unsupported shared Warp manifest version."},
+    ManifestRule{.testedAfter = field<"originalFolderPath">,
+                 .field = field<"originalFolderPath">,
+                 .holds = isIdentitySafe,
+                 .message = "Shared Warp identity, object key, or original path is unsafe."},
+    ManifestRule{
+        .testedAfter = field<"entries">,
+        .field = field<"entries">,
+        .holds = areDatesAndOwnershipConsistent,
+        .message = "Shared Warp manifest dates or original-path ownership are inconsistent."},
+    ManifestRule{.testedAfter = field<"entries">,
+                 .field = field<"entries">,
+                 .holds = [](const ManifestFacts& facts) { return facts.areHardLinksInside; },
+                 .message = "Shared Warp hard-link references must remain inside the manifest."},
+};
+
+}  // namespace
+
+bool isSampleOwned(TextView sample, const OriginalFolder& folder) {
+  return isCanonicalAbsolutePath(sample) && folder.owns(sample);
+}
+
+std::span<const ManifestRule> manifestRules() { return rules; }
+
+}  // namespace velmora::internal

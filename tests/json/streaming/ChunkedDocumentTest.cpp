@@ -1,0 +1,281 @@
+#include "json/streaming/ChunkedDocument.h"
+#include "tests/json/JSONCases.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velmora::internal {
+namespace {
+
+/// A token by its place in the document, and the byte that is there.
+struct Token {
+  std::size_t place;
+  char byte;
+
+  bool operator==(const Token&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Token& token) {
+  return out << token.byte << " at " << token.place;
+}
+
+using Tokens = std::vector<Token>;
+
+/// Delivers a text in portions of at most `portion` bytes.
+ChunkedDocument::ReadSome portions(std::string text, std::size_t portion) {
+  return [text = std::move(text), portion, position = std::size_t{0}](char* room,
+                                                                      std::size_t size) mutable {
+    EXPECT_GT(size, 0);
+    const std::size_t count = text.copy(room, std::min(size, portion), position);
+    position += count;
+    return count;
+  };
+}
+
+/// Walks to the end and takes all tokens of each chunk at once. None when the walk ends early.
+std::optional<Tokens> walk(ChunkedDocument& chunks, const std::string& document) {
+  Tokens tokens;
+  std::size_t begin = 0;
+  do {
+    if (!chunks.advance(0)) {
+      return std::nullopt;
+    }
+    const std::string_view text = chunks.text();
+    EXPECT_EQ(text, std::string_view(document).substr(begin, text.size()));
+    EXPECT_EQ(*(text.data() + text.size()), '\0');
+    const std::uint32_t* token = chunks.tokens();
+    for (; *token != text.size(); ++token) {
+      tokens.push_back({begin + *token, text[*token]});
+    }
+    EXPECT_TRUE(std::all_of(token, token + tokenLookAhead,
+                            [&](std::uint32_t place) { return place == text.size(); }));
+    begin += text.size();
+  } while (!chunks.isLast());
+  EXPECT_EQ(begin, document.size());
+  return tokens;
+}
+
+std::optional<Tokens> walkInMemory(const std::string& document, std::size_t chunkLength) {
+  ChunkBuffer memory;
+  std::string bytes = document;
+  std::optional<Tokens> tokens;
+  {
+    ChunkedDocument chunks(bytes, memory, chunkLength);
+    tokens = walk(chunks, document);
+  }
+  EXPECT_EQ(bytes, document);
+  return tokens;
+}
+
+std::optional<Tokens> walkStream(const std::string& document, std::size_t chunkLength,
+                                 std::size_t portion) {
+  ChunkBuffer memory;
+  ChunkedDocument chunks(portions(document, portion), memory, chunkLength);
+  return walk(chunks, document);
+}
+
+std::vector<std::size_t> chunkLengths() {
+  std::vector<std::size_t> lengths;
+  for (std::size_t length = 1; length <= 130; ++length) {
+    lengths.push_back(length);
+  }
+  lengths.insert(lengths.end(), {200, 257, 500, 1000});
+  return lengths;
+}
+
+struct ChunksCase {
+  const char* name;
+  std::string document;
+  /// Whether the walk reaches the end.
+  bool isWhole = true;
+};
+
+const std::vector<ChunksCase> documents = {
+    {"empty", ""},
+    {"blank", " "},
+    {"number", "12"},
+    {"compact", "[{\"a\":1},{\"b\":\"x\"},{\"c\":[]},{\"d\":null}]"},
+    {"longerCompact", "[" + repeated("{\"key\":\"value\",\"n\":1},", 40) + "{\"k\":2}]"},
+    {"pretty", "[\n  {\n    \"a\" : 1\n  },\n  {\n    \"b\" : [\n\n    ]\n  }\n]\n"},
+    {"carriageReturns", "[\r\n  {\r\n    \"a\" : 1\r\n  }\r\n]\r\n"},
+    {"lineBreaksOnly", repeated("\n", 300)},
+    {"lineBreaksBetweenNumbers", repeated("123456789\n", 40)},
+    {"noPlaceForACut", "[" + repeated("{\"1\":\"a\"}, {\"2\":\"b\"},", 40) + "1]"},
+    {"oneLongString", '"' + std::string(700, 'x') + '"'},
+    {"blanksOfManyChunks", "[1," + std::string(700, ' ') + "\n" + std::string(300, ' ') + "2]"},
+    {"blanksBehind", "[1]\n" + std::string(700, ' ')},
+    {"lineBreaksBehind", "[1]" + repeated("\n", 300)},
+    {"blanksBefore", repeated(" \n", 300) + "[1]"},
+    {"cutsInStrings", R"(["},{","a},{\"b","},{\"b\"","},{\\","},{\"b},{\"c"])"},
+    {"cutsInStringsRepeated", "[" + repeated(R"("a},{\"b",{"c":"},{"},{"d":1},)", 40) + "1]"},
+    {"backslashesBeforeCuts", R"([{"a":"\\"},{"b":"\\\\"},{"c":"\\\""},{"d":"\""}])"},
+    {"nextObjectWithoutALetter", R"([{"a":1},{"":2},{"1":3},{"_":4},{"\u0061":5}])"},
+    {"nextObjectBehindBlanks", "[{\"a\":1}, {\"b\":2} ,{\"c\":3},{ \"d\":4}]"},
+    {"nonASCII", "[" + repeated("\"\u00e9\U0001F600\",\n", 40) + "1]"},
+    {"NULOutside", "[1,\n\0\n,2]"s},
+    {"NULsOnly", std::string(200, '\0')},
+    {"bytesBetweenTokens", "[1,\nx\\\n\"a\"b\n]"},
+    {"backslashBeforeALineBreak", "[1,\\\n\"a\"\n]"},
+    {"notUTF8", "[\n\"\xFF\"\n]", false},
+    {"notUTF8AtTheEnd", repeated("1\n", 200) + "\xC3", false},
+    {"notUTF8OverALineBreak", "[\"\",\xC3\n\xA9]", false},
+    {"notUTF8OverACut", repeated("{\"a\":1},", 30) + "\xE2\x82},{\"a\":1},\xAC", false},
+    {"noEndOfAString", "[1,\n2,\n\"a", false},
+    {"noEndOfAStringOverALineBreak", "[1,\n\"a\nb\",\n2]", false},
+    {"noEndOfAStringOverACut", "[1,\"a},{\"b\",2\n]", false},
+    {"stringsThatEndAtLineBreaks", "[\"a\n\",\"b\n\"]", false},
+    {"controlCharacterInAString", "[1,\n2,\n\"\t\"]", false},
+    {"NULInAString", "[1,\n2,\n\"\0\"]"s, false},
+    {"escapedLineBreak", "[1,\n\"a\\\nb\"]", false},
+};
+
+TEST(ChunkedDocumentTest, documentsHaveTheirTokensWhateverTheChunks) {
+  for (const ChunksCase& row : documents) {
+    SCOPED_TRACE(row.name);
+    const std::optional<Tokens> tokens = walkInMemory(row.document, row.document.size() + 1);
+    EXPECT_EQ(tokens.has_value(), row.isWhole);
+    for (const std::size_t length : chunkLengths()) {
+      EXPECT_EQ(walkInMemory(row.document, length), tokens) << length;
+      for (const std::size_t portion : {1U, 2U, 7U, 64U, 10'000U}) {
+        EXPECT_EQ(walkStream(row.document, length, portion), tokens) << length << ' ' << portion;
+      }
+    }
+  }
+}
+
+/// How long the second half of a chunk's tokens is.
+std::size_t lengthOfSecondHalf(const ChunkedDocument& chunks) {
+  const std::uint32_t* const begin = chunks.tokens();
+  const std::uint32_t* end = begin;
+  while (*end != chunks.text().size()) {
+    ++end;
+  }
+  return chunks.text().size() - begin[(end - begin) / 2];
+}
+
+TEST(ChunkedDocumentTest, chunksGoOnWithWhatWasLeftUnread) {
+  for (const ChunksCase& row : documents) {
+    SCOPED_TRACE(row.name);
+    for (const std::size_t chunkLength : {1U, 2U, 5U, 16U, 50U, 1000U}) {
+      ChunkBuffer memory;
+      ChunkedDocument chunks(portions(row.document, 7), memory, chunkLength);
+      std::size_t begin = 0;
+      std::size_t unread = 0;
+      while (!chunks.isLast() && chunks.advance(unread)) {
+        const std::string_view text = chunks.text();
+        EXPECT_EQ(text, std::string_view(row.document).substr(begin, text.size()));
+        unread = unread == 0 ? lengthOfSecondHalf(chunks) : 0;
+        begin += text.size() - (chunks.isLast() ? 0 : unread);
+      }
+      EXPECT_EQ(begin == row.document.size(), row.isWhole) << chunkLength;
+    }
+  }
+}
+
+TEST(ChunkedDocumentTest, chunksEndAtTheLastPlaceThatTheyCan) {
+  std::string document = "[{\"a\":1},{\"b\":2},{\"c\":3}]";
+  ChunkBuffer memory;
+  ChunkedDocument chunks(document, memory, 19);
+  ASSERT_TRUE(chunks.advance(0));
+  EXPECT_EQ(chunks.text(), "[{\"a\":1},");
+  EXPECT_FALSE(chunks.isLast());
+  ASSERT_TRUE(chunks.advance(0));
+  EXPECT_EQ(chunks.text(), "{\"b\":2},{\"c\":3}]");
+  EXPECT_TRUE(chunks.isLast());
+}
+
+TEST(ChunkedDocumentTest, aChunkThatWasTooShortBecomesLonger) {
+  const std::string document = repeated("1,\n", 100);
+  ChunkBuffer memory;
+  ChunkedDocument chunks(portions(document, 7), memory, 10);
+  ASSERT_TRUE(chunks.advance(0));
+  EXPECT_EQ(chunks.text().size(), 9);
+  ASSERT_TRUE(chunks.advance(9));
+  EXPECT_EQ(chunks.text().size(), 18);
+  ASSERT_TRUE(chunks.advance(18));
+  EXPECT_EQ(chunks.text().size(), 39);
+  ASSERT_TRUE(chunks.advance(36));
+  EXPECT_EQ(chunks.text().size(), 9);
+}
+
+TEST(ChunkedDocumentTest, theDocumentIsAsItWasWhenAWalkEndsAnywhere) {
+  for (const ChunksCase& row : documents) {
+    for (const std::size_t chunkLength : {1U, 3U, 10U, 40U}) {
+      for (int steps = 0; steps < 20; ++steps) {
+        ChunkBuffer memory;
+        std::string bytes = row.document;
+        {
+          ChunkedDocument chunks(bytes, memory, chunkLength);
+          for (int step = 0; step < steps && !chunks.isLast(); ++step) {
+            if (!chunks.advance(0)) {
+              break;
+            }
+          }
+        }
+        ASSERT_EQ(bytes, row.document) << row.name << ' ' << chunkLength << ' ' << steps;
+      }
+    }
+  }
+}
+
+TEST(ChunkedDocumentTest, memoryServesOneDocumentAfterTheOther) {
+  ChunkBuffer memory;
+  for (int round = 0; round < 2; ++round) {
+    for (const ChunksCase& row : documents) {
+      for (const std::size_t chunkLength : {700U, 5U, 60U}) {
+        ChunkedDocument chunks(portions(row.document, 11), memory, chunkLength);
+        EXPECT_EQ(walk(chunks, row.document).has_value(), row.isWhole) << row.name;
+      }
+    }
+  }
+}
+
+TEST(ChunkedDocumentTest, aFailedReadingPassesThrough) {
+  for (std::size_t fine = 0; fine < 60; ++fine) {
+    ChunkBuffer memory;
+    const ChunkedDocument::ReadSome whole = portions(repeated("1,\n", 20), 1);
+    ChunkedDocument chunks(
+        [&, count = std::size_t{0}](char* room, std::size_t size) mutable {
+          if (count++ == fine) {
+            throw std::domain_error("no more");
+          }
+          return whole(room, size);
+        },
+        memory, 10);
+    std::size_t length = 0;
+    EXPECT_THROW(
+        while (!chunks.isLast() && chunks.advance(0)) { length += chunks.text().size(); },
+        std::domain_error)
+        << fine;
+    EXPECT_LE(length, fine);
+  }
+}
+
+TEST(ChunkedDocumentTest, nothingIsReadBehindTheEnd) {
+  ChunkBuffer memory;
+  int endCount = 0;
+  const ChunkedDocument::ReadSome whole = portions("[1,\n2]", 4);
+  ChunkedDocument chunks(
+      [&](char* room, std::size_t size) {
+        const std::size_t count = whole(room, size);
+        endCount += count == 0 ? 1 : 0;
+        return count;
+      },
+      memory, 4);
+  while (!chunks.isLast()) {
+    ASSERT_TRUE(chunks.advance(0));
+  }
+  EXPECT_EQ(endCount, 1);
+}
+
+}  // namespace
+}  // namespace velmora::internal

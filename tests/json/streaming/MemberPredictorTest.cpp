@@ -1,0 +1,151 @@
+#include "json/streaming/MemberPredictor.h"
+#include "tests/json/TokenizedText.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace velmora::internal {
+
+namespace {
+
+struct Numbers {
+  int first = 0;
+  int second = 0;
+  int third = 0;
+};
+
+}  // namespace
+
+template <>
+struct RecordFields<Numbers> {
+  static constexpr std::tuple list{
+      RecordField{"first", &Numbers::first},
+      RecordField{"second", &Numbers::second},
+      RecordField{
+          "a/third \"key\" that is so long that no glance takes all of it: 64 bytes, at least",
+          &Numbers::third},
+  };
+};
+
+namespace {
+
+using Prediction = MemberPredictor<Numbers>;
+using Fields = std::vector<std::size_t>;
+
+/// The fields of an object of numbers, in order, and what is told behind them: its end, or `none`
+/// where it is no such object.
+Fields fieldsIn(const std::string& object, Prediction& prediction) {
+  TokenizedText text(object);
+  TokenCursor& tokens = text.tokens();
+  Fields fields;
+  std::size_t field = Prediction::end;
+  int value = 0;
+  do {
+    field = prediction.take(tokens, field);
+    fields.push_back(field);
+  } while (field < Prediction::end && tokens.take(value));
+  return fields;
+}
+
+const std::string longKey =
+    R"("a\/third \"key\" that is so long that no glance takes all of it: 64 bytes, at least")";
+
+/// Far enough from the end for a glance at everything before.
+const std::string blanks(MemberPrefix::maxLength, ' ');
+
+constexpr std::size_t end = Prediction::end;
+constexpr std::size_t none = Prediction::none;
+
+struct ObjectCase {
+  const char* name;
+  std::string object;
+  Fields fields;
+};
+
+const std::vector<ObjectCase> objects = {
+    {"compact", R"({"first":1,"second":2})", {0, 1, end}},
+    {"compactInOtherOrder", R"({"second":1,"first":2})", {1, 0, end}},
+    {"compactFarFromTheEnd", R"({"first":1,"second":2)" + blanks + "}", {0, 1, end}},
+    {"pretty", "{\n  \"first\" : 1,\n  \"second\" : 2\n}", {0, 1, end}},
+    {"prettyFarFromTheEnd", "{\n  \"first\" : 1,\n  \"second\" : 2\n}" + blanks, {0, 1, end}},
+    {"otherBlanksBehindTheColon", R"({"first": 1,"second":  2})" + blanks, {0, 1, end}},
+    {"escapedKey", R"({"\u0066irst":1,"sec\u006Fnd":2})" + blanks, {0, 1, end}},
+    {"twice", R"({"first":1,"first":2,"first":3})" + blanks, {0, 0, 0, end}},
+    {"longKey", "{" + longKey + ":1,\"first\":2}" + blanks, {2, 0, end}},
+    {"longBlanks", "{\"first\":" + blanks + "1,\"second\":2}" + blanks, {0, 1, end}},
+    {"unknownKey", R"({"first":1,"third":2})" + blanks, {0, none}},
+    {"keyInOtherCase", R"({"First":1})" + blanks, {none}},
+    {"keyThatBeginsAlike", R"({"first":1,"second2":2})" + blanks, {0, none}},
+    {"keyThatIsShorter", R"({"first":1,"secon":2})" + blanks, {0, none}},
+    {"keyWithBrokenEscape", R"({"first":1,"second\x":2})" + blanks, {0, none}},
+    {"noQuotes", R"({first:1})" + blanks, {none}},
+    {"noColon", R"({"first":1,"second"2})" + blanks, {0, none}},
+    {"twoColons", R"({"first":1,"second"::2})" + blanks, {0, 1}},
+    {"noComma", R"({"first":1 "second":2})" + blanks, {0, none}},
+    {"twoCommas", R"({"first":1,,"second":2})" + blanks, {0, none}},
+    {"braceForComma", R"({"first":1{"second":2})" + blanks, {0, none}},
+    {"commaForBrace", R"(,"first":1,"second":2})" + blanks, {none}},
+    {"lettersBehindTheKey", R"({"first":1,"second"x:2})" + blanks, {0, none}},
+    {"lettersBehindTheColon", R"({"first":1,"second":x2})" + blanks, {0, 1}},
+    {"formFeedForComma", "{\"first\":1\f\"second\":2}" + blanks, {0, none}},
+    {"empty", "{}", {none}},
+    {"commaAtTheEnd", R"({"first":1,})" + blanks, {0, none}},
+    {"endBehindTheKey", R"({"first":1,"second")", {0, none}},
+    {"endBehindTheColon", R"({"first":1,"second":)", {0, 1}},
+};
+
+TEST(MemberPredictorTest, tellsTheFieldsThatAreThereWhateverWasThereBefore) {
+  for (const ObjectCase& row : objects) {
+    SCOPED_TRACE(row.name);
+    for (const ObjectCase& before : objects) {
+      Prediction prediction;
+      EXPECT_EQ(fieldsIn(before.object, prediction), before.fields) << before.name;
+      EXPECT_EQ(fieldsIn(row.object, prediction), row.fields) << before.name;
+      EXPECT_EQ(fieldsIn(before.object, prediction), before.fields) << before.name;
+    }
+  }
+}
+
+TEST(MemberPredictorTest, tellsThemAfterManyObjectsInNoOrder) {
+  for (const ObjectCase& row : objects) {
+    SCOPED_TRACE(row.name);
+    Prediction prediction;
+    for (int count = 0; count < 2000; ++count) {
+      const bool isReversed = count % 7 < 3;
+      const std::string colon = count % 3 == 0 ? "\": " : "\":";
+      const std::string object = isReversed ? "{\"second" + colon + "1,\"first" + colon + "2}"
+                                            : "{\"first" + colon + "1,\"second" + colon + "2}";
+      const Fields expected = isReversed ? Fields{1, 0, end} : Fields{0, 1, end};
+      EXPECT_EQ(fieldsIn(object + blanks, prediction), expected) << count;
+      if (count % 100 == 0) {
+        EXPECT_EQ(fieldsIn(row.object, prediction), row.fields) << count;
+      }
+    }
+  }
+}
+
+TEST(MemberPredictorTest, tellsThemWhicheverCameMoreOften) {
+  const std::vector<ObjectCase> forms = {
+      {"both", R"({"first":1,"second":2})" + blanks, {0, 1, end}},
+      {"one", R"({"first":1})" + blanks, {0, end}},
+      {"twice", R"({"first":1,"first":2})" + blanks, {0, 0, end}},
+      {"spaced", R"({"first":1, "second":2})" + blanks, {0, 1, end}},
+  };
+  for (const ObjectCase& usual : forms) {
+    for (const ObjectCase& other : forms) {
+      Prediction prediction;
+      for (const int length : {1, 1, 30, 1, 1, 6, 50, 2, 1}) {
+        for (int count = 0; count < length; ++count) {
+          EXPECT_EQ(fieldsIn(usual.object, prediction), usual.fields) << other.name;
+        }
+        EXPECT_EQ(fieldsIn(other.object, prediction), other.fields) << usual.name;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace velmora::internal

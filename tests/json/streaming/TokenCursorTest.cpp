@@ -1,0 +1,217 @@
+#include "json/ExactInteger.h"
+#include "json/streaming/TokenCursor.h"
+#include "tests/json/JSONCases.h"
+#include "tests/json/ReadDocument.h"
+#include "tests/json/TokenizedText.h"
+#include "tests/text/Words.h"
+
+#include <gtest/gtest.h>
+
+#include <concepts>
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <string>
+#include <string_view>
+
+namespace velmora::internal {
+namespace {
+
+/// The value that is all of `text`.
+template <class Value>
+std::optional<Value> taken(const std::string& text) {
+  TokenizedText document(text);
+  Value value{};
+  const bool isTaken = document.tokens().take(value) && document.tokens().atEnd();
+  return isTaken ? std::optional(value) : std::nullopt;
+}
+
+std::optional<std::string> takenText(const std::string& text) {
+  TokenizedText document(text);
+  std::string_view value;
+  const bool isTaken = document.tokens().take(value) && document.tokens().atEnd();
+  return isTaken ? std::optional(std::string(value)) : std::nullopt;
+}
+
+bool isNull(const std::string& text) {
+  TokenizedText document(text);
+  return document.tokens().takeNull() && document.tokens().atEnd();
+}
+
+/// The value as it is exactly, or none, as the table says; with blanks around it, too.
+template <std::integral Integer>
+void expectIntegers(const NumberCase& row) {
+  for (const std::string& text : wordsOf(row.texts)) {
+    SCOPED_TRACE(text);
+    const std::optional<ExactInteger> exact = row.isQuick ? exactInteger(text) : std::nullopt;
+    const std::optional<Integer> expected =
+        exact.has_value() ? checkedCast<Integer>(*exact) : std::nullopt;
+    EXPECT_EQ(taken<Integer>(text), expected);
+    EXPECT_EQ(taken<Integer>(" \n" + text + "\r\t "), expected);
+  }
+}
+
+TEST(TokenCursorTest, takesIntegersExactlyOrGivesUp) {
+  for (const NumberCase& row : numberCases) {
+    expectIntegers<std::int64_t>(row);
+    expectIntegers<std::uint64_t>(row);
+    expectIntegers<std::uint32_t>(row);
+    expectIntegers<std::uint16_t>(row);
+    expectIntegers<std::int8_t>(row);
+  }
+}
+
+TEST(TokenCursorTest, takesEveryIntegerOfItsWriting) {
+  std::mt19937_64 random(1);
+  for (int count = 0; count < 5000; ++count) {
+    const std::uint64_t number = random() >> (random() % 64);
+    EXPECT_EQ(taken<std::uint64_t>(std::to_string(number)), number);
+    const auto signedNumber = static_cast<std::int64_t>(number);
+    EXPECT_EQ(taken<std::int64_t>(std::to_string(signedNumber)), signedNumber);
+  }
+}
+
+TEST(TokenCursorTest, takesNoNumberThatIsNotExact) {
+  constexpr std::string_view characters = "00123456789999-+.eE:/";
+  std::mt19937_64 random(2);
+  for (int count = 0; count < 20'000; ++count) {
+    std::string number = random() % 2 == 0 ? "1" : "";
+    for (std::size_t length = 1 + random() % 21; length > 0; --length) {
+      number += characters[random() % (random() % 4 == 0 ? characters.size() : 14)];
+    }
+    if (const std::optional<std::uint64_t> value = taken<std::uint64_t>(number)) {
+      ASSERT_TRUE(isJSONNumber(number)) << number;
+      ASSERT_EQ(exactInteger(number), (ExactInteger{.magnitude = *value})) << number;
+    }
+  }
+}
+
+void expectTextBehindOthers(const std::string& string, const std::optional<std::string>& text) {
+  const std::string others = R"("plain" "escaped\n" "" "plain again" "two\\\"")";
+  TokenizedText document(others + string);
+  std::string_view taken;
+  for (const std::string_view expected : {"plain", "escaped\n", "", "plain again", "two\\\""}) {
+    ASSERT_TRUE(document.tokens().take(taken));
+    EXPECT_EQ(taken, expected);
+  }
+  ASSERT_EQ(document.tokens().take(taken), text.has_value());
+  if (text.has_value()) {
+    EXPECT_EQ(taken, *text);
+  }
+}
+
+TEST(TokenCursorTest, takesTheScalarsThatAreReadElsewhere) {
+  for (const ReadCase& row : readCases) {
+    SCOPED_TRACE(row.name);
+    std::optional<std::string> text;
+    if (const ReadDocument read(row.document); read.value().type() == JSONType::string) {
+      text = read.value().text();
+      expectTextBehindOthers(row.document, text);
+    }
+    const std::optional<bool> boolean = row.rewritten == "true" || row.rewritten == "false"
+                                            ? std::optional(row.rewritten == "true")
+                                            : std::nullopt;
+    for (const std::string& document : {row.document, "  " + row.document + "\n\t "}) {
+      EXPECT_EQ(takenText(document), text);
+      EXPECT_EQ(taken<bool>(document), boolean);
+      EXPECT_EQ(isNull(document), row.rewritten == "null");
+      EXPECT_EQ(taken<int>(document), row.rewritten == "7" ? std::optional(7) : std::nullopt);
+    }
+  }
+}
+
+TEST(TokenCursorTest, takesNoScalarThatIsRefusedElsewhere) {
+  for (const RefusedCase& row : refusedCases) {
+    if (row.tokens == TokenFault::none) {
+      SCOPED_TRACE(row.name);
+      for (const std::string& document : {row.document, "  " + row.document + "\n\t "}) {
+        EXPECT_EQ(takenText(document), std::nullopt);
+        EXPECT_EQ(taken<bool>(document), std::nullopt);
+        EXPECT_FALSE(isNull(document));
+        EXPECT_EQ(taken<int>(document), std::nullopt);
+      }
+      if (row.what == badEscape && row.document.starts_with('"')) {
+        expectTextBehindOthers(row.document, std::nullopt);
+      }
+    }
+  }
+}
+
+TEST(TokenCursorTest, takesWhatIsNextOnly) {
+  TokenizedText document(R"( { "a" : [ 1 , null ] } )");
+  TokenCursor& tokens = document.tokens();
+  EXPECT_FALSE(tokens.take('}'));
+  EXPECT_TRUE(tokens.isNext('{'));
+  EXPECT_TRUE(tokens.take('{'));
+  Text key;
+  EXPECT_TRUE(tokens.take(key));
+  EXPECT_EQ(key, "a");
+  EXPECT_FALSE(tokens.take(','));
+  EXPECT_TRUE(tokens.take(':'));
+  EXPECT_EQ(tokens.remaining(), std::string_view("[ 1 , null ] } ").size());
+  EXPECT_EQ(std::string_view(tokens.position(), tokens.remaining()), "[ 1 , null ] } ");
+  EXPECT_TRUE(tokens.take('['));
+  int number = 0;
+  EXPECT_TRUE(tokens.take(number));
+  EXPECT_TRUE(tokens.take(','));
+  EXPECT_TRUE(tokens.isNext('n'));
+  EXPECT_TRUE(tokens.takeNull());
+  EXPECT_FALSE(tokens.atEnd());
+  EXPECT_TRUE(tokens.take(']'));
+  EXPECT_TRUE(tokens.take('}'));
+  EXPECT_TRUE(tokens.atEnd());
+  EXPECT_EQ(tokens.remaining(), 0);
+}
+
+TEST(TokenCursorTest, hasNothingToTakeAtTheEnd) {
+  TokenizedText document("1");
+  TokenCursor& tokens = document.tokens();
+  int number = 0;
+  ASSERT_TRUE(tokens.take(number));
+  EXPECT_TRUE(tokens.atEnd());
+  for (const char byte : {'{', '}', '"', '1', ' '}) {
+    EXPECT_FALSE(tokens.isNext(byte));
+  }
+  std::string_view text;
+  TextView view;
+  Text owned("before");
+  bool boolean = false;
+  EXPECT_FALSE(tokens.take('}'));
+  EXPECT_FALSE(tokens.take(number));
+  EXPECT_FALSE(tokens.take(text));
+  EXPECT_FALSE(tokens.take(view));
+  EXPECT_FALSE(tokens.take(owned));
+  EXPECT_FALSE(tokens.take(boolean));
+  EXPECT_FALSE(tokens.takeNull());
+  EXPECT_FALSE(tokens.take(MemberPrefix()));
+  EXPECT_FALSE(tokens.take(MemberPrefix(",\"a\":")));
+  EXPECT_TRUE(tokens.atEnd());
+}
+
+TEST(TokenCursorTest, takesAMemberStartByItsBytes) {
+  const MemberPrefix start(",\"a\" : ");
+  const std::string rest = "1,\"b\":\"" + std::string(MemberPrefix::maxLength, 'x') + "\"}";
+  TokenizedText same(",\"a\" : " + rest);
+  EXPECT_TRUE(same.tokens().take(start));
+  int number = 0;
+  EXPECT_TRUE(same.tokens().take(number));
+  for (const std::string& text : {",\"a\" :  "s, ",\"a\": "s, ", \"a\": "s, ",\"b\" : "s,
+                                  "{\"a\" : "s, ",\"a\"  :"s, ",\"a\" , "s}) {
+    TokenizedText other(text + rest);
+    EXPECT_FALSE(other.tokens().take(start)) << text;
+    EXPECT_EQ(other.tokens().remaining(), text.size() + rest.size());
+  }
+}
+
+TEST(TokenCursorTest, resolvesBehindAKeyWithAnEscapeThatWasPassedAtAGlance) {
+  const std::string key = R"(,"\u0061":)";
+  TokenizedText document(key + R"("a\/b",)" + '"' + std::string(MemberPrefix::maxLength, 'x') +
+                         '"');
+  std::string_view text;
+  EXPECT_TRUE(document.tokens().take(MemberPrefix(key)));
+  EXPECT_TRUE(document.tokens().take(text));
+  EXPECT_EQ(text, "a/b");
+}
+
+}  // namespace
+}  // namespace velmora::internal

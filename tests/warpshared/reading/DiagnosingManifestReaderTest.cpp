@@ -1,0 +1,71 @@
+#include "tests/warpshared/PlainManifests.h"
+#include "warpshared/reading/DiagnosingManifestReader.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace velmora::internal {
+namespace {
+
+std::string threeEntries() {
+  return plainManifestText(3, [](std::size_t number) { return "/a/" + std::to_string(number); });
+}
+
+/// The paths that `reader` gives away, and then what it says, without its message.
+std::vector<std::string> pathsIn(std::string text, DiagnosingManifestReader& reader) {
+  std::vector<std::string> paths;
+  const std::string verdict = verdictOf([&] {
+    static_cast<void>(reader.read(text, [&](const WarpSharedEntry<TextView>& entry) {
+      paths.emplace_back(entry.relativePath.view());
+    }));
+  });
+  paths.push_back(verdict.substr(0, verdict.find(": ")));
+  return paths;
+}
+
+TEST(DiagnosingManifestReaderTest, givesTheEntriesBeforeAFaultInOrder) {
+  struct {
+    const char* name;
+    const char* changedPath;
+    const char* newPath;
+    std::vector<std::string> pathsAndVerdict;
+  } const rows[] = {
+      {"none", "/a/0", "/a/0", {"/a/0", "/a/1", "/a/2", "valid"}},
+      {"inAnEntry", "/a/2", "a/2x", {"/a/0", "/a/1", "dataCorrupted at /entries/2/absolutePath"}},
+      {"ofAllTogether", "/a/0", "/a/2", {"/a/2", "/a/1", "/a/2", "dataCorrupted at /entries"}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    DiagnosingManifestReader reader;
+    std::string text = threeEntries();
+    text.replace(text.find(row.changedPath), 4, row.newPath);
+    EXPECT_EQ(pathsIn(text, reader), row.pathsAndVerdict);
+    EXPECT_EQ(pathsIn(threeEntries(), reader).back(), valid);
+  }
+}
+
+TEST(DiagnosingManifestReaderTest, leavesSamplesAndEntriesOutOfTheManifest) {
+  DiagnosingManifestReader reader;
+  std::string text = manifestDocument().text({"", JSONStyle::Order::sorted, true, true});
+  const DecodedHeader read = reader.read(text, [](const auto&) {});
+  EXPECT_TRUE(read.manifest.entries.empty());
+  EXPECT_TRUE(read.manifest.verificationSampleRelativePaths.empty());
+  EXPECT_EQ(std::vector<Text>(read.samples.begin(), read.samples.end()),
+            (std::vector<Text>{"/Users/a/Docs/file", "/Users/a/Docs"}));
+  EXPECT_EQ(read.manifest.warpID, "W-1");
+}
+
+TEST(DiagnosingManifestReaderTest, passesOnWhatTheUserOfEntriesThrows) {
+  DiagnosingManifestReader reader;
+  std::string text = threeEntries();
+  EXPECT_THROW(
+      static_cast<void>(reader.read(text, [](const auto&) { throw std::domain_error("enough"); })),
+      std::domain_error);
+  EXPECT_EQ(pathsIn(threeEntries(), reader).back(), valid);
+}
+
+}  // namespace
+}  // namespace velmora::internal

@@ -1,0 +1,236 @@
+#include "tests/warpshared/ManifestCases.h"
+#include "tests/warpshared/PlainManifests.h"
+#include "warpshared/reading/StreamingManifestReader.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace velmora::internal {
+namespace {
+
+using std::string_literals::operator""s;
+
+const JSONTree twoEntriesDocument =
+    plainManifestDocument({plainEntryDocument("/a/x"), plainEntryDocument("/a/y")});
+const std::string twoEntries = twoEntriesDocument.text();
+const std::string noEntries = plainManifestDocument().text();
+const JSONStyle pretty = jsonStyles.back();
+
+/// The entries in front, so that members of the manifest come behind them.
+std::string entriesFirst(const JSONStyle& style) {
+  JSONTree manifest = twoEntriesDocument;
+  JSONTree::Object& members = manifest.members();
+  std::rotate(members.begin(), members.end() - 1, members.end());
+  return manifest.text(style);
+}
+
+std::string withCarriageReturns(std::string text) {
+  for (std::size_t place = 0; (place = text.find('\n', place)) != std::string::npos; place += 2) {
+    text.insert(place, "\r");
+  }
+  return text;
+}
+
+std::string withALineBreakBehindEachToken(std::string_view document) {
+  std::string text;
+  bool isInString = false;
+  for (const char byte : document) {
+    isInString = isInString != (byte == '"');
+    text += byte;
+    text += !isInString && std::string_view("{}[]:,\"").find(byte) != std::string_view::npos ? "\n"
+                                                                                             : "";
+  }
+  return text;
+}
+
+/// `text` with the first `old` replaced, which is there.
+std::string replaced(std::string text, std::string_view old, std::string_view by) {
+  const std::size_t place = text.find(old);
+  if (place == std::string::npos) {
+    throw std::out_of_range("no " + std::string(old));
+  }
+  return text.replace(place, old.size(), by);
+}
+
+std::string replaced(std::string_view old, std::string_view by) {
+  return replaced(twoEntries, old, by);
+}
+
+/// A manifest as text.
+struct TextCase {
+  const char* name;
+  std::string text;
+  bool isAccepted = false;
+};
+
+const std::string blanks(300, ' ');
+
+const std::vector<TextCase> texts = {
+    {"compact", twoEntries, true},
+    {"pretty", twoEntriesDocument.text(pretty), true},
+    {"carriageReturns", withCarriageReturns(twoEntriesDocument.text(pretty)), true},
+    {"entriesFirst", entriesFirst(jsonStyles.front()), true},
+    {"entriesFirstPretty", entriesFirst(pretty), true},
+    {"noEntries", noEntries, true},
+    {"noEntriesPretty", plainManifestDocument().text(pretty), true},
+    {"noEntriesWithLineBreaks", replaced(noEntries, "\"entries\":[]", "\"entries\":[\n\n  ]"),
+     true},
+    {"noEntriesWithBlanksAndLineBreaks",
+     replaced(noEntries, "\"entries\":[]", "\"entries\":[\n" + blanks + "\n" + blanks + "]"), true},
+    {"blanksBefore", blanks + "\n" + twoEntries, true},
+    {"blanksBehind", twoEntries + "\n" + blanks + "\n" + blanks, true},
+    {"blanksBetweenEntries", replaced("},{", "}" + blanks + ",\n" + blanks + "{"), true},
+    {"lineBreakBehindEachToken", withALineBreakBehindEachToken(twoEntries), true},
+    {"cutsInAPath", replaced("/a/x", R"(/a/},{\"b},{\"c\\},{)"), true},
+    {"onlyCutsInAPath",
+     replaced(replaced("/a/x", R"(/a/x\\\"},{\"version\":5,\"x\":\")"), "},{", "}, {"), true},
+    {"longPath", replaced("/a/x", "/a/" + std::string(2000, 'x')), true},
+    {"letterBehindEntries", replaced("}]", "}x]")},
+    {"noCutAtAll", replaced("},{", "}, {"), true},
+    {"empty", ""},
+    {"blanksOnly", blanks},
+    {"lineBreaksOnly", std::string(300, '\n')},
+    {"nothing", "{}"},
+    {"list", "[" + twoEntries + "]"},
+    {"twice", twoEntries + "\n" + twoEntries},
+    {"byteOrderMark", "\xEF\xBB\xBF" + twoEntries},
+    {"moreBehind", twoEntries + "\n" + blanks + "x"},
+    {"braceBehind", twoEntries + "\n}"},
+    {"commaBehind", twoEntries + ","},
+    {"NULBehind", twoEntries + "\0"s},
+    {"NULAndBlanksBehind", twoEntries + "\n\0\n"s},
+    {"NULBeforeAnEntry", replaced("},{", "},\0{"s)},
+    {"NULInAString", replaced("/a/x", "/a/x\0"s)},
+    {"lineBreakInAString", replaced("/a/x", "/a/\nx")},
+    {"tabInAString", replaced("/a/x", "/a/\tx")},
+    {"cutInAStringThatDoesNotEnd", replaced("/a/x\"", "/a/x},{\"b")},
+    {"quotesAroundALineBreak", replaced("/a/x", "\n\"\"\n")},
+    {"noEndOfTheLastString", twoEntries + "\""},
+    {"notUTF8InAString", replaced("/a/x", "/a/\xFF")},
+    {"notUTF8OverALineBreak", replaced("},{", "},\xC3\n\xA9{")},
+    {"notUTF8OverACut", replaced("},{", "\xE2\x82},{")},
+    {"notUTF8Behind", twoEntries + "\n\xFF"},
+    {"twoCommasBetweenEntries", replaced("},{", "},,{")},
+    {"twoCommasWithALineBreak", replaced("},{", "},\n,{")},
+    {"noCommaBetweenEntries", replaced("},{", "}\n{")},
+    {"commaBehindTheLastEntry", replaced("}]", "},\n]")},
+    {"commaBeforeTheFirstEntry", replaced("\"entries\":[", "\"entries\":[\n,")},
+    {"commaForNoEntry", replaced(noEntries, "\"entries\":[]", "\"entries\":[\n,\n]")},
+    {"endOfTheListTwice", replaced("}]", "}]\n]")},
+    {"braceForTheListsEnd", replaced("}]", "}\n}")},
+    {"commaBehindTheLastMember", replaced(noEntries, "\"entries\":[]", "\"entries\":[],\n")},
+    {"commaBeforeTheFirstMember", replaced("{", "{\n,")},
+    {"braceForAComma", replaced(",\"warpID\"", "\n{\"warpID\"")},
+    {"numberOverALineBreak", replaced("\"size\":1000", "\"size\":10\n00")},
+    {"literalOverALineBreak", replaced("true", "tr\nue")},
+    {"lineFeedForBackslash", replaced("\"version\"", "\\\n\"version\"")},
+    {"formFeed", replaced("},{", "},\f{")},
+    {"formFeedForAComma", replaced(",\"warpID\"", "\f\"warpID\"")},
+    {"substituteForAColon", replaced("\"warpID\":", "\"warpID\"\x1A")},
+    {"verticalTab", replaced("},{", "},\v{")},
+    {"noBreakSpace", replaced("},{", "},\u00a0{")},
+    {"commentBehind", twoEntries + "// end"},
+};
+
+TEST(StreamingManifestReaderTest, readsTheSameWhateverTheChunks) {
+  for (const auto& [name, text, isAccepted] : texts) {
+    SCOPED_TRACE(name);
+    ManifestReaders readers;
+    const ManifestReading expected = isAccepted ? readers.exactly(text) : std::nullopt;
+    EXPECT_EQ(expected.has_value(), isAccepted);
+    expectQuickReading(expected, readers, text, text.size() + 1);
+    for (std::size_t length = 1; length < text.size() + 30; length += length < 40 ? 1 : 29) {
+      expectQuickReading(expected, readers, text, length);
+    }
+  }
+}
+
+TEST(StreamingManifestReaderTest, acceptsNoBeginningOfADocument) {
+  ManifestReaders readers;
+  for (const std::string& text : {twoEntries, twoEntriesDocument.text(pretty)}) {
+    for (std::size_t length = 0; length < text.size(); ++length) {
+      std::string beginning = text.substr(0, length);
+      ASSERT_EQ(readers.quickly(beginning), std::nullopt) << length;
+      ASSERT_EQ(readers.quickly(beginning, 50), std::nullopt) << length;
+    }
+  }
+}
+
+TEST(StreamingManifestReaderTest, readsOneDocumentAfterTheOther) {
+  ManifestReaders readers;
+  for (const TextCase& before : texts) {
+    for (std::string text : {twoEntries, entriesFirst(pretty), manifestDocument().text()}) {
+      std::string bytes = before.text;
+      EXPECT_EQ(readers.quickly(bytes, 64).has_value(), before.isAccepted) << before.name;
+      EXPECT_EQ(readers.quickly(text), readers.exactly(text)) << before.name;
+    }
+  }
+}
+
+std::string numberedPath(std::size_t number) { return "/a/" + std::to_string(number); }
+
+/// A manifest of `count` entries, of which number `second` has the path of number `first`.
+std::string withPathTwice(std::size_t count, std::size_t first, std::size_t second) {
+  return plainManifestText(
+      count, [=](std::size_t number) { return numberedPath(number == second ? first : number); });
+}
+
+TEST(StreamingManifestReaderTest, findsAPathThatIsThereTwiceAmongFewOrMany) {
+  for (const std::size_t count : {2U, 1023U, 1024U, 1025U, 2500U}) {
+    SCOPED_TRACE(count);
+    ManifestReaders readers;
+    std::string text = plainManifestText(count, numberedPath);
+    EXPECT_EQ(readers.quickly(text), readers.exactly(text));
+    for (const auto& [first, second] : {std::pair(std::size_t{0}, std::size_t{1}),
+                                        {0, count - 1},
+                                        {(count - 1) / 2, count - 1}}) {
+      text = withPathTwice(count, first, second);
+      EXPECT_EQ(readers.quickly(text), std::nullopt) << first << ' ' << second;
+    }
+  }
+}
+
+TEST(StreamingManifestReaderTest, givesEachEntryOnceAndInOrder) {
+  const std::string text = plainManifestText(50, numberedPath);
+  for (const std::size_t chunkLength : {1U, 100U, 500U, 1000U, 3000U, 100'000U}) {
+    ChunkBuffer memory;
+    StreamingManifestReader reader;
+    ChunkedDocument chunks(portionsOf(text, 1000), memory, chunkLength);
+    std::size_t number = 0;
+    const auto read = reader.read(chunks, [&](const WarpSharedEntry<TextView>& entry) {
+      EXPECT_EQ(entry.relativePath, numberedPath(number++));
+    });
+    EXPECT_TRUE(read.has_value());
+    EXPECT_EQ(number, 50);
+  }
+}
+
+TEST(StreamingManifestReaderTest, passesOnWhatIsThrown) {
+  std::string text = twoEntries;
+  ChunkBuffer memory;
+  StreamingManifestReader reader;
+  {
+    ChunkedDocument chunks(text, memory);
+    EXPECT_THROW(
+        static_cast<void>(reader.read(
+            chunks, [](const WarpSharedEntry<TextView>&) { throw std::domain_error("enough"); })),
+        std::domain_error);
+  }
+  ChunkedDocument broken([](char*, std::size_t) -> std::size_t { throw std::domain_error("gone"); },
+                         memory);
+  EXPECT_THROW(static_cast<void>(reader.read(broken, [](const auto&) {})), std::domain_error);
+  EXPECT_EQ(text, twoEntries);
+  ChunkedDocument chunks(text, memory);
+  EXPECT_TRUE(reader.read(chunks, [](const auto&) {}).has_value());
+}
+
+}  // namespace
+}  // namespace velmora::internal

@@ -1,0 +1,214 @@
+#include "json/RecordEncoding.h"
+#include "tests/fakes/WarpRecords.h"
+#include "tests/warpshared/RecordsAtTheirEnds.h"
+#include "warpshared/records/EntryFields.h"
+#include "warpshared/records/FieldCodecs.h"
+#include "warpshared/records/WarpSharedEntries.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace velmora::internal {
+namespace {
+
+using Entry = VelmoraWarpSharedEntry;
+using EntryView = WarpSharedEntry<TextView>;
+
+/// All that an entry holds, byte for byte.
+template <class String>
+std::string contentOf(const WarpSharedEntry<String>& entry) {
+  return encoded(entry);
+}
+
+/// Entries in which one field alone is at an end, or alone is not, for each field in turn.
+std::vector<Entry> entriesWithOneFieldAtAnEnd() {
+  std::vector<Entry> entries;
+  const auto addFor = [&entries](const auto& field) {
+    for (const End end : {End::least, End::greatest}) {
+      Entry& alone = entries.emplace_back();
+      put(alone.*field.member, end);
+      Entry& allBut = entries.emplace_back();
+      put(allBut, end);
+      allBut.*field.member = {};
+    }
+  };
+  std::apply([&](const auto&... fields) { (addFor(fields), ...); }, RecordFields<Entry>::list);
+  return entries;
+}
+
+WarpSharedEntries entriesAt(const std::vector<std::string>& paths) {
+  WarpSharedEntries entries;
+  for (const std::string& path : paths) {
+    entries.append(entryOf(path));
+  }
+  return entries;
+}
+
+std::vector<std::string> pathsOf(const WarpSharedEntries& entries) {
+  std::vector<std::string> paths;
+  for (std::size_t index = 0; index < entries.size(); ++index) {
+    paths.emplace_back(entries[index].relativePath.view());
+  }
+  return paths;
+}
+
+TEST(WarpSharedEntries, giveBackEveryFieldOfOwnedEntriesAndOfViews) {
+  const std::vector<Entry> originals = entriesWithOneFieldAtAnEnd();
+  WarpSharedEntries entries;
+  WarpSharedEntries copies;
+  for (const Entry& original : originals) {
+    entries.append(original);
+    copies.append(entries[entries.size() - 1]);
+  }
+  ASSERT_EQ(entries.size(), originals.size());
+  EntryView scratch;
+  for (std::size_t index = 0; index < originals.size(); ++index) {
+    SCOPED_TRACE(index);
+    const std::string content = contentOf(originals[index]);
+    EXPECT_EQ(contentOf(entries[index]), content);
+    EXPECT_EQ(contentOf(ownedEntry(entries[index])), content);
+    EXPECT_EQ(contentOf(copies[index]), content);
+    // Nothing is left of the entry that was read before.
+    entries.read(index, scratch);
+    EXPECT_EQ(contentOf(scratch), content);
+  }
+}
+
+TEST(WarpSharedEntries, tellAbsentFromEmpty) {
+  WarpSharedEntries entries;
+  Entry entry;
+  entry.aclText = "";
+  entry.multipartPartCount = 0;
+  entry.hardLinkIdentity.emplace();
+  entry.payloadParts = {{}, {}};
+  entry.payloadParts[1].payloadNamespace = VelmoraPayloadNamespace::backup;
+  entries.append(entry);
+  EXPECT_EQ(entries[0].aclText, TextView());
+  EXPECT_EQ(entries[0].symlinkTarget, std::nullopt);
+  EXPECT_EQ(entries[0].multipartPartCount, 0);
+  EXPECT_EQ(entries[0].multipartPartSizeBytes, std::nullopt);
+  EXPECT_EQ(entries[0].hardLinkIdentity, VelmoraWarpSharedHardLinkIdentity());
+  EXPECT_EQ(entries[0].payloadParts[0].payloadNamespace, std::nullopt);
+  EXPECT_EQ(entries[0].payloadParts[1].payloadNamespace, VelmoraPayloadNamespace::backup);
+}
+
+// Around the lengths that are written differently and those of whole chunks, and beyond.
+TEST(WarpSharedEntries, takeTextsOfAnyLength) {
+  std::vector<std::string> paths;
+  for (const std::size_t length :
+       {std::size_t{0}, std::size_t{0xFF}, std::size_t{0x100}, std::size_t{0x1000},
+        std::size_t{0x10000}, std::size_t{0x100000}, std::size_t{0x180000}}) {
+    for (std::size_t distance = 0; distance <= 120; distance += distance < 3 ? 1 : 13) {
+      paths.push_back(std::string(length, 'x') + std::string(distance, 'y'));
+      paths.push_back(std::string(length - std::min(length, distance), 'z'));
+    }
+  }
+  EXPECT_EQ(pathsOf(entriesAt(paths)), paths);
+}
+
+TEST(WarpSharedEntries, takeListsOfAnyLength) {
+  WarpSharedEntries entries;
+  const std::vector<std::size_t> lengths = {0, 1, 254, 255, 256, 70000};
+  for (const std::size_t length : lengths) {
+    Entry entry;
+    entry.sparseExtents.resize(length, {.logicalOffset = 1, .storedOffset = 2, .length = 3});
+    entry.extendedAttributes.resize(length, {.name = "n", .base64Value = "QQ=="});
+    entries.append(entry);
+    EXPECT_EQ(contentOf(entries[entries.size() - 1]), contentOf(entry));
+  }
+}
+
+std::vector<std::string> manyPaths() {
+  std::vector<std::string> paths;
+  for (std::size_t number = 0; number < 20000; ++number) {
+    paths.push_back('/' + std::to_string(number) + std::string(number % 300, 'x'));
+  }
+  return paths;
+}
+
+TEST(WarpSharedEntries, areFoundByTheirNumber) {
+  const std::vector<std::string> paths = manyPaths();
+  const WarpSharedEntries entries = entriesAt(paths);
+  for (std::size_t step = 0; step < paths.size(); ++step) {
+    const std::size_t index = step * 7919 % paths.size();
+    EXPECT_EQ(entries[index].relativePath.view(), paths[index]);
+  }
+}
+
+TEST(WarpSharedEntries, stayInPlaceWhenOthersCome) {
+  WarpSharedEntries entries = entriesAt({"/first"});
+  const EntryView first = entries[0];
+  for (const std::string& path : manyPaths()) {
+    entries.append(entryOf(path));
+  }
+  const WarpSharedEntries moved = std::move(entries);
+  EXPECT_EQ(moved[0].relativePath.view().data(), first.relativePath.view().data());
+  EXPECT_EQ(first.relativePath, "/first");
+}
+
+TEST(WarpSharedEntries, takeCopiesOfTheirOwn) {
+  WarpSharedEntries entries = entriesAt({"/a"});
+  for (std::size_t index = 0; index < 5000; ++index) {
+    entries.append(entries[index]);
+  }
+  EXPECT_EQ(pathsOf(entries), std::vector<std::string>(5001, "/a"));
+}
+
+TEST(WarpSharedEntries, areCopiedWithTheirTexts) {
+  const std::vector<std::string> paths = manyPaths();
+  std::optional<WarpSharedEntries> original = entriesAt(paths);
+  const WarpSharedEntries copy = *original;
+  original.reset();
+  EXPECT_EQ(pathsOf(copy), paths);
+}
+
+TEST(WarpSharedEntries, growApartFromTheirCopy) {
+  WarpSharedEntries original = entriesAt({"/a"});
+  WarpSharedEntries copy = entriesAt({"/x", "/y"});
+  copy = original;
+  original.append(entryOf("/original"));
+  copy.append(entryOf("/copy"));
+  EXPECT_EQ(pathsOf(original), (std::vector<std::string>{"/a", "/original"}));
+  EXPECT_EQ(pathsOf(copy), (std::vector<std::string>{"/a", "/copy"}));
+}
+
+TEST(WarpSharedEntries, areNoneAtFirstAndWhenCleared) {
+  EXPECT_TRUE(WarpSharedEntries().empty());
+  EXPECT_EQ(WarpSharedEntries().size(), 0);
+  WarpSharedEntries entries = entriesAt({"/a", "/b"});
+  entries.clear();
+  EXPECT_TRUE(entries.empty());
+  entries.append(entryOf("/c"));
+  EXPECT_EQ(pathsOf(entries), std::vector<std::string>{"/c"});
+}
+
+TEST(WarpSharedEntries, areEqualWhenAllAreInOrder) {
+  const WarpSharedEntries entries = entriesAt({"/\u00e9", "/b"});
+  EXPECT_EQ(entries, entriesAt({"/\u00e9", "/b"}));
+  EXPECT_EQ(entries, entriesAt({"/e\u0301", "/b"}));
+  EXPECT_NE(entries, entriesAt({"/b", "/\u00e9"}));
+  EXPECT_NE(entries, entriesAt({"/\u00e9"}));
+  EXPECT_NE(entries, entriesAt({"/\u00e9", "/B"}));
+  EXPECT_NE(entriesAt({"/\u00e9"}), entries);
+  EXPECT_NE(entries, WarpSharedEntries());
+}
+
+TEST(WarpSharedEntries, areEqualHoweverTheyLieInMemory) {
+  const std::vector<std::string> paths = manyPaths();
+  WarpSharedEntries copied = entriesAt({paths.begin(), paths.begin() + 5000});
+  copied = WarpSharedEntries(copied);
+  for (std::size_t index = 5000; index < paths.size(); ++index) {
+    copied.append(entryOf(paths[index]));
+  }
+  EXPECT_EQ(copied, entriesAt(paths));
+}
+
+}  // namespace
+}  // namespace velmora::internal

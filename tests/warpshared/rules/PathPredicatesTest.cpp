@@ -1,0 +1,210 @@
+#include "tests/support/AnsweredCases.h"
+#include "text/Characters.h"
+#include "text/LexicalPath.h"
+#include "text/Text.h"
+#include "warpshared/rules/PathPredicates.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+namespace velmora::internal {
+namespace {
+
+struct PredicateCase {
+  const char* name;
+  std::string_view text;
+  bool holds;
+};
+
+constexpr PredicateCase pathCases[] = {
+    {"folder", "/a", true},
+    {"longPath", "/Users/a/Documents/Holiday photos/2025/a.jpg", true},
+    {"hiddenNames", "/Users/a/.config/..b/c../...", true},
+    {"tilde", "/~/a", true},
+    {"backslash", "/a\\..\\b", true},
+    {"accent", "/\u00e9/e\u0301", true},
+    {"notUTF8", "/\xFF/\xFE", true},
+    {"empty", "", false},
+    {"relativeDot", ".", false},
+    {"dot", "/Users/./a", false},
+    {"onlyDot", "/.", false},
+    {"leadingSlashes", "//a", false},
+    {"onlySlashes", "//", false},
+    {"nul", {"/Users/a\0b", 10}, false},
+    {"nulAtEnd", {"/\0", 2}, false},
+    // The file system takes the byte for a separator all the same.
+    {"markAfterInnerSlashes", "/a//\u0301b", false},
+    {"markAfterSlashAtEnd", "/a/./\u0301", false},
+    {"slashAfterPrependedMark", "/a\u0600//b", false},
+};
+
+constexpr PredicateCase keyCases[] = {
+    {"twoNames", "a/b", true},
+    {"hiddenName", "a/.b", true},
+    {"hiddenFirst", ".a/b", true},
+    {"twoDotsAndMore", "..a/b../..c", true},
+    {"space", " / ", true},
+    {"accent", "\u00e9/e\u0301", true},
+    {"longKey", "warp/objects/2025/03/01/0123456789abcdef.bin", true},
+    {"notUTF8", "\xFF/\xFE", true},
+    {"empty", "", false},
+    {"onlySlash", "/", false},
+    {"trailingSlash", "a/", false},
+    {"dotFirst", "./a", false},
+    {"dot", "a/./b", false},
+    {"dotAtEnd", "a/.", false},
+    {"onlyDot", ".", false},
+    {"upFirst", "../a", false},
+    {"up", "a/../b", false},
+    {"upAtEnd", "a/..", false},
+    {"onlyUp", "..", false},
+    {"onlyNUL", {"\0", 1}, false},
+    {"nulInMarkedKey", {"a//\u0301\0", 6}, false},
+    {"notUTF8AndUp", "\xFF/../a", false},
+    // A "/" that is part of a larger character neither begins a key nor separates.
+    {"markAfterFirstSlash", "/\u0301a", true},
+    {"markAfterInnerSlashes", "a//\u0301b", true},
+    {"markAfterSlashAfterDot", "./\u0301", true},
+    {"markAfterSlashAfterUp", "a/../\u0301b", true},
+    {"prependedToLastSlash", "a\u0600/", true},
+    {"markAfterOneSlashOnly", "a/\u0301b//c", false},
+};
+
+TEST(PathPredicatesTest, canonicalPathsAreAbsoluteAndStandardizedAndSafeKeysAreMadeOfNames) {
+  for (const PredicateCase& row : pathCases) {
+    EXPECT_EQ(isCanonicalAbsolutePath(row.text), row.holds) << row.name;
+  }
+  for (const PredicateCase& row : keyCases) {
+    EXPECT_EQ(isSafeRelativeObjectKey(row.text), row.holds) << row.name;
+  }
+}
+
+TEST(PathPredicatesTest, answersTheCases) {
+  const auto expectAnswers = [](const char* path, std::size_t count, auto holds) {
+    const std::vector<AnsweredCase> cases = readAnsweredCases(path);
+    EXPECT_EQ(cases.size(), count);
+    for (const AnsweredCase& row : cases) {
+      EXPECT_EQ(holds(row.input), row.expect<bool>()) << row.name;
+    }
+  };
+  expectAnswers("warpshared/canonicalPath.jsonl", 42, isCanonicalAbsolutePath);
+  expectAnswers("warpshared/objectKey.jsonl", 12, isSafeRelativeObjectKey);
+}
+
+// The rules, word by word.
+bool holdsNUL(std::string_view text) { return text.find('\0') != std::string_view::npos; }
+
+bool isCanonicalByTheRules(std::string_view path) {
+  return hasCharacterPrefix(path, "/") && !holdsNUL(path) &&
+         canonicallyEqual(path, lexicallyStandardized(path));
+}
+
+bool isSafeByTheRules(std::string_view key) {
+  return !key.empty() && !hasCharacterPrefix(key, "/") && !holdsNUL(key) &&
+         std::ranges::none_of(splitAtCharacter(key, '/'), [](std::string_view component) {
+           return component.empty() || canonicallyEqual(component, ".") ||
+                  canonicallyEqual(component, "..");
+         });
+}
+
+void expectAsTheRulesSay(std::string_view text) {
+  ASSERT_EQ(isCanonicalAbsolutePath(text), isCanonicalByTheRules(text))
+      << testing::PrintToString(text);
+  ASSERT_EQ(isSafeRelativeObjectKey(text), isSafeByTheRules(text)) << testing::PrintToString(text);
+}
+
+// Whatever is special at every position of texts of every length up to some words: each lies in
+// every part of the bytes that are looked at together, and across their ends.
+TEST(PathPredicatesTest, answersAreTheRulesAtEveryPosition) {
+  constexpr std::string_view inserted[] = {
+      "//", "/./",     "/../", "/.",       "/..",    "/",    ".",        "..", "/.a", "/..a",
+      "/.", {"\0", 1}, "/...", "/\u0301/", "//\xFF", "\x01", {"/\0", 2}, "0",  "/0/", "\u0600//"};
+  for (std::size_t length = 0; length < 45; ++length) {
+    for (std::size_t position = 0; position <= length; ++position) {
+      for (const std::string_view part : inserted) {
+        std::string text(length, 'a');
+        text.insert(position, part);
+        expectAsTheRulesSay(text);
+        expectAsTheRulesSay("/" + text);
+      }
+    }
+  }
+}
+
+// For sanitizers to see: the memory ends with the text.
+TEST(PathPredicatesTest, readNothingBeyondTheEnd) {
+  for (std::size_t length = 0; length < 100; ++length) {
+    std::vector<char> bytes(length, 'a');
+    for (std::size_t position = 0; position < length; position += 7) {
+      bytes[position] = '/';
+    }
+    const std::string_view text(bytes.data(), bytes.size());
+    expectAsTheRulesSay(text);
+    expectAsTheRulesSay(text.substr(std::min<std::size_t>(length, 1)));
+  }
+}
+
+class RandomPaths {
+ public:
+  std::string next() {
+    static constexpr std::string_view parts[] = {
+        "/", "/",        ".",      "..",     "a",      "name",       "0123456789", "/a/bc/",
+        "/", {"\0", 1},  "\u0301", "\u00e9", "\u0600", "\U0001F600", "\xFF",       "\r\n",
+        "a", "/folder/", "b",      "\u65e5", "/x",     "a name"};
+    // Most often none of what is refused, or long paths would never pass.
+    const std::size_t kinds = upTo(1) == 0 ? std::size(parts) : 0;
+    std::string text = upTo(1) == 0 ? "/" : "";
+    for (std::size_t count = upTo(30); count > 0; --count) {
+      text += kinds != 0 ? parts[upTo(kinds - 1)] : ordinary[upTo(std::size(ordinary) - 1)];
+    }
+    return text;
+  }
+
+ private:
+  static constexpr std::string_view ordinary[] = {"a", "bc/d", ".e", "f.g/h", "name", "\u00e9"};
+
+  std::size_t upTo(std::size_t last) {
+    return std::uniform_int_distribution<std::size_t>(0, last)(engine_);
+  }
+
+  std::mt19937_64 engine_{20240301};
+};
+
+TEST(PathPredicatesTest, answersAreTheRulesForAnyText) {
+  RandomPaths paths;
+  int canonical = 0;
+  int safe = 0;
+  for (int count = 0; count < 100'000; ++count) {
+    const std::string path = paths.next();
+    expectAsTheRulesSay(path);
+    canonical += isCanonicalAbsolutePath(path) ? 1 : 0;
+    safe += isSafeRelativeObjectKey(path) ? 1 : 0;
+  }
+  // Else the comparison would say little.
+  EXPECT_GT(canonical, 5'000);
+  EXPECT_GT(safe, 5'000);
+}
+
+// All texts of up to seven bytes from those that matter.
+TEST(PathPredicatesTest, answersAreTheRulesForAllShortTexts) {
+  constexpr std::string_view bytes = {"/.a\0\xCC\x81", 6};
+  std::vector<std::string> texts = {""};
+  for (int length = 0; length <= 7; ++length) {
+    std::vector<std::string> longer;
+    for (const std::string& text : texts) {
+      expectAsTheRulesSay(text);
+      if (length < 7) {
+        for (const char byte : bytes) {
+          longer.push_back(text + byte);
+        }
+      }
+    }
+    texts = std::move(longer);
+  }
+}
+
+}  // namespace
+}  // namespace velmora::internal

@@ -16,12 +16,12 @@ struct HandoffRequest {
   std::vector<Text> folderPaths = {};
 };
 
-/// `instant` in UTC to the whole second, cut off, as ISO 8601 has it: 2026-03-01T09:15:42Z.
+/// `instant` in UTC, rounded down to whole seconds, as in ISO 8601: 2026-03-01T09:15:42Z.
 [[nodiscard]] std::string internetDateTime(std::chrono::system_clock::time_point instant);
 
-/// The request as JSON (RFC 8259) in one fixed layout: keys sorted, two blanks of indentation,
+/// The request as JSON (RFC 8259) in one fixed layout: sorted keys, an indentation of two spaces,
 /// " : " after a key, every "/" escaped, no newline at the end. Throws posixError(EILSEQ) for a
-/// path that is not UTF-8, since JSON cannot carry it.
+/// path that is not UTF-8, because JSON cannot represent it.
 [[nodiscard]] std::string encodeHandoffRequest(const HandoffRequest& request);
 
 }  // namespace velmora

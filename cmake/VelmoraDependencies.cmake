@@ -1,13 +1,13 @@
-# The libraries of the system that the project stands on. What is missing is named together with
-# the Debian package that brings it. The installed package includes this file, too.
+# Finds the system libraries that the project needs. The message for a missing one names the Debian
+# package that contains it. The installed package includes this file, too.
 
 find_package(PkgConfig QUIET)
 if(NOT PKG_CONFIG_FOUND)
   message(FATAL_ERROR "pkg-config is missing: install the package pkg-config")
 endif()
 
-# velmora_require_module(TARGET-NAME MODULE DEBIAN-PACKAGE): a library known to pkg-config,
-# as the target PkgConfig::TARGET-NAME.
+# velmora_require_module(TARGET-NAME MODULE DEBIAN-PACKAGE) finds a library by pkg-config, and makes
+# the target PkgConfig::TARGET-NAME.
 macro(velmora_require_module name module package)
   pkg_check_modules(${name} QUIET IMPORTED_TARGET GLOBAL ${module})
   if(NOT ${name}_FOUND)
@@ -15,7 +15,7 @@ macro(velmora_require_module name module package)
   endif()
 endmacro()
 
-# velmora_require_package(CMAKE-PACKAGE DEBIAN-PACKAGE): a library with a CMake package.
+# velmora_require_package(CMAKE-PACKAGE DEBIAN-PACKAGE) finds a library by its CMake package.
 macro(velmora_require_package name package)
   find_package(${name} QUIET)
   if(NOT ${name}_FOUND)
@@ -23,7 +23,7 @@ macro(velmora_require_package name package)
   endif()
 endmacro()
 
-# velmora_require_found(VARIABLE WHAT DEBIAN-PACKAGE): after a find_… command.
+# velmora_require_found(VARIABLE WHAT DEBIAN-PACKAGE) checks the result of a find_… command.
 macro(velmora_require_found variable what package)
   if(NOT ${variable})
     message(FATAL_ERROR "${what} is missing: install the package ${package}")
@@ -32,7 +32,7 @@ endmacro()
 
 find_package(Threads REQUIRED)
 velmora_require_module(UTF8PROC libutf8proc libutf8proc-dev)
-# One library less to load at every start, where there is an archive of it.
+# Links the static library if there is one, so that each start loads one library less.
 find_library(VELMORA_UTF8PROC_ARCHIVE
              ${CMAKE_STATIC_LIBRARY_PREFIX}utf8proc${CMAKE_STATIC_LIBRARY_SUFFIX}
              HINTS ${UTF8PROC_LIBDIR})

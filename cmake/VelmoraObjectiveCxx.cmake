@@ -1,8 +1,8 @@
-# Objective-C++, and what its sources need: the interface library velmora_cocoa, which every target
-# with ".mm" sources links. On macOS these are Apple's compiler and frameworks. Elsewhere the sources
-# are compiled for the tests alone, by clang++ whatever compiles the rest, for GNUstep and the
-# stand-ins in tests/gnustep for what it lacks. Where there is no velmora_cocoa, there is no
-# Objective-C++ in the build.
+# Objective-C++, and the interface library velmora_cocoa with all that its sources need. Every
+# target with ".mm" sources links it. On macOS it uses Apple's compiler and frameworks. On other
+# systems the sources are compiled for the tests only, and always by clang++. They use GNUstep, and
+# the replacements in tests/gnustep for the parts that GNUstep lacks. A build without velmora_cocoa
+# has no Objective-C++.
 
 if(APPLE)
   set(objective_cxx ON)
@@ -40,7 +40,7 @@ endif()
 
 find_program(VELMORA_CLANGXX NAMES clang++)
 velmora_require_found(VELMORA_CLANGXX clang++ clang)
-# The headers of the runtime belong to the gcc with which it was built.
+# The runtime's headers are in the folder of the gcc that built it.
 file(GLOB gcc_include_directories /usr/lib/gcc/*/*/include)
 find_path(VELMORA_OBJC_INCLUDE objc/objc.h HINTS ${gcc_include_directories})
 velmora_require_found(VELMORA_OBJC_INCLUDE objc/objc.h libobjc-12-dev)
@@ -57,17 +57,17 @@ velmora_require_found(VELMORA_BLOCKS_INCLUDE Block.h libblocksruntime-dev)
 find_library(VELMORA_BLOCKS_RUNTIME BlocksRuntime)
 velmora_require_found(VELMORA_BLOCKS_RUNTIME libBlocksRuntime libblocksruntime-dev)
 
-# g++ compiles Objective-C++, too, but knows no blocks.
+# g++ compiles Objective-C++, too, but does not support blocks.
 set(CMAKE_OBJCXX_COMPILER ${VELMORA_CLANGXX})
 set(pch_prologue ${CMAKE_PCH_PROLOGUE})
 set(pch_extension ${CMAKE_PCH_EXTENSION})
 enable_language(OBJCXX)
-# CMake makes precompiled headers as the last enabled compiler wants them; they are for C++.
+# CMake makes precompiled headers in the form of the last enabled compiler, but they are for C++.
 set(CMAKE_PCH_PROLOGUE ${pch_prologue})
 set(CMAKE_PCH_EXTENSION ${pch_extension})
 
-# The other sources of these targets may be compiled by g++, which knows few of these options.
-# gcc's headers come last, because clang has most of them itself.
+# g++ may compile the other sources of these targets, and it supports few of these options. gcc's
+# headers come last, because clang has most of them itself.
 set(is_objcxx $<COMPILE_LANGUAGE:OBJCXX>)
 target_compile_options(
   velmora_cocoa INTERFACE "$<${is_objcxx}:-fblocks;-fobjc-runtime=gcc;-fobjc-exceptions>"
@@ -78,11 +78,11 @@ target_compile_definitions(
   INTERFACE
     "$<${is_objcxx}:GNUSTEP;GNUSTEP_BASE_LIBRARY=1;GNU_GUI_LIBRARY=1;GNU_RUNTIME=1;_NATIVE_OBJC_EXCEPTIONS>"
 )
-# The stand-ins first: they wrap or replace headers of GNUstep.
+# The replacements come first, because they wrap or replace headers of GNUstep.
 target_include_directories(
   velmora_cocoa SYSTEM
   INTERFACE "$<${is_objcxx}:${PROJECT_SOURCE_DIR}/tests/gnustep/include;${VELMORA_GNUSTEP_INCLUDE}>")
-# In this order: libgnustep-base has a function to copy blocks of its own, and it is faulty.
+# The order matters: libgnustep-base has its own function to copy blocks, which is faulty.
 target_link_libraries(
   velmora_cocoa INTERFACE ${VELMORA_BLOCKS_RUNTIME} ${VELMORA_GNUSTEP_GUI}
                           ${VELMORA_GNUSTEP_BASE} ${VELMORA_OBJC})

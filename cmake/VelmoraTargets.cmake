@@ -1,5 +1,5 @@
-# How every target of the project is made: one library per folder, the same language level,
-# warnings and sanitizers everywhere, and an installed package that others can link.
+# Makes the targets of the project: one library per folder, the same language level, warnings and
+# sanitizers for all, and an installed package that other projects can link.
 
 function(velmora_common_options target)
   target_compile_features(${target} PUBLIC cxx_std_20)
@@ -14,31 +14,32 @@ function(velmora_common_options target)
     target_link_options(${target} PUBLIC $<BUILD_INTERFACE:-fsanitize=${VELMORA_SANITIZERS}>)
   endif()
   if(VELMORA_BUILD_FUZZERS)
-    # The fuzzer steers by the branches of the libraries, too.
+    # The fuzzer is also guided by the branches of the libraries.
     target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
   endif()
   if(VELMORA_COVERAGE)
-    # Each compiler has a format of its own, and a program can count in one only.
+    # Each compiler has its own format, and a program can use only one for its counters.
     set(counted $<COMPILE_LANGUAGE:CXX>)
     if(CMAKE_CXX_COMPILER_ID STREQUAL CMAKE_OBJCXX_COMPILER_ID)
       set(counted 1)
     endif()
-    # Threads count, too: without atomic counters some come out negative.
+    # Several threads count. Without atomic counters, some counts become negative.
     target_compile_options(${target} PRIVATE $<${counted}:--coverage>
                                              $<${counted}:-fprofile-update=atomic>)
     target_link_options(${target} PUBLIC $<BUILD_INTERFACE:--coverage>)
   endif()
 endfunction()
 
-# What makes a build with tests quicker, for libraries that tests link.
+# Options that make a build with tests faster, for libraries that tests link.
 function(velmora_options_for_tests target)
-  # Quick libraries save the tests more time than they cost the compiler. Coverage is left as it is,
-  # because the optimiser merges lines.
+  # Optimised libraries save the tests more time than they cost the compiler. A build for coverage
+  # is not optimised, because the optimiser merges lines.
   if(NOT VELMORA_COVERAGE)
     target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-Og>)
   endif()
-  # One precompiled header of the standard library for all. Users' builds and clang-tidy have none, so
-  # that a source must include what it uses. Objective-C++ is another language, with another compiler.
+  # All libraries share one precompiled header of the standard library. Users' builds and clang-tidy
+  # have none, so that each source must include all that it uses. Objective-C++ cannot use it: it is
+  # another language with another compiler.
   get_target_property(sources ${target} SOURCES)
   if(VELMORA_BUILD_TESTS AND NOT sources MATCHES "\\.mm")
     set(owner velmora_platform)
@@ -67,7 +68,7 @@ function(velmora_add_library name)
     add_library(${target} STATIC ${arg_SOURCES})
     velmora_common_options(${target})
     velmora_options_for_tests(${target})
-    # An installed library must link by another compiler than the one that made it, too.
+    # Another compiler must also be able to link an installed library.
     if(CMAKE_INTERPROCEDURAL_OPTIMIZATION AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
       target_compile_options(${target} PRIVATE -ffat-lto-objects)
     endif()

@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# How every script here begins: it answers --help with the comment at its head, and works in the
-# project's folder, wherever it was called from.
+# The common beginning of all scripts here. A script answers --help with the comment at its head,
+# and works in the project's folder, from any directory.
 
 set -euo pipefail
 
@@ -28,8 +28,8 @@ cores() {
   getconf _NPROCESSORS_ONLN
 }
 
-# Under some kernels' larger address randomisation, libraries land where the sanitizers of gcc 12
-# and clang 14 keep their own memory, and every program ends before main.
+# Some kernels randomise addresses in a larger range. Libraries may then lie in the memory that the
+# sanitizers of gcc 12 and clang 14 use, and every program ends before main.
 largest_randomisation_that_sanitizers_bear=28
 
 without_randomisation() {

@@ -12,10 +12,10 @@ import shlex
 import subprocess
 from collections import Counter, defaultdict, namedtuple
 
-# `code` takes the place of the text between `start` and `end`; NUMBER in it is that of the fault.
-# The line is the one in the tree without faults.
+# `code` replaces the text between `start` and `end`; NUMBER in it is replaced by the fault's
+# number. `line` is the line in the tree without faults.
 Fault = namedtuple("Fault", "file start end line kind before after code")
-# In no source.
+# No source contains this.
 NUMBER = "$NUMBER$"
 
 TOKEN = re.compile(r"""
@@ -25,12 +25,12 @@ TOKEN = re.compile(r"""
   | (?P<name>\w+)
   | (?P<sign><=>|<<=|>>=|\.\.\.|->|::|\+\+|--|&&|\|\||[=!<>+\-*/%&|^]=|<<|>>|.)""", re.X | re.S)
 COMPARISONS = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "=="}
-# What stands between an expression and its neighbours, besides brackets; all of it binds less than
-# a comparison does.
+# The tokens that end an expression on either side, besides brackets. Each has a lower precedence
+# than a comparison.
 EDGES = {";", ",", "?", ":", "=", "+=", "-=", "*=", "/=", "|=", "&=", "return", "throw", "case"}
 BODY_STARTS = {")", "]", "^", "else", "do", "try", "const", "noexcept", "override", "mutable",
                "autoreleasepool"}
-# No statement that begins so can be left out, or it would be a declaration.
+# A statement that begins with one of these cannot be left out, or is a declaration.
 KEPT = set("""return const constexpr auto using if else for while do switch case default break
 continue throw try catch static typedef struct class enum union template namespace public private
 protected friend goto co_return static_assert delete operator explicit virtual inline
@@ -86,7 +86,7 @@ def faults_of(file, source, enumerations, chance):
                      " ".join(before.split()), " ".join(after.split()), code)
 
     for i, word in enumerate(words[:-1]):
-        # Those of templates and of references have no blanks around them.
+        # The signs of templates and of references have no blanks around them.
         around = source[tokens[i].start() - 1] + source[tokens[i].end()]
         is_spaced = around.isspace() and words[i - 1] != "operator"
         in_function, in_block = places[i]
@@ -105,7 +105,7 @@ def faults_of(file, source, enumerations, chance):
             yield fault("condition", first, last, f"!({condition})",
                         f"velmoraMutant({NUMBER}) != static_cast<bool>({condition})")
         elif in_function and re.fullmatch(r"(0[xX][\da-fA-F']+|[\d']+)[uUlLzZ]*", word):
-            # Never below zero: the largest unsigned number is a fault that nothing overlooks.
+            # Never below zero: the largest unsigned number is a fault that every test notices.
             sign = "+" if re.match("0(?![xX])", word) else chance.choice("+-")
             yield fault("number", i, i, f"{word} {sign} 1")
         elif word in ("true", "false") and in_function:
@@ -145,7 +145,8 @@ class Tree:
         for entry in json.loads((directory / "build/dev/compile_commands.json").read_text()):
             file = os.path.relpath(entry["file"], directory)
             command = shlex.split(entry["command"])
-            # Of an extension for macOS, the tests have the only command here, with the other form.
+            # The tests have the only command for a source of a macOS extension. It has the other
+            # form of velmoraMutant, so the definition is added.
             self.commands.setdefault(file, command[:command.index("-o")] + [
                 "-DVELMORA_MUTANTS_AT_RUN_TIME_ONLY", "-fsyntax-only", str(directory / file)])
 

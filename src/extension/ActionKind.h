@@ -11,9 +11,9 @@ class ExtensionBundle;
 inline constexpr std::string_view restoreActionIdentifier =
     "io.tolvane.Velmora.FinderRestoreAction";
 
-/// The action kind: true for Restore, false for Warp. Restore is performed under
-/// restoreActionIdentifier only, Warp under any other identifier and without one. Never stored:
-/// whoever needs the kind asks again.
+/// The action kind: true for Restore, false for Warp. The program performs Restore only under
+/// restoreActionIdentifier, and Warp under any other identifier or without one. The kind is never
+/// stored; each caller asks again.
 [[nodiscard]] bool isRestoreAction(const ExtensionBundle& bundle);
 
 }  // namespace velmora

@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::string_view failedHandoffLogPrefix = "Velmora Finder Action handoff failed: ";
 
-/// The text of ENOMEM, which cannot be asked for when memory is out.
+/// The system's text for ENOMEM, as a constant: looking it up needs memory.
 constexpr std::string_view outOfMemoryDescription = "Cannot allocate memory";
 
 void logFailedHandoff(std::string_view description, Logger& logger) noexcept {
@@ -33,7 +33,8 @@ void logFailedHandoff(std::string_view description, Logger& logger) noexcept {
   }
 }
 
-/// Why a part of a request failed; in words of ours where there was no memory for others.
+/// Why a step of a request failed. The constant `ourWords` takes the place of `words` when there is
+/// no memory for these, or no text.
 struct Failure {
   std::string words = {};
   std::string_view ourWords = {};
@@ -59,17 +60,17 @@ std::optional<Failure> failureOf(Step step) noexcept {
   } catch (const std::exception& error) {
     return failureDescribedBy(error.what());
   } catch (...) {
-    // A host's objects may throw what is no exception of ours.
+    // The host's objects may throw something other than a std::exception.
     return Failure{.ourWords = "Unknown error"};
   }
 }
 
-/// Runs a part of a request that ends it as its last act, and ends it where that part cannot.
+/// Runs a step that ends the request as its last act. Cancels the request if the step throws.
 template <class Step>
 void endingWithHandoffError(ExtensionContext& context, const Platform& platform,
                             Step step) noexcept {
-  // The end is not made while an exception is handled: another language's, raised by then, would
-  // end the process.
+  // The request is cancelled outside of the exception handler: an exception of another language
+  // that is raised inside of one would end the process.
   if (const std::optional<Failure> failure = failureOf(step)) {
     cancelFailedHandoff(failure->description(), context, platform);
   }
@@ -121,7 +122,7 @@ void cancelWithoutMessage(ExtensionContext& context) noexcept {
   try {
     error.domain = finderActionErrorDomain;
   } catch (const std::bad_alloc&) {
-    // The code alone says what happened.
+    // The code alone identifies the error.
   }
   context.cancelRequest(error);
 }
@@ -133,7 +134,7 @@ void cancelFailedHandoff(std::string_view description, ExtensionContext& context
   try {
     error = makeHandoffError(isRestoreAction(platform.bundle), platform);
   } catch (...) {
-    // Neither memory nor a platform's objects may keep the request from its end.
+    // The request must end, even without memory and if a platform's objects fail.
     error.reset();
   }
   if (error.has_value()) {

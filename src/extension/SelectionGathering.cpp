@@ -15,8 +15,8 @@ namespace velmora {
 
 namespace {
 
-/// What the load callbacks of one request share, from whatever threads they come. It lives as long
-/// as a callback does; what it needs for the end of the request is let go with that end.
+/// The state that the load callbacks of one request share; they may run on any thread. It lives as
+/// long as any callback, but releases `finalStep_` at the end of the request.
 class Gathering : public std::enable_shared_from_this<Gathering> {
  public:
   Gathering(std::size_t providerCount, MainQueue& mainQueue,
@@ -24,8 +24,8 @@ class Gathering : public std::enable_shared_from_this<Gathering> {
       : mainQueue_(mainQueue),
         finalStep_(std::move(finalStep)),
         answered_(providerCount),
-        // One share for each provider, and one for whoever starts the loads, so that the group
-        // cannot run empty before all are started.
+        // One share per provider, and one for the caller that starts the loads, so that the count
+        // cannot reach 0 before all loads are started.
         pendingShares_(providerCount + 1) {}
 
   void start(std::size_t position, ItemProvider& provider) noexcept {
@@ -41,7 +41,7 @@ class Gathering : public std::enable_shared_from_this<Gathering> {
       }
       answer(position, {});
     } catch (...) {
-      // A provider that throws has delivered nothing.
+      // A provider that throws counts as an answer without an item.
       answer(position, {});
     }
   }
@@ -57,7 +57,7 @@ class Gathering : public std::enable_shared_from_this<Gathering> {
   }
 
  private:
-  /// False when there is no memory to reach the main queue.
+  /// Returns false when there is no memory to reach the main queue.
   bool finishOnMainQueue() noexcept {
     try {
       mainQueue_.async([self = shared_from_this()] { self->finish(self->takeURLs()); });
@@ -111,7 +111,7 @@ class Gathering : public std::enable_shared_from_this<Gathering> {
   std::vector<std::atomic<bool>> answered_;
   std::atomic<std::size_t> pendingShares_;
 
-  // Guards what is below: written by the load callbacks, read by the final step.
+  /// Guards the members below: the load callbacks write them, the final step reads them.
   std::mutex lock_;
   std::map<std::int64_t, FileURL> loadedURLsByIndex_;
   bool memoryRanOut_ = false;

@@ -14,7 +14,7 @@ namespace velmora {
 
 namespace {
 
-/// Looks at each item alone. An item that passes is accepted for now; the warped folders decide.
+/// Checks each item by itself. `accepted` is preliminary; the warped folders decide later.
 std::vector<ScreenedItem> candidates(const std::vector<FileURL>& selection,
                                      const Platform& platform, bool isRestore) {
   std::vector<ScreenedItem> items;
@@ -38,7 +38,7 @@ ItemVerdict verdictOn(const ScreenedItem& candidate, bool isRestore) {
     return isRestore ? ItemVerdict::notWarped : ItemVerdict::accepted;
   }
   if (*candidate.root != candidate.path) {
-    // Only the warped folder itself can be restored: a stray marker inside one proves nothing.
+    // Only the warped folder itself can be restored: a marker inside of it proves nothing.
     return ItemVerdict::insideWarpedFolder;
   }
   return isRestore ? ItemVerdict::accepted : ItemVerdict::alreadyWarped;

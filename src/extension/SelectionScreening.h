@@ -1,4 +1,4 @@
-// Which of the selected items the action may be applied to.
+// Decides which of the selected items the action may be applied to.
 #pragma once
 
 #include "resolution/WarpedFolders.h"
@@ -12,18 +12,18 @@ namespace velmora {
 
 struct Platform;
 
-/// Why an item suits the action or does not.
+/// The result for one item: accepted, or the reason why the action cannot be applied to it.
 enum class ItemVerdict {
   accepted,
-  /// Warp: nothing is there, or no directory.
+  /// Warp: there is no directory at the path.
   notADirectory,
   /// Warp: the item is a warped folder.
   alreadyWarped,
-  /// Warp and Restore: the item lies in a warped folder.
+  /// Warp and Restore: the item is inside of a warped folder.
   insideWarpedFolder,
-  /// Restore: the item holds no marker.
+  /// Restore: the item contains no marker.
   noMarker,
-  /// Restore: the item is no warped folder and lies in none.
+  /// Restore: the item neither is a warped folder nor is inside of one.
   notWarped,
 };
 
@@ -32,24 +32,26 @@ struct ScreenedItem {
   /// Standardised.
   Text path;
   ItemVerdict verdict = ItemVerdict::accepted;
-  /// The innermost warped folder that the item is or lies in, where that was asked for.
+  /// The innermost warped folder that is or contains the item. Only looked up for an item that
+  /// passes the check of its own path.
   std::optional<Text> root = {};
 };
 
 struct Screening {
   /// In the order of the selection.
   std::vector<ScreenedItem> items;
-  /// What was looked at to tell which items lie in a warped folder.
+  /// The manifests that decide which items are in a warped folder.
   Resolution resolution;
 };
 
 /// Screens the selection for the action that `platform.bundle` decides.
 ///
-/// - Warp takes what is a directory, links followed, and neither is nor lies in a warped folder.
-/// - Restore takes a warped folder that holds its marker; not a folder inside one.
+/// - Warp accepts a directory, also through symbolic links, that neither is a warped folder nor is
+///   inside of one.
+/// - Restore accepts a warped folder that contains its marker, but no folder inside of one.
 ///
-/// Never fails outward: what cannot be looked at does not suit. Takes no lock; the folders may
-/// change meanwhile. Throws only when memory runs out.
+/// An item that cannot be examined is not accepted. Takes no lock; the folders may change
+/// meanwhile. Throws only when memory runs out.
 [[nodiscard]] Screening screenSelection(const std::vector<FileURL>& selection,
                                         const Platform& platform);
 

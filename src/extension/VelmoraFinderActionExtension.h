@@ -1,4 +1,4 @@
-// The principal class: what the extension host creates and hands its requests to.
+// The principal class, which the extension host creates and passes its requests to.
 #pragma once
 
 #include "platform/Platform.h"
@@ -9,15 +9,15 @@ namespace velmora {
 
 class ExtensionContext;
 
-/// Keeps nothing of a request and is captured by none: a request goes on when the object is gone.
-/// Any number of requests may be in flight; they share nothing but the file system.
+/// Stores nothing of a request, and no request refers to it: requests continue after its
+/// destruction. Any number of requests may run at the same time; they share only the file system.
 class VelmoraFinderActionExtension {
  public:
-  /// What `platform` refers to outlives every request.
+  /// The objects that `platform` refers to must outlive every request.
   explicit VelmoraFinderActionExtension(const Platform& platform) : platform_(platform) {}
 
-  /// Serves one request (see beginRequest); returns once its loads are started. Called on any
-  /// thread, once for each request. Never throws.
+  /// Serves one request (see beginRequest), and returns when its loads are started. Called on any
+  /// thread, once per request. Never throws.
   void beginRequestWithExtensionContext(
       const std::shared_ptr<ExtensionContext>& context) const noexcept;
 

@@ -1,4 +1,4 @@
-// What the application is asked to do.
+// The actions that a request can ask of the application.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// Handing a job to the application: a request file where it looks, then a signal to look.
+// Hands a job to the application: writes a request file, then posts a notification.
 #pragma once
 
 #include "handoff/FinderHandoffAction.h"
@@ -15,21 +15,21 @@ struct Platform;
 /// The directory of request files under the shared Warp root.
 inline constexpr std::string_view handoffDirectoryName = "FinderHandoff";
 
-/// The notification that tells the application to look there.
+/// The notification on which the application reads that directory.
 inline constexpr std::string_view handoffNotificationName = "io.tolvane.Velmora.finderHandoff";
 
-/// `paths`, each as its standardised absolute path, without empty ones and repetitions; of equal
-/// paths the first is kept, in the order given.
+/// The standardised absolute forms of `paths`, in the order given. Leaves out those that are empty,
+/// and all but the first of equal paths.
 [[nodiscard]] std::vector<Text> normalizedHandoffPaths(const std::vector<Text>& paths,
                                                        const PathStandardizer& standardizer);
 
 /// Writes one request file with the normalised paths, named by a fresh UUID, then posts the
-/// notification. The file is complete from the moment it appears, and in place before the
-/// notification is posted.
+/// notification. The file is complete when it appears, and in place before the notification is
+/// posted.
 ///
-/// Does nothing, successfully, when no path is left. Throws the first error of the platform,
-/// unchanged, with nothing written or posted then. Requests written at the same moment, by any
-/// number of processes, do not disturb each other. Main thread only.
+/// Does nothing, without an error, when no path is left. Throws the first error of the platform
+/// unchanged; then there is no request file and no notification. Any number of processes may write
+/// requests at the same time. Main thread only.
 void writeHandoffRequest(FinderHandoffAction action, const std::vector<Text>& paths,
                          const Platform& platform);
 

@@ -16,10 +16,10 @@ struct HandoffRequest {
   std::vector<Text> folderPaths = {};
 };
 
-/// The request as JSON (RFC 8259) in one fixed layout: keys sorted, two blanks of indentation,
-/// " : " after a key, every "/" escaped, no newline at the end. `createdAt` is in UTC, cut off to
-/// the whole second: 2026-03-01T09:15:42Z (RFC 3339). Throws posixError(EILSEQ) for a
-/// path that is not UTF-8, since JSON cannot carry it.
+/// The request as JSON (RFC 8259) in one fixed layout: sorted keys, an indentation of two spaces,
+/// " : " after a key, every "/" escaped, no newline at the end. `createdAt` is in UTC, rounded down
+/// to whole seconds, as in RFC 3339: 2026-03-01T09:15:42Z. Throws posixError(EILSEQ) for a path
+/// that is not UTF-8, because JSON cannot represent it.
 [[nodiscard]] std::string encodeHandoffRequest(const HandoffRequest& request);
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-// Where the extension and the application exchange files: the shared Warp root.
+// The shared Warp root: the directory in which the extension and the application exchange files.
 #pragma once
 
 #include "text/FileURL.h"
@@ -9,9 +9,10 @@ class PathStandardizer;
 class SharedLocations;
 
 /// The standardised URL of the shared Warp root: "Warp" in the group's container; without a
-/// container "Velmora/Warp" in the first application support directory. (The application looks in
-/// the same two places, so they keep their different depths.) Asks afresh at every call; neither
-/// makes nor checks the directory. Throws noSuchFileError when there is neither place.
+/// container "Velmora/Warp" in the first application support directory. The two places differ in
+/// depth, because the application uses the same two. Asks the platform afresh at every call;
+/// neither creates nor checks the directory. Throws noSuchFileError when the platform has neither
+/// place.
 [[nodiscard]] FileURL sharedWarpRootURL(const SharedLocations& locations,
                                         const PathStandardizer& paths);
 

@@ -1,4 +1,4 @@
-// The four messages that the user may get to see, and the errors that carry them.
+// The four messages for the user, and the errors that carry them.
 #pragma once
 
 #include "localization/VelmoraLanguage.h"
@@ -12,22 +12,22 @@ namespace velmora {
 class ExtensionBundle;
 struct Platform;
 
-/// The domain and codes of the errors with which requests are cancelled.
+/// The domain and codes of the errors that cancel requests.
 inline constexpr std::string_view finderActionErrorDomain = "io.tolvane.Velmora.FinderAction";
 inline constexpr int unsuitableSelectionErrorCode = 1;
 inline constexpr int failedHandoffErrorCode = 2;
 
-/// The message stored under `key` in the table of `language`; `englishText` when the resources
-/// have no such folder, table or key. There is no second attempt with the English table. Throws
-/// only when memory runs out.
+/// The message under `key` in the table of `language`. Returns `englishText` when the resources
+/// have no such folder, table or key; the English table is not tried. Throws only when memory runs
+/// out.
 [[nodiscard]] std::string localizedMessage(std::string_view key, std::string_view englishText,
                                            VelmoraLanguage language, const ExtensionBundle& bundle);
 
-/// The error for a selection to which the action cannot be applied. The language and the message
-/// are looked up afresh. Throws only when memory runs out.
+/// The error for a selection that the action cannot be applied to. The language and the message are
+/// looked up afresh. Throws only when memory runs out.
 [[nodiscard]] RequestError makeSelectionError(bool isRestore, const Platform& platform);
 
-/// The error for a handoff to the application that failed. As makeSelectionError.
+/// The error for a failed handoff to the application, made like that of makeSelectionError.
 [[nodiscard]] RequestError makeHandoffError(bool isRestore, const Platform& platform);
 
 }  // namespace velmora

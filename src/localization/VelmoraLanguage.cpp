@@ -15,8 +15,8 @@ namespace {
 
 using Subtags = std::vector<std::string_view>;
 
-/// ASCII is enough: no other character's lower case is made of the letters looked for, once the
-/// text is composed (the Kelvin sign composes to "K").
+/// Lowercases ASCII only. That is enough in NFC: no other character has one of the needed letters
+/// as its lower case there (the Kelvin sign becomes "K").
 std::string lowercased(std::string text) {
   std::ranges::transform(text, text.begin(), [](char character) {
     return 'A' <= character && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
@@ -49,7 +49,7 @@ bool isScript(std::string_view subtag) {
 }
 
 std::optional<VelmoraLanguage> chineseFor(std::span<const std::string_view> subtags) {
-  // The script before the region: a reader of Hans in Hong Kong reads Hans.
+  // The script decides before the region: a reader of Hans in Hong Kong reads Hans.
   const auto script = std::ranges::find_if(subtags, isScript);
   const bool isSimplified =
       script != subtags.end() ? *script == "hans" : !containsAny(subtags, {"tw", "hk", "mo"});

@@ -1,4 +1,5 @@
-// The language of the messages: the user's choice in the application, or what the system prefers.
+// The language of the messages: the user's choice in the application, or else a preferred language
+// of the system.
 #pragma once
 
 #include "text/Text.h"
@@ -34,11 +35,11 @@ inline constexpr std::array velmoraLanguages = {
     VelmoraLanguage::spanish,  VelmoraLanguage::brazilianPortuguese,
 };
 
-/// The text that stands for the language in the settings, and names its localization folder.
+/// The text that represents the language in the settings and names its localization folder.
 [[nodiscard]] std::string_view rawValue(VelmoraLanguage language);
 
-/// The stored choice, read afresh; `system` when there is none or it is none of the raw values,
-/// letter case included. Never fails.
+/// The stored choice, read afresh. `system` when nothing is stored, or nothing that equals a raw
+/// value; case matters. Never fails.
 [[nodiscard]] VelmoraLanguage selectedLanguage(const SharedDefaults& defaults);
 
 /// The language that serves a speaker of `tag` (BCP 47, "_" allowed for "-"), or none. Never
@@ -46,12 +47,12 @@ inline constexpr std::array velmoraLanguages = {
 ///
 /// - English, Japanese and Spanish serve every region.
 /// - Brazilian Portuguese serves Brazil only.
-/// - Simplified Chinese serves the script Hans; without a script, every region but Taiwan, Hong
+/// - Simplified Chinese serves the script Hans; without a script, every region except Taiwan, Hong
 ///   Kong and Macau. The script decides before the region: zh-Hans-HK is served, zh-Hant-CN is not.
 [[nodiscard]] std::optional<VelmoraLanguage> languageForPreferredLanguage(const Text& tag);
 
-/// `choice`, unless it is `system`: then the first of `preferredLanguages` that is served, English
-/// when none is. Never `system`.
+/// `choice`, unless that is `system`: then the language for the first of `preferredLanguages` that
+/// is served, or English when none is. Never `system`.
 [[nodiscard]] VelmoraLanguage resolvedLanguage(VelmoraLanguage choice,
                                                const std::vector<Text>& preferredLanguages);
 

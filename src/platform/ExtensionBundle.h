@@ -1,4 +1,4 @@
-// What the program knows of itself: its identity and its localized resources.
+// The program's identity and its localized resources.
 #pragma once
 
 #include "text/Text.h"
@@ -10,12 +10,12 @@
 
 namespace velmora {
 
-/// The strings of one language. A value read at the moment of the look-up.
+/// The strings of one language. A string is read at the moment of its look-up.
 class LocalizationFolder {
  public:
   virtual ~LocalizationFolder() = default;
 
-  /// The text stored under `key`, or `value` when there is none or the table cannot be used.
+  /// The text under `key`; `value` when there is none or the table cannot be used.
   virtual std::string localizedString(std::string_view key, std::string_view value) const = 0;
 };
 

@@ -1,4 +1,4 @@
-// The files that the actions make.
+// Creates files and directories.
 #pragma once
 
 #include <string_view>
@@ -10,13 +10,13 @@ class FileWriter {
  public:
   virtual ~FileWriter() = default;
 
-  /// Makes `path` and every missing directory above it, with default permissions. A directory that
-  /// exists is no error. Throws PlatformError.
+  /// Creates `path` and every missing directory above it, with default permissions. An existing
+  /// directory is no error. Throws PlatformError.
   virtual void createDirectories(std::string_view path) = 0;
 
-  /// Makes the file `path` with `bytes`, whole from the moment at which it appears, and on stable
-  /// storage then (as far as the system's fsync sees to that). Throws PlatformError, and leaves
-  /// nothing behind then. No other name that it uses meanwhile ends in ".json".
+  /// Creates the file `path` with `bytes`. When the file appears, it is complete and on stable
+  /// storage (as far as the system's fsync ensures that). Throws PlatformError, and then leaves no
+  /// file behind. No temporary name ends in ".json".
   virtual void writeAtomically(std::string_view path, std::string_view bytes) = 0;
 };
 

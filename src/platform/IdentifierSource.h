@@ -1,4 +1,4 @@
-// Names that nobody else comes upon.
+// Unique identifiers.
 #pragma once
 
 #include <string>

@@ -14,7 +14,7 @@ namespace velmora {
 /// The type of an attachment that can be loaded as a file URL.
 inline constexpr std::string_view fileURLTypeIdentifier = "public.file-url";
 
-/// A foreign URL object, or a blob of bytes that represents one, by its absolute text.
+/// A URL object of the system, or bytes that represent one, as its absolute text.
 struct URLObject {
   std::string absoluteText;
 };
@@ -22,16 +22,16 @@ struct URLObject {
 /// Anything else that a provider may deliver: a string, a dictionary, an image.
 struct UnusableItem {};
 
-/// An item for which there was no memory when it was delivered.
+/// An item that could not be delivered for lack of memory.
 struct OutOfMemory {};
 
-/// What a provider delivered; `std::monostate` when it delivered nothing.
+/// The item that a provider delivered; `std::monostate` when it delivered none.
 using LoadedItem = std::variant<std::monostate, FileURL, URLObject, UnusableItem, OutOfMemory>;
 
 class ItemProvider {
  public:
-  /// Receives the item and, when the load reported one, its error; both, either or neither may be
-  /// there. The error lives for the call only.
+  /// Receives the item and the error that the load reported; both, either or neither may be
+  /// present. The error is valid during the call only.
   using LoadCompletion = std::function<void(const LoadedItem& item, const PlatformError* error)>;
 
   virtual ~ItemProvider() = default;

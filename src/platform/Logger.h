@@ -9,7 +9,7 @@ class Logger {
  public:
   virtual ~Logger() = default;
 
-  /// Writes one line, exactly as given; "%" has no meaning in it. Never fails outward.
+  /// Writes one line exactly as given; "%" has no meaning in it. A failure is not reported.
   virtual void log(std::string_view line) noexcept = 0;
 };
 

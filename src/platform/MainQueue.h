@@ -1,4 +1,4 @@
-// The queue on which a request is finished.
+// The queue of the main thread, on which a request ends.
 #pragma once
 
 #include <functional>
@@ -9,8 +9,8 @@ class MainQueue {
  public:
   virtual ~MainQueue() = default;
 
-  /// Runs `task` later on the main thread, after every task given before it; never within this
-  /// call. May be called on any thread. When it throws, the task will not run.
+  /// Runs `task` later on the main thread, after all earlier tasks and never within this call. May
+  /// be called on any thread. When this call throws, `task` will not run.
   virtual void async(std::function<void()> task) = 0;
 };
 

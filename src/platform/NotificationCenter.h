@@ -1,4 +1,4 @@
-// Signals to other processes of the same user.
+// Notifications to other processes of the same user.
 #pragma once
 
 #include <string_view>
@@ -9,8 +9,8 @@ class NotificationCenter {
  public:
   virtual ~NotificationCenter() = default;
 
-  /// Posts a notification that carries nothing but its name, for immediate delivery. Never fails
-  /// outward: a lost notification is the platform's to bear. Main thread only.
+  /// Posts a notification that consists of its name, for immediate delivery. A failure is not
+  /// reported, and the notification is lost. Main thread only.
   virtual void post(std::string_view name) noexcept = 0;
 };
 

@@ -1,6 +1,6 @@
-// How the platform brings paths into the one form in which they are compared.
+// Brings paths into the standardised form in which they are compared.
 //
-// A seam, because a platform may know that two different texts name the same place.
+// The platform decides, because it may know that two different texts name the same place.
 #pragma once
 
 #include "text/Text.h"
@@ -15,16 +15,16 @@ class PathStandardizer {
  public:
   virtual ~PathStandardizer() = default;
 
-  /// The path of the standardised file URL made from `path`. A relative or empty path is taken
-  /// relative to the working directory. Empty when there is no such path.
+  /// The path of the standardised file URL made from `path`. A relative or empty path is resolved
+  /// against the working directory. Empty when there is no such path.
   virtual Text standardizedFileURLPath(const Text& path) const = 0;
 
-  /// The standardised path, with a leading "~" or "~user" expanded to the home directory where
-  /// there is one. A relative path stays relative.
+  /// The standardised path. A leading "~" or "~user" is expanded if that home directory is known. A
+  /// relative path stays relative.
   virtual Text standardizedPath(const Text& path) const = 0;
 
-  /// Where an absolute path may lie on disk that has `path` as its standardised path, spellings of
-  /// its characters aside: `path` itself first. Some may not be there.
+  /// The absolute paths on disk that may have `path` as their standardised path, apart from other
+  /// spellings of its characters. `path` itself comes first. Some of them may not exist.
   virtual std::vector<Text> pathsStandardizedTo(const Text& path) const = 0;
 };
 

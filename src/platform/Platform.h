@@ -1,4 +1,4 @@
-// Everything that the core needs from outside, handed to it by each program.
+// All interfaces that the core needs from a platform. Each program passes them to it.
 #pragma once
 
 namespace velmora {
@@ -17,7 +17,7 @@ class SharedDefaults;
 class SharedLocations;
 class Workspace;
 
-/// References, which cost nothing to copy; what they refer to outlives every request.
+/// References, which cost nothing to copy. Their objects must outlive every request.
 struct Platform {
   const ExtensionBundle& bundle;
   const FileReader& fileReader;

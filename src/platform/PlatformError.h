@@ -1,4 +1,5 @@
-// The errors of the system beneath: raised by platform implementations and passed on unchanged.
+// The errors of the system. Platform implementations raise them, and all code passes them on
+// unchanged.
 #pragma once
 
 #include <memory>
@@ -16,13 +17,14 @@ inline constexpr std::string_view cocoaErrorDomain = "NSCocoaErrorDomain";
 
 /// In cocoaErrorDomain: a file or place that does not exist.
 inline constexpr int fileNoSuchFileErrorCode = 4;
-/// In cocoaErrorDomain: a file that could be read, but holds something else than it has to.
+/// In cocoaErrorDomain: a file that could be read, but has the wrong content.
 inline constexpr int fileReadCorruptFileErrorCode = 259;
 
 /// An error of the platform. `what()` is the localized description, for people.
 class PlatformError : public std::runtime_error {
  public:
-  /// `native` is the platform's own error object where it has one, carried opaquely.
+  /// `native` is the platform's own error object, if there is one; only the platform knows its
+  /// type.
   PlatformError(std::string_view domain, int code, const std::string& localizedDescription,
                 std::shared_ptr<const void> native = nullptr)
       : std::runtime_error(localizedDescription),
@@ -40,13 +42,15 @@ class PlatformError : public std::runtime_error {
   std::shared_ptr<const void> native_;
 };
 
-/// The error of an `errno` value, described by the system's text for it.
+/// The error of an `errno` value, with the system's text as its description.
 [[nodiscard]] PlatformError posixError(int code);
 
-/// Nothing is where something has to be: fileNoSuchFileErrorCode, with no further information.
+/// The error of a file or place that does not exist: fileNoSuchFileErrorCode, without further
+/// information.
 [[nodiscard]] PlatformError noSuchFileError();
 
-/// A file does not hold what it has to: fileReadCorruptFileErrorCode, with no further information.
+/// The error of a file with the wrong content: fileReadCorruptFileErrorCode, without further
+/// information.
 [[nodiscard]] PlatformError corruptFileError();
 
 }  // namespace velmora

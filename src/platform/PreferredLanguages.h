@@ -12,8 +12,7 @@ class PreferredLanguages {
  public:
   virtual ~PreferredLanguages() = default;
 
-  /// The language tags in the platform's spelling, most preferred first, asked afresh. May be
-  /// empty.
+  /// The language tags in the platform's spelling, most preferred first, read afresh. May be empty.
   virtual std::vector<Text> preferredLanguages() const = 0;
 };
 

@@ -1,15 +1,16 @@
-// Giving back advisory record locks: they exclude other processes, not threads of the same one.
+// Releases advisory record locks, which exclude other processes but not threads of the same
+// process.
 #pragma once
 
 namespace velmora {
 
-/// Calls may come from any thread. Neither operation waits, and neither fails outward: who gives
-/// something back has nobody to tell.
+/// Calls may come from any thread. Neither operation waits. Failures are not reported, because a
+/// caller that releases a lock cannot act on them.
 class RecordLocks {
  public:
   virtual ~RecordLocks() = default;
 
-  /// Gives up this process's lock on the whole of the open file, however long that is or becomes.
+  /// Releases this process's lock on the whole open file, whatever length it has or gets.
   virtual void unlockWholeFile(int fileDescriptor) noexcept = 0;
 
   /// Closes the file, which drops every record lock that this process has on it.

@@ -16,17 +16,17 @@ struct OpenConfiguration {
   bool operator==(const OpenConfiguration&) const = default;
 };
 
-/// Main thread only. Nothing fails outward.
+/// Main thread only. Failures are not reported.
 class Workspace {
  public:
   virtual ~Workspace() = default;
 
-  /// Where the application with this bundle identifier is installed, in the platform's own terms;
-  /// none when it knows no such application.
+  /// The location of the application with this bundle identifier, in a form that the platform
+  /// chooses; none when the platform knows no such application.
   virtual std::optional<Text> applicationLocation(std::string_view bundleIdentifier) noexcept = 0;
 
-  /// Asks for the application at `location` to be opened and returns without waiting for it; an
-  /// instance that runs is activated rather than started again.
+  /// Asks the platform to open the application at `location`, and does not wait for the
+  /// application. A running instance is activated instead of started again.
   virtual void openApplication(const Text& location, OpenConfiguration configuration) noexcept = 0;
 };
 

@@ -1,8 +1,8 @@
-// Sixteen bytes of a text at once, for rules that judge each byte alike: the vectors that gcc and
-// clang have in common, which every processor that we build for has registers for.
+// Vectors of sixteen bytes, for checks that apply the same rule to every byte of a text. They use
+// the vector extension that gcc and clang share; every supported processor has such registers.
 //
-// A comparison gives a vector, too: all bits of a byte are set where it holds, none where not. So
-// what is wrong in a text is gathered without a branch, and asked for once at the end.
+// A comparison yields a vector, too: all bits of a byte are set where it holds, and none elsewhere.
+// A check therefore collects errors without a branch, and tests for them once at the end.
 #pragma once
 
 #include <algorithm>
@@ -19,7 +19,7 @@ using ByteVector = std::uint8_t __attribute__((vector_size(16)));
 
 constexpr std::size_t byteVectorSize = sizeof(ByteVector);
 
-/// The vector of the sixteen bytes from `bytes` on.
+/// Loads the sixteen bytes that begin at `bytes`; no alignment is needed.
 [[nodiscard]] inline ByteVector byteVectorAt(const char* bytes) {
   ByteVector vector{};
   std::memcpy(&vector, bytes, sizeof vector);
@@ -33,8 +33,8 @@ constexpr std::size_t byteVectorSize = sizeof(ByteVector);
   return (halves[0] | halves[1]) != 0;
 }
 
-/// How many bytes come before the first one of which all bits are set; all where none is. The
-/// others have no bit set.
+/// The number of bytes before the first one with all bits set; `byteVectorSize` when there is none.
+/// Each byte of `marks` must have all bits set or none.
 [[nodiscard]] inline std::size_t bytesBeforeFirst(ByteVector marks) {
   std::array<std::uint64_t, 2> halves{};
   std::memcpy(halves.data(), &marks, sizeof marks);
@@ -50,10 +50,10 @@ constexpr std::size_t byteVectorSize = sizeof(ByteVector);
   return reinterpret_cast<ByteVector>(vector == byte);
 }
 
-/// Where the bytes lie from `first` to `last`, which are at most 127 apart.
+/// Marks the bytes from `first` to `last`, which are at most 127 apart.
 [[nodiscard]] inline ByteVector areInRange(ByteVector vector, std::uint8_t first,
                                            std::uint8_t last) {
-  // Moved to where the signed numbers begin, as not every processor compares unsigned ones.
+  // Moves `first` to -128 for a signed comparison: not every processor compares unsigned bytes.
   using SignedVector = std::int8_t __attribute__((vector_size(16)));
   constexpr int least = -128;
   const auto moved =
@@ -61,9 +61,10 @@ constexpr std::size_t byteVectorSize = sizeof(ByteVector);
   return reinterpret_cast<ByteVector>(moved < static_cast<std::int8_t>(least + last - first + 1));
 }
 
-/// Whether `judge`, called with vectors that together are all bytes of `text`, sets every bit of
-/// each. A text that is shorter than a vector is followed by `padding`. Reads nothing but the text.
-/// `judge` should be a function object: not every compiler sees through a pointer.
+/// Whether `judge` sets every bit of each vector that it gets. These vectors cover all bytes of
+/// `text`, some of them twice. A text shorter than a vector is filled up with `padding`. Reads no
+/// byte outside of the text. `judge` should be a function object: not every compiler inlines a call
+/// through a pointer.
 template <typename Judge>
 [[nodiscard]] bool holdsForEachByte(std::string_view text, char padding, Judge judge) {
   if (text.size() < byteVectorSize) {
@@ -73,7 +74,7 @@ template <typename Judge>
     return !isAnySet(~judge(byteVectorAt(padded.data())));
   }
   const char* const last = text.data() + text.size() - byteVectorSize;
-  // The last vector may overlap the one before.
+  // The last vector may overlap the previous one.
   ByteVector verdict = judge(byteVectorAt(last));
   for (const char* bytes = text.data(); bytes < last; bytes += byteVectorSize) {
     verdict &= judge(byteVectorAt(bytes));

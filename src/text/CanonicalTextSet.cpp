@@ -1,3 +1,7 @@
+// A hash table with open addressing and linear probing, over an array of entries. A slot holds the
+// number of an entry and the upper half of its hash. When that half is equal, the whole hash and
+// then the texts are compared. At least half of the slots are empty, so every probe ends. clear()
+// is the only removal, so the table needs no marks for deleted entries.
 #include "text/CanonicalTextSet.h"
 
 #include "text/Text.h"
@@ -13,7 +17,7 @@ constexpr std::size_t maxTexts = std::size_t{1} << 30U;
 constexpr std::size_t fewestSlots = 16;
 constexpr std::size_t slotsPerEntry = 2;
 
-// The bits that do not choose the slot.
+/// The upper half of the hash; only lower bits choose the slot.
 std::uint32_t tagOf(std::size_t hash) {
   return static_cast<std::uint32_t>(static_cast<std::uint64_t>(hash) >> 32U);
 }
@@ -37,7 +41,7 @@ bool CanonicalTextSet::contains(std::string_view text) const {
 }
 
 void CanonicalTextSet::clear() {
-  // After a large file, the table must not make each small one as slow.
+  // A large table with few texts, as for a small file after a large one: empties their slots only.
   if (size() < slots_.size() / 16) {
     for (std::uint32_t number = 1; const Entry& entry : entries_) {
       slots_[slotOf(entry.hash, number++)] = {};
@@ -57,7 +61,7 @@ void CanonicalTextSet::reserve(std::size_t count) {
   }
 }
 
-// The slot of a text equal to `text`, or the empty one where it belongs.
+/// The slot of a text equal to `text`, or the empty slot where `text` belongs.
 std::size_t CanonicalTextSet::find(std::size_t hash, std::string_view text) const {
   const std::uint32_t tag = tagOf(hash);
   const std::size_t mask = slots_.size() - 1;
@@ -74,7 +78,8 @@ std::size_t CanonicalTextSet::find(std::size_t hash, std::string_view text) cons
   return slot;
 }
 
-// Where the entry is known to be, whatever has been emptied before it.
+/// The slot of an entry that the table holds. Passes over empty slots, because clear() may have
+/// emptied some on the way.
 std::size_t CanonicalTextSet::slotOf(std::size_t hash, std::uint32_t entryNumber) const {
   const std::size_t mask = slots_.size() - 1;
   std::size_t slot = hash & mask;

@@ -1,5 +1,5 @@
-// A set for the many paths of one file: by canonical equivalence, like a set of Text, but without a
-// copy or an allocation for each of them.
+// A set for the many paths of one file. It compares by canonical equivalence like a set of Text,
+// but neither copies each text nor allocates memory for it.
 #pragma once
 
 #include <cstddef>
@@ -9,22 +9,23 @@
 
 namespace velmora::internal {
 
-/// Texts that are different by canonical equivalence (Text.h). Their bytes lie elsewhere and must
-/// outlive the set, or stay until it is cleared. An ASCII text costs no allocation but the set's
-/// own growth, which is by doubling. Nobody can prepare texts that make it slow.
+/// Texts that differ by canonical equivalence (Text.h). The set refers to their bytes, which must
+/// stay in place until the set is cleared or destroyed. An ASCII text causes no allocation except
+/// the growth of the set, which doubles its capacity. Nobody can prepare texts that make it slow,
+/// because the hashes are seeded at random.
 class CanonicalTextSet {
  public:
-  /// Adds `text`. False, and nothing changed, when an equal one is there. Throws std::length_error
-  /// when there are 2^30 already.
+  /// Adds `text`. Returns false, and keeps the texts as they are, when an equal one is present.
+  /// Throws std::length_error when the set holds 2^30 texts already.
   bool insert(std::string_view text);
 
   [[nodiscard]] bool contains(std::string_view text) const;
 
-  /// Takes all texts out, in time that depends on their number alone. Keeps the memory for others.
+  /// Removes all texts, in time that depends on their number alone. Keeps the memory for later use.
   void clear();
 
-  /// Makes room for `count` texts altogether, so that the set does not grow before there are more.
-  /// Throws std::length_error for more than 2^30.
+  /// Makes room for `count` texts in total, so that the set grows only beyond that number. Throws
+  /// std::length_error for more than 2^30.
   void reserve(std::size_t count);
 
   [[nodiscard]] std::size_t size() const { return entries_.size(); }
@@ -36,10 +37,10 @@ class CanonicalTextSet {
     std::string_view text;
   };
 
-  // A place of the table: which entry is there, and enough of its hash to pass by most others
-  // without a look at them.
+  /// A slot of the hash table: the number of its entry, and part of the entry's hash. That part
+  /// excludes most other texts without access to the entry.
   struct Slot {
-    std::uint32_t entryNumber;  // from 1 on; 0 is nobody's
+    std::uint32_t entryNumber;  ///< counted from 1; 0 marks an empty slot
     std::uint32_t tag;
   };
 
@@ -47,9 +48,10 @@ class CanonicalTextSet {
   [[nodiscard]] std::size_t slotOf(std::size_t hash, std::uint32_t entryNumber) const;
   void growTo(std::size_t slotCount);
 
-  // In the order of their insertion, so that the table may stay small: only it is met at random.
+  /// In the order of insertion, and apart from the slots: only the small slots are accessed at
+  /// random.
   std::vector<Entry> entries_;
-  // As many as a power of two, at least twice as many as the entries; none at first.
+  /// Their number is a power of two, and at least twice the number of entries; 0 at first.
   std::vector<Slot> slots_;
 };
 

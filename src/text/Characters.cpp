@@ -8,8 +8,8 @@
 namespace velmora {
 namespace {
 
-// Where the character that begins at `begin` ends. Bytes that are not UTF-8 are characters of their
-// own.
+/// The end of the character that begins at `begin`. A byte that is not UTF-8 is a character by
+/// itself.
 std::size_t characterEnd(std::string_view text, std::size_t begin) {
   internal::CodePoint last = internal::codePointAt(text, begin);
   std::size_t end = begin + last.length;
@@ -25,7 +25,7 @@ std::size_t characterEnd(std::string_view text, std::size_t begin) {
   return end;
 }
 
-// Compares character by character, from the beginning.
+/// hasCharacterPrefix without its fast paths: compares character by character.
 bool hasEqualCharacters(std::string_view text, std::string_view prefix) {
   while (!prefix.empty()) {
     if (text.empty()) {
@@ -60,7 +60,8 @@ bool isCharacterBoundaryBeforeASCII(std::string_view text, std::size_t position)
   return !before.isUTF8() || utf8proc_grapheme_break(before.value, text[position]);
 }
 
-// Of a code point beyond ASCII. Rare, and kept out of what is asked for each path.
+/// Whether a character ends between the ASCII `before` and `after`, which begins beyond ASCII.
+/// Rare, and therefore not inlined into the check that runs for each path.
 [[gnu::noinline]] bool isCharacterBoundaryBetween(char before, std::string_view after) {
   const internal::CodePoint first = internal::codePointAt(after, 0);
   return !first.isUTF8() || utf8proc_grapheme_break(before, first.value);
@@ -82,8 +83,8 @@ bool hasCharacterPrefix(std::string_view text, std::string_view prefix) {
     return internal::isASCII(prefix.back()) ? isCharacterBoundaryAfterASCII(text, common)
                                             : hasEqualCharacters(text, prefix);
   }
-  // A text that ends within the prefix lacks code points; two different ASCII characters are never
-  // part of canonically equal ones.
+  // A text that ends within the prefix has too few code points. Two different ASCII characters are
+  // never parts of canonically equal characters.
   if (common == text.size() ||
       (internal::isASCII(text[common]) && internal::isASCII(prefix[common]))) {
     return false;
@@ -101,7 +102,7 @@ std::size_t characterCount(std::string_view text) {
       continue;
     }
     count += run - countOfCRLF(text.substr(0, run));
-    // Only the last character of the run can reach beyond it.
+    // Only the last character of the run can extend beyond it.
     text.remove_prefix(characterEnd(text, run - 1));
   }
   return count;

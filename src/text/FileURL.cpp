@@ -16,7 +16,7 @@ bool equalsIgnoringCase(std::string_view text, std::string_view lowercase) {
   return std::ranges::equal(text, lowercase, {}, lowercased);
 }
 
-// What follows the scheme, when that is "file". RFC 3986, 3.1: in any case.
+/// The part after the scheme; none unless the scheme is "file", in any case (RFC 3986, 3.1).
 std::optional<std::string_view> afterFileScheme(std::string_view url) {
   constexpr std::string_view scheme = "file:";
   if (!equalsIgnoringCase(url.substr(0, scheme.size()), scheme)) {
@@ -25,7 +25,7 @@ std::optional<std::string_view> afterFileScheme(std::string_view url) {
   return url.substr(scheme.size());
 }
 
-// The path of the hierarchical part, when its authority means this machine (RFC 8089, 2).
+/// The path of the hierarchical part; none unless its authority means this machine (RFC 8089, 2).
 std::optional<std::string_view> afterLocalAuthority(std::string_view hierarchicalPart) {
   if (!hierarchicalPart.starts_with("//")) {
     return hierarchicalPart;
@@ -39,7 +39,7 @@ std::optional<std::string_view> afterLocalAuthority(std::string_view hierarchica
   return rest.substr(authorityEnd);
 }
 
-// The byte of the escape ("%", two digits) that `text` begins with.
+/// The byte of the escape ("%" and two digits) at the beginning of `text`; none when malformed.
 std::optional<char> escapedByte(std::string_view text) {
   if (text.size() < 3) {
     return std::nullopt;
@@ -52,7 +52,7 @@ std::optional<char> escapedByte(std::string_view text) {
   return static_cast<char>(*high * 16 + *low);
 }
 
-// None for a malformed escape, and for an escaped "/", which cannot be part of a name.
+/// None for a malformed escape, and for an escaped "/", which cannot be part of a name.
 std::optional<std::string> percentDecodedPath(std::string_view path) {
   std::string decoded;
   decoded.reserve(path.size());

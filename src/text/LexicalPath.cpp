@@ -8,10 +8,10 @@ namespace {
 
 constexpr char separator = '/';
 
-// The components met so far, as the path that they make.
+/// Builds a standardised path, one component at a time.
 class PathBuilder {
  public:
-  // The path grows no longer than `original`.
+  /// The result is never longer than `original`.
   explicit PathBuilder(std::string_view original) : isAbsolute_(original.front() == separator) {
     path_.reserve(original.size());
   }
@@ -44,7 +44,7 @@ class PathBuilder {
 
   void goUp() {
     if (path_.size() > unresolved_) {
-      // The last component of a relative path has no separator before it.
+      // The first component of a relative path has no separator before it.
       const std::size_t last = path_.rfind(separator);
       path_.resize(last == std::string::npos ? 0 : last);
       return;
@@ -57,7 +57,7 @@ class PathBuilder {
 
   const bool isAbsolute_;
   std::string path_;
-  // The length of the leading ".." components of a relative path, which nothing takes back.
+  /// The length of the leading ".." components of a relative path, which no later ".." removes.
   std::size_t unresolved_ = 0;
 };
 

@@ -1,7 +1,7 @@
-// Standardisation of POSIX paths by their text alone: no file is looked at, no link is followed.
+// Standardisation of POSIX paths by their text alone, without access to files or symbolic links.
 //
-// Works on bytes, because a POSIX path name is resolved by bytes: every "/" byte separates
-// (IEEE Std 1003.1, 4.13 Pathname Resolution), whatever Unicode character it is part of.
+// It works on bytes, as POSIX resolves path names: every "/" byte is a separator (IEEE Std 1003.1,
+// 4.13 Pathname Resolution), even as part of a Unicode character with a combining mark.
 #pragma once
 
 #include <string>
@@ -9,14 +9,14 @@
 
 namespace velmora {
 
-/// The path without repeated "/" (also leading ones), "." components and a trailing "/", and with
-/// ".." resolved against the component before it; above the root, ".." stays at the root. A
-/// relative path stays relative and keeps the ".." that it cannot resolve; one that comes to
-/// nothing is ".". The empty path stays empty.
+/// The path without repeated "/" (also leading ones), "." components and a trailing "/". Each ".."
+/// removes the component before it; at the root it has no effect. A relative path stays relative,
+/// and keeps each ".." that has no component to remove; it becomes "." when nothing is left. The
+/// empty path stays empty.
 [[nodiscard]] std::string lexicallyStandardized(std::string_view path);
 
-/// `component` below `directory`, both as they stand. A "/" comes between them unless `directory`
-/// is empty or ends in one.
+/// `directory` followed by `component`, both unchanged. A "/" separates them unless `directory` is
+/// empty or ends in one.
 [[nodiscard]] std::string appendingPathComponent(std::string_view directory,
                                                  std::string_view component);
 

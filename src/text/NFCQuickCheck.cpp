@@ -1,3 +1,11 @@
+// A text is certainly in NFC when every code point has the quick-check value "yes" and the
+// combining classes of no run of marks decrease. The search remembers the last code point that
+// begins a piece. At the first violation it returns the piece from there to the next beginning.
+//
+// A bitmap answers for the "settled" code points, which are most of those in names. utf8proc does
+// not have the quick-check property of the others, so it is computed: a code point that decomposes
+// is decomposed and composed again; any other is "maybe" if it can be the second part of a
+// composition.
 #include "text/NFCQuickCheck.h"
 
 #include "text/UTF8.h"
@@ -20,10 +28,10 @@ constexpr bool isInRange(std::int32_t codePoint, CodePointRange range) {
   return range.first <= codePoint && codePoint <= range.last;
 }
 
-// Each code point here begins a piece. Not a complete list, but what most names are written in, so
-// that these cost no more than a bit. It holds for any later version of Unicode, too: what is
-// assigned and normalized stays so (Unicode's policy on the stability of normalization), and
-// nothing here was unassigned in version 14.
+/// Ranges in which each code point begins a piece. The list is not complete, but covers the scripts
+/// of most names, so that these cost one bit test per code point. It holds for every later version
+/// of Unicode: the normalization of assigned code points never changes (Unicode's normalization
+/// stability policy), and none of these was unassigned in version 14.
 constexpr std::array<CodePointRange, 27> settledRanges = {{
     {0x0000, 0x02FF},  // Latin
     {0x0388, 0x038A},  // Greek capitals with a mark
@@ -87,27 +95,29 @@ class SettledCodePoints {
 
 constexpr SettledCodePoints settledCodePoints;
 
-// Hangul's letters compose by arithmetic (Unicode, 3.12) and not by utf8proc's data. U+11A7,
-// between vowels and final consonants, composes with nothing.
+/// Hangul letters compose by arithmetic (Unicode, 3.12), not by utf8proc's data. U+11A7, between
+/// the vowels and the final consonants, composes with nothing.
 constexpr CodePointRange hangulLetters = {0x1100, 0x11FF};
 constexpr CodePointRange hangulVowels = {0x1161, 0x1175};
 constexpr CodePointRange hangulFinals = {0x11A8, 0x11C2};
 
-// Stems and flags of musical notes are the second part of nothing but what is excluded from
-// composition. utf8proc's data do not make that difference.
+/// Stems and flags of musical notes are second parts only of characters that are excluded from
+/// composition. utf8proc's data do not show this exclusion.
 constexpr CodePointRange stemsAndFlags = {0x1D165, 0x1D172};
 
-// A starter that composes with the one before it is a part of a composition as any mark is.
+/// Whether the code point can be the second part of a composition: some marks, and also the
+/// starters that compose with the starter before them.
 template <typename Property>
 bool isSecondOfComposition(const Property& property) {
   if constexpr (requires { property.comb_issecond; }) {
     return property.comb_issecond != 0;
   } else if constexpr (requires { &Property::comb_index; }) {
-    // All 16 bits are the index, for both parts of a composition, and one tells them apart.
+    // A field of 16 bits is the index of either part of a composition; its top bit marks the
+    // second.
     constexpr auto none = std::numeric_limits<utf8proc_uint16_t>::max();
     return property.comb_index >= 0x8000 && property.comb_index != none;
   } else {
-    // Unknown data cost a normalization, which is right whatever they say.
+    // With an unknown layout of the data, "maybe" is slow but always right.
     return true;
   }
 }
@@ -119,9 +129,9 @@ bool mayComposeWithPrevious(std::int32_t codePoint, const utf8proc_property_t& p
   return isSecondOfComposition(property) && !isInRange(codePoint, stemsAndFlags);
 }
 
-// Of a code point that may decompose, by doing it.
+/// The value of a code point that may decompose: decomposes it, and composes the parts again.
 NFCQuickCheck quickCheckByNormalizing(std::int32_t codePoint) {
-  // No canonical decomposition is longer.
+  // No canonical decomposition has more code points.
   std::array<utf8proc_int32_t, 4> parts{};
   const utf8proc_ssize_t decomposed = utf8proc_decompose_char(
       codePoint, parts.data(), std::ssize(parts), UTF8PROC_DECOMPOSE, nullptr);
@@ -143,7 +153,7 @@ NFCQuickCheck quickCheck(std::int32_t codePoint, const utf8proc_property_t& prop
   return mayComposeWithPrevious(codePoint, property) ? NFCQuickCheck::maybe : NFCQuickCheck::yes;
 }
 
-// Kept out of the loops below, which pass settled code points nearly always.
+/// Not inlined into the loops below, which nearly always meet settled code points.
 [[gnu::noinline]] NFCProperties unsettledProperties(std::int32_t codePoint) {
   const utf8proc_property_t& property = *utf8proc_get_property(codePoint);
   return {.quickCheck = quickCheck(codePoint, property),

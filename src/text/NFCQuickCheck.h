@@ -1,9 +1,9 @@
-// Whether a text is in NFC already, without normalizing it: the quick check of Unicode UAX #15,
-// "Detecting Normalization Forms". What it cannot tell is confined to pieces, which alone are
-// normalized then. Shared by the text functions of this folder; the rest of the system uses Text.h.
+// Checks whether a text is in NFC without normalizing it: the quick check of Unicode UAX #15,
+// "Detecting Normalization Forms". Only the pieces that it cannot decide have to be normalized. For
+// the text functions of this folder; all other code uses Text.h.
 //
-// The data are those of the utf8proc that we are linked with, so that both are of one version of
-// Unicode.
+// The character data come from the linked utf8proc, so that check and normalization use the same
+// version of Unicode.
 #pragma once
 
 #include <cstddef>
@@ -17,16 +17,16 @@ namespace velmora::internal {
 enum class NFCQuickCheck : std::uint8_t {
   yes,
   no,
-  maybe,  ///< where it does not compose with what comes before it
+  maybe,  ///< it occurs, unless it composes with a code point before it
 };
 
-/// What decides about a code point's place in NFC.
+/// The properties of a code point that the quick check needs.
 struct NFCProperties {
   NFCQuickCheck quickCheck = NFCQuickCheck::yes;
   std::uint8_t combiningClass = 0;
 
-  /// Whether nothing from here on has to do with what comes before: a text may be cut in front of
-  /// such a code point, and its parts normalized each for itself.
+  /// Whether this and all later code points are independent of those before. A text may be cut
+  /// before such a code point, and both parts normalized separately.
   [[nodiscard]] bool beginsPiece() const {
     return quickCheck == NFCQuickCheck::yes && combiningClass == 0;
   }
@@ -37,15 +37,16 @@ struct NFCProperties {
 /// The properties of any code point, assigned or not.
 [[nodiscard]] NFCProperties nfcProperties(std::int32_t codePoint);
 
-/// The bytes of a text from `begin` to before `end`. Not empty.
+/// The bytes of a text from `begin` up to, but not including, `end`. Not empty.
 struct TextPiece {
   std::size_t begin = 0;
   std::size_t end = 0;
 };
 
-/// The first piece at or after `begin`, where one must begin, that may not be in NFC: what comes
-/// before it is, and what follows it can be normalized for itself. None when all is. Bytes that are
-/// not UTF-8 are passed as if they were ASCII.
+/// The first piece at or after `begin` that may not be in NFC; none when all the text from `begin`
+/// on is in NFC. A piece must begin at `begin`. The text between `begin` and the result is in NFC,
+/// and the text after the result can be normalized separately. A byte that is not UTF-8 counts as
+/// ASCII.
 [[nodiscard]] std::optional<TextPiece> findPieceNotInNFC(std::string_view text, std::size_t begin);
 
 }  // namespace velmora::internal

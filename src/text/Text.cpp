@@ -1,3 +1,7 @@
+// Comparisons work on the canonical form, which is the NFC form of a UTF-8 text. Most of them end
+// early: identical bytes, or a first difference between two ASCII characters, decide at once.
+// Otherwise the quick check (NFCQuickCheck.h) finds the pieces that may not be in NFC. Only these
+// are normalized: decomposed, their marks sorted by combining class, and composed again.
 #include "text/Text.h"
 
 #include "text/NFCQuickCheck.h"
@@ -21,14 +25,15 @@ namespace {
 using CodePoints = std::vector<utf8proc_int32_t>;
 
 void appendDecomposed(CodePoints& codePoints, std::int32_t codePoint) {
-  // No canonical decomposition is longer.
+  // No canonical decomposition has more code points.
   std::array<utf8proc_int32_t, 4> parts{};
   const utf8proc_ssize_t count = utf8proc_decompose_char(codePoint, parts.data(), std::ssize(parts),
                                                          UTF8PROC_DECOMPOSE, nullptr);
   codePoints.insert(codePoints.end(), parts.begin(), parts.begin() + count);
 }
 
-// Replaces `codePoints` by the parts of `text`, which is UTF-8. Marks are in the order of the text.
+/// Replaces `codePoints` by the decomposition of `text`, which must be UTF-8. Marks keep the order
+/// that they have in `text`.
 void decomposeCanonically(std::string_view text, CodePoints& codePoints) {
   codePoints.clear();
   while (!text.empty()) {
@@ -44,13 +49,13 @@ utf8proc_propval_t combiningClass(utf8proc_int32_t codePoint) {
 
 bool isStarter(utf8proc_int32_t codePoint) { return combiningClass(codePoint) == 0; }
 
-// utf8proc's own mapping orders marks by exchanging neighbours: quadratic for a name that somebody
-// made of marks alone.
+/// Replaces the sorting of utf8proc, which exchanges neighbours and therefore takes quadratic time
+/// for a hostile name that consists of marks.
 void putMarksInCanonicalOrder(CodePoints& codePoints) {
   auto begin = codePoints.begin();
   while ((begin = std::find_if_not(begin, codePoints.end(), isStarter)) != codePoints.end()) {
     const auto end = std::find_if(begin, codePoints.end(), isStarter);
-    // Sorting takes memory, and most runs are one mark.
+    // Sorting allocates memory, and most runs are a single mark.
     if (!std::ranges::is_sorted(begin, end, {}, combiningClass)) {
       std::ranges::stable_sort(begin, end, {}, combiningClass);
     }
@@ -64,8 +69,8 @@ void appendUTF8(std::string& text, utf8proc_int32_t codePoint) {
   text.append(bytes.begin(), bytes.begin() + length);
 }
 
-// utf8proc takes U+11A7, a vowel that composes with nothing, for the absent final consonant of a
-// Hangul syllable and drops it. It does not get to: such a vowel begins a piece of its own.
+/// utf8proc mistakes U+11A7, a vowel that composes with nothing, for the absent final consonant of
+/// a Hangul syllable, and drops it. That cannot happen here, because U+11A7 begins a piece.
 void appendComposed(std::string& text, std::span<utf8proc_int32_t> decomposed) {
   const auto options = static_cast<utf8proc_option_t>(UTF8PROC_COMPOSE | UTF8PROC_STABLE);
   const utf8proc_ssize_t count =
@@ -75,8 +80,8 @@ void appendComposed(std::string& text, std::span<utf8proc_int32_t> decomposed) {
   }
 }
 
-// The NFC form of a text that is UTF-8, given the first piece of it that may not be in NFC: only
-// such pieces are normalized, so that a few accents in a long path do not cost the whole path.
+/// The NFC form of `text`, which must be UTF-8. `piece` is its first piece that may not be in NFC.
+/// Only such pieces are normalized, so that a few accents do not cost the whole of a long path.
 std::string normalizedFrom(std::optional<internal::TextPiece> piece, std::string_view text) {
   std::string normalized;
   normalized.reserve(text.size());
@@ -92,8 +97,8 @@ std::string normalizedFrom(std::optional<internal::TextPiece> piece, std::string
   return normalized += text.substr(done);
 }
 
-// The bytes that stand for `text` in comparisons: its NFC form, or the text itself where it is not
-// UTF-8. `storage` holds them when they are not those of `text`.
+/// The bytes that represent `text` in comparisons: its NFC form, or `text` itself when that is not
+/// UTF-8. The result refers to `text` or, after a normalization, to `storage`.
 std::string_view canonicalForm(std::string_view text, std::string& storage) {
   const std::size_t run = internal::asciiPrefixLength(text);
   if (run == text.size()) {
@@ -126,11 +131,11 @@ bool hasOneSpelling(std::string_view text) {
 
 bool canonicallyEqual(std::string_view a, std::string_view b) {
   const std::size_t common = internal::commonPrefixLength(a, b);
-  // More code points never decompose to the same as fewer of them.
+  // One text begins with the other. Additional code points always change the decomposition.
   if (common == a.size() || common == b.size()) {
     return a.size() == b.size();
   }
-  // ASCII decomposes to itself, and no mark moves across it.
+  // ASCII characters decompose to themselves, and no mark moves across them.
   if (internal::isASCII(a[common]) && internal::isASCII(b[common])) {
     return false;
   }
@@ -139,7 +144,7 @@ bool canonicallyEqual(std::string_view a, std::string_view b) {
 
 std::weak_ordering canonicalOrder(std::string_view a, std::string_view b) {
   const std::size_t common = internal::commonPrefixLength(a, b);
-  // The code point after the difference counts, too: a mark there composes with the one before it.
+  // The next character must be ASCII, too: a mark there composes with the differing character.
   if (internal::isASCIIText(a.substr(0, common + 2)) &&
       internal::isASCIIText(b.substr(common, 2))) {
     return a.substr(common, 1) <=> b.substr(common, 1);
@@ -151,8 +156,8 @@ std::weak_ordering canonicalOrder(std::string_view a, std::string_view b) {
 }
 
 std::size_t canonicalHash(std::string_view text) {
-  // Names come from strangers' files: with a known seed, they could be made to fall into one bucket
-  // and turn every look-up into a search through all of them.
+  // Names come from untrusted files. With a known seed, an attacker could choose names that share
+  // one bucket, so that each look-up searches all of them.
   static const XXH64_hash_t seed = [] {
     std::random_device source;
     return std::uniform_int_distribution<XXH64_hash_t>()(source);

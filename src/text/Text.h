@@ -1,8 +1,8 @@
-// Text as the whole system understands it: UTF-8 that is equal when it is canonically equivalent.
+// UTF-8 text as the whole system compares it: two texts are equal when canonically equivalent.
 //
 // "é" may be written as one code point or as "e" and a combining accent; users and file systems
 // mix both. A path, identifier or key is therefore a Text and never compared byte by byte.
-// TextView is the same for bytes that somebody else keeps. Operations on whole characters (prefix,
+// TextView is the same without ownership of the bytes. Operations on whole characters (prefix,
 // split, length) are in Characters.h.
 #pragma once
 
@@ -15,26 +15,26 @@
 
 namespace velmora {
 
-/// Whether `a` and `b` are canonically equivalent (Unicode, UAX #15). Case matters. Bytes that are
-/// not UTF-8 are equal to themselves only. Costs no more than comparing bytes when both are ASCII
-/// or identical.
+/// Whether `a` and `b` are canonically equivalent (Unicode, UAX #15). Case matters. A text that is
+/// not UTF-8 equals only the same bytes. Costs no more than comparing bytes when both are ASCII or
+/// identical.
 [[nodiscard]] bool canonicallyEqual(std::string_view a, std::string_view b);
 
-/// Whether no other text is canonically equal to this one. True of ASCII, but for three characters:
-/// "K" equals U+212A KELVIN SIGN, ";" U+037E GREEK QUESTION MARK and "`" U+1FEF GREEK VARIA. False
-/// for everything else, also where there is no other spelling.
+/// Whether `text` surely has no other canonically equal spelling. True for ASCII without three
+/// characters: "K" equals U+212A KELVIN SIGN, ";" U+037E GREEK QUESTION MARK, and "`" U+1FEF GREEK
+/// VARIA. False for all other text, even if it has no other spelling.
 [[nodiscard]] bool hasOneSpelling(std::string_view text);
 
-/// Orders by the code points of the NFC forms (UAX #15); equivalent to canonicallyEqual where
-/// neither is less. Text that is not UTF-8 is ordered by its bytes.
+/// Orders by the code points of the NFC forms (UAX #15). Two texts are equivalent in this order
+/// exactly when they are canonicallyEqual. A text that is not UTF-8 is ordered by its bytes.
 [[nodiscard]] std::weak_ordering canonicalOrder(std::string_view a, std::string_view b);
 
-/// A hash that is equal for canonically equal texts, seeded at random once per process, so that
-/// nobody can prepare texts that collide.
+/// A hash that is equal for canonically equal texts. It is seeded at random once per process, so
+/// that nobody can prepare texts that collide.
 [[nodiscard]] std::size_t canonicalHash(std::string_view text);
 
-/// The NFC form (UAX #15), in time linear in the length also for long runs of combining marks (but
-/// for sorting each run). Text that is not UTF-8 is returned unchanged.
+/// The NFC form (UAX #15). Takes time linear in the length, except for sorting each run of
+/// combining marks. A text that is not UTF-8 is returned unchanged.
 [[nodiscard]] std::string normalizedNFC(std::string_view text);
 
 /// Whether `bytes` are well-formed UTF-8 (RFC 3629).
@@ -64,8 +64,8 @@ class Text {
   std::string utf8_;
 };
 
-/// A text whose bytes lie elsewhere and must outlive it. Compares and hashes as the Text of the
-/// same bytes does, also with such a Text.
+/// A text that refers to bytes of another owner, which must outlive it. Compares and hashes like
+/// the Text of the same bytes, and also compares with a Text.
 class TextView {
  public:
   TextView() = default;

@@ -17,15 +17,16 @@ Word wordAt(std::string_view text, std::size_t position) {
   return word;
 }
 
-// How many bytes of a word come before the first that has a bit in `marks`, which has one.
+/// The number of bytes before the first one with a bit in `marks`, which must not be 0.
 std::size_t bytesBefore(Word marks) {
   const int bits = std::endian::native == std::endian::little ? std::countr_zero(marks)
                                                               : std::countl_zero(marks);
   return static_cast<std::size_t>(bits) / 8;
 }
 
-// How many of `size` bytes come before the first that is marked: `marksAt` tells the marks of the
-// word at a position, `isMarked` whether there is one on a byte, for what is shorter than a word.
+/// The number of bytes before the first marked one, or `size` when there is none. `marksAt` returns
+/// the marks of the word at a position. `isMarked` tests a single byte; it is called when `size` is
+/// less than a word.
 template <typename MarksAt, typename IsMarked>
 std::size_t lengthBeforeMark(std::size_t size, MarksAt marksAt, IsMarked isMarked) {
   std::size_t position = 0;
@@ -39,7 +40,7 @@ std::size_t lengthBeforeMark(std::size_t size, MarksAt marksAt, IsMarked isMarke
          (marksAt(position) | marksAt(position + sizeof(Word))) == 0) {
     position += 2 * sizeof(Word);
   }
-  // The last word overlaps what is known to hold no mark.
+  // The last word may overlap bytes that are known to have no mark.
   const std::size_t last = size - sizeof(Word);
   while (position < last) {
     if (const Word marks = marksAt(position); marks != 0) {

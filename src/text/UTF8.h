@@ -1,7 +1,7 @@
-// UTF-8 as it lies in memory: code points, runs of ASCII, common beginnings. What the text
-// functions of this folder share; the rest of the system uses Text.h and Characters.h.
+// UTF-8 in memory: code points, ASCII prefixes, common prefixes. For code that parses bytes; other
+// code uses Text.h and Characters.h.
 //
-// Bytes that are not UTF-8 are met everywhere and never refused: each one is a unit of its own.
+// Bytes that are not UTF-8 are never refused: each one is a unit by itself.
 #pragma once
 
 #include "text/UTF16.h"
@@ -14,7 +14,7 @@
 
 namespace velmora::internal {
 
-/// One step through a text: a code point and the bytes that it takes, or one byte that begins no
+/// One step through a text: a code point with its length in bytes, or a single byte that begins no
 /// well-formed code point (RFC 3629).
 struct CodePoint {
   std::int32_t value = notUTF8;
@@ -27,17 +27,17 @@ struct CodePoint {
 
 inline constexpr std::size_t maxCodePointLength = 4;
 
-/// The step that ends at `position`, which must lie inside `text` and not at its beginning.
+/// The step that ends at `position`, which must be inside of `text` and not at its beginning.
 [[nodiscard]] CodePoint codePointBefore(std::string_view text, std::size_t position);
 
 [[nodiscard]] constexpr bool isASCII(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
-/// Whether `byte` can only be a later byte of a code point.
+/// Whether `byte` is a UTF-8 continuation byte.
 [[nodiscard]] constexpr bool isContinuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
 
-/// The step that begins at `position`, which must lie inside `text`.
+/// The step that begins at `position`, which must be inside of `text`.
 [[nodiscard]] CodePoint codePointAt(std::string_view text, std::size_t position);
 
 /// Writes the UTF-8 of `codePoint`, which is not a surrogate and at most U+10FFFF, to `target`,
@@ -49,19 +49,19 @@ inline void appendUTF8(std::string& text, char32_t codePoint) {
   text.append(bytes.data(), writeUTF8(bytes.data(), codePoint));
 }
 
-/// How many bytes at the beginning of `text` are ASCII.
+/// The number of ASCII bytes at the beginning of `text`.
 [[nodiscard]] std::size_t asciiPrefixLength(std::string_view text);
 
 [[nodiscard]] inline bool isASCIIText(std::string_view text) {
   return asciiPrefixLength(text) == text.size();
 }
 
-/// How many bytes at the beginning of `a` and `b` are the same.
+/// The number of equal bytes at the beginning of `a` and `b`.
 [[nodiscard]] std::size_t commonPrefixLength(std::string_view a, std::string_view b);
 
-// Here, as it is the innermost step of nearly all that is done with a text.
+/// Inline, because the inner loops of nearly all operations on text call it.
 inline CodePoint codePointAt(std::string_view text, std::size_t position) {
-  // What a byte behind the first one adds.
+  // The bits that a continuation byte contributes.
   constexpr auto sixBits = [](char byte) -> std::int32_t {
     return static_cast<unsigned char>(byte) & 0x3F;
   };
@@ -71,8 +71,7 @@ inline CodePoint codePointAt(std::string_view text, std::size_t position) {
   if (first < 0x80) {
     return {.value = first, .length = 1};
   }
-  // RFC 3629, 3 and 4: no longer form than is needed, no half of a surrogate pair, nothing beyond
-  // the last code point.
+  // RFC 3629, 3 and 4: no overlong form, no surrogate, and nothing above U+10FFFF.
   if (first < 0xC2 || left < 2 || !isContinuation(bytes[1])) {
     return {};
   }

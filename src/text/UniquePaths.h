@@ -7,7 +7,7 @@
 
 namespace velmora::internal {
 
-/// `paths` without repetitions, in their order; of equal ones the first is kept.
+/// `paths` in their order, without repetitions; the first of equal paths is kept.
 [[nodiscard]] std::vector<Text> uniquePaths(const std::vector<Text>& paths);
 
 }  // namespace velmora::internal

@@ -1,3 +1,7 @@
+// The check compares 64-bit canonical hashes instead of texts. Many hashes are first grouped by
+// their highest bits, by a counting sort; equal hashes fall into the same group. A hash table with
+// linear probing, small enough for the processor's cache, then finds repetitions in each group.
+// The hash 0 marks an empty slot, so add() replaces it by 1.
 #include "text/UniquenessCheck.h"
 
 #include "text/Text.h"
@@ -12,14 +16,14 @@ namespace {
 
 using Hashes = std::span<const std::uint64_t>;
 
-/// So few that a table of them stays close to the processor.
+/// A table of so few hashes stays in the processor's cache.
 constexpr std::size_t fewHashes = 1024;
-/// So few groups that the ends of all of them do.
+/// The ends of 2^11 groups stay there, too.
 constexpr int maxGroupBits = 11;
 
 constexpr std::uint64_t emptySlot = 0;
 
-/// `table` is scratch.
+/// `table` is scratch memory.
 bool areDistinct(Hashes hashes, std::vector<std::uint64_t>& table) {
   const std::size_t slotCount = std::bit_ceil(2 * hashes.size() + 1);
   table.assign(slotCount, emptySlot);
@@ -36,7 +40,8 @@ bool areDistinct(Hashes hashes, std::vector<std::uint64_t>& table) {
   return true;
 }
 
-/// Puts hashes with the same highest `bits` next to each other. Returns where each group ends.
+/// Copies `hashes` to `grouped`, those with the same highest `bits` next to each other. Returns the
+/// end of each group.
 std::vector<std::size_t> groupByHighestBits(Hashes hashes, int bits,
                                             std::vector<std::uint64_t>& grouped) {
   const auto groupOf = [bits](std::uint64_t hash) { return hash >> (64 - bits); };
@@ -44,7 +49,7 @@ std::vector<std::size_t> groupByHighestBits(Hashes hashes, int bits,
   for (const std::uint64_t hash : hashes) {
     ++ends[groupOf(hash) + 1];
   }
-  // Where each begins, which moves to its end as it is filled.
+  // Now the beginning of each group, which moves to its end while the group is filled.
   for (std::size_t group = 1; group < ends.size(); ++group) {
     ends[group] += ends[group - 1];
   }

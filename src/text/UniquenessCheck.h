@@ -1,4 +1,4 @@
-// Whether many texts are different from each other, without keeping them.
+// Checks whether many texts are pairwise different, without storing them.
 #pragma once
 
 #include <cstddef>
@@ -8,13 +8,15 @@
 
 namespace velmora::internal {
 
-/// Takes eight bytes a text, twice that while it judges. Throws std::bad_alloc.
+/// Stores a hash of eight bytes per text. allDistinct() allocates about as much again, and keeps
+/// that memory for its next call. Throws std::bad_alloc.
 class UniquenessCheck {
  public:
   void add(std::string_view text);
 
-  /// True if no two texts are canonically equal (Text.h). May return false for distinct texts whose
-  /// 64-bit hashes collide. Takes time in proportion to their number. Clears the set.
+  /// Whether no two of the added texts are canonically equal (Text.h). May also return false when
+  /// the 64-bit hashes of different texts collide. Takes time in proportion to the number of texts,
+  /// and removes all of them.
   [[nodiscard]] bool allDistinct();
 
   [[nodiscard]] std::size_t size() const { return hashes_.size(); }

@@ -12,7 +12,7 @@ void notify(SessionBus& bus, std::string_view summary) {
   const GLibPointer<char> text(
       glib().g_utf8_make_valid(summary.data(), static_cast<gssize>(summary.size())));
   // Application, notification to replace, icon, summary, body, actions, hints, time to show it.
-  // The sentence is the summary, because a body may be read as markup.
+  // The text is the summary, because a desktop may parse a body as markup.
   bus.call({"org.freedesktop.Notifications", "/org/freedesktop/Notifications",
             "org.freedesktop.Notifications", "Notify"},
            ownVariant(glib().g_variant_new_parsed(

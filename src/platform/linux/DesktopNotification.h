@@ -1,4 +1,4 @@
-// A notification bubble on the user's desktop, for messages that a file manager would swallow.
+// A notification on the user's desktop, for messages that a file manager does not show.
 #pragma once
 
 #include <string_view>
@@ -7,8 +7,8 @@ namespace velmora {
 
 class SessionBus;
 
-/// Shows `summary`, plain text, on behalf of Velmora. Waits until the desktop has taken it, within
-/// the limit of `bus`; without a desktop nothing happens.
+/// Shows the plain text `summary` in the name of Velmora. Waits until the desktop has accepted it,
+/// within the time limit of `bus`. Has no effect without a desktop.
 void notifyDesktop(SessionBus& bus, std::string_view summary) noexcept;
 
 }  // namespace velmora

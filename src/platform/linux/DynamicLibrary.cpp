@@ -9,7 +9,7 @@
 namespace velmora {
 namespace {
 
-/// What the loader has found, or its reason for having found nothing as an error.
+/// Returns `address`. Throws the loader's message as an error when `address` is null.
 void* found(void* address) {
   if (address == nullptr) {
     const char* reason = dlerror();
@@ -20,7 +20,8 @@ void* found(void* address) {
 
 }  // namespace
 
-// Its own calls of other libraries are bound one by one, as in a program that is linked with it.
+/// RTLD_LAZY binds the library's own calls of other libraries one by one, as in a program that is
+/// linked with it.
 DynamicLibrary::DynamicLibrary(const char* name) : handle_(found(dlopen(name, RTLD_LAZY))) {}
 
 DynamicSymbol DynamicLibrary::function(const char* name) const {

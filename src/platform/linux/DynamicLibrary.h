@@ -1,9 +1,9 @@
-// Libraries that are loaded when they are first needed, rather than at the start of the program.
+// Libraries that are loaded at their first use instead of at the start of the program.
 #pragma once
 
 namespace velmora {
 
-/// The address of something in a library; becomes a pointer to whatever function it is.
+/// The address of a function in a library; converts to a pointer to any function type.
 class DynamicSymbol {
  public:
   explicit DynamicSymbol(void* address) : address_(address) {}
@@ -18,16 +18,17 @@ class DynamicSymbol {
   void* address_;
 };
 
-/// A library in this process. It stays loaded to the end of the process, because it may have
-/// started threads that nobody waits for.
+/// A loaded library. It stays loaded until the process ends, because it may have started threads
+/// that nobody joins.
 class DynamicLibrary {
  public:
-  /// Looks for the library of this name where the system looks for those of a program. Throws
-  /// PlatformError with ELIBACC and the system's words when there is none that can be loaded.
+  /// Loads the library `name`, which the system searches like the libraries of a program. Throws
+  /// PlatformError with ELIBACC and the system's message when it cannot be loaded.
   explicit DynamicLibrary(const char* name);
 
-  /// A function of the library, or of those that it was linked with. Throws like the constructor
-  /// when there is none. To be taken as a pointer of the type that the function really has.
+  /// A function of the library, or of the libraries that it was linked with. Throws like the
+  /// constructor when there is none. The caller must convert the result to the function's real
+  /// type.
   [[nodiscard]] DynamicSymbol function(const char* name) const;
 
  private:

@@ -35,7 +35,8 @@ Environment captureEnvironment() {
 }
 
 void detachSessionBusFromLibraries() {
-  // Unset would mean "look elsewhere, or start one"; a transport that nobody knows fails at once.
+  // Without the variable, libraries would look elsewhere or start a bus. An unknown transport fails
+  // at once.
   setenv(std::string(sessionBusAddressVariable).c_str(), "disabled:", /*overwrite=*/1);
 }
 

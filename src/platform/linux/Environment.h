@@ -1,8 +1,8 @@
-// The variables that the program was started with.
+// The environment variables at the start of the program.
 //
-// Captured once, before any thread: the process's own environment cannot be read safely while a
-// library may be changing it, and one variable is changed on purpose (see below). Nothing else
-// reads the process's environment.
+// They are captured once, before any thread starts. Later reads of the process's environment would
+// not be safe, because a library may change it at the same time. One variable is also changed on
+// purpose (see below). No other code of the project reads the process's environment.
 #pragma once
 
 #include <functional>
@@ -16,7 +16,7 @@ namespace velmora {
 /// The variable with the address of the session bus.
 inline constexpr std::string_view sessionBusAddressVariable = "DBUS_SESSION_BUS_ADDRESS";
 
-/// A plain value. The views that it returns live as long as it does.
+/// A value. The views that it returns are valid as long as it exists.
 class Environment {
  public:
   using Variables = std::map<std::string, std::string, std::less<>>;
@@ -27,20 +27,21 @@ class Environment {
   /// The value of `name`, which may be empty; none when the variable is not set.
   [[nodiscard]] std::optional<std::string_view> variable(std::string_view name) const;
 
-  /// The value of `name` when it is an absolute path. A relative one counts as not set, as the
-  /// XDG Base Directory Specification wants it.
+  /// The value of `name` when it is an absolute path. A relative path counts as not set, as the XDG
+  /// Base Directory Specification requires.
   [[nodiscard]] std::optional<std::string_view> absolutePath(std::string_view name) const;
 
  private:
   Variables variables_;
 };
 
-/// The variables of this process. Of several with one name the first counts, as in getenv.
+/// The variables of this process. The first of several with the same name counts, as in getenv.
 [[nodiscard]] Environment captureEnvironment();
 
-/// Hides the session bus from the libraries that would connect to it on their own, without a limit
-/// of time, and would even start a bus where there is none. First thing in main, before any thread,
-/// after captureEnvironment(), which keeps the address for our own use and for our children.
+/// Hides the session bus from libraries that would connect to it themselves, without a time limit,
+/// and would even start a bus when there is none. To be called at the beginning of main, before any
+/// thread starts, and after captureEnvironment(), which keeps the address for this program and its
+/// children.
 void detachSessionBusFromLibraries();
 
 }  // namespace velmora

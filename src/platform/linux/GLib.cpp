@@ -5,7 +5,6 @@
 namespace velmora {
 
 const GLib& glib() {
-  // One for the process, as a library is.
   static const GLib loaded;
   return loaded;
 }

@@ -1,8 +1,7 @@
-// GLib, GObject and GIO without being linked with them.
+// GLib, GObject and GIO, loaded at the first call of one of their functions instead of linked.
 //
-// Loading them costs more than all else that a --check does, and a --check needs none of them. So
-// they are loaded where one of their functions is first called. Their headers are used as ever, but
-// for macros that call a function: those want it linked.
+// Loading them takes longer than the rest of a --check, which needs none of them. Their headers are
+// used as usual, except for macros that call a function: such a function would have to be linked.
 #pragma once
 
 #include "platform/linux/DynamicLibrary.h"
@@ -12,14 +11,14 @@
 
 namespace velmora {
 
-/// The functions of these libraries that are called here, under their own names.
+/// The functions of these libraries that this folder calls, under their own names.
 class GLib {
  private:
-  // Ahead of the functions, which are found in it.
+  /// Declared before the functions, because their initialisers use it.
   DynamicLibrary library_{"libgio-2.0.so.0"};
 
  public:
-  // Name and type of a function in one, so that they cannot differ.
+  // One argument gives the name and the type of a function, so that they cannot differ.
   // NOLINTBEGIN(bugprone-macro-parentheses,readability-identifier-naming)
 #define VELMORA_GLIB_FUNCTION(name) decltype(&::name) name = library_.function(#name)
   VELMORA_GLIB_FUNCTION(g_app_info_get_executable);
@@ -74,8 +73,8 @@ class GLib {
   // NOLINTEND(bugprone-macro-parentheses,readability-identifier-naming)
 };
 
-/// The libraries, loaded by the first call. Throws PlatformError while they cannot be loaded. Any
-/// thread.
+/// The libraries, loaded by the first call. Throws PlatformError as long as they cannot be loaded.
+/// Any thread.
 [[nodiscard]] const GLib& glib();
 
 }  // namespace velmora

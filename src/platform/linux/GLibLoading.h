@@ -1,11 +1,11 @@
-// GLib, loaded ahead of its first use.
+// Loads GLib before its first use.
 #pragma once
 
 namespace velmora {
 
-/// Loads GLib and GIO, for a program that wants to know before it begins whether it can reach the
-/// desktop. Without this, they are loaded when first used. Throws PlatformError, with the system's
-/// words, when they cannot be loaded.
+/// Loads GLib and GIO, so that a program knows before its work whether it can reach the desktop.
+/// Without this call, their first use loads them. Throws PlatformError with the system's message
+/// when they cannot be loaded.
 void loadGLib();
 
 }  // namespace velmora

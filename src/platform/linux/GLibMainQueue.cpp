@@ -1,3 +1,5 @@
+// The queue holds its tasks itself, instead of in one GSource each. A task then runs in C++ frames
+// only and may throw. Without memory, async() throws, where GLib would end the process.
 #include "platform/linux/GLibMainQueue.h"
 
 #include "platform/linux/GLib.h"
@@ -5,9 +7,6 @@
 #include <utility>
 
 namespace velmora {
-
-// The tasks are kept here rather than in one GSource each: a task then runs in frames of C++ only,
-// so that it may throw, and when memory runs out async() throws where GLib would end the process.
 
 void GLibMainQueue::async(std::function<void()> task) {
   const std::lock_guard lock(mutex_);
@@ -36,7 +35,7 @@ void GLibMainQueue::await() {
   if (!beginWaiting()) {
     return;
   }
-  // Returns also for a wake-up that came before it, so nothing is missed.
+  // This also returns for an earlier wake-up, so that none is missed.
   library.g_main_context_iteration(nullptr, /*may_block=*/TRUE);
   const std::lock_guard lock(mutex_);
   isWaiting_ = false;

@@ -1,7 +1,7 @@
-// Owning pointers to what GLib hands out.
+// Owning pointers to objects of GLib.
 //
-// Includes no header of GLib, so that a header of this folder may hold such a pointer and still be
-// included by a program that is built without GLib's.
+// No header of GLib is included. A header of this folder can therefore use such a pointer, and a
+// program that is built without GLib's headers can still include it.
 #pragma once
 
 #include <memory>
@@ -26,24 +26,25 @@ struct GLibRelease {
   void operator()(GVariant* variant) const noexcept;
 };
 
-/// Owns something of GLib's that is no GObject.
+/// Owns an object of GLib that is not a GObject.
 template <class Type>
 using GLibPointer = std::unique_ptr<Type, GLibRelease>;
 
-/// Owns a value that was just made. GLib leaves such values "floating", owned by nobody.
+/// Takes ownership of a new value. GLib returns new values with a "floating" reference, which
+/// nobody owns.
 [[nodiscard]] GLibPointer<GVariant> ownVariant(GVariant* floating);
 
 struct GObjectRelease {
   void operator()(void* object) const noexcept;
 };
 
-/// One share in a GObject, or none.
+/// One reference to a GObject, or none.
 template <class Object>
 class GObjectRef {
  public:
   GObjectRef() = default;
 
-  /// Takes over the share that the caller was given; null makes an empty reference.
+  /// Takes over a reference that the caller owns; null makes an empty object.
   [[nodiscard]] static GObjectRef adopt(Object* object) { return GObjectRef(object); }
 
   [[nodiscard]] Object* get() const { return object_.get(); }

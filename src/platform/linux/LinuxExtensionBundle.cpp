@@ -11,7 +11,7 @@
 namespace velmora {
 namespace {
 
-/// A longer file is no table of messages: ours have a thousandth.
+/// Far more than any table of messages; a longer file is not read.
 constexpr std::size_t maxTableLength = 1024 * 1024;
 
 class StringsFolder final : public LocalizationFolder {
@@ -32,7 +32,7 @@ class StringsFolder final : public LocalizationFolder {
                  fileReader_.read(directory_ + "/Localizable.strings", maxTableLength))
           .value_or(StringsTable());
     } catch (const std::exception&) {
-      // A table that cannot be read counts like one with a fault: the English texts show.
+      // A table that cannot be read counts as faulty; the caller's English text is used.
       return {};
     }
   }

@@ -1,5 +1,5 @@
-// The program's identity, and its localized texts: one folder <language>.lproj per language with
-// the table Localizable.strings, the same files as in the macOS bundle.
+// The program's identity, and its localized texts. Each language has a folder <language>.lproj with
+// the table Localizable.strings; these are the same files as in the macOS bundle.
 #pragma once
 
 #include "platform/ExtensionBundle.h"
@@ -15,16 +15,16 @@ namespace velmora {
 class Environment;
 class FileReader;
 
-/// The directory that holds the folders of the languages: $VELMORA_RESOURCE_DIR when that is an
-/// absolute path, so that a program runs from the build tree; else `installed`.
+/// The directory of the language folders: $VELMORA_RESOURCE_DIR if that is an absolute path, so
+/// that a program runs from the build tree; otherwise `installed`.
 [[nodiscard]] std::string resourceDirectory(const Environment& environment,
                                             std::string_view installed);
 
 class LinuxExtensionBundle final : public ExtensionBundle {
  public:
-  /// `resourceDirectory` is asked when a folder is: most requests show no text, and finding its
-  /// place costs looks at the file system. `fileReader` is kept by reference and outlives the
-  /// folders, too.
+  /// `resourceDirectory` is called only when a folder is looked up: most requests show no text, and
+  /// it accesses the file system. `fileReader` is kept by reference, and must also outlive the
+  /// folders.
   LinuxExtensionBundle(std::optional<Text> bundleIdentifier,
                        std::function<std::string()> resourceDirectory,
                        const FileReader& fileReader);

@@ -12,9 +12,9 @@
 namespace velmora {
 namespace {
 
-/// A name below the application's. The filter in front of a sandboxed application lets a broadcast
-/// pass only from a sender that owns such a name. Two senders need two names, and an element of a
-/// name must not begin with a digit.
+/// A bus name below the application's name. The bus filter of a sandboxed application passes a
+/// broadcast only from a sender that owns such a name. The process ID gives each sender a name of
+/// its own; "p" comes first, because an element of a name must not begin with a digit.
 std::string nameOfThisProcess() {
   return "io.tolvane.Velmora.FinderAction.p" + std::to_string(getpid());
 }
@@ -45,7 +45,7 @@ void LinuxNotificationCenter::post(std::string_view name) noexcept {
   try {
     emitNotification(bus_, name);
   } catch (const std::exception&) {
-    // Only a hint is lost: the application looks for requests when it starts, too.
+    // Only a hint is lost: the application also looks for requests when it starts.
   }
 }
 

@@ -56,7 +56,7 @@ std::vector<Text> LinuxPreferredLanguages::preferredLanguages() const {
   }
   while (!list.empty()) {
     const std::string_view entry = list.substr(0, list.find(':'));
-    // From here on the user wants the program's own language.
+    // "C" and "POSIX" mean the program's own language, so the list ends here.
     if (entry == "C" || entry == "POSIX") {
       break;
     }

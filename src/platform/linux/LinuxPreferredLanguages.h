@@ -1,8 +1,8 @@
 // The user's languages, by gettext's rule for the variables LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
 //
-// Not by g_get_language_names(): it adds "zh" to a Taiwanese locale, which would then be served in
-// Simplified Chinese, and follows LANGUAGE where gettext does not. Nor does a locale have to be
-// generated on this system to count.
+// g_get_language_names() is not used. It adds "zh" to a Taiwanese locale, which would select
+// Simplified Chinese, and it follows LANGUAGE where gettext does not. A locale counts even if it is
+// not generated on this system.
 #pragma once
 
 #include "platform/PreferredLanguages.h"
@@ -15,7 +15,7 @@ class Environment;
 
 class LinuxPreferredLanguages final : public PreferredLanguages {
  public:
-  /// The reference is kept.
+  /// `environment` is kept by reference.
   explicit LinuxPreferredLanguages(const Environment& environment);
 
   std::vector<Text> preferredLanguages() const override;

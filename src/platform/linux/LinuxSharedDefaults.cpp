@@ -13,7 +13,7 @@
 namespace velmora {
 namespace {
 
-/// A longer file holds no settings: they are a few lines.
+/// Far more than any settings, which are a few lines; a longer file is not read.
 constexpr std::size_t maxSettingsLength = 1024 * 1024;
 
 std::optional<Text> stringInKeyFile(std::string_view bytes, std::string_view key) {
@@ -25,7 +25,7 @@ std::optional<Text> stringInKeyFile(std::string_view bytes, std::string_view key
   GError* failure = nullptr;
   const GLibPointer<char> value(
       glib().g_key_file_get_string(file.get(), "Defaults", std::string(key).c_str(), &failure));
-  // GLib may return half a value together with an error.
+  // GLib may return an incomplete value together with an error.
   const GLibPointer<GError> error(failure);
   if (error || !value) {
     return std::nullopt;
@@ -47,10 +47,10 @@ std::optional<Text> LinuxSharedDefaults::string(std::string_view suiteName,
   }
   path->append("/").append(suiteName).append("/defaults.conf");
   try {
-    // Not read by GLib itself, which would wait for ever on a named pipe.
+    // Not read by GLib, which would wait for ever on a named pipe.
     return stringInKeyFile(fileReader_.read(*path, maxSettingsLength), key);
   } catch (const std::exception&) {
-    // Settings that cannot be read are settings that nobody made.
+    // Settings that cannot be read count as missing.
     return std::nullopt;
   }
 }

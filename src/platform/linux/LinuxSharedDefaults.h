@@ -15,7 +15,7 @@ class FileReader;
 
 class LinuxSharedDefaults final : public SharedDefaults {
  public:
-  /// Both references are kept.
+  /// `environment` and `fileReader` are kept by reference.
   LinuxSharedDefaults(const Environment& environment, const FileReader& fileReader,
                       HomeLookup homeLookup = passwordEntryHome);
 

@@ -1,8 +1,8 @@
-// Where Velmora's programs share files on Linux.
+// The directories that Velmora's programs share on Linux.
 //
-// The group container is a directory that the application makes in the user's data home; its being
-// there is what an entitlement is elsewhere. $VELMORA_GROUP_CONTAINER, when absolute, puts the
-// container of every group at another place.
+// The group container is a directory that the application creates in the user's data home. Its
+// existence has the role of an entitlement on other systems. An absolute $VELMORA_GROUP_CONTAINER
+// replaces the container of every group.
 #pragma once
 
 #include "platform/SharedLocations.h"
@@ -19,7 +19,7 @@ class FileReader;
 
 class LinuxSharedLocations final : public SharedLocations {
  public:
-  /// Both references are kept.
+  /// `environment` and `fileReader` are kept by reference.
   LinuxSharedLocations(const Environment& environment, const FileReader& fileReader,
                        HomeLookup homeLookup = passwordEntryHome);
 

@@ -1,3 +1,8 @@
+// An application is found by the name of its desktop entry, "<bundle identifier>.desktop". Opening
+// it tries three ways. A running application with D-Bus activation gets a call over the bus.
+// Otherwise GIO runs the command of the entry. If that fails and the application has D-Bus
+// activation, the bus starts it, and finishPendingActivation waits for that. FileReader reads every
+// entry before GIO does, because GIO would wait for ever on a named pipe.
 #include "platform/linux/LinuxWorkspace.h"
 
 #include "platform/FileReader.h"
@@ -21,11 +26,11 @@ namespace {
 
 constexpr std::string_view entrySuffix = ".desktop";
 
-/// A longer file is no desktop entry, in however many languages it tells its name.
+/// Far more than any desktop entry, even with many translations; a longer file is not read.
 constexpr std::size_t maxEntryLength = 1024 * 1024;
 
-/// A token with which a launcher lets another program take the front, as it travels in the
-/// environment and in a call of org.freedesktop.Application.
+/// A launcher's token that allows another program to bring its window to the front: its variable in
+/// the environment, and its key in a call of org.freedesktop.Application.
 struct ActivationToken {
   const char* variable;
   const char* platformDataKey;
@@ -37,7 +42,7 @@ constexpr std::array<ActivationToken, 2> activationTokens = {{
 }};
 
 GLibPointer<GKeyFile> readEntry(const std::string& location, const FileReader& fileReader) {
-  // Not read by GLib itself, which would wait for ever on a named pipe.
+  // Not read by GLib, which would wait for ever on a named pipe.
   const std::string bytes = fileReader.read(location, maxEntryLength);
   GLibPointer<GKeyFile> entry(glib().g_key_file_new());
   const bool isRead = glib().g_key_file_load_from_data(entry.get(), bytes.data(), bytes.size(),
@@ -45,8 +50,8 @@ GLibPointer<GKeyFile> readEntry(const std::string& location, const FileReader& f
   return isRead ? std::move(entry) : nullptr;
 }
 
-/// Throws unless every entry of that name can be read: GIO would wait for ever on one that is a
-/// named pipe, and take one of any length into memory.
+/// Throws unless every existing entry of that name can be read. GIO would wait for ever on a named
+/// pipe, and would read an entry of any length into memory.
 void requireReadable(const std::string& fileName, const FileReader& fileReader) {
   std::vector<std::string> directories = {glib().g_get_user_data_dir()};
   for (const char* const* directory = glib().g_get_system_data_dirs(); *directory != nullptr;
@@ -61,7 +66,8 @@ void requireReadable(const std::string& fileName, const FileReader& fileReader) 
   }
 }
 
-/// The bus name of an application that can be activated over the bus: its entry is named after it.
+/// The bus name of an application with D-Bus activation, which is the name of its entry; none for
+/// another application.
 std::optional<std::string> activatableName(GKeyFile& entry, std::string_view location) {
   const bool isActivatable =
       glib().g_key_file_get_boolean(&entry, G_KEY_FILE_DESKTOP_GROUP,
@@ -81,7 +87,7 @@ std::optional<std::string> activatableName(GKeyFile& entry, std::string_view loc
 BusMethod activateMethod(const std::string& busName) {
   std::string path = "/" + busName;
   std::replace(path.begin(), path.end(), '.', '/');
-  // The one character that a name may hold and a path may not, replaced as for every application.
+  // "-" is valid in a bus name but not in an object path. All applications replace it in this way.
   std::replace(path.begin(), path.end(), '-', '_');
   return {busName, std::move(path), "org.freedesktop.Application", "Activate"};
 }
@@ -109,7 +115,7 @@ void handOn(GAppLaunchContext& context, const Environment& environment, const ch
 
 GObjectRef<GAppLaunchContext> launchContext(const Environment& environment, bool handsTokensOn) {
   auto context = GObjectRef<GAppLaunchContext>::adopt(glib().g_app_launch_context_new());
-  // This process hides the address from its own libraries.
+  // This process hides the bus address from its own libraries; the application needs it.
   handOn(*context.get(), environment, std::string(sessionBusAddressVariable).c_str());
   const Environment noTokens;
   for (const ActivationToken& token : activationTokens) {
@@ -118,9 +124,9 @@ GObjectRef<GAppLaunchContext> launchContext(const Environment& environment, bool
   return context;
 }
 
-/// Runs the entry's command. False when it has none or it cannot be run.
+/// Runs the entry's command. Returns false when there is none or it cannot be run.
 bool runCommand(GKeyFile& entry, GAppLaunchContext& context) {
-  // GIO would leave an activatable entry to the bus and call that a success whatever happens.
+  // GIO would leave an activatable entry to the bus, and report success in every case.
   glib().g_key_file_remove_key(&entry, G_KEY_FILE_DESKTOP_GROUP,
                                G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr);
   const auto application =
@@ -130,13 +136,13 @@ bool runCommand(GKeyFile& entry, GAppLaunchContext& context) {
   if (command == nullptr || glib().g_app_info_get_executable(command) == nullptr) {
     return false;
   }
-  // Our pipes would stay open, and our terminal would be its terminal, for as long as it runs.
-  // Standard input is /dev/null anyway.
+  // The application must not keep our pipes open or use our terminal while it runs. GIO sets
+  // standard input to /dev/null anyway.
   const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
                                               G_SPAWN_STDERR_TO_DEV_NULL);
   const GSpawnChildSetupFunc leaveTerminal = [](gpointer) {
     setsid();
-    // What this process ignores, its children would.
+    // A child would inherit that this process ignores the signal.
     std::signal(SIGXFSZ, SIG_DFL);
   };
   return glib().g_desktop_app_info_launch_uris_as_manager(
@@ -165,7 +171,7 @@ std::optional<Text> LinuxWorkspace::applicationLocation(
     }
     return Text(glib().g_desktop_app_info_get_filename(application.get()));
   } catch (const std::exception&) {
-    // As good as not installed: the request waits for the application's next start.
+    // Counts as not installed: the request waits for the application's next start.
     return std::nullopt;
   }
 }
@@ -180,7 +186,7 @@ void LinuxWorkspace::openApplication(const Text& location,
 }
 
 void LinuxWorkspace::open(const Text& location, OpenConfiguration configuration) {
-  // Nothing is opened with the application, so nothing is added to the recent items either way.
+  // The application opens no document, so nothing is added to the recent items in any case.
   const GLibPointer<GKeyFile> entry = readEntry(location.utf8(), fileReader_);
   if (!entry) {
     return;
@@ -205,7 +211,7 @@ void LinuxWorkspace::finishPendingActivation() noexcept {
       call->answer();
     }
   } catch (const std::exception&) {
-    // Nobody is left who would want to know.
+    // The program is about to end, and nobody needs this error.
   }
 }
 

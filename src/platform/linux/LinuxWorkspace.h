@@ -16,16 +16,16 @@ class SessionBus;
 
 /// The location of an application is the path of its desktop entry.
 ///
-/// An application that the bus can activate and that runs is activated over the bus. Otherwise the
-/// entry's command is run, cut off from this program's terminal and pipes; only an application
-/// without such a command is started by the bus. The tokens with which a launcher lets us bring a
-/// window to the front are handed on, in the call or in the command's environment.
+/// A running application with D-Bus activation is activated over the bus. Otherwise the entry's
+/// command is run, separated from this program's terminal and pipes. The bus starts an application
+/// only if its command is missing or cannot be run. The launcher's tokens for bringing a window to
+/// the front are passed on, in the call or in the command's environment.
 ///
-/// Does not connect to the bus to look an application up. The process must have called
-/// detachSessionBusFromLibraries(): GIO would connect to the bus at every launch.
+/// Looking up an application does not connect to the bus. The process must have called
+/// detachSessionBusFromLibraries(), because GIO would connect to the bus at every launch.
 class LinuxWorkspace final : public Workspace {
  public:
-  /// The references are kept.
+  /// All arguments are kept by reference.
   LinuxWorkspace(SessionBus& bus, const Environment& environment, const FileReader& fileReader);
   LinuxWorkspace(const LinuxWorkspace&) = delete;
   LinuxWorkspace& operator=(const LinuxWorkspace&) = delete;
@@ -34,9 +34,9 @@ class LinuxWorkspace final : public Workspace {
   std::optional<Text> applicationLocation(std::string_view bundleIdentifier) noexcept override;
   void openApplication(const Text& location, OpenConfiguration configuration) noexcept override;
 
-  /// Waits, within the limit of the bus, until an application that the bus is starting has taken
-  /// the call: the bus drops the calls of a process that has ended. To be called when all else is
-  /// done.
+  /// Waits, within the time limit of the bus, until an application that the bus starts has answered
+  /// the call: the bus drops the calls of a process that has ended. To be called when all other
+  /// work is done.
   void finishPendingActivation() noexcept;
 
  private:

@@ -1,3 +1,7 @@
+// All uses share one deadline, which the first use sets; the timeout of each call is the time left.
+// GIO's connecting has no timeout, so a watchdog thread cancels it. Each call is asynchronous in a
+// main context of its own, and waiting for its answer iterates only that context. After the
+// deadline, usableConnection() returns null, and every use ends at once.
 #include "platform/linux/SessionBus.h"
 
 #include "platform/linux/Environment.h"
@@ -17,7 +21,7 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-/// Cancels an operation that lasts longer than `limit`; until destroyed.
+/// Cancels `operation` after `limit`, unless it is destroyed before.
 class Watchdog {
  public:
   Watchdog(GCancellable* operation, milliseconds limit)
@@ -49,7 +53,7 @@ PendingCall::PendingCall(GDBusConnection& connection, const BusMethod& method, G
       cancellable_(GObjectRef<GCancellable>::adopt(glib().g_cancellable_new())) {
   const auto finish = [](GObject* source, GAsyncResult* result, gpointer self) {
     auto& call = *static_cast<PendingCall*>(self);
-    // A plain cast, because G_DBUS_CONNECTION() calls a function.
+    // A plain cast, because G_DBUS_CONNECTION() calls a function that is not linked.
     auto* caller = reinterpret_cast<GDBusConnection*>(source);
     call.answer_.reset(glib().g_dbus_connection_call_finish(caller, result, nullptr));
     call.finished_ = true;
@@ -80,8 +84,8 @@ void PendingCall::waitUntilFinished() {
 }
 
 void BusDisconnect::operator()(GDBusConnection* connection) const noexcept {
-  // Dropping the last reference is not enough: when GIO's own thread happens to hold one, too, the
-  // connection may stay until the process ends.
+  // Releasing our reference is not enough: GIO's thread may hold another one, and the connection
+  // may then stay open until the process ends.
   glib().g_dbus_connection_close_sync(connection, /*cancellable=*/nullptr, /*error=*/nullptr);
   glib().g_object_unref(connection);
 }
@@ -100,7 +104,7 @@ std::unique_ptr<PendingCall> SessionBus::startCall(const BusMethod& method,
   if (connection == nullptr) {
     return nullptr;
   }
-  // The time may have run out just now, and GIO takes -1 for 25 seconds.
+  // The time may have run out just now, and GIO takes -1 to mean 25 seconds.
   const milliseconds limit = std::max(remainingTime(), milliseconds(1));
   return std::make_unique<PendingCall>(*connection, method, *arguments, limit);
 }
@@ -110,7 +114,8 @@ void SessionBus::send(const BusMethod& method, GLibPointer<GVariant> arguments) 
   if (connection == nullptr) {
     return;
   }
-  // A service started for this call would come up after the bus has dropped it: its sender is gone.
+  // No service is started: it would run only after this sender has ended, and the bus drops the
+  // call then.
   glib().g_dbus_connection_call(
       connection, method.busName.c_str(), method.objectPath.c_str(), method.interface.c_str(),
       method.member.c_str(), arguments.get(),
@@ -147,8 +152,8 @@ bool SessionBus::nameHasOwner(const std::string& name) {
 }
 
 void SessionBus::flush() {
-  // An answer to a call comes after all that was sent before it has been taken. GIO's own flushing
-  // knows no limit of time, and is done when the bytes lie in the socket.
+  // The bus answers a call after it has received everything sent before. GIO's own flush has no
+  // time limit, and ends when the bytes are in the socket.
   call(busItself("GetId"), noArguments());
 }
 
@@ -167,8 +172,8 @@ SessionBus::BusConnection SessionBus::connect() const {
   }
   const auto cancellable = GObjectRef<GCancellable>::adopt(glib().g_cancellable_new());
   const Watchdog watchdog(cancellable.get(), remainingTime());
-  // Not the connection that all users of GIO share, which ends the process when the bus goes away.
-  // Nor as a "message bus connection": GIO then says Hello itself, with a limit of 25 seconds.
+  // Not GIO's shared connection, which ends the process when the bus goes away. Not a "message bus
+  // connection" either: GIO would send Hello itself, with a timeout of 25 seconds.
   BusConnection connection(glib().g_dbus_connection_new_for_address_sync(
       address->c_str(), G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT, /*observer=*/nullptr,
       cancellable.get(), /*error=*/nullptr));

@@ -1,8 +1,8 @@
 // The user's session bus, for a client that must never make its user wait.
 //
-// A bus may be absent, stale, hung, or die at any moment. Everything done with it is a hint to
-// other programs, so no bus makes anything here fail outward or take longer than one limit of time
-// for the process.
+// A bus may be absent, stale or hung, and may die at any moment. All calls and signals are only
+// hints to other programs. Therefore failures of the bus are not reported, and all uses together
+// take no longer than one time limit for the process.
 #pragma once
 
 #include "platform/linux/GLibPointers.h"
@@ -16,7 +16,7 @@ namespace velmora {
 
 class Environment;
 
-/// What is called: the method `member` of an object at the owner of a bus name.
+/// The target of a call: the method `member` of an object, at the owner of a bus name.
 struct BusMethod {
   std::string busName;
   std::string objectPath;
@@ -24,7 +24,7 @@ struct BusMethod {
   std::string member;
 };
 
-/// A call under way. Its time is limited from its start on.
+/// A call in progress. Its time limit begins with the constructor.
 class PendingCall {
  public:
   PendingCall(GDBusConnection& connection, const BusMethod& method, GVariant& arguments,
@@ -33,54 +33,53 @@ class PendingCall {
   PendingCall(const PendingCall&) = delete;
   PendingCall& operator=(const PendingCall&) = delete;
 
-  /// Waits for the answer, at most for the rest of the time. Null when an error or nothing came.
+  /// Waits for the answer, at most for the rest of the time. Null for an error or no answer.
   GLibPointer<GVariant> answer();
 
  private:
   void waitUntilFinished();
 
-  // Of its own, so that waiting runs nothing but the end of this call.
+  /// Used by this call only, so that waiting runs no callback but its own.
   GLibPointer<GMainContext> context_;
   GObjectRef<GCancellable> cancellable_;
   GLibPointer<GVariant> answer_;
   bool finished_ = false;
 };
 
-/// Leaves a bus, waiting for nobody.
+/// Closes a connection without waiting for other programs.
 struct BusDisconnect {
   void operator()(GDBusConnection* connection) const noexcept;
 };
 
-/// Connects at the first use. `limit` runs from that moment on and covers connecting and all that
-/// follows; when it is over or when there is no bus, every use returns at once without effect.
-/// Arguments are tuples of D-Bus values. Uses throw PlatformError when GLib cannot be loaded. Main
-/// thread only.
+/// Connects at the first use. `limit` begins then, and covers the connecting and all later uses.
+/// After that time, or without a bus, every use returns at once without effect. Arguments are
+/// tuples of D-Bus values. Uses throw PlatformError when GLib cannot be loaded. Main thread only.
 class SessionBus {
  public:
   /// `environment` is kept by reference.
   SessionBus(const Environment& environment, std::chrono::milliseconds limit);
-  /// Calls and waits for the answer; null when there is none or it is an error.
+  /// Calls and waits for the answer; null for an error or no answer.
   GLibPointer<GVariant> call(const BusMethod& method, GLibPointer<GVariant> arguments);
 
-  /// Calls, starting the service if need be, and leaves the waiting to the caller; null when the
+  /// Starts a call, and the service if necessary; the caller waits for the answer. Null when the
   /// call cannot be made.
   std::unique_ptr<PendingCall> startCall(const BusMethod& method, GLibPointer<GVariant> arguments);
 
-  /// Sends a call that nobody answers, for a service that runs already.
+  /// Sends a call without waiting for an answer. Does not start the service.
   void send(const BusMethod& method, GLibPointer<GVariant> arguments);
 
   /// Broadcasts a signal without arguments.
   void emitSignal(const std::string& objectPath, const std::string& interface,
                   const std::string& member);
 
-  /// Asks for a bus name without queueing for it. A refusal has no effect.
+  /// Requests a bus name without queueing for it. A refusal is ignored.
   void requestName(const std::string& name);
 
-  /// Whether somebody has the name. False when that cannot be told.
+  /// Whether a bus name has an owner. False when that cannot be determined.
   [[nodiscard]] bool nameHasOwner(const std::string& name);
 
-  /// Waits until the bus has taken all that was sent: what is still on its way when a process ends
-  /// may be lost.
+  /// Waits until the bus has received everything sent before: messages still on their way may be
+  /// lost when the process ends.
   void flush();
 
  private:

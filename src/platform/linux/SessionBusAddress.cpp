@@ -17,7 +17,7 @@ bool leadsToARunningBus(std::string_view address) {
          !address.starts_with("disabled:");
 }
 
-/// An address is a list of alternatives; keeps the ones to try.
+/// `addresses` is a list of alternatives. Returns those that may lead to a running bus, or none.
 std::optional<std::string> runningBuses(std::string_view addresses) {
   std::string kept;
   while (!addresses.empty()) {

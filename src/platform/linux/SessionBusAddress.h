@@ -1,4 +1,4 @@
-// Where the user's session bus listens.
+// The address of the user's session bus.
 #pragma once
 
 #include <optional>
@@ -8,8 +8,9 @@ namespace velmora {
 
 class Environment;
 
-/// $DBUS_SESSION_BUS_ADDRESS, else the socket "bus" in $XDG_RUNTIME_DIR when there is one, else
-/// none. Never an address that would start a bus of its own, which nobody would listen to.
+/// $DBUS_SESSION_BUS_ADDRESS, without addresses that would start a new bus: no other program would
+/// listen there. If the variable is missing or empty, the socket "bus" in $XDG_RUNTIME_DIR. None
+/// when there is no such address or socket.
 [[nodiscard]] std::optional<std::string> sessionBusAddress(const Environment& environment);
 
 }  // namespace velmora

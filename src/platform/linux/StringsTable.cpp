@@ -1,3 +1,7 @@
+// A parser by recursive descent. Reader holds the rest of the text, and each of its functions
+// consumes one element from the front: blanks and comments, a quoted text, an escape. The first
+// fault throws Fault, which parseStringsTable() catches, so a table is read as a whole or not at
+// all. The text is checked to be UTF-8 before, so bytes outside of escapes are copied unchanged.
 #include "platform/linux/StringsTable.h"
 
 #include "text/Hexadecimal.h"

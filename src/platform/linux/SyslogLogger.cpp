@@ -16,7 +16,7 @@ SyslogLogger::SyslogLogger(std::string identifier) : identifier_(std::move(ident
 SyslogLogger::~SyslogLogger() { closelog(); }
 
 void SyslogLogger::log(std::string_view line) noexcept {
-  // The length, because a view ends in no NUL and a copy might fail.
+  // The format takes the length, because a view does not end in NUL and a copy might fail.
   const auto length = static_cast<int>(std::min<std::size_t>(line.size(), INT_MAX));
   syslog(LOG_ERR, "%.*s", length, line.data());
 }

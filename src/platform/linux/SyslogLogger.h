@@ -1,4 +1,4 @@
-// The system log, with a copy on standard error for whoever started the program by hand.
+// The system log, with a copy on standard error for a user who starts the program by hand.
 #pragma once
 
 #include "platform/Logger.h"
@@ -8,10 +8,10 @@
 
 namespace velmora {
 
-/// One at a time: the system keeps a single log per process.
+/// One object at a time, because the system has a single log per process.
 class SyslogLogger final : public Logger {
  public:
-  /// `identifier` names the program in front of every line.
+  /// `identifier` names the program at the beginning of every line.
   explicit SyslogLogger(std::string identifier);
   ~SyslogLogger() override;
   SyslogLogger(const SyslogLogger&) = delete;
@@ -20,7 +20,7 @@ class SyslogLogger final : public Logger {
   void log(std::string_view line) noexcept override;
 
  private:
-  // The system keeps a pointer into it as long as the log is open.
+  /// The system keeps a pointer into it while the log is open.
   const std::string identifier_;
 };
 

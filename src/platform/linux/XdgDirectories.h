@@ -1,6 +1,7 @@
-// The user's directories after the XDG Base Directory Specification.
+// The user's directories according to the XDG Base Directory Specification.
 //
-// By hand, because GLib's answers are cached at first use and never "none".
+// GLib's functions are not used: they cache their answers at the first use, and never answer
+// "none".
 #pragma once
 
 #include "platform/posix/PasswordDatabase.h"
@@ -13,11 +14,11 @@ namespace velmora {
 
 class Environment;
 
-/// Looks up a home directory when the environment names none.
+/// Looks up the home directory when the environment names none.
 using HomeLookup = std::function<std::optional<std::string>()>;
 
-/// Where the user's applications keep data: $XDG_DATA_HOME or ".local/share" in the home directory.
-/// None when neither is an absolute path. It need not exist.
+/// The directory for the data of the user's applications: $XDG_DATA_HOME, or ".local/share" in the
+/// home directory. None when neither is an absolute path. The directory need not exist.
 [[nodiscard]] std::optional<std::string> xdgDataHome(
     const Environment& environment, const HomeLookup& homeLookup = passwordEntryHome);
 

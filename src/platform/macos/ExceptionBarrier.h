@@ -1,8 +1,9 @@
-// Where C++ is called by Objective-C, or promises never to throw while it calls Objective-C.
+// Stops exceptions between C++ and Objective-C. For C++ code that Objective-C calls, and for
+// noexcept code that calls Objective-C.
 //
-// An exception of C++ must not pass through a block or a method of the system, and one that the
-// system's objects raise must not end a promise to bear every failure. Both stop here, in a file of
-// C++, because only there every Objective-C runtime lets both be caught.
+// An exception of C++ must not pass through a block or a method of the system. An exception of the
+// system's objects must not reach the end of a noexcept function. Both are caught here, in a C++
+// source, because only there every Objective-C runtime allows both to be caught.
 #pragma once
 
 #include <memory>
@@ -11,8 +12,7 @@ namespace velmora {
 
 enum class AttemptResult { succeeded, ranOutOfMemory, failed };
 
-/// Calls `call(operation)`, and tells how that ended; what it threw, in either language, is
-/// dropped.
+/// Calls `call(operation)` and returns the result of that. Drops any exception, of either language.
 AttemptResult attempt(void (*call)(void* operation), void* operation) noexcept;
 
 /// The same for any operation without arguments. Allocates nothing.

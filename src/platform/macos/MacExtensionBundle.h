@@ -1,4 +1,4 @@
-// The bundle that the system started, with its localization folders.
+// The bundle that the system has started, and its localization folders.
 #pragma once
 
 #include "platform/ExtensionBundle.h"

@@ -15,8 +15,8 @@ class MacItemProvider final : public ItemProvider {
 
   bool hasItemConformingTo(std::string_view typeIdentifier) const override;
 
-  /// URLs and their data representations are delivered as URLObject; a URL that names a file by
-  /// its identity, as the pasteboard does, is resolved to one that names it by its path.
+  /// Delivers URLs and their data representations as URLObject. A URL that names a file by its
+  /// identity, as the pasteboard does, is converted to one that names the file by its path.
   void loadItem(std::string_view typeIdentifier, LoadCompletion completion) override;
 
  private:

@@ -21,7 +21,7 @@ LoadedItem loadedURL(NSURL* url) {
 }
 
 LoadedItem loadedData(NSData* data) {
-  // Foundation does not say what it makes of no bytes at all.
+  // Foundation does not define a URL for empty data.
   if ([data length] == 0) {
     return UnusableItem();
   }
@@ -76,7 +76,7 @@ bool MacItemProvider::hasItemConformingTo(std::string_view typeIdentifier) const
 }
 
 void MacItemProvider::loadItem(std::string_view typeIdentifier, LoadCompletion completion) {
-  // Shared, because the provider copies the block, and copying must not throw there.
+  // Shared, because the provider copies the block, and that copy must not throw.
   const auto shared = std::make_shared<const LoadCompletion>(std::move(completion));
   @autoreleasepool {
     [provider_.get() loadItemForTypeIdentifier:foundationString(typeIdentifier)

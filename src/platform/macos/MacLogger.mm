@@ -10,8 +10,8 @@ void MacLogger::log(std::string_view line) noexcept {
     @autoreleasepool {
       NSString* format = [readableString(line) stringByReplacingOccurrencesOfString:@"%"
                                                                          withString:@"%%"];
-      // The line is the format, without arguments, as the log has always shown it; a folder's name
-      // in it cannot be taken for a conversion, because no "%" is left single.
+      // The line is the format string, without arguments, as the log has always shown it. A
+      // folder's name in the line cannot act as a conversion, because each "%" is doubled.
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wformat-security"
 #pragma clang diagnostic ignored "-Wformat-nonliteral"

@@ -5,7 +5,7 @@
 
 namespace velmora {
 
-/// A task that throws ends the process: nobody is above it to catch.
+/// A task that throws ends the process, because no caller can catch the exception.
 class MacMainQueue final : public MainQueue {
  public:
   void async(std::function<void()> task) override;

@@ -5,7 +5,7 @@
 
 namespace velmora {
 
-/// Posts without object and user information; the sandbox lets none through.
+/// Posts without an object and without user information, because the sandbox does not pass them on.
 class MacNotificationCenter final : public NotificationCenter {
  public:
   void post(std::string_view name) noexcept override;

@@ -1,13 +1,13 @@
-// Path standardisation as the rest of the system does it.
+// Path standardisation by Foundation, like in the rest of the system.
 #pragma once
 
 #include "platform/PathStandardizer.h"
 
 namespace velmora {
 
-/// Foundation's rules, which the application compares paths by as well: on macOS "/private/tmp/a"
-/// and "/tmp/a" are one place, and a link is resolved where ".." follows it. Looks at the file
-/// system for both.
+/// Uses Foundation's rules, because the application compares paths by them, too. On macOS
+/// "/private/tmp/a" and "/tmp/a" are one place, and a symbolic link before ".." is resolved. Both
+/// rules access the file system.
 class MacPathStandardizer final : public PathStandardizer {
  public:
   Text standardizedFileURLPath(const Text& path) const override;

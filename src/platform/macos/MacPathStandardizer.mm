@@ -10,7 +10,7 @@ Text MacPathStandardizer::standardizedFileURLPath(const Text& path) const {
     if (string == nil) {
       return {};
     }
-    // Foundation does not say which URL an empty path makes.
+    // Foundation does not define a URL for the empty path.
     NSString* filePath = [string length] == 0 ? @"." : string;
     return pathOf([[NSURL fileURLWithPath:filePath] URLByStandardizingPath]).value_or(Text());
   }
@@ -24,7 +24,7 @@ Text MacPathStandardizer::standardizedPath(const Text& path) const {
 }
 
 std::vector<Text> MacPathStandardizer::pathsStandardizedTo(const Text& path) const {
-  // Foundation takes these prefixes off where what remains exists.
+  // Foundation removes these prefixes if the remaining path exists.
   return {path, "/private" + path.utf8(), "/var/automount" + path.utf8(),
           "/private/var/automount" + path.utf8()};
 }

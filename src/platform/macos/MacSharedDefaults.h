@@ -5,7 +5,7 @@
 
 namespace velmora {
 
-/// Opens the suite at every call. A number that is stored as such is returned as its text.
+/// Opens the suite at every call. A stored number is returned as its text.
 class MacSharedDefaults final : public SharedDefaults {
  public:
   std::optional<Text> string(std::string_view suiteName, std::string_view key) const override;

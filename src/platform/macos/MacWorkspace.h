@@ -1,4 +1,4 @@
-// Applications, by the shared workspace.
+// Finds and opens applications through the shared workspace.
 #pragma once
 
 #include "platform/Workspace.h"

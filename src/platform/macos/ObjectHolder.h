@@ -1,4 +1,4 @@
-// Ownership of Objective-C objects by scope, because the project is compiled without automatic
+// Scoped ownership of Objective-C objects, because the project is compiled without automatic
 // reference counting. For Objective-C++ only.
 #pragma once
 
@@ -8,14 +8,14 @@
 
 namespace velmora {
 
-/// A share in the ownership of an object, or of nil.
+/// A reference to an object, with shared ownership; may be nil.
 template <class Object>
 class ObjectHolder {
  public:
-  /// Takes over a share that the caller has, as `alloc`, `copy` and `new` give it.
+  /// Takes over a reference that the caller owns, as returned by `alloc`, `copy` and `new`.
   static ObjectHolder adopting(Object* object) { return ObjectHolder(object); }
 
-  /// Takes a share of its own.
+  /// Retains `object`, and leaves the caller's ownership unchanged.
   static ObjectHolder retaining(Object* object) { return ObjectHolder([object retain]); }
 
   ObjectHolder(const ObjectHolder& other) : object_([other.object_ retain]) {}

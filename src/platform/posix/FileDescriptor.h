@@ -1,4 +1,4 @@
-// A file descriptor that is closed with its owner.
+// An owned file descriptor, which the destructor closes.
 #pragma once
 
 #include <unistd.h>
@@ -9,7 +9,7 @@ namespace velmora {
 
 class FileDescriptor {
  public:
-  /// Takes over `descriptor`; a negative one stands for none.
+  /// Takes ownership of `descriptor`; a negative value means that there is none.
   static FileDescriptor adopt(int descriptor) { return FileDescriptor(descriptor); }
 
   FileDescriptor(FileDescriptor&& other) noexcept
@@ -29,7 +29,7 @@ class FileDescriptor {
   [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
   [[nodiscard]] int get() const { return descriptor_; }
 
-  /// The descriptor, which is the caller's to close from now on.
+  /// Returns the descriptor with its ownership; the caller must close it.
   [[nodiscard]] int release() { return std::exchange(descriptor_, -1); }
 
  private:

@@ -11,11 +11,11 @@
 namespace velmora {
 namespace {
 
-/// Calls one of the reentrant look-ups, `lookUp(record, buffer, size, found)`, with as much room as
-/// it asks for.
+/// The home directory that a reentrant look-up finds. Calls `lookUp(record, buffer, size, found)`
+/// with a larger buffer as long as it returns ERANGE.
 template <std::invocable<passwd*, char*, std::size_t, passwd**> LookUp>
 std::optional<std::string> homeIn(LookUp lookUp) {
-  // Longer records exist only to exhaust memory.
+  // No real record is longer; a longer one can only be meant to exhaust memory.
   constexpr std::size_t maxSize = 1024UL * 1024;
   std::vector<char> buffer(1024);
   passwd record = {};

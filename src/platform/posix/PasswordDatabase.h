@@ -1,4 +1,4 @@
-// Home directories as the system's user database has them.
+// Home directories in the system's user database.
 #pragma once
 
 #include <optional>
@@ -9,7 +9,7 @@ namespace velmora {
 /// The absolute home directory in the password entry of the user who runs this process, if any.
 [[nodiscard]] std::optional<std::string> passwordEntryHome();
 
-/// The same of the user with this name.
+/// The same for the user with this name.
 [[nodiscard]] std::optional<std::string> passwordEntryHomeOf(const std::string& userName);
 
 }  // namespace velmora

@@ -1,3 +1,7 @@
+// A path is opened first, and the open file is then checked through its descriptor, so that nobody
+// can exchange the file in between. O_NONBLOCK lets the open of a FIFO or device return at once;
+// fstat then refuses everything but a regular file, and O_DIRECTORY everything but a directory. The
+// length that fstat reports is only a claim: the bytes that arrive are counted against the limit.
 #include "platform/posix/PosixFileReader.h"
 
 #include "platform/posix/FileDescriptor.h"
@@ -40,7 +44,7 @@ FileDescriptor openToRead(const std::string& path, int flags) {
   return file;
 }
 
-/// The length that a regular file claims to have.
+/// The length that a regular file claims to have. Throws EISDIR or EINVAL for another kind of file.
 std::uintmax_t claimedLength(const FileDescriptor& file) {
   struct stat status {};
   if (::fstat(file.get(), &status) != 0) {
@@ -86,14 +90,14 @@ Directory readingDirectory(FileDescriptor file) {
   if (!directory) {
     throw posixError(errno);
   }
-  // Closed with the directory from now on.
+  // closedir() closes the descriptor from now on.
   static_cast<void>(file.release());
   return directory;
 }
 
-/// The next entry's name, "." and ".." included; none at the end.
+/// The name of the next entry, also "." and ".."; none at the end.
 std::optional<std::string> nextName(DIR& directory) {
-  // The end leaves errno as it was; nothing else tells it from a failure.
+  // readdir() returns null at the end and on failure; only a failure sets errno.
   errno = 0;
   const dirent* const entry = ::readdir(&directory);
   if (entry != nullptr) {
@@ -134,7 +138,7 @@ std::unique_ptr<FileContent> PosixFileReader::open(std::string_view path,
 std::vector<std::string> PosixFileReader::entryNames(std::string_view path,
                                                      std::size_t maxCount) const {
   const Directory directory = readingDirectory(openToRead(systemPath(path), O_DIRECTORY));
-  // A set: a directory that changes while it is read may tell a name twice.
+  // A set, because a directory that changes during the reading may report a name twice.
   std::set<std::string> names;
   while (std::optional<std::string> name = nextName(*directory)) {
     if (*name != "." && *name != "..") {

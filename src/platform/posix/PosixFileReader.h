@@ -1,13 +1,13 @@
-// Reads files through POSIX calls, trusting nothing that lies in the file system.
+// Reads files through POSIX calls, and trusts nothing in the file system.
 #pragma once
 
 #include "platform/FileReader.h"
 
 namespace velmora {
 
-/// Stateless; see FileReader for the contract. Files and directories are opened without blocking,
-/// and what was opened is looked at before anything is read from it, so that a FIFO or device in
-/// their place cannot hold the caller up.
+/// Stateless; see FileReader for the contract. Opens files and directories without blocking, and
+/// checks the kind of the open file before reading it. A FIFO or device at the path therefore
+/// cannot block the caller.
 class PosixFileReader final : public FileReader {
  public:
   bool exists(std::string_view path) const override;

@@ -1,3 +1,10 @@
+// A file is complete and on stable storage before it gets its final name. The first attempt writes
+// an unnamed file (O_TMPFILE) and links it to its path. This fails, for example, on a file system
+// without unnamed files, or when the path exists. The second attempt then writes a hidden partial
+// file and renames it. The directory is synchronised at the end.
+//
+// createDirectories tries the directories above the path, from the nearest upwards, until one
+// exists or can be created. It then creates the missing ones below it, downwards.
 #include "platform/posix/PosixFileWriter.h"
 
 #include "platform/posix/FileDescriptor.h"
@@ -17,7 +24,7 @@ namespace velmora {
 
 namespace {
 
-// Whom a new file and directory belong to is for the user's umask to narrow.
+/// The permissions of a new file or directory, before the user's umask reduces them.
 constexpr mode_t newFileMode = 0666;
 constexpr mode_t newDirectoryMode = 0777;
 
@@ -48,7 +55,7 @@ std::string parentDirectory(const std::string& path) {
   return std::filesystem::path(path).parent_path().string();
 }
 
-/// Best effort: the file is in place, and no error from here on could take it back.
+/// Best effort: the file is in place already, and an error could not undo that.
 void synchronizeDirectory(const std::string& directory) noexcept {
   const FileDescriptor descriptor = FileDescriptor::adopt(
       retryingInterrupted([&] { return ::open(directory.c_str(), O_RDONLY | O_CLOEXEC); }));
@@ -58,8 +65,9 @@ void synchronizeDirectory(const std::string& directory) noexcept {
 }
 
 #ifdef O_TMPFILE
-/// Whether the file is in place. On failure nothing is left behind; the caller then tries a
-/// temporary file, which reports the real error.
+/// Whether the file is in place. False when an unnamed file cannot be opened or linked; nothing is
+/// left behind then, and the caller tries a partial file, which reports the real error. Throws when
+/// the writing fails.
 bool writeThroughUnnamedFile(const std::string& path, std::string_view bytes) {
   const FileDescriptor file = openToWrite(parentDirectory(path), O_TMPFILE);
   if (!file.isOpen()) {
@@ -73,7 +81,7 @@ bool writeThroughUnnamedFile(const std::string& path, std::string_view bytes) {
 bool writeThroughUnnamedFile(const std::string&, std::string_view) { return false; }
 #endif
 
-/// A name that is removed with its owner, unless it has been moved away.
+/// Removes the file at its path on destruction, unless the file was moved to its destination.
 class PartialFile {
  public:
   explicit PartialFile(std::string path) : path_(std::move(path)) {}
@@ -115,7 +123,8 @@ bool isDirectory(const std::string& path) {
   return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-/// 0, or the error. A directory that is there, whoever made it and when, is as good as a new one.
+/// Returns 0 or the errno value. An existing directory is a success, also when another process
+/// creates it at the same time.
 int createDirectory(const std::string& path) {
   if (::mkdir(path.c_str(), newDirectoryMode) == 0) {
     return 0;
@@ -130,7 +139,8 @@ void requireSuccess(int error) {
   }
 }
 
-/// Looks at nothing above the nearest directory that is there: a sandbox may hide what is.
+/// Creates the missing directories above `path`. Does not examine any directory above the nearest
+/// existing one, because a sandbox may hide those.
 void createDirectoriesAbove(const std::string& path) {
   int error = ENOENT;
   std::size_t slash = path.size();
@@ -160,7 +170,8 @@ void PosixFileWriter::createDirectories(std::string_view path) {
 
 void PosixFileWriter::writeAtomically(std::string_view path, std::string_view bytes) {
   const std::string target = systemPath(path);
-  // Made before the file is: what fails from then on would deny a request that is in place.
+  // Computed before the file exists: a later exception would report a failure although the request
+  // is in place.
   const std::string directory = parentDirectory(target);
   if (!writeThroughUnnamedFile(target, bytes)) {
     writeThroughPartialFile(target, bytes);

@@ -1,4 +1,4 @@
-// Makes files and directories through POSIX calls.
+// Creates files and directories through POSIX calls.
 #pragma once
 
 #include "platform/FileWriter.h"
@@ -7,9 +7,9 @@ namespace velmora {
 
 /// Stateless; see FileWriter for the contract.
 ///
-/// Where the file system can, a file has no name until it is complete, so that even a process
-/// killed half-way leaves nothing. Elsewhere it is written under the hidden name `.<name>.partial`
-/// beside its final one, and renamed.
+/// If the file system supports it, a file has no name until it is complete, so that a killed
+/// process leaves nothing behind. Otherwise the file is written as `.<name>.partial` in the same
+/// directory, and then renamed.
 class PosixFileWriter final : public FileWriter {
  public:
   void createDirectories(std::string_view path) override;

@@ -13,7 +13,7 @@ namespace velmora {
 
 namespace {
 
-/// The home directory of `user`, or of the user of this process when that is empty.
+/// The home directory of `user`, or of the user of this process when `user` is empty.
 std::optional<std::string> homeDirectory(const std::string& user, const std::string& ownHome) {
   if (!user.empty()) {
     return passwordEntryHomeOf(user);
@@ -21,7 +21,7 @@ std::optional<std::string> homeDirectory(const std::string& user, const std::str
   return ownHome.starts_with('/') ? ownHome : passwordEntryHome();
 }
 
-/// Of a path that begins with a tilde.
+/// Expands the tilde at the beginning of `path`. Returns `path` when the home directory is unknown.
 std::string expandingTilde(std::string_view path, const std::string& ownHome) {
   const std::size_t end = std::min(path.find('/'), path.size());
   const std::optional<std::string> home =
@@ -37,7 +37,7 @@ Text PosixPathStandardizer::standardizedFileURLPath(const Text& path) const {
   }
   std::error_code error;
   const std::filesystem::path directory = std::filesystem::current_path(error);
-  // The kernel names a directory that was moved out of reach "(unreachable)/…".
+  // The kernel reports a working directory outside of the root as "(unreachable)/…".
   if (error || !directory.is_absolute()) {
     return {};
   }

@@ -1,4 +1,4 @@
-// Path standardisation by the paths' text, as POSIX systems without a rule of their own need it.
+// Path standardisation by the text of the paths, for POSIX systems without a rule of their own.
 #pragma once
 
 #include "platform/PathStandardizer.h"
@@ -8,12 +8,12 @@
 
 namespace velmora {
 
-/// See PathStandardizer for the contract. Consults nothing but the working directory and, for home
-/// directories, the password database. A "~" that cannot be expanded stays.
+/// See PathStandardizer for the contract. Asks the system only for the working directory and, from
+/// the password database, for home directories. A "~" that cannot be expanded stays.
 class PosixPathStandardizer final : public PathStandardizer {
  public:
-  /// `home` is what "~" stands for when it is absolute, as the variable HOME tells; otherwise the
-  /// home directory in the user's password entry is.
+  /// "~" means `home`, the value of the variable HOME, if that is absolute. Otherwise it means the
+  /// home directory in the user's password entry.
   explicit PosixPathStandardizer(std::string home = {}) : home_(std::move(home)) {}
 
   Text standardizedFileURLPath(const Text& path) const override;

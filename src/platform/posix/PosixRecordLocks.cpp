@@ -12,15 +12,15 @@ void PosixRecordLocks::unlockWholeFile(int fileDescriptor) noexcept {
   wholeFile.l_type = F_UNLCK;
   wholeFile.l_whence = SEEK_SET;
   wholeFile.l_start = 0;
-  // To the end, wherever that is.
+  // 0 means up to the end of the file, wherever that is.
   wholeFile.l_len = 0;
   wholeFile.l_pid = 0;
-  // A lock that this leaves is dropped when the file is closed.
+  // If this fails, closing the file releases the lock.
   static_cast<void>(::fcntl(fileDescriptor, F_SETLK, &wholeFile));
 }
 
 void PosixRecordLocks::close(int fileDescriptor) noexcept {
-  // Not tried again after a signal: the number may be another thread's file by then.
+  // Not repeated after a signal: the descriptor may be another thread's file by then.
   static_cast<void>(::close(fileDescriptor));
 }
 

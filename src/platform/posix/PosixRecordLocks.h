@@ -1,4 +1,4 @@
-// Gives record locks back through POSIX calls.
+// Releases record locks through POSIX calls.
 #pragma once
 
 #include "platform/RecordLocks.h"

@@ -1,4 +1,4 @@
-// UUIDs from the system's random numbers.
+// UUIDs from the system's random number source.
 #pragma once
 
 #include "platform/IdentifierSource.h"

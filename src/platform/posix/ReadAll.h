@@ -1,4 +1,4 @@
-// Reads to the end of something whose length is a claim that nobody answers for.
+// Reads a source to its end when the length that it claims cannot be trusted.
 #pragma once
 
 #include "platform/PlatformError.h"
@@ -12,20 +12,21 @@
 
 namespace velmora {
 
-/// How much is asked for at a time, and the most that is filled in advance: large enough for calls
-/// to cost nothing beside what they copy, small enough to stay in a processor's cache in between.
+/// The number of bytes requested per call, and the most that is filled in advance. Large enough
+/// that a call costs little compared to its copying, small enough for a processor's cache.
 inline constexpr std::size_t contentPieceLength = 256 * 1024;
 
-/// All that `readSome(char* room, std::size_t size)` delivers, which works like a bound read(2),
-/// until it returns 0. Throws EFBIG when that is more than `maxLength` bytes, without a call
-/// when `claimedLength` already is, and the error of a call that fails. Address space is taken
-/// for `claimedLength` at once, so that honest files are not copied about; memory is touched only
-/// as bytes arrive, at most a piece in advance. What exceeds the claim makes the string grow as
-/// strings do.
+/// All bytes that `readSome(char* room, std::size_t size)` delivers until it returns 0. `readSome`
+/// works like read(2) on one descriptor. Throws EFBIG for more than `maxLength` bytes, without any
+/// call if `claimedLength` exceeds that already. Throws the errno value of a call that fails.
+///
+/// Reserves address space for `claimedLength` at once, so that a file with a true length is not
+/// copied again. Touches memory only as bytes arrive, at most one piece in advance. For bytes
+/// beyond `claimedLength`, the string grows as usual.
 template <std::invocable<char*, std::size_t> ReadSome>
 std::string readAll(std::uintmax_t claimedLength, std::size_t maxLength, ReadSome readSome) {
   std::string content;
-  // One byte of room is kept to see the end, or that there is more than there may be.
+  // One additional byte detects the end of the source, or a byte beyond the limit.
   const std::size_t limit = std::min(maxLength, content.max_size() - 1);
   if (claimedLength > limit) {
     throw posixError(EFBIG);

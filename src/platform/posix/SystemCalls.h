@@ -1,4 +1,4 @@
-// What every use of a POSIX file call needs: a path that ends in NUL, and patience with signals.
+// Helpers for POSIX file calls: a path that ends in NUL, and repetition after signals.
 #pragma once
 
 #include "platform/PlatformError.h"
@@ -10,7 +10,7 @@
 
 namespace velmora {
 
-/// Calls `systemCall` again while a signal interrupts it (EINTR); its result otherwise.
+/// Repeats `systemCall` while a signal interrupts it (EINTR), and returns its last result.
 template <std::invocable Call>
 auto retryingInterrupted(Call systemCall) {
   auto result = systemCall();
@@ -20,8 +20,8 @@ auto retryingInterrupted(Call systemCall) {
   return result;
 }
 
-/// `path` for a system call. Throws the error of a missing file for a path that holds a NUL: cut
-/// there, it would name another file.
+/// `path` as a string for a system call. Throws the error of a missing file (ENOENT) for a path
+/// with a NUL: a system call would end the path there and use another file.
 [[nodiscard]] inline std::string systemPath(std::string_view path) {
   if (path.find('\0') != std::string_view::npos) {
     throw posixError(ENOENT);

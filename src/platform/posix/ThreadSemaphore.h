@@ -11,7 +11,7 @@ namespace velmora {
 /// See CountingSemaphore for the contract.
 class ThreadSemaphore final : public CountingSemaphore {
  public:
-  /// A semaphore with so many units to take.
+  /// `units` is the initial number of units.
   explicit ThreadSemaphore(std::ptrdiff_t units) : semaphore_(units) {}
 
   void signal() noexcept override { semaphore_.release(); }

@@ -1,4 +1,4 @@
-// What is wrong with a document: of which kind, where, and in words.
+// The fault of a document: its kind, its place, and a description.
 #pragma once
 
 #include <cstddef>
@@ -25,30 +25,28 @@ enum class DecodingErrorKind {
 /// "keyNotFound" and so on.
 [[nodiscard]] std::string_view name(DecodingErrorKind kind);
 
-/// One step from a value into it: the key of an object's member, or the index of an array's
-/// element.
+/// One step into a value: the key of a member of an object, or the index of an element of an array.
 using CodingKey = std::variant<std::string, std::size_t>;
 
-/// `what()` is the description, in English, for developers. Nothing of a value whose decoding
-/// raised an error remains.
+/// Thrown by decoding, which then leaves no value behind. `what()` is the description, in English,
+/// for developers.
 class DecodingError : public std::runtime_error {
  public:
-  /// `byteOffset` is where in the document the fault shows, or where the value stands that is at
-  /// fault or lacks something.
+  /// `byteOffset` is the offset of the fault in the document, or of the value that has it.
   DecodingError(DecodingErrorKind kind, const std::string& description,
                 std::optional<std::size_t> byteOffset)
       : std::runtime_error(description), kind_(kind), byteOffset_(byteOffset) {}
 
   [[nodiscard]] DecodingErrorKind kind() const { return kind_; }
 
-  /// The way from the document's root to the fault. It ends at the offending key or index, also
-  /// when that key is missing; empty for a fault of the document as a whole.
+  /// The steps from the root of the document to the fault. The last one is the key or index at
+  /// fault, also when that key is missing. Empty for a fault of the whole document.
   [[nodiscard]] const std::vector<CodingKey>& codingPath() const { return codingPath_; }
 
-  /// None when the document as a whole is at fault in no particular place.
+  /// None for a fault of the whole document that has no place.
   [[nodiscard]] std::optional<std::size_t> byteOffset() const { return byteOffset_; }
 
-  /// For a reader of containers that passes on the error of one of its values.
+  /// Adds a step before the others, for a reader of a container that passes on an error of a value.
   void prependToCodingPath(CodingKey key);
 
  private:

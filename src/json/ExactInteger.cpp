@@ -12,7 +12,7 @@ namespace {
 
 constexpr bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
-/// Takes the digits at the beginning of `text` away from it and returns them.
+/// Removes the digits at the beginning of `text` and returns them.
 std::string_view takeDigits(std::string_view& text) {
   const auto end = std::ranges::find_if_not(text, isDigit);
   const std::string_view digits(text.begin(), end);
@@ -64,7 +64,7 @@ std::optional<NumberParts> partsOf(std::string_view text) {
   return text.empty() ? std::optional(parts) : std::nullopt;
 }
 
-/// Beyond this, an exponent is as good as any other: no text has so many digits.
+/// A larger exponent makes no difference, because no text has so many digits.
 constexpr std::int64_t maxExponent = std::int64_t{1} << 40;
 
 std::int64_t exponentOf(const NumberParts& parts) {
@@ -105,7 +105,7 @@ std::optional<std::uint64_t> scaledMagnitude(const NumberParts& parts) {
 }  // namespace
 
 bool isJSONNumber(std::string_view text) {
-  // Most numbers are nothing but digits.
+  // Most numbers consist of digits only.
   const auto end = std::ranges::find_if_not(text, isDigit);
   if (end == text.end() && !text.empty() && (text.front() != '0' || text.size() == 1)) {
     return true;

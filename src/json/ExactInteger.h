@@ -1,4 +1,4 @@
-// Integers as JSON writes them, without a detour through floating point.
+// The exact value of JSON numbers that are integers, without floating point.
 #pragma once
 
 #include <concepts>
@@ -9,7 +9,7 @@
 
 namespace velmora::internal {
 
-/// A whole number that is not wider than 64 bits: its sign and its size.
+/// An integer whose magnitude has at most 64 bits.
 struct ExactInteger {
   bool isNegative = false;
   std::uint64_t magnitude = 0;
@@ -20,12 +20,12 @@ struct ExactInteger {
 /// Whether `text` is a number of RFC 8259.
 [[nodiscard]] bool isJSONNumber(std::string_view text);
 
-/// The exact value of a number of RFC 8259, however written (4, 4.0, 40e-1; -0 is 0): none when it
-/// has a fraction or its magnitude takes more than 64 bits. Time is linear in the digits, whatever
-/// the exponent. `number` is known to be one.
+/// The exact value of `number`, which must be a number of RFC 8259 (4, 4.0, 40e-1; -0 is 0). None
+/// when it has a fraction, or when its magnitude takes more than 64 bits. Takes time in proportion
+/// to the digits, whatever the exponent is.
 [[nodiscard]] std::optional<ExactInteger> exactInteger(std::string_view number);
 
-/// The value as an `Integer`, or none when that is too narrow or has no sign.
+/// The value as an `Integer`; none when the type cannot represent it.
 template <std::integral Integer>
 [[nodiscard]] constexpr std::optional<Integer> checkedCast(ExactInteger value) {
   constexpr auto largest = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());

@@ -17,14 +17,14 @@ using Block = std::uint64_t;
 
 constexpr Block everyByte(unsigned char byte) { return 0x0101010101010101U * byte; }
 
-/// Marks the top bit of every byte of `block` that is a backslash.
+/// Sets the top bit of every byte of `block` that is a backslash, and clears all other bits.
 constexpr Block backslashes(Block block) {
   constexpr Block low = everyByte(0x7F);
   const Block difference = block ^ everyByte('\\');
   return ~(((difference & low) + low) | difference | low);
 }
 
-/// How many bytes of memory come before the first one marked; all when none is.
+/// The number of bytes in memory before the first marked one; all of them when none is marked.
 constexpr std::size_t bytesBefore(Block marks) {
   const int bits = std::endian::native == std::endian::little ? std::countr_zero(marks)
                                                               : std::countl_zero(marks);
@@ -49,7 +49,7 @@ void moveToEscape(char*& target, const char*& source, const char* end) {
     std::memcpy(&block, source, sizeof block);
     std::memcpy(&there, target, sizeof there);
     const std::size_t count = bytesBefore(backslashes(block));
-    // The bytes behind the escape may be source that is yet to be read: they stay as they are.
+    // The bytes after the escape may be unread source, so they keep their values.
     block = joined(block, there, count);
     std::memcpy(target, &block, sizeof block);
     source += count;
@@ -63,8 +63,8 @@ void moveToEscape(char*& target, const char*& source, const char* end) {
   }
 }
 
-/// Copies the text before the next escape from `source` to `target`, and what comes behind it, too,
-/// up to a whole vector.
+/// Copies the text before the next escape from `source` to `target`, in whole vectors: bytes after
+/// the text are overwritten, too.
 void copyToEscape(char*& target, const char*& source, const char* end) {
   while (end - source >= static_cast<std::ptrdiff_t>(byteVectorSize)) {
     const ByteVector bytes = byteVectorAt(source);
@@ -187,7 +187,7 @@ std::optional<std::size_t> copyResolvingEscapes(std::string_view content, char* 
     if (source == end) {
       return static_cast<std::size_t>(target - begin);
     }
-    // By far the most frequent: programs that escape it do so in every path.
+    // The most frequent escape, because a program that escapes "/" does so in every path.
     if (end - source >= 2 && source[1] == '/') {
       *target++ = '/';
       source += 2;

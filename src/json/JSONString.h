@@ -1,4 +1,4 @@
-// The strings of JSON as they lie in a document, escapes and all.
+// Strings of JSON with their escapes (RFC 8259, section 7).
 #pragma once
 
 #include "text/ByteVector.h"
@@ -10,17 +10,19 @@
 
 namespace velmora::internal {
 
-/// Resolves the escapes of `content`, what stands between a string's quotes, in place: the text is
-/// at the end of `content` afterwards, as the escapes only ever shorten it. Returns its length, or
-/// none when an escape is none of RFC 8259, or half of a surrogate pair stands alone.
+/// Resolves in place the escapes of `content`, the bytes between the quotes of a string. An escape
+/// is never shorter than its text, which is at the end of `content` afterwards. Returns the length
+/// of the text; none for an escape that is not in RFC 8259, and for a surrogate without its
+/// partner.
 [[nodiscard]] std::optional<std::size_t> resolveEscapes(std::span<char> content);
 
-/// How many bytes copyResolvingEscapes may write.
+/// The number of bytes that copyResolvingEscapes may write.
 [[nodiscard]] constexpr std::size_t roomForResolved(std::string_view content) {
   return content.size() + byteVectorSize;
 }
 
-/// As resolveEscapes, but copies the text to `target`, which has room for it elsewhere.
+/// As resolveEscapes, but copies the text to `target`, which has roomForResolved(content) bytes and
+/// does not overlap `content`.
 [[nodiscard]] std::optional<std::size_t> copyResolvingEscapes(std::string_view content,
                                                               char* target);
 

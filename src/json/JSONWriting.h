@@ -1,4 +1,4 @@
-// Pieces of JSON text (RFC 8259).
+// Writes strings of JSON (RFC 8259, section 7).
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@ namespace velmora::internal {
 
 enum class SlashStyle { plain, escaped };
 
-/// Appends `text`, which is UTF-8, as a string: control characters, quotes and backslashes escaped,
-/// all else as it stands, but for "/" where `slashes` says so.
+/// Appends `text`, which must be UTF-8, as a string. Escapes control characters, quotes and
+/// backslashes; "/" only if `slashes` says so; nothing else.
 void appendJSONString(std::string& json, std::string_view text,
                       SlashStyle slashes = SlashStyle::plain);
 

@@ -1,4 +1,4 @@
-// Which of a record's keys a text is, in a few instructions.
+// Finds a text among the keys of a record in a few instructions.
 #pragma once
 
 #include <array>
@@ -8,13 +8,14 @@
 
 namespace velmora::internal {
 
-/// The keys of a record, found by a hash without collisions, which the compiler searches for.
+/// A perfect hash table of the keys of a record. The compiler searches for a multiplier without
+/// collisions.
 template <std::size_t count>
 class KeyTable {
  public:
   static constexpr std::size_t none = count;
 
-  /// `keys` are different from each other and not empty.
+  /// `keys` are distinct and not empty.
   explicit consteval KeyTable(const std::array<std::string_view, count>& keys) : keys_(keys) {
     while (!fillPlaces()) {
       ++multiplier_;
@@ -31,7 +32,7 @@ class KeyTable {
   }
 
  private:
-  /// A power of two with so much room that a multiplier is found soon.
+  /// A power of two that is large enough to find a multiplier quickly.
   static constexpr std::size_t placeCount = 512;
   static_assert(count < 64);
 

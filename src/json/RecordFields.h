@@ -1,4 +1,4 @@
-// How a record says, once, which fields it has and under which keys they stand in JSON.
+// The declaration of a record's fields with their keys in JSON, once for all readers and writers.
 #pragma once
 
 #include <algorithm>
@@ -15,7 +15,7 @@ inline constexpr bool isOptional = false;
 template <class Value>
 inline constexpr bool isOptional<std::optional<Value>> = true;
 
-/// A field: absent in JSON when its value is an empty std::optional, required otherwise.
+/// A field. An empty std::optional is absent in JSON; any other value is required.
 template <class Record, class Value>
 struct RecordField {
   std::string_view key;
@@ -25,7 +25,7 @@ struct RecordField {
 template <class Record, class Value>
 RecordField(const char*, Value Record::*) -> RecordField<Record, Value>;
 
-/// Specialised for each record: `list` is the std::tuple of its RecordFields, in reading order.
+/// Specialised for each record: `list` is the std::tuple of its fields, in the order of reading.
 template <class Record>
 struct RecordFields;
 
@@ -44,7 +44,7 @@ inline constexpr auto fieldKeys = std::apply(
 /// A key as a template argument.
 template <std::size_t size>
 struct KeyLiteral {
-  /// Not explicit, so that a literal can stand for it.
+  /// Not explicit, so that a literal converts to it.
   consteval KeyLiteral(const char (&text)[size]) { std::copy_n(text, size, characters); }
 
   [[nodiscard]] constexpr std::string_view view() const { return {characters, size - 1}; }

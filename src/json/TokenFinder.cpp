@@ -10,8 +10,8 @@ namespace velmora::internal {
 
 namespace {
 
-/// Room for more than one text asks for, so that texts of many lengths do not each ask anew. Not
-/// for a large one: the room takes four times as much memory.
+/// The capacity for a text. It is rounded up, so that texts of many lengths rarely allocate; but
+/// not for a large text, because the indexes take four bytes for each byte.
 std::size_t roomFor(std::size_t length) {
   constexpr std::size_t large = std::size_t{64} << 20;
   return length < large ? std::bit_ceil(length) : length;
@@ -34,7 +34,7 @@ TokenFault faultOf(simdjson::error_code error) {
 
 }  // namespace
 
-/// The part of the library's parser that finds tokens.
+/// The stage of the library's parser that finds tokens.
 class TokenFinder::StageOne {
  public:
   simdjson::internal::dom_parser_implementation& ensureCapacity(std::size_t length) {
@@ -66,7 +66,7 @@ FoundTokens TokenFinder::find(std::string_view text) {
   if (text.empty()) {
     return {.fault = TokenFault::empty};
   }
-  // The library keeps as many indexes as its capacity: one for each byte, and the sentinels.
+  // The library's array has one index for each byte of its capacity. The sentinels need four more.
   auto& parser = stageOne_->ensureCapacity(text.size() + tokenLookAhead);
   const TokenFault fault = faultOf(parser.stage1(reinterpret_cast<const std::uint8_t*>(text.data()),
                                                  text.size(), simdjson::stage1_mode::regular));

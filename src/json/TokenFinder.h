@@ -1,5 +1,6 @@
-// Finds where the tokens of JSON begin (RFC 8259): each brace, bracket, colon and comma outside of
-// strings, each string's opening quote, and the first byte of each number and literal.
+// Finds the tokens of JSON (RFC 8259). A token begins at each brace, bracket, colon and comma
+// outside of strings, at the opening quote of each string, and at the first byte of each number and
+// literal.
 #pragma once
 
 #include <cstddef>
@@ -9,10 +10,10 @@
 
 namespace velmora::internal {
 
-/// Why there are no tokens.
+/// The reason why there are no tokens.
 enum class TokenFault {
   none,
-  /// The text is empty, or has blanks only.
+  /// The text is empty or consists of blanks.
   empty,
   /// The bytes are not UTF-8 (RFC 3629).
   notUTF8,
@@ -20,7 +21,7 @@ enum class TokenFault {
   brokenString,
 };
 
-/// How many tokens a reader may look ahead.
+/// The number of tokens that a reader may look ahead.
 inline constexpr std::size_t tokenLookAhead = 4;
 
 /// The tokens of a text, valid until the next search.
@@ -47,8 +48,8 @@ struct FoundTokens {
   return end;
 }
 
-/// Searches one text after the other. Keeps its memory between them: four bytes for each byte of
-/// the longest text. One thread at a time.
+/// Searches one text after the other, and keeps its memory: four bytes for each byte of the longest
+/// text. One thread at a time.
 class TokenFinder {
  public:
   TokenFinder();
@@ -58,9 +59,9 @@ class TokenFinder {
   TokenFinder(TokenFinder&&) noexcept;
   TokenFinder& operator=(TokenFinder&&) noexcept;
 
-  /// Checks that the text is UTF-8, and that every string ends and has no control character;
-  /// nothing else. A backslash outside of a string belongs to a token that JSON does not have, and
-  /// the quote after it begins no string. `text` has less than 4 GiB. Throws std::bad_alloc.
+  /// Checks only that the text is UTF-8, and that every string ends and has no control character. A
+  /// backslash outside of a string is part of an invalid token, and a quote after it begins no
+  /// string. `text` is shorter than 4 GiB. Throws std::bad_alloc.
   [[nodiscard]] FoundTokens find(std::string_view text);
 
  private:

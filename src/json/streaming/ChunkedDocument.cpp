@@ -1,3 +1,7 @@
+// A chunk has to end between two tokens. The search for such a place goes backwards from the length
+// that is wanted, and looks for two patterns that occur between tokens only: a line break, and the
+// beginning of the next object in a list of records. A chunk without either grows to twice its
+// length. Bytes of the document that follow the chunk stay in memory, and begin the next one.
 #include "json/streaming/ChunkedDocument.h"
 
 #include <algorithm>
@@ -10,11 +14,11 @@ namespace {
 
 bool isLetter(char byte) { return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z'); }
 
-/// The last place in `text` that no token of JSON reaches across; 0 where none is found.
+/// The last offset in `text` that is between two tokens of JSON; 0 when none is found.
 ///
-/// Inside of a string is neither a line break, which would have to be escaped, nor `},{"` with a
-/// letter behind it: that quote would end the string, and no letter follows one. In what is no JSON
-/// the place may be inside of a string, which has no end before it then.
+/// A string contains no line break, which must be escaped. It contains no `},{"` with a letter
+/// after it either: the quote would end the string, and no letter follows the end of a string. If
+/// the text is not JSON, the offset may be inside of a string, which then has no end in the chunk.
 std::size_t lastPlaceBetweenTokens(std::string_view text) {
   constexpr std::string_view nextObject = "},{\"";
   for (std::size_t end = text.size(); end > nextObject.size(); --end) {
@@ -75,13 +79,13 @@ void ChunkedDocument::restoreByteAfter() {
   }
 }
 
-/// Makes more than `length` bytes available, or all there are.
+/// Makes more than `length` bytes available, or all that the document has.
 void ChunkedDocument::provide(std::size_t length) {
   if (isWholeInMemory_ || available() > length) {
     return;
   }
   const std::size_t rest = available();
-  // One byte more tells that there are more, and one is for the NUL.
+  // One byte more shows that the document goes on. Another one is for the NUL.
   makeRoom(length + 2);
   end_ = begin_ + rest;
   while (!isWholeInMemory_ && available() <= length) {
@@ -91,12 +95,12 @@ void ChunkedDocument::provide(std::size_t length) {
   }
 }
 
-/// Moves what is left to the beginning of `size` bytes of memory.
+/// Moves the available bytes to the beginning of a buffer of at least `size` bytes.
 void ChunkedDocument::makeRoom(std::size_t size) {
   if (memory_.size >= size) {
     std::memmove(memory_.bytes.get(), begin_, available());
   } else {
-    // Not std::make_unique: memory is touched as bytes arrive.
+    // Not std::make_unique, which would write to the whole buffer at once.
     std::unique_ptr<char[]> larger(new char[size]);
     std::ranges::copy(begin_, end_, larger.get());
     memory_.bytes = std::move(larger);

@@ -1,4 +1,4 @@
-// A JSON document in chunks: each chunk fits a processor's cache, and only one is in memory.
+// A JSON document in chunks that fit into a processor's cache. Only one chunk is in memory.
 #pragma once
 
 #include "json/TokenFinder.h"
@@ -13,18 +13,18 @@
 
 namespace velmora::internal {
 
-/// The usual length of a chunk. A unit that does not fit makes its chunk longer.
+/// The usual length of a chunk, in bytes. A chunk is longer where no shorter one can end.
 inline constexpr std::size_t documentChunkLength = std::size_t{256} << 10;
 
-/// The memory of a chunk, kept from one document to the next.
+/// The memory of a chunk, which is reused for the next document.
 struct ChunkBuffer {
   TokenFinder finder;
   std::unique_ptr<char[]> bytes = nullptr;
   std::size_t size = 0;
 };
 
-/// Walks over a document. The walk fails at a chunk that is not UTF-8, or that has a string with a
-/// control character or without an end: no JSON document has such a chunk. It checks nothing else.
+/// Walks over a document. The walk fails at a chunk that is not UTF-8, and at one that has a string
+/// with a control character or without an end. It checks nothing else.
 class ChunkedDocument {
  public:
   /// Reads at most `size` bytes into `room`, like read(2). Returns how many, 0 at the end. Throws
@@ -67,7 +67,7 @@ class ChunkedDocument {
   ChunkBuffer& memory_;
   ReadSome readSome_;
   std::size_t chunkLength_;
-  /// From the current chunk to the end of what is in memory.
+  /// The bytes in memory, from the current chunk on.
   char* begin_ = nullptr;
   char* end_ = nullptr;
   std::size_t length_ = 0;
@@ -76,7 +76,7 @@ class ChunkedDocument {
   bool isLast_ = false;
   std::size_t wantedLength_ = 0;
   const std::uint32_t* tokens_ = nullptr;
-  /// The tokens of a chunk of blanks.
+  /// The tokens of a chunk that has only blanks.
   std::array<std::uint32_t, tokenLookAhead> onlyEnd_ = {};
 };
 

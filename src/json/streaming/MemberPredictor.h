@@ -1,4 +1,5 @@
-// Members of records as programs write them: the same ones in the same order and form each time.
+// Recognises the members of records quickly, because a program writes those of each record in the
+// same order and form.
 #pragma once
 
 #include "json/KeyTable.h"
@@ -18,14 +19,14 @@ namespace velmora::internal {
 template <RecordWithFields Record>
 class MemberPredictor {
  public:
-  /// There is no member more; the object's end has not been taken.
+  /// The object has no more members. Its closing brace has not been taken.
   static constexpr std::size_t end = fieldCount<Record>;
-  /// There is something else.
+  /// The next tokens are no member of the record.
   static constexpr std::size_t none = end + 1;
 
-  /// Takes what stands before a value: the object's beginning or a comma, a key, a colon. Returns
-  /// the field's index, or `none` also for a key that is none of the record's. `previous` is the
-  /// field before, `end` at the beginning.
+  /// Takes the tokens before a value: the opening brace or a comma, the key, the colon. Returns the
+  /// index of the field; `none` also for an unknown key. `previous` is the index of the previous
+  /// field, or `end` before the first one.
   std::size_t take(TokenCursor& tokens, std::size_t previous) {
     const Successor& expected = successors_[previous].primary;
     return tokens.take(expected.start) ? expected.field : takeOther(tokens, previous);
@@ -42,14 +43,14 @@ class MemberPredictor {
     Successor secondary;
   };
 
-  /// How often the secondary successor of a field has come since a record. The primary one is not
-  /// counted, because an increment for each member costs too much.
+  /// The number of secondary successors of a field since a record. Primary ones are not counted,
+  /// because an increment for each member costs too much.
   struct SecondaryCount {
     std::uint64_t count = 0;
     std::uint64_t firstRecord = 0;
   };
 
-  /// One function with all that it calls, and kept out of the many places that take a member.
+  /// Inlines its callees, but is not inlined into the many callers of take().
   [[gnu::flatten, gnu::noinline]] std::size_t takeOther(TokenCursor& tokens, std::size_t previous) {
     const bool isFirst = previous == end;
     if (!isFirst && tokens.isNext('}')) {
@@ -80,7 +81,7 @@ class MemberPredictor {
     return field;
   }
 
-  /// Swaps the two when the secondary one comes in more than half of the records.
+  /// Swaps the two if the secondary one has come in more than half of the records.
   void countSecondary(std::size_t previous) {
     SecondaryCount& secondary = secondaryCounts_[previous];
     ++secondary.count;
@@ -91,8 +92,8 @@ class MemberPredictor {
     }
   }
 
-  /// Whether there is an order to learn, after an unexpected member at `place`. Learning and
-  /// expecting in vain would take as long again as reading what comes in no order.
+  /// Whether to learn from an unexpected member at `place`. After many unexpected members in a row
+  /// the answer is no for a while, because members in random order cannot be predicted.
   bool isLearning(const char* place) {
     if (pause_ > 0) {
       --pause_;
@@ -110,9 +111,9 @@ class MemberPredictor {
     return false;
   }
 
-  /// In bytes: more than a member, but for a long one, and less than a record takes.
+  /// A distance in bytes. Most members are shorter, and a record is longer.
   static constexpr std::uintptr_t farApart = 256;
-  /// Some records of new members each, and some more in another order.
+  /// Enough for a few records with new members, and a few more in another order.
   static constexpr int maxInRow = 8 * static_cast<int>(fieldCount<Record>);
   static constexpr int longPause = 16 * maxInRow;
 

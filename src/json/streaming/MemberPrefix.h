@@ -1,4 +1,4 @@
-// The bytes before the value of a member, kept so that a few vector comparisons recognise them.
+// The bytes before the value of a member, stored so that a few vector comparisons recognise them.
 #pragma once
 
 #include "text/ByteVector.h"
@@ -12,13 +12,13 @@ namespace velmora::internal {
 
 class MemberPrefix {
  public:
-  /// A longer prefix is never recognised.
+  /// The longest prefix that can be recognised, in bytes.
   static constexpr std::size_t maxLength = 48;
 
-  /// A prefix that is never recognised.
+  /// A prefix that cannot be recognised.
   MemberPrefix() = default;
 
-  /// `text` goes from the comma, or the object's opening brace, to the beginning of the value.
+  /// `text` begins at the comma or the opening brace, and ends before the value.
   explicit MemberPrefix(std::string_view text) {
     if (text.size() <= maxLength) {
       length_ = text.size();
@@ -27,10 +27,10 @@ class MemberPrefix {
     }
   }
 
-  /// 0 for a prefix that is never recognised.
+  /// 0 for a prefix that cannot be recognised.
   [[nodiscard]] std::size_t length() const { return length_; }
 
-  /// Whether the prefix is at `text`, where `maxLength` bytes can be read.
+  /// Whether `text`, which has `maxLength` bytes or more, begins with the prefix.
   [[nodiscard]] bool isAt(const char* text) const {
     return !isAnySet(difference(text, 0) | difference(text, 1)) &&
            (length_ <= 2 * byteVectorSize || !isAnySet(difference(text, 2)));

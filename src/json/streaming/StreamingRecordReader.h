@@ -1,7 +1,6 @@
-// Reads records from documents as programs write them, in one pass over the tokens, and gives up at
-// anything else: a key that is none of the record's or stands there twice, and whatever is missing,
-// misplaced or misspelt. What it accepts, JSONReader and RecordReader
-// accept, with equal values. Where it gives up, they have the word: nothing here knows of faults.
+// Reads records in one pass over the tokens, and accepts them or gives up. JSONReader and
+// RecordReader accept every document that is accepted here, with equal values. It gives up at every
+// fault, at an unknown key and at a duplicate one; it does not say why.
 #pragma once
 
 #include "json/RecordFields.h"
@@ -20,7 +19,7 @@
 
 namespace velmora::internal {
 
-/// Which fields of a record are there.
+/// The set of the fields of a record that are present.
 template <RecordWithFields Record>
 class PresentFields {
  public:
@@ -29,8 +28,8 @@ class PresentFields {
     ++additionCount_;
   }
 
-  /// Takes the fields that are not there for absent; false where one may not be, or where one was
-  /// added twice.
+  /// Makes the other fields absent. False if one of them is required, or if a field was added
+  /// twice.
   [[nodiscard]] bool finish(Record& record) const {
     return std::cmp_equal(std::popcount(fields_), additionCount_) &&
            resetAbsent(record, std::make_index_sequence<fieldCount<Record>>());
@@ -74,9 +73,9 @@ class PresentFields {
   std::uint64_t additionCount_ = 0;
 };
 
-/// Reads records of these types, and lists and optionals of them. Other types join in by a
-/// `quickTake(TokenCursor&, Value&)` in this namespace. Learns the order of keys as it reads. Each
-/// function returns whether it read what it was to read, or gave up.
+/// Reads records of these types, lists and optionals of them, and the values that a TokenCursor
+/// takes. Other headers add types by a `quickTake(TokenCursor&, Value&)` in this namespace. Learns
+/// the order of keys. Each function returns false when it gives up.
 template <RecordWithFields... Records>
 class StreamingRecordReader {
  public:
@@ -89,7 +88,7 @@ class StreamingRecordReader {
     } else if constexpr (requires { tokens.take(value); }) {
       return tokens.take(value);
     } else {
-      // Somebody else's to read.
+      // The caller reads such fields itself.
       return false;
     }
   }
@@ -120,9 +119,7 @@ class StreamingRecordReader {
     return tokens.take(']');
   }
 
-  /// Takes what stands before a value of `Record`: its beginning or a comma, a key, a colon.
-  /// Returns the field, or fieldCount<Record> when it gives up. `previous` is the field before,
-  /// fieldCount<Record> at the beginning.
+  /// As MemberPredictor::take, for a caller that reads the members of a record one by one.
   template <RecordWithFields Record>
   std::size_t takeMemberStart(TokenCursor& tokens, std::size_t previous) {
     return std::get<MemberPredictor<Record>>(predictions_).take(tokens, previous);
@@ -135,7 +132,7 @@ class StreamingRecordReader {
   }
 
  private:
-  /// One function with all that it calls: with calls for every member, reading took a fifth longer.
+  /// Inlines its callees, because a call for each member costs too much.
   template <RecordWithFields Record>
   [[gnu::flatten, gnu::noinline]] bool readRecord(TokenCursor& tokens, Record& record) {
     auto& members = std::get<MemberPredictor<Record>>(predictions_);

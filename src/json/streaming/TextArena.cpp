@@ -13,7 +13,7 @@ void TextArena::clear() {
 void TextArena::grow(std::size_t length) {
   constexpr std::size_t smallestBlock = std::size_t{16} << 10;
   const std::size_t size = std::max(length, smallestBlock);
-  // Not std::make_unique: memory is touched as texts arrive.
+  // Not std::make_unique, which would write to the whole block at once.
   blocks_.push_back({.bytes = std::unique_ptr<char[]>(new char[size]), .size = size});
   next_ = blocks_.back().bytes.get();
   free_ = size;

@@ -1,4 +1,4 @@
-// Memory for many short texts, given back all at once.
+// Memory for many short texts, which is freed all at once.
 #pragma once
 
 #include <algorithm>
@@ -11,7 +11,7 @@ namespace velmora::internal {
 
 class TextArena {
  public:
-  /// `length` bytes that stay where they are until clear(). Throws std::bad_alloc.
+  /// Allocates `length` bytes, which are valid until clear(). Throws std::bad_alloc.
   [[nodiscard]] char* allocate(std::size_t length) {
     if (length > free_) {
       grow(length);
@@ -22,7 +22,7 @@ class TextArena {
     return bytes;
   }
 
-  /// Gives back the last `length` bytes of what was allocated last.
+  /// Frees the last `length` bytes of the last allocation.
   void shrink(std::size_t length) {
     next_ -= length;
     free_ += length;
@@ -34,7 +34,7 @@ class TextArena {
     return {bytes, text.size()};
   }
 
-  /// Takes back everything and keeps the first block of memory for more.
+  /// Frees all texts. Keeps the first block of memory for others.
   void clear();
 
  private:

@@ -1,4 +1,4 @@
-// The tokens of a document as programs write it, taken one by one.
+// Takes the tokens of a document one by one, and gives up at anything unusual.
 #pragma once
 
 #include "json/DecimalDigits.h"
@@ -18,16 +18,14 @@
 
 namespace velmora::internal {
 
-/// Each operation that takes a token returns whether it did. Where it did not, the tokens are worth
-/// nothing any more, but for whether they ended.
+/// Each `take` returns whether it took the token. After a failed take the cursor is invalid; only
+/// `atEnd()` may be called.
 ///
-/// Refused is also what JSON allows and programs do not write: a number with a fraction, an
-/// exponent or more digits than the integer may have.
+/// A take also fails for JSON that is valid and unusual: an integer with a fraction or an exponent.
 class TokenCursor {
  public:
-  /// `tokens` are those of `text` as TokenFinder has them, and a NUL stands behind `text`. Text and
-  /// tokens stay as they are while the texts taken from them are in use; so does the memory of
-  /// `arena`, where the texts with escapes are.
+  /// `tokens` are those of `text` (TokenFinder.h), which a NUL follows. The texts that are taken
+  /// refer to `text`, or to `arena` if they had escapes.
   TokenCursor(std::string_view text, const std::uint32_t* tokens, TextArena& arena)
       : bytes_(text.data()),
         size_(text.size()),
@@ -39,15 +37,15 @@ class TokenCursor {
 
   [[nodiscard]] bool atEnd() const { return *token_ == size_; }
 
-  /// Whether `byte`, which is not NUL, begins the next token.
+  /// Whether the next token begins with `byte`, which is not NUL.
   [[nodiscard]] bool isNext(char byte) const { return bytes_[*token_] == byte; }
 
-  /// Where the next token begins, and how many bytes there are from there.
+  /// The beginning of the next token, and the number of bytes from there to the end of the text.
   [[nodiscard]] const char* position() const { return bytes_ + *token_; }
   [[nodiscard]] std::size_t remaining() const { return size_ - *token_; }
 
-  /// Takes the three tokens before the value of a member, when exactly `start` stands there. May
-  /// not know it shortly before the end.
+  /// Takes the three tokens before the value of a member, if they are exactly `start`. May fail
+  /// near the end of the text; unlike the others, a failure leaves the cursor as it was.
   bool take(const MemberPrefix& start) {
     const bool isThere = token_[3] - token_[0] == start.length() && *token_ < endOfFullPrefixes_ &&
                          start.isAt(position());
@@ -82,7 +80,7 @@ class TokenCursor {
     return magnitude.isValid && magnitude.value <= largest;
   }
 
-  /// The text refers to the document or the arena.
+  /// The text refers to the document or to the arena.
   bool take(std::string_view& text) {
     if (!isNext('"')) {
       return false;
@@ -111,9 +109,9 @@ class TokenCursor {
  private:
   [[nodiscard]] std::uint32_t endOfToken() const { return endOfJSONToken(bytes_, token_[1]); }
 
-  /// Whether the next token has this many bytes.
+  /// Whether the next token is `length` bytes long.
   [[nodiscard]] bool hasLength(std::size_t length) const {
-    // Mostly, there are no blanks behind a token.
+    // Most tokens are not followed by blanks.
     return token_[1] - *token_ == length || endOfToken() - *token_ == length;
   }
 
@@ -147,12 +145,12 @@ class TokenCursor {
 
   const char* bytes_;
   std::size_t size_;
-  /// At each place before it, MemberPrefix::maxLength bytes can be read.
+  /// MemberPrefix::maxLength bytes can be read at each smaller offset.
   std::size_t endOfFullPrefixes_;
-  /// Behind the last one stands the text's length, more than once.
+  /// The next token.
   const std::uint32_t* token_;
   TextArena* arena_;
-  /// The first backslash at or behind some place before which all texts are taken.
+  /// The offset of the first backslash that is not known to have been passed.
   std::size_t nextBackslash_ = 0;
 };
 

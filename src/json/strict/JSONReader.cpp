@@ -1,3 +1,8 @@
+// Three steps. TokenFinder finds the tokens, and checks UTF-8 and the ends of strings. GrammarCheck
+// walks over the tokens with a stack of open containers of its own, so that a deep document cannot
+// overflow the program's stack. On its way it rewrites the document for the values: it resolves the
+// escapes of each string in place, and replaces the token of each opening bracket by an index into
+// the list of containers, which tells where the container ends.
 #include "json/strict/JSONReader.h"
 
 #include "json/DecodingError.h"
@@ -24,7 +29,7 @@ namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-/// Refuses a document with a string that a control character or the document's end breaks off.
+/// Refuses a document that has a control character in a string, or a string without an end.
 [[noreturn]] void refuseBrokenString(std::string_view document) {
   bool isInString = false;
   std::size_t lastQuote = 0;
@@ -35,10 +40,10 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
       lastQuote = position;
     } else if (byte == '\\') {
       if (!isInString) {
-        // The search for tokens takes a quote behind it for one that begins no string.
+        // For TokenFinder, a quote after it begins no string.
         refuse("A backslash stands outside of strings.", position);
       }
-      // What is escaped may be a quote; a control character is none the better for a backslash.
+      // An escaped quote ends no string. An escaped control character is a fault, too.
       position += document.substr(position + 1, 1).find_first_of("\"\\") == 0 ? 1 : 0;
     } else if (isInString && static_cast<unsigned char>(byte) < 0x20) {
       refuse("A string holds an unescaped control character.", position);
@@ -59,8 +64,7 @@ std::size_t notUTF8Offset(std::string_view document) {
   return position;
 }
 
-/// The tokens of `document`, which is UTF-8 then, and each string in it ends and holds no control
-/// character.
+/// The tokens of `document`. Refuses one that is not UTF-8, and one with a broken string.
 FoundTokens findTokens(TokenFinder& finder, std::string_view document) {
   const FoundTokens tokens = finder.find(document);
   switch (tokens.fault) {
@@ -76,11 +80,10 @@ FoundTokens findTokens(TokenFinder& finder, std::string_view document) {
   return tokens;
 }
 
-/// Checks the grammar over the tokens and prepares them for walking: resolves the escapes of
-/// strings, and notes how far containers reach.
+/// Checks the grammar, resolves escapes, and lists the containers.
 class GrammarCheck {
  public:
-  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): of open_, only what is open is read.
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): elements of open_ are written first.
   GrammarCheck(char* bytes, std::uint32_t* tokens, const std::uint32_t* end,
                std::vector<JSONContainer>& containers)
       : bytes_(bytes), token_(tokens), end_(end), containers_(containers) {}
@@ -107,7 +110,7 @@ class GrammarCheck {
     refuse(token_ == end_ ? "The document ends early." : description, *token_);
   }
 
-  /// Reads a value; of a container that is not empty, up to the end of its first value.
+  /// Reads a value. If it is a container with content, reads up to the end of its first value.
   void readValue() {
     while (true) {
       switch (firstByte()) {
@@ -254,12 +257,12 @@ class GrammarCheck {
 
   char* bytes_;
   std::uint32_t* token_;
-  /// Behind the last token; it holds the document's length.
+  /// The end of the tokens, where a sentinel is the length of the document.
   const std::uint32_t* end_;
   std::vector<JSONContainer>& containers_;
   std::array<OpenContainer, maxJSONNesting> open_;
   std::size_t depth_ = 0;
-  /// The first backslash at or behind some place before which all strings are read.
+  /// The offset of the first backslash that is not known to have been passed.
   std::uint32_t nextBackslash_ = 0;
 };
 

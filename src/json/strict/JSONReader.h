@@ -1,4 +1,4 @@
-// Reads JSON strictly: RFC 8259, the whole document, ignored values included.
+// Reads JSON strictly (RFC 8259): the whole document, also the values that nobody asks for.
 #pragma once
 
 #include "json/TokenFinder.h"
@@ -10,22 +10,22 @@
 
 namespace velmora::internal {
 
-/// Longer documents are not read.
+/// The longest document that is read, in bytes.
 inline constexpr std::size_t maxJSONDocumentLength = (std::size_t{1} << 31) - 1;
 
-/// How deeply arrays and objects may lie in each other.
+/// The deepest nesting of arrays and objects.
 inline constexpr std::size_t maxJSONNesting = 512;
 
-/// Keeps its memory from one document to the next. One thread at a time.
+/// Reads one document after the other, and keeps its memory. One thread at a time.
 class JSONReader {
  public:
-  /// The document's value. Its strings are resolved in place: `bytes` is scratch afterwards, must
-  /// stay as it is while values are in use, and the values end with the next call.
+  /// Returns the value of the document. Escapes are resolved in place, so `bytes` are scratch
+  /// afterwards. The values refer to `bytes`, which must not change, and end with the next call.
   ///
-  /// UTF-8 only, a leading byte-order mark skipped; at most maxJSONNesting levels and
-  /// maxJSONDocumentLength bytes; numbers of any size. Throws DecodingError (dataCorrupted, empty
-  /// coding path, the byte offset where one is known) for anything else, std::bad_alloc when memory
-  /// runs out. Never recurses.
+  /// Accepts UTF-8 only, with or without a byte-order mark, at most maxJSONNesting levels and
+  /// maxJSONDocumentLength bytes; numbers of any size. Throws DecodingError for anything else:
+  /// dataCorrupted, an empty coding path, and the byte offset if there is one. Throws
+  /// std::bad_alloc. Never recurses.
   [[nodiscard]] JSONValue read(std::string& bytes);
 
  private:

@@ -1,4 +1,4 @@
-// The values of a document that JSONReader has read.
+// The values of a document that a JSONReader has read.
 #pragma once
 
 #include "json/TokenFinder.h"
@@ -15,15 +15,15 @@ enum class JSONType { null, boolean, number, string, array, object };
 /// "null", "a boolean" and so on, for descriptions.
 [[nodiscard]] std::string_view describe(JSONType type);
 
-/// Where an array or object stands in its document, and how far it reaches.
+/// The offset of an array or object in its document, and the number of its tokens.
 struct JSONContainer {
   std::uint32_t byteOffset;
   std::uint32_t tokenCount;
 };
 
-/// A document as JSONReader leaves it. Tokens are its brackets, colons, commas and scalars, in
-/// order. Of each there is one number: where it begins in the bytes; for an opening bracket,
-/// `containerFlag` and the place of its container in `containers`.
+/// A document that was read. Its tokens are the brackets, colons, commas and scalars, in order. A
+/// token is a number: its offset in `bytes`; for an opening bracket, `containerFlag` and its index
+/// in `containers`.
 struct JSONDocument {
   /// JSONReader fills with it the bytes that a string no longer needs once its escapes are
   /// resolved. No UTF-8 has it.
@@ -45,24 +45,24 @@ class JSONValue {
     return typesByFirstByte[static_cast<unsigned char>(firstByte())];
   }
 
-  /// Of a boolean.
+  /// The value of a boolean.
   [[nodiscard]] bool boolean() const { return firstByte() == 't'; }
 
-  /// The characters of a number as they stand.
+  /// The characters of a number, unchanged.
   [[nodiscard]] std::string_view number() const {
     return {document_.bytes + *token_, endOfScalar() - *token_};
   }
 
-  /// The text of a string, its escapes resolved; any character may be in it, NUL included.
+  /// The text of a string without escapes. It may have any character, NUL included.
   [[nodiscard]] std::string_view text() const {
     const std::uint32_t begin = *token_ + 1;
     return {document_.bytes + begin, endOfScalar() - 1 - begin};
   }
 
-  /// Where the value begins in the document.
+  /// The offset of the value in the document.
   [[nodiscard]] std::size_t byteOffset() const;
 
-  /// What the value is made of, for who keeps many values of one document.
+  /// The parts of the value, for a caller that keeps many values of one document.
   [[nodiscard]] const JSONDocument& document() const { return document_; }
   [[nodiscard]] const std::uint32_t* token() const { return token_; }
 
@@ -92,7 +92,7 @@ class JSONValue {
     return document_.bytes[isContainer() ? container().byteOffset : *token_];
   }
 
-  [[nodiscard]] const std::uint32_t* tokenBehind() const {
+  [[nodiscard]] const std::uint32_t* tokenAfter() const {
     return token_ + (isContainer() ? container().tokenCount : 1);
   }
 
@@ -104,7 +104,7 @@ class JSONValue {
   const std::uint32_t* token_;
 };
 
-/// The members of an object, in the document's order, duplicate keys and all.
+/// The members of an object, in the order of the document, with duplicate keys.
 class JSONMembers {
  public:
   explicit JSONMembers(JSONValue object) : document_(object.document_), token_(object.token_ + 1) {}
@@ -114,9 +114,9 @@ class JSONMembers {
   [[nodiscard]] std::string_view key() const { return JSONValue(document_, token_).text(); }
   [[nodiscard]] JSONValue value() const { return {document_, token_ + 2}; }
 
-  /// Takes no longer for a long value than for a short one.
+  /// Takes the same time for a long value as for a short one.
   void advance() {
-    token_ = value().tokenBehind();
+    token_ = value().tokenAfter();
     token_ += document_.bytes[*token_] == ',' ? 1 : 0;
   }
 
@@ -136,9 +136,9 @@ class JSONElements {
 
   [[nodiscard]] JSONValue value() const { return {document_, token_}; }
 
-  /// Takes no longer for a long element than for a short one.
+  /// Takes the same time for a long element as for a short one.
   void advance() {
-    token_ = value().tokenBehind();
+    token_ = value().tokenAfter();
     token_ += document_.bytes[*token_] == ',' ? 1 : 0;
   }
 

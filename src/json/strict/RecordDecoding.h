@@ -1,5 +1,5 @@
-// Reads records from JSON objects: fields in the order of their declaration, wherever their keys
-// stand in the document, so that the first fault in that order is the one reported.
+// Reads records from JSON objects. Fields are read in the order of their declaration, wherever
+// their keys are in the document, so that the first fault in that order is reported.
 #pragma once
 
 #include "json/KeyTable.h"
@@ -20,15 +20,15 @@
 
 namespace velmora::internal {
 
-/// What a missing key raises; its coding path is the key.
+/// Throws keyNotFound at `key`.
 [[noreturn]] void refuseMissingKey(JSONValue object, std::string_view key);
 
-/// What stands, or should stand, at a key is not one of the values allowed there.
+/// Throws dataCorrupted at `key`: its value is not allowed, or is missing in an object.
 [[noreturn]] void refuseMember(JSONValue valueOrObject, std::string_view key,
                                const char* description);
 
-/// Reads one object into a record, step by step, so that checks can come between. Of duplicate keys
-/// the first counts; keys that are not the record's are ignored.
+/// Reads one object into a record, step by step, so that the caller can check between the steps. Of
+/// duplicate keys the first counts. Unknown keys are ignored.
 template <RecordWithFields Record>
 class RecordReader {
  public:
@@ -116,7 +116,7 @@ class RecordReader {
   std::size_t next_ = 0;
 };
 
-/// A record without checks of its own.
+/// Reads a record that has no checks of its own.
 template <RecordWithFields Record>
 void decode(JSONValue value, Record& record) {
   RecordReader(value, record).readAll();

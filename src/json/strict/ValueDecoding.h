@@ -1,8 +1,6 @@
-// Reads values of the formats from JSON: each `decode` fills its second argument or throws
-// DecodingError, whose coding path begins at the value given.
-//
-// null where a value is required is valueNotFound, another JSON type than the value's own
-// typeMismatch. Types elsewhere join in by a `decode` of their own in this namespace.
+// Reads values from JSON. Each `decode` fills its second argument or throws a DecodingError, whose
+// coding path begins at the value. A null raises valueNotFound, any other wrong type typeMismatch.
+// Other headers add types by a `decode` in this namespace.
 #pragma once
 
 #include "json/DecodingError.h"
@@ -19,7 +17,7 @@
 
 namespace velmora::internal {
 
-/// Refuses a value that is not one of those allowed.
+/// Throws dataCorrupted at the value.
 [[noreturn]] void refuseData(JSONValue value, const std::string& description);
 
 [[noreturn]] void refuseType(JSONValue value, JSONType type);
@@ -31,7 +29,7 @@ inline void requireType(JSONValue value, JSONType type) {
   }
 }
 
-/// Any number whose exact value is whole; dataCorrupted for a fraction or more than 64 bits.
+/// The value of a number that is an integer; dataCorrupted for a fraction or more than 64 bits.
 [[nodiscard]] ExactInteger requireWholeNumber(JSONValue value);
 
 [[noreturn]] void refuseRange(JSONValue value, std::size_t bits, bool isSigned);
@@ -50,7 +48,7 @@ inline void decode(JSONValue value, bool& boolean) {
   boolean = value.boolean();
 }
 
-/// Refers to the document.
+/// `text` refers to the document.
 inline void decode(JSONValue value, TextView& text) {
   requireType(value, JSONType::string);
   text = TextView(value.text());
@@ -61,7 +59,7 @@ inline void decode(JSONValue value, Text& text) {
   text = Text(value.text());
 }
 
-/// A value that may be absent: null stands for that, too.
+/// Reads null as absent.
 template <class Value>
 void decode(JSONValue value, std::optional<Value>& optional) {
   if (value.type() == JSONType::null) {
@@ -87,7 +85,7 @@ void decodeElements(JSONValue array, DecodeElement decodeElement) {
   }
 }
 
-/// Takes the place of what `elements` held, in its memory.
+/// Replaces the elements, and reuses their memory.
 template <class Element>
 void decode(JSONValue value, std::vector<Element>& elements) {
   elements.clear();

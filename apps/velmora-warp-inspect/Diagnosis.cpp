@@ -3,15 +3,12 @@
 #include "DisplayText.h"
 #include "JSONObject.h"
 #include "handoff/ApplicationLaunch.h"
-#include "platform/ApplicationGroup.h"
 #include "platform/FileReader.h"
 #include "platform/Platform.h"
 #include "platform/PlatformError.h"
 #include "platform/PreferredLanguages.h"
 #include "platform/SharedDefaults.h"
-#include "platform/SharedLocations.h"
 #include "platform/Workspace.h"
-#include "platform/linux/Environment.h"
 
 #include <algorithm>
 #include <iterator>
@@ -26,12 +23,12 @@ constexpr std::string_view requestExtension = ".json";
 constexpr std::size_t stateWidth = 9;
 constexpr std::size_t subjectWidth = 13;
 
-RootSource rootSourceOf(const Platform& platform, const Environment& environment) {
-  if (!platform.locations.groupContainer(applicationGroupIdentifier).has_value()) {
+RootSource rootSourceOf(const SharedPlaces& places, const SystemProbes& probes) {
+  if (places.rootParent == SharedWarpRootParent::applicationSupport) {
     return RootSource::fallback;
   }
-  return environment.absolutePath(containerVariable).has_value() ? RootSource::environment
-                                                                 : RootSource::groupContainer;
+  return probes.isContainerSetByEnvironment() ? RootSource::environment
+                                              : RootSource::groupContainer;
 }
 
 std::optional<std::size_t> waitingRequestsIn(const Text& directory, const FileReader& files) {
@@ -306,12 +303,11 @@ std::vector<std::string> Diagnosis::notes() const {
   return names;
 }
 
-Diagnosis diagnose(const Platform& platform, const Environment& environment,
-                   const SystemProbes& probes) {
+Diagnosis diagnose(const Platform& platform, const SystemProbes& probes) {
   Diagnosis diagnosis;
-  diagnosis.rootSource = rootSourceOf(platform, environment);
   diagnosis.resolution = reportOn(resolveWarpedFolders(platform), platform);
   if (const std::optional<SharedPlaces>& places = diagnosis.resolution.places) {
+    diagnosis.rootSource = rootSourceOf(*places, probes);
     diagnosis.indexExists = platform.fileReader.exists(places->index);
     diagnosis.handoff = handoffStateOf(places->handoff, platform.fileReader, probes);
   }

@@ -14,7 +14,6 @@
 
 namespace velmora {
 
-class Environment;
 struct Platform;
 
 namespace inspect {
@@ -60,14 +59,15 @@ struct Diagnosis {
 
 /// What is asked of the system beside the platform.
 struct SystemProbes {
+  /// Whether the environment says where the group container is (LinuxSharedLocations.h).
+  std::function<bool()> isContainerSetByEnvironment;
   std::function<bool()> isBusReachable;
   /// canHoldNewFiles (DirectoryAccess.h).
   std::function<bool(const Text& directory)> canHoldNewFiles;
 };
 
 /// Looks at everything, and changes and starts nothing.
-[[nodiscard]] Diagnosis diagnose(const Platform& platform, const Environment& environment,
-                                 const SystemProbes& probes);
+[[nodiscard]] Diagnosis diagnose(const Platform& platform, const SystemProbes& probes);
 
 /// As a JSON object.
 [[nodiscard]] std::string toJSON(const Diagnosis& diagnosis);

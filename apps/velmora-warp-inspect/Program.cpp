@@ -39,7 +39,6 @@ class Program {
  public:
   Program(const CommandLine& line, const Environment& environment)
       : line_(line),
-        environment_(environment),
         platform_(programName,
                   line.isRestore ? std::optional<Text>(restoreActionIdentifier) : std::nullopt,
                   environment),
@@ -90,8 +89,10 @@ class Program {
 
   ExitStatus diagnoseSystem() {
     const Diagnosis diagnosis = diagnose(
-        platform_.references(), environment_,
-        {.isBusReachable = [this] { return isBusReachable(); },
+        platform_.references(),
+        {.isContainerSetByEnvironment =
+             [this] { return platform_.locations.groupContainerOfEnvironment().has_value(); },
+         .isBusReachable = [this] { return isBusReachable(); },
          .canHoldNewFiles = [](const Text& directory) { return canHoldNewFiles(directory); }});
     if (line_.isJSON) {
       output_.write(toJSON(diagnosis) + "\n");
@@ -135,7 +136,6 @@ class Program {
   }
 
   const CommandLine& line_;
-  const Environment& environment_;
   LinuxPlatform platform_;
   const Output output_{STDOUT_FILENO};
   const Style style_;

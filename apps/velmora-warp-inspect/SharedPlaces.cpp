@@ -1,28 +1,21 @@
 #include "SharedPlaces.h"
 
 #include "handoff/HandoffRequest.h"
-#include "handoff/SharedContainer.h"
-#include "platform/PathStandardizer.h"
 #include "platform/PlatformError.h"
 #include "resolution/ManifestMirror.h"
-#include "text/LexicalPath.h"
 #include "warpshared/DestroyedManifestIndex.h"
-
-#include <string_view>
 
 namespace velmora::inspect {
 
 std::optional<SharedPlaces> sharedPlaces(const SharedLocations& locations,
                                          const PathStandardizer& paths) {
   try {
-    const Text root = sharedWarpRootURL(locations, paths).path;
-    const auto below = [&](std::string_view fileName) {
-      return paths.standardizedFileURLPath(appendingPathComponent(root, fileName));
-    };
-    return SharedPlaces{.root = root,
-                        .mirror = manifestMirrorPath(root, paths),
-                        .index = below(destroyedManifestIndexFileName),
-                        .handoff = below(handoffDirectoryName)};
+    const SharedWarpRoot root = sharedWarpRoot(locations, paths);
+    return SharedPlaces{.root = root.url.path,
+                        .rootParent = root.parent,
+                        .mirror = manifestMirrorPath(root.url.path, paths),
+                        .index = destroyedManifestIndexPath(root.url.path, paths),
+                        .handoff = handoffDirectoryPath(root.url.path, paths)};
   } catch (const PlatformError&) {
     // The look-up of the warped folders tells the reason.
     return std::nullopt;

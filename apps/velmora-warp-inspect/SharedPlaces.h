@@ -1,6 +1,7 @@
 // Where the files lie that the actions look at and leave.
 #pragma once
 
+#include "handoff/SharedContainer.h"
 #include "text/Text.h"
 
 #include <optional>
@@ -15,6 +16,7 @@ namespace inspect {
 struct SharedPlaces {
   /// The shared Warp root; the others lie in it.
   Text root;
+  SharedWarpRootParent rootParent = SharedWarpRootParent::applicationSupport;
   Text mirror;
   /// The index of destroyed manifests.
   Text index;

@@ -12,11 +12,12 @@ namespace velmora {
 class PathStandardizer;
 struct Platform;
 
-/// The directory of request files under the shared Warp root.
-inline constexpr std::string_view handoffDirectoryName = "FinderHandoff";
-
 /// The notification that tells the application to look there.
 inline constexpr std::string_view handoffNotificationName = "io.tolvane.Velmora.finderHandoff";
+
+/// The directory of request files under the shared Warp root. Its path alone: nothing is made or
+/// checked.
+[[nodiscard]] Text handoffDirectoryPath(const Text& sharedWarpRoot, const PathStandardizer& paths);
 
 /// `paths`, each as its standardised absolute path, without empty ones and repetitions; of equal
 /// paths the first is kept, in the order given.

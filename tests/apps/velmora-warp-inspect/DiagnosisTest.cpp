@@ -1,6 +1,5 @@
 #include "Diagnosis.h"
 #include "platform/PlatformError.h"
-#include "platform/linux/Environment.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/fakes/WarpRecords.h"
 
@@ -17,9 +16,10 @@ using Names = std::vector<std::string>;
 
 class DiagnosisTest : public testing::Test {
  protected:
-  Diagnosis look(const Environment::Variables& variables = {}) {
-    return diagnose(fake.platform(), Environment(variables),
-                    {.isBusReachable = [this] { return isBusReachable; },
+  Diagnosis look() {
+    return diagnose(fake.platform(),
+                    {.isContainerSetByEnvironment = [this] { return isContainerSetByEnvironment; },
+                     .isBusReachable = [this] { return isBusReachable; },
                      .canHoldNewFiles =
                          [this](const Text& directory) {
                            asked = directory;
@@ -40,6 +40,7 @@ class DiagnosisTest : public testing::Test {
   }
 
   FakePlatform fake;
+  bool isContainerSetByEnvironment = false;
   bool isBusReachable = true;
   bool isWritable = true;
   Text asked;
@@ -142,8 +143,12 @@ TEST_F(DiagnosisTest, missingMirrorAndIndexAreSound) {
 
 TEST_F(DiagnosisTest, containerByTheEnvironmentIsTold) {
   fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
-  EXPECT_EQ(look({{"VELMORA_GROUP_CONTAINER", "/C"}}).rootSource, RootSource::environment);
-  EXPECT_EQ(look({{"VELMORA_GROUP_CONTAINER", "relative"}}).rootSource, RootSource::groupContainer);
+  isContainerSetByEnvironment = true;
+  EXPECT_EQ(look().rootSource, RootSource::environment);
+  expectPieces({"where VELMORA_GROUP_CONTAINER puts it\n"},
+               {R"("root":{"path":"/C/Warp","source":"VELMORA_GROUP_CONTAINER"})"});
+  isContainerSetByEnvironment = false;
+  EXPECT_EQ(look().rootSource, RootSource::groupContainer);
 }
 
 TEST_F(DiagnosisTest, nothingIsMadeStartedOrSent) {

@@ -27,7 +27,11 @@ class MirrorListingTest : public testing::Test {
 
   static ResolutionReport emptyResolution() {
     ResolutionReport empty;
-    empty.places = SharedPlaces{.root = "/", .mirror = "/m", .index = "/i.json", .handoff = "/h"};
+    empty.places = SharedPlaces{.root = "/",
+                                .rootParent = SharedWarpRootParent::groupContainer,
+                                .mirror = "/m",
+                                .index = "/i.json",
+                                .handoff = "/h"};
     return empty;
   }
 

@@ -12,6 +12,7 @@ TEST(SharedPlaces, areThoseThatTheActionsUse) {
   const auto places = sharedPlaces(fake.locations, fake.paths);
   ASSERT_TRUE(places.has_value());
   EXPECT_EQ(places->root, Text("/C/Warp"));
+  EXPECT_EQ(places->rootParent, SharedWarpRootParent::groupContainer);
   EXPECT_EQ(places->mirror, Text("/C/Warp/ManifestMirror"));
   EXPECT_EQ(places->index, Text("/C/Warp/destroyed-manifest-index.json"));
   EXPECT_EQ(places->handoff, Text("/C/Warp/FinderHandoff"));

@@ -1,7 +1,7 @@
 #include "Diagnosis.h"
 
-#include "DisplayText.h"
 #include "JSONObject.h"
+#include "Terminal.h"
 #include "handoff/ApplicationLaunch.h"
 #include "platform/FileReader.h"
 #include "platform/Platform.h"
@@ -152,10 +152,10 @@ std::string_view reasonOf(RootSource source) {
 /// The lines of the text, one subject after the other.
 class Report {
  public:
-  explicit Report(const Style& style) : style_(style) {}
+  explicit Report(Style style) : style_(style) {}
 
   void add(Tone tone, std::string_view subject, std::string_view line) {
-    text_ += style_.word(stateOf(tone), tone, stateWidth);
+    text_ += styledWord(stateOf(tone), tone, style_, stateWidth);
     text_.append(subject).append(subjectWidth - subject.size(), ' ').append(line).append("\n");
   }
   void addDetail(std::string_view line) {
@@ -178,7 +178,7 @@ class Report {
     return "problem";
   }
 
-  const Style& style_;
+  Style style_;
   std::string text_;
 };
 
@@ -336,7 +336,7 @@ std::string toJSON(const Diagnosis& diagnosis) {
   return object.json();
 }
 
-std::string toText(const Diagnosis& diagnosis, const Style& style) {
+std::string toText(const Diagnosis& diagnosis, Style style) {
   Report report(style);
   addRoot(report, diagnosis);
   if (diagnosis.resolution.places.has_value()) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "ResolutionReport.h"
-#include "Style.h"
+#include "Terminal.h"
 #include "localization/VelmoraLanguage.h"
 #include "text/Text.h"
 
@@ -73,7 +73,7 @@ struct SystemProbes {
 [[nodiscard]] std::string toJSON(const Diagnosis& diagnosis);
 
 /// In lines for people.
-[[nodiscard]] std::string toText(const Diagnosis& diagnosis, const Style& style);
+[[nodiscard]] std::string toText(const Diagnosis& diagnosis, Style style);
 
 }  // namespace inspect
 

@@ -1,8 +1,8 @@
 #include "Explanation.h"
 
-#include "DisplayText.h"
 #include "JSONObject.h"
 #include "MirrorListing.h"
+#include "Terminal.h"
 #include "common/SelectedItems.h"
 #include "json/JSONReader.h"
 #include "platform/PathStandardizer.h"
@@ -217,9 +217,9 @@ std::string toJSON(const ExplainedItem& item) {
   return object.json();
 }
 
-std::string toText(const ExplainedItem& item, const Style& style) {
-  std::string text = item.isAccepted() ? style.word("accepted", Tone::good, headWidth)
-                                       : style.word("refused", Tone::bad, headWidth);
+std::string toText(const ExplainedItem& item, Style style) {
+  std::string text = item.isAccepted() ? styledWord("accepted", Tone::good, style, headWidth)
+                                       : styledWord("refused", Tone::bad, style, headWidth);
   text.append(displayText(item.path)).append("\n").append(headWidth, ' ');
   text.append(name(item.verdict)).append(": ").append(reasonText(item)).append("\n");
   if (item.manifestFile.has_value()) {

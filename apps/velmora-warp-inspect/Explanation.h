@@ -2,7 +2,7 @@
 #pragma once
 
 #include "ResolutionReport.h"
-#include "Style.h"
+#include "Terminal.h"
 #include "extension/SelectionScreening.h"
 
 #include <optional>
@@ -60,7 +60,7 @@ struct Explanation {
 [[nodiscard]] std::string toJSON(const ExplainedItem& item);
 
 /// In lines for people.
-[[nodiscard]] std::string toText(const ExplainedItem& item, const Style& style);
+[[nodiscard]] std::string toText(const ExplainedItem& item, Style style);
 
 }  // namespace inspect
 

@@ -1,7 +1,7 @@
 #include "Fault.h"
 
-#include "DisplayText.h"
 #include "JSONObject.h"
+#include "Terminal.h"
 #include "json/JSONReader.h"
 #include "platform/FileReader.h"
 #include "platform/PlatformError.h"

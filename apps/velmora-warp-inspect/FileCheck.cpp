@@ -1,8 +1,8 @@
 #include "FileCheck.h"
 
-#include "DisplayText.h"
 #include "JSONObject.h"
 #include "ManifestReport.h"
+#include "Terminal.h"
 #include "platform/FileReader.h"
 #include "warpshared/DestroyedManifestIndex.h"
 
@@ -100,9 +100,9 @@ std::string toJSON(const CheckedFile& checked) {
   return object.json();
 }
 
-std::string toText(const CheckedFile& checked, const Style& style) {
-  std::string text = checked.isValid() ? style.word("valid", Tone::good, verdictWidth)
-                                       : style.word("invalid", Tone::bad, verdictWidth);
+std::string toText(const CheckedFile& checked, Style style) {
+  std::string text = checked.isValid() ? styledWord("valid", Tone::good, style, verdictWidth)
+                                       : styledWord("invalid", Tone::bad, style, verdictWidth);
   const std::string_view kind = name(checked.kind);
   text.append(kind).append(kindWidth - kind.size(), ' ').append(displayText(checked.file));
   text.append("\n").append(verdictWidth, ' ').append(std::visit(ContentText{}, checked.content));

@@ -3,7 +3,7 @@
 
 #include "Fault.h"
 #include "FileKind.h"
-#include "Style.h"
+#include "Terminal.h"
 #include "json/JSONReader.h"
 #include "resolution/WarpMarker.h"
 #include "warpshared/ManifestDecoding.h"
@@ -56,7 +56,7 @@ class FileChecker {
 [[nodiscard]] std::string toJSON(const CheckedFile& checked);
 
 /// In lines for people.
-[[nodiscard]] std::string toText(const CheckedFile& checked, const Style& style);
+[[nodiscard]] std::string toText(const CheckedFile& checked, Style style);
 
 }  // namespace inspect
 

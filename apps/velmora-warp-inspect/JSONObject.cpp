@@ -1,6 +1,6 @@
 #include "JSONObject.h"
 
-#include "DisplayText.h"
+#include "Terminal.h"
 #include "json/JSONWriting.h"
 
 namespace velmora::inspect {

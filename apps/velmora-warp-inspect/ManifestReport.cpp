@@ -1,7 +1,7 @@
 #include "ManifestReport.h"
 
-#include "DisplayText.h"
 #include "JSONObject.h"
+#include "Terminal.h"
 
 namespace velmora::inspect {
 

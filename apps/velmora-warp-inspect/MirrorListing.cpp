@@ -1,8 +1,8 @@
 #include "MirrorListing.h"
 
-#include "DisplayText.h"
 #include "JSONObject.h"
 #include "ManifestReport.h"
+#include "Terminal.h"
 #include "text/Text.h"
 
 #include <cstddef>
@@ -49,10 +49,10 @@ std::string faultJSON(std::string_view key, const std::optional<Text>& path, con
   return object.json();
 }
 
-std::string judgedText(const ReportedManifest& judged, const Style& style) {
+std::string judgedText(const ReportedManifest& judged, Style style) {
   const bool isWarped = judged.verdict == ManifestVerdict::confirmed;
-  std::string text = isWarped ? style.word("warped", Tone::good, headWidth)
-                              : style.word("not warped", Tone::doubtful, headWidth);
+  std::string text = isWarped ? styledWord("warped", Tone::good, style, headWidth)
+                              : styledWord("not warped", Tone::doubtful, style, headWidth);
   text.append(displayText(judged.manifest.originalFolderPath)).append("\n");
   text += indented(
       std::string(name(judged.verdict)).append(": ").append(explanationOf(judged.verdict)));
@@ -64,8 +64,9 @@ std::string judgedText(const ReportedManifest& judged, const Style& style) {
 }
 
 std::string faultText(std::string_view head, std::string_view line, const Fault& fault,
-                      const Style& style) {
-  return style.word(head, Tone::bad, headWidth).append(line).append("\n") + indented(toText(fault));
+                      Style style) {
+  return styledWord(head, Tone::bad, style, headWidth).append(line).append("\n") +
+         indented(toText(fault));
 }
 
 std::string totals(const ResolutionReport& resolution) {
@@ -147,7 +148,7 @@ void writeJSON(const ResolutionReport& resolution, const Write& write) {
   }
 }
 
-void writeText(const ResolutionReport& resolution, const Style& style, const Write& write) {
+void writeText(const ResolutionReport& resolution, Style style, const Write& write) {
   const auto pathOf = [&](Text SharedPlaces::*place) {
     const std::optional<Text> path = resolution.pathOf(place);
     return path.has_value() ? displayText(*path) : std::string("there is none");

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "ResolutionReport.h"
-#include "Style.h"
+#include "Terminal.h"
 
 #include <functional>
 #include <string_view>
@@ -22,6 +22,6 @@ using Write = std::function<void(std::string_view)>;
 void writeJSON(const ResolutionReport& resolution, const Write& write);
 
 /// Lines for people.
-void writeText(const ResolutionReport& resolution, const Style& style, const Write& write);
+void writeText(const ResolutionReport& resolution, Style style, const Write& write);
 
 }  // namespace velmora::inspect

@@ -3,13 +3,11 @@
 #include "CommandLine.h"
 #include "Diagnosis.h"
 #include "DirectoryAccess.h"
-#include "DisplayText.h"
 #include "Explanation.h"
 #include "FileCheck.h"
 #include "MirrorListing.h"
-#include "Progress.h"
 #include "ResolutionReport.h"
-#include "Style.h"
+#include "Terminal.h"
 #include "common/LinuxPlatform.h"
 #include "common/Main.h"
 #include "extension/ActionKind.h"
@@ -42,7 +40,7 @@ class Program {
         platform_(programName,
                   line.isRestore ? std::optional<Text>(restoreActionIdentifier) : std::nullopt,
                   environment),
-        style_(::isatty(STDOUT_FILENO) != 0 && wantsColour(environment)),
+        style_(styleOf(environment)),
         progress_(barOf(environment), std::chrono::steady_clock::now) {}
 
   ExitStatus check() {
@@ -103,6 +101,11 @@ class Program {
   }
 
  private:
+  static Style styleOf(const Environment& environment) {
+    const bool isColoured = ::isatty(STDOUT_FILENO) != 0 && wantsColour(environment);
+    return isColoured ? Style::coloured : Style::plain;
+  }
+
   static std::function<void(std::string_view)> barOf(const Environment& environment) {
     const bool hasTerminal = ::isatty(STDERR_FILENO) != 0 && canErase(environment);
     return hasTerminal ? std::function<void(std::string_view)>(showOnStandardError) : nullptr;

@@ -29,7 +29,7 @@ class DiagnosisTest : public testing::Test {
 
   /// Expects these pieces in the text for people, and these in the JSON for programs.
   void expectPieces(const Names& textPieces, const Names& jsonPieces) {
-    const std::string text = toText(look(), Style(false));
+    const std::string text = toText(look(), Style::plain);
     for (const std::string& piece : textPieces) {
       EXPECT_NE(text.find(piece), std::string::npos) << piece << "\n" << text;
     }
@@ -70,7 +70,7 @@ TEST_F(DiagnosisTest, soundSystemIsReady) {
       R"("handoff":{"path":"/C/Warp/FinderHandoff","exists":true,"writable":true,"requests":1},)"
       R"("language":{"choice":"system","preferred":["ja-JP","en"],"resolved":"ja"},)"
       R"("bus":{"reachable":true},"application":{"found":true,"path":"/apps/Velmora"}})");
-  EXPECT_EQ(toText(diagnosis, Style(false)),
+  EXPECT_EQ(toText(diagnosis, Style::plain),
             "ok       root         /C/Warp\n"
             "                      in the group container, which the application has made\n"
             "ok       mirror       /C/Warp/ManifestMirror\n"
@@ -111,7 +111,7 @@ TEST_F(DiagnosisTest, missingRootIsAnObstacle) {
   EXPECT_EQ(look().obstacles(), Names{"noRoot"});
   EXPECT_TRUE(toJSON(look()).starts_with(R"({"ready":false,"obstacles":["noRoot"],"notes":)"));
   EXPECT_TRUE(
-      toText(look(), Style(false)).starts_with("problem  root         there is no place for it\n"));
+      toText(look(), Style::plain).starts_with("problem  root         there is no place for it\n"));
   expectPieces({}, {R"("root":{"path":null,"error":{"kind":"unreadable)"});
   EXPECT_EQ(toJSON(look()).find(R"("mirror")"), std::string::npos);
 }

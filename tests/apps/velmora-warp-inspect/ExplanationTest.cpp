@@ -142,7 +142,7 @@ TEST(ExplainedItems, areTwoLinesForPeople) {
        "or no UTF-8\n"},
   };
   for (const auto& [item, text] : rows) {
-    EXPECT_EQ(toText(item, Style(false)), text);
+    EXPECT_EQ(toText(item, Style::plain), text);
   }
 }
 
@@ -182,7 +182,7 @@ TEST(ExplainedItems, tellOfTheirMarker) {
   const std::string head =
       "refused   /a\n"
       "          notWarped: holds a marker, but is no warped folder and lies in none\n";
-  EXPECT_EQ(toText(item, Style(false)),
+  EXPECT_EQ(toText(item, Style::plain),
             head +
                 "          its marker names Warp W\\n\n"
                 "          /m/1.json: aroundNoItem, for /b\n"
@@ -195,13 +195,13 @@ TEST(ExplainedItems, tellOfTheirMarker) {
             R"("error":{"kind":"unreadable","message":"File too large"}}]}})");
   item.marker->manifests.clear();
   item.marker->refused.clear();
-  EXPECT_EQ(toText(item, Style(false)),
+  EXPECT_EQ(toText(item, Style::plain),
             head +
                 "          its marker names Warp W\\n\n"
                 "          no manifest of the mirror names this Warp\n");
   item.marker =
       ExplainedMarker{.warpID = {}, .fault = faultOf(std::make_exception_ptr(posixError(EISDIR)))};
-  EXPECT_EQ(toText(item, Style(false)),
+  EXPECT_EQ(toText(item, Style::plain),
             head + "          its marker cannot be used: unreadable: Is a directory\n");
   EXPECT_EQ(toJSON(item),
             R"({"path":"/a","accepted":false,"reason":"notWarped","root":null,"manifest":null,)"
@@ -211,7 +211,7 @@ TEST(ExplainedItems, tellOfTheirMarker) {
 TEST(ExplainedItems, nameTheManifestThatDecides) {
   ExplainedItem item = itemOf("/a", alreadyWarped, "/a");
   item.manifestFile = "/m/1.json";
-  EXPECT_EQ(toText(item, Style(false)),
+  EXPECT_EQ(toText(item, Style::plain),
             "refused   /a\n          alreadyWarped: is a warped folder already\n"
             "          by /m/1.json\n");
   EXPECT_EQ(toJSON(item), R"({"path":"/a","accepted":false,"reason":"alreadyWarped","root":"/a",)"

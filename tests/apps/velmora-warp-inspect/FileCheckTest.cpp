@@ -57,7 +57,7 @@ TEST_F(FileCheckTest, validFilesAreSummarised) {
   for (const auto& row : rows) {
     const CheckedFile checked = check(row.bytes, std::nullopt, row.file);
     EXPECT_EQ(toJSON(checked), "{\"file\":\"" + row.file + "\"," + row.json);
-    EXPECT_EQ(toText(checked, Style(false)), row.text);
+    EXPECT_EQ(toText(checked, Style::plain), row.text);
   }
 }
 
@@ -72,7 +72,7 @@ TEST_F(FileCheckTest, faultHasItsPlaceInTheFileAsItWas) {
       check("{\"version\":4,\n\"warpID\":\"\\u0041\\u0041\\u0041\",\n  \"deviceID\":5}");
   EXPECT_EQ(faultOf(checked).kind, "typeMismatch");
   EXPECT_EQ(faultOf(checked).place, (Place{3, 14}));
-  EXPECT_EQ(toText(checked, Style(false)).substr(0, 27), "invalid  manifest  /f.json\n");
+  EXPECT_EQ(toText(checked, Style::plain).substr(0, 27), "invalid  manifest  /f.json\n");
 }
 
 TEST_F(FileCheckTest, faultTellsWhatIsWrongAndWhere) {
@@ -122,7 +122,7 @@ TEST_F(FileCheckTest, oneFileAfterTheOtherIsCheckedAfresh) {
 TEST_F(FileCheckTest, namesAreShownSafely) {
   const CheckedFile checked = check("{", std::nullopt, "/a\n\x1b[2J\xff");
   EXPECT_TRUE(
-      toText(checked, Style(false)).starts_with("invalid  manifest  /a\\n\\u{1b}[2J\uFFFD\n"));
+      toText(checked, Style::plain).starts_with("invalid  manifest  /a\\n\\u{1b}[2J\uFFFD\n"));
   EXPECT_TRUE(toJSON(checked).starts_with("{\"file\":\"/a\\n\\u001b[2J\uFFFD\","));
 }
 

@@ -53,7 +53,7 @@ class MirrorListingTest : public testing::Test {
 
   std::string text() const {
     std::string text;
-    writeText(resolution, Style(false), [&](std::string_view piece) { text += piece; });
+    writeText(resolution, Style::plain, [&](std::string_view piece) { text += piece; });
     return text;
   }
 

@@ -1,14 +1,27 @@
-#include "DisplayText.h"
+#include "Terminal.h"
 
+#include "EnumTable.h"
+#include "platform/linux/Environment.h"
 #include "text/UTF8.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <utility>
 
 namespace velmora::inspect {
 
 namespace {
+
+struct ToneColour {
+  Tone value;
+  std::string_view sequence;
+};
+
+constexpr ToneColour toneColours[] = {
+    {Tone::good, "\x1b[32m"}, {Tone::doubtful, "\x1b[33m"}, {Tone::bad, "\x1b[31m"}};
+constexpr std::string_view noColour = "\x1b[0m";
 
 constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
 
@@ -57,7 +70,36 @@ std::string repaired(std::string_view bytes, Show shown) {
   return text;
 }
 
+constexpr std::chrono::seconds patience{1};
+constexpr std::chrono::milliseconds pause{100};
+constexpr std::size_t barWidth = 24;
+/// To the beginning of the line, and the rest of it blank.
+constexpr std::string_view erasure = "\r\x1b[K";
+
+std::string bar(std::size_t done, std::size_t total) {
+  const std::size_t filled = total > 0 ? std::min(done, total) * barWidth / total : 0;
+  std::string text(erasure);
+  text.append("[").append(filled, '#').append(barWidth - filled, '-').append("] ");
+  return text.append(std::to_string(done)).append(" of ").append(counted(total, "file", "files"));
+}
+
 }  // namespace
+
+bool wantsColour(const Environment& environment) {
+  return canErase(environment) && environment.variable("NO_COLOR").value_or("").empty();
+}
+
+bool canErase(const Environment& environment) {
+  return environment.variable("TERM").value_or("") != "dumb";
+}
+
+std::string styledWord(std::string_view word, Tone tone, Style style, std::size_t width) {
+  std::string text(word);
+  if (style == Style::coloured) {
+    text.insert(0, rowFor(toneColours, tone).sequence).append(noColour);
+  }
+  return text.append(width > word.size() ? width - word.size() : 0, ' ');
+}
 
 std::string repairedUTF8(std::string_view bytes) {
   return repaired(bytes, [](std::int32_t, std::string_view piece) { return piece; });
@@ -74,6 +116,39 @@ std::string displayText(std::string_view bytes) {
 
 std::string counted(std::size_t count, std::string_view one, std::string_view many) {
   return std::to_string(count).append(" ").append(count == 1 ? one : many);
+}
+
+Progress::Progress(std::function<void(std::string_view)> show, std::function<Time()> now)
+    : show_(std::move(show)), now_(std::move(now)) {}
+
+Progress::~Progress() { hide(); }
+
+void Progress::begin(std::size_t total) {
+  total_ = total;
+  done_ = 0;
+  if (show_) {
+    begin_ = now_();
+  }
+}
+
+void Progress::advance() {
+  ++done_;
+  if (!show_) {
+    return;
+  }
+  const Time now = now_();
+  if (now - begin_ < patience || (shownAt_.has_value() && now - *shownAt_ < pause)) {
+    return;
+  }
+  show_(bar(done_, total_));
+  shownAt_ = now;
+  isVisible_ = true;
+}
+
+void Progress::hide() {
+  if (std::exchange(isVisible_, false)) {
+    show_(erasure);
+  }
 }
 
 }  // namespace velmora::inspect

@@ -1,6 +1,6 @@
 #include "Diagnosis.h"
 
-#include "JSONObject.h"
+#include "Report.h"
 #include "Terminal.h"
 #include "handoff/ApplicationLaunch.h"
 #include "platform/FileReader.h"
@@ -52,11 +52,9 @@ HandoffState handoffStateOf(const Text& directory, const FileReader& files,
 
 std::string rootJSON(const Diagnosis& diagnosis) {
   JSONObject object;
+  object.addText("path", diagnosis.resolution.pathOf(&SharedPlaces::root));
   if (diagnosis.resolution.places.has_value()) {
-    object.addText("path", diagnosis.resolution.places->root);
     object.addText("source", name(diagnosis.rootSource));
-  } else {
-    object.addNull("path");
   }
   if (diagnosis.resolution.rootFault.has_value()) {
     object.addJSON("error", toJSON(*diagnosis.resolution.rootFault));

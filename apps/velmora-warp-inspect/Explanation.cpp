@@ -1,7 +1,6 @@
 #include "Explanation.h"
 
-#include "JSONObject.h"
-#include "MirrorListing.h"
+#include "Report.h"
 #include "Terminal.h"
 #include "common/SelectedItems.h"
 #include "json/JSONReader.h"
@@ -158,15 +157,6 @@ std::string markerJSON(const ExplainedMarker& marker) {
   return object.json();
 }
 
-void addOptionalText(JSONObject& object, std::string_view key,
-                     const std::optional<std::string>& text) {
-  if (text.has_value()) {
-    object.addText(key, *text);
-  } else {
-    object.addNull(key);
-  }
-}
-
 }  // namespace
 
 std::string_view name(std::optional<ItemVerdict> verdict) {
@@ -209,8 +199,8 @@ std::string toJSON(const ExplainedItem& item) {
   object.addText("path", item.path);
   object.addFlag("accepted", item.isAccepted());
   object.addText("reason", name(item.verdict));
-  addOptionalText(object, "root", item.root);
-  addOptionalText(object, "manifest", item.manifestFile);
+  object.addText("root", item.root);
+  object.addText("manifest", item.manifestFile);
   if (item.marker.has_value()) {
     object.addJSON("marker", markerJSON(*item.marker));
   }

@@ -1,7 +1,6 @@
 #include "FileCheck.h"
 
-#include "JSONObject.h"
-#include "ManifestReport.h"
+#include "Report.h"
 #include "Terminal.h"
 #include "platform/FileReader.h"
 #include "warpshared/DestroyedManifestIndex.h"

@@ -1,8 +1,8 @@
 // Whether a file is what it should be, by the code that the actions read it with.
 #pragma once
 
-#include "Fault.h"
 #include "FileKind.h"
+#include "Report.h"
 #include "Terminal.h"
 #include "json/JSONReader.h"
 #include "resolution/WarpMarker.h"

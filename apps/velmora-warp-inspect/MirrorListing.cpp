@@ -1,7 +1,6 @@
 #include "MirrorListing.h"
 
-#include "JSONObject.h"
-#include "ManifestReport.h"
+#include "Report.h"
 #include "Terminal.h"
 #include "text/Text.h"
 
@@ -40,11 +39,7 @@ std::string refusedJSON(const ReportedRefusal& refused) {
 
 std::string faultJSON(std::string_view key, const std::optional<Text>& path, const Fault& fault) {
   JSONObject object;
-  if (path.has_value()) {
-    object.addText(key, *path);
-  } else {
-    object.addNull(key);
-  }
+  object.addText(key, path);
   object.addJSON("error", toJSON(fault));
   return object.json();
 }
@@ -82,50 +77,6 @@ std::string totals(const ResolutionReport& resolution) {
 }
 
 }  // namespace
-
-std::string_view name(ManifestVerdict verdict) {
-  switch (verdict) {
-    case ManifestVerdict::confirmed:
-      return "confirmed";
-    case ManifestVerdict::destroyedByWarpID:
-      return "destroyedByWarpID";
-    case ManifestVerdict::destroyedByManifestKey:
-      return "destroyedByManifestKey";
-    case ManifestVerdict::noMarker:
-      return "noMarker";
-    case ManifestVerdict::unreadableMarker:
-      return "unreadableMarker";
-    case ManifestVerdict::malformedMarker:
-      return "malformedMarker";
-    case ManifestVerdict::markerOfAnotherWarp:
-      return "markerOfAnotherWarp";
-    case ManifestVerdict::aroundNoItem:
-      break;
-  }
-  return "aroundNoItem";
-}
-
-std::string_view explanationOf(ManifestVerdict verdict) {
-  switch (verdict) {
-    case ManifestVerdict::confirmed:
-      return "the folder holds the marker of this Warp";
-    case ManifestVerdict::destroyedByWarpID:
-      return "the index records this Warp as destroyed";
-    case ManifestVerdict::destroyedByManifestKey:
-      return "the index records this object key as destroyed";
-    case ManifestVerdict::noMarker:
-      return "the folder holds no marker";
-    case ManifestVerdict::unreadableMarker:
-      return "the folder's marker cannot be read";
-    case ManifestVerdict::malformedMarker:
-      return "the folder's marker is not one";
-    case ManifestVerdict::markerOfAnotherWarp:
-      return "the folder's marker names another Warp";
-    case ManifestVerdict::aroundNoItem:
-      break;
-  }
-  return "the folder is another one";
-}
 
 void writeJSON(const ResolutionReport& resolution, const Write& write) {
   const auto writeFault = [&](std::string_view key, Text SharedPlaces::*place, const Fault& fault) {

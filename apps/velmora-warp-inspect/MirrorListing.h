@@ -9,12 +9,6 @@
 
 namespace velmora::inspect {
 
-/// "confirmed" and so on.
-[[nodiscard]] std::string_view name(ManifestVerdict verdict);
-
-/// The verdict in words for people.
-[[nodiscard]] std::string_view explanationOf(ManifestVerdict verdict);
-
 /// Writes a piece of an answer.
 using Write = std::function<void(std::string_view)>;
 

@@ -1,4 +1,3 @@
-#include "ManifestReport.h"
 #include "MirrorListing.h"
 #include "platform/PlatformError.h"
 

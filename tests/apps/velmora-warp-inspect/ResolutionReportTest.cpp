@@ -75,5 +75,20 @@ TEST_F(ResolutionReportTest, whatIsUnusableHasItsFaultAndPlace) {
   EXPECT_TRUE(resolution.isComplete());
 }
 
+TEST_F(ResolutionReportTest, placesAreThoseThatTheActionsUse) {
+  fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
+  const std::optional<SharedPlaces> places = report().places;
+  ASSERT_TRUE(places.has_value());
+  EXPECT_EQ(places->root, Text("/C/Warp"));
+  EXPECT_EQ(places->rootParent, SharedWarpRootParent::groupContainer);
+  EXPECT_EQ(places->mirror, Text("/C/Warp/ManifestMirror"));
+  EXPECT_EQ(places->index, Text(indexPath));
+  EXPECT_EQ(places->handoff, Text("/C/Warp/FinderHandoff"));
+}
+
+TEST_F(ResolutionReportTest, placesAreNoneWithoutARoot) {
+  EXPECT_FALSE(report().places.has_value());
+}
+
 }  // namespace
 }  // namespace velmora::inspect

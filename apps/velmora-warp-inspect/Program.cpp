@@ -1,12 +1,10 @@
 #include "Program.h"
 
+#include "CheckCommand.h"
 #include "CommandLine.h"
-#include "Diagnosis.h"
-#include "DirectoryAccess.h"
-#include "Explanation.h"
-#include "FileCheck.h"
-#include "MirrorListing.h"
-#include "ResolutionReport.h"
+#include "DoctorCommand.h"
+#include "ExplainCommand.h"
+#include "ListCommand.h"
 #include "Terminal.h"
 #include "common/LinuxPlatform.h"
 #include "common/Main.h"
@@ -24,7 +22,7 @@ namespace velmora::inspect {
 
 namespace {
 
-/// What cannot be shown there is no loss: the exit status says what matters.
+/// Bytes that cannot be shown there are no loss: the exit status says what matters.
 void showOnStandardError(std::string_view bytes) {
   try {
     Output(STDERR_FILENO).write(bytes);
@@ -65,12 +63,7 @@ class Program {
                              }),
         platform);
     progress_.hide();
-    const auto write = [this](std::string_view bytes) { output_.write(bytes); };
-    if (line_.isJSON) {
-      writeJSON(report, write);
-    } else {
-      writeText(report, style_, write);
-    }
+    output_.write(line_.isJSON ? toJSONLines(report) : toText(report, style_));
     return statusOf(report.isComplete());
   }
 
@@ -85,18 +78,14 @@ class Program {
     return statusOf(areAllAccepted);
   }
 
-  ExitStatus diagnoseSystem() {
+  ExitStatus doctor() {
     const Diagnosis diagnosis = diagnose(
         platform_.references(),
         {.isContainerSetByEnvironment =
              [this] { return platform_.locations.groupContainerOfEnvironment().has_value(); },
          .isBusReachable = [this] { return isBusReachable(); },
-         .canHoldNewFiles = [](const Text& directory) { return canHoldNewFiles(directory); }});
-    if (line_.isJSON) {
-      output_.write(toJSON(diagnosis) + "\n");
-    } else {
-      output_.write(toText(diagnosis, style_));
-    }
+         .canHoldNewFiles = canHoldNewFiles});
+    tell(diagnosis);
     return statusOf(diagnosis.obstacles().empty());
   }
 
@@ -121,11 +110,11 @@ class Program {
     output_.write(line_.isJSON ? toJSON(told) + "\n" : toText(told, style_));
   }
 
-  /// What the verdicts on items rest on may itself be incomplete.
+  /// The look that the verdicts on items rest on may itself be incomplete.
   static void warnOf(const ResolutionReport& resolution) {
-    const auto warn = [](const char* what, const std::optional<Fault>& fault) {
+    const auto warn = [](const char* subject, const std::optional<Fault>& fault) {
       if (fault.has_value()) {
-        complain(programName, std::string(what) + ": " + toText(*fault));
+        complain(programName, std::string(subject) + ": " + toText(*fault));
       }
     };
     warn("there is no shared Warp root", resolution.rootFault);
@@ -159,7 +148,7 @@ ExitStatus answer(const CommandLine& commandLine, const Environment& environment
     case Command::doctor:
       break;
   }
-  return program.diagnoseSystem();
+  return program.doctor();
 }
 
 }  // namespace velmora::inspect

@@ -108,6 +108,14 @@ ResolutionReport reportOn(const Resolution& resolution, const Platform& platform
   return report;
 }
 
+std::string toJSON(const ReportedRefusal& refused) {
+  JSONObject object;
+  object.addText("file", refused.file);
+  object.addText("verdict", "invalid");
+  object.addJSON("error", toJSON(refused.fault));
+  return object.json();
+}
+
 std::string_view name(ManifestVerdict verdict) { return rowFor(verdictWords, verdict).name; }
 
 std::string_view explanationOf(ManifestVerdict verdict) {

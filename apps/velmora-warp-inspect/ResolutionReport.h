@@ -71,6 +71,9 @@ struct ResolutionReport {
 /// Reads the files with a fault once more, for the place of the fault.
 [[nodiscard]] ResolutionReport reportOn(const Resolution& resolution, const Platform& platform);
 
+/// As a JSON object, with the verdict "invalid".
+[[nodiscard]] std::string toJSON(const ReportedRefusal& refused);
+
 /// "confirmed" and so on.
 [[nodiscard]] std::string_view name(ManifestVerdict verdict);
 

@@ -114,6 +114,10 @@ std::string displayText(std::string_view bytes) {
   });
 }
 
+std::string indentedLine(std::size_t width, std::string_view line) {
+  return std::string(width, ' ').append(line).append("\n");
+}
+
 std::string counted(std::size_t count, std::string_view one, std::string_view many) {
   return std::to_string(count).append(" ").append(count == 1 ? one : many);
 }

@@ -39,6 +39,9 @@ enum class Tone { good, doubtful, bad };
 /// doubled.
 [[nodiscard]] std::string displayText(std::string_view bytes);
 
+/// `line` after `width` blanks, with its end.
+[[nodiscard]] std::string indentedLine(std::size_t width, std::string_view line);
+
 /// "1 file", "2 files".
 [[nodiscard]] std::string counted(std::size_t count, std::string_view one, std::string_view many);
 

@@ -85,6 +85,11 @@ TEST(ForeignText, steersNoTerminal) {
   }
 }
 
+TEST(Lines, areIndented) {
+  EXPECT_EQ(indentedLine(2, "a"), "  a\n");
+  EXPECT_EQ(indentedLine(0, ""), "\n");
+}
+
 TEST(Counts, haveTheirNumber) {
   EXPECT_EQ(counted(0, "file", "files"), "0 files");
   EXPECT_EQ(counted(1, "file", "files"), "1 file");

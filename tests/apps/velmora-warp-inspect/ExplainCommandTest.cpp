@@ -1,4 +1,4 @@
-#include "Explanation.h"
+#include "ExplainCommand.h"
 #include "platform/PlatformError.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/fakes/WarpRecords.h"
@@ -17,9 +17,9 @@ namespace {
 
 using enum ItemVerdict;
 
-class ExplanationTest : public testing::Test {
+class ExplainCommandTest : public testing::Test {
  protected:
-  ExplanationTest() {
+  ExplainCommandTest() {
     recordWarp(fake, "/warped", "W1");
     fake.fileSystem.createDirectories("/warped/inner");
     mark(fake, "/warped/stray", "W1");
@@ -52,7 +52,7 @@ class ExplanationTest : public testing::Test {
   FakePlatform fake;
 };
 
-TEST_F(ExplanationTest, warpTellsEveryReason) {
+TEST_F(ExplainCommandTest, warpTellsEveryReason) {
   EXPECT_EQ(explain({"/plain", "/file", "/missing", "/warped", "/warped/inner"}),
             (std::vector<Told>{{"/plain", accepted, {}},
                                {"/file", notADirectory, {}},
@@ -61,7 +61,7 @@ TEST_F(ExplanationTest, warpTellsEveryReason) {
                                {"/warped/inner", insideWarpedFolder, "/warped"}}));
 }
 
-TEST_F(ExplanationTest, restoreTellsEveryReason) {
+TEST_F(ExplainCommandTest, restoreTellsEveryReason) {
   fake.bundle.identifier = "io.tolvane.Velmora.FinderRestoreAction";
   EXPECT_EQ(explain({"/warped", "/plain", "/stray", "/warped/stray"}),
             (std::vector<Told>{{"/warped", accepted, "/warped"},
@@ -70,7 +70,7 @@ TEST_F(ExplanationTest, restoreTellsEveryReason) {
                                {"/warped/stray", insideWarpedFolder, "/warped"}}));
 }
 
-TEST_F(ExplanationTest, itemsKeepTheOrderOfTheOperands) {
+TEST_F(ExplainCommandTest, itemsKeepTheOrderOfTheOperands) {
   EXPECT_EQ(explain({"http://host/a", "/plain", "", "file:///plain/", "/plain/.", "/\xff"}),
             (std::vector<Told>{{"http://host/a", {}, {}},
                                {"/plain", accepted, {}},
@@ -81,12 +81,12 @@ TEST_F(ExplanationTest, itemsKeepTheOrderOfTheOperands) {
   EXPECT_TRUE(explain({}).empty());
 }
 
-TEST_F(ExplanationTest, theManifestThatDecidesIsNamed) {
+TEST_F(ExplainCommandTest, theManifestThatDecidesIsNamed) {
   EXPECT_EQ(explainOne("/warped/inner").manifestFile, "/C/Warp/ManifestMirror/W1.json");
   EXPECT_EQ(explainOne("/plain").manifestFile, std::nullopt);
 }
 
-TEST_F(ExplanationTest, aMarkerThatDoesNotCountHasItsReason) {
+TEST_F(ExplainCommandTest, aMarkerThatDoesNotCountHasItsReason) {
   const std::string mirrorPath = "/C/Warp/ManifestMirror/";
   EXPECT_EQ(explainOne("/warped").marker.has_value(), false);
   EXPECT_EQ(explainOne("/plain").marker.has_value(), false);

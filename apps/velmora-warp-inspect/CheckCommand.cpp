@@ -24,11 +24,11 @@ constexpr FileKindName fileKindNames[] = {
 constexpr std::size_t verdictWidth = 9;
 constexpr std::size_t kindWidth = 10;
 
-/// Below the working directory as it stands: without what ".." would make of symbolic links.
+/// `file` below the working directory. A ".." stays, because it may follow a symbolic link.
 std::string absolutePath(const std::string& file) {
   std::error_code error;
   const std::filesystem::path path = std::filesystem::absolute(file, error);
-  // Nothing is there then, and whoever tries to read it is told so.
+  // A file that has no absolute path is missing, and reading it says so.
   return error ? file : path.native();
 }
 

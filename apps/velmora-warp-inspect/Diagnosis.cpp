@@ -49,7 +49,7 @@ HandoffState handoffStateOf(const Text& directory, const FileReader& files,
 }
 
 bool isMissing(const std::string& path) {
-  // Of a link that leads nowhere, too, something is there: no directory can be made in its place.
+  // A link that leads nowhere is not missing: no directory can be made in its place.
   struct stat status {};
   return ::lstat(path.c_str(), &status) != 0 && errno == ENOENT;
 }

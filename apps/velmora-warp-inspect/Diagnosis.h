@@ -1,4 +1,4 @@
-// The state of everything that the actions need here, and what it keeps them from.
+// The state of everything that the actions need, and the faults that keep them from their work.
 #pragma once
 
 #include "ResolutionReport.h"

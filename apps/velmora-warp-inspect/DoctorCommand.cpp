@@ -2,7 +2,9 @@
 
 #include "EnumTable.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -27,7 +29,7 @@ constexpr RootSourceWords rootSourceWords[] = {
     {RootSource::fallback, "fallback", "the application has made no group container"},
 };
 
-/// The state of a subject, as the text begins with it.
+/// The state of a subject, as its line begins.
 struct State {
   std::string_view word;
   Tone tone;
@@ -40,9 +42,7 @@ constexpr State problem = {"problem", Tone::bad};
 template <class String>
 std::string textsJSON(const std::vector<String>& texts) {
   std::vector<std::string> elements;
-  for (const String& text : texts) {
-    elements.push_back(jsonString(text));
-  }
+  std::ranges::transform(texts, std::back_inserter(elements), jsonString);
   return jsonArray(elements);
 }
 

@@ -123,7 +123,7 @@ class Program {
   }
 
   bool isBusReachable() {
-    // The bus has a name of its own; nobody is started by the question.
+    // The bus owns this name itself, so that the question starts nobody.
     return platform_.sessionBus.nameHasOwner("org.freedesktop.DBus");
   }
 

@@ -54,7 +54,7 @@ std::string escaped(std::int32_t value) {
   return std::string("\\u{").append(digits.data(), end).append("}");
 }
 
-/// Appends to `text` what `shown` makes of each code point of `bytes`.
+/// `bytes` with the text that `shown` makes of each code point, and U+FFFD for each other byte.
 template <class Show>
 std::string repaired(std::string_view bytes, Show shown) {
   std::string text;

@@ -58,11 +58,12 @@ class Progress {
   Progress& operator=(const Progress&) = delete;
   ~Progress();
 
-  /// The run begins, with so many files before it.
+  /// The run begins, with `total` files to come.
   void begin(std::size_t total);
   /// One more file is done.
   void advance();
-  /// Erases the bar where it is shown, so that something else can be. It comes back when it is due.
+  /// Erases the bar where it is shown, so that something else can be. The bar comes back when it is
+  /// due.
   void hide();
 
  private:

@@ -1,7 +1,7 @@
-// What the user of the program may ask.
+// The command line: a question of the user, and the files or items that it is about.
 #pragma once
 
-#include "FileKind.h"
+#include "CheckCommand.h"
 
 #include <optional>
 #include <string>
@@ -17,7 +17,7 @@ struct CommandLine {
   Command command = Command::check;
   /// Answer programs rather than people.
   bool isJSON = false;
-  /// check: what the files are taken for, whatever their names say.
+  /// check: the kind of all files, whatever their names say.
   std::optional<FileKind> kind = {};
   /// explain: by Restore; by Warp otherwise.
   bool isRestore = false;

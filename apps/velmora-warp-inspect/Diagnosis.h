@@ -1,8 +1,7 @@
-// Whether the actions can do their work here, and what they would find.
+// The state of everything that the actions need, and the faults that keep them from their work.
 #pragma once
 
 #include "ResolutionReport.h"
-#include "Style.h"
 #include "localization/VelmoraLanguage.h"
 #include "text/Text.h"
 
@@ -10,11 +9,11 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmora {
 
-class Environment;
 struct Platform;
 
 namespace inspect {
@@ -28,9 +27,6 @@ enum class RootSource {
   /// There is no group container.
   fallback,
 };
-
-/// "VELMORA_GROUP_CONTAINER" and so on.
-[[nodiscard]] std::string name(RootSource source);
 
 struct HandoffState {
   bool exists = false;
@@ -51,29 +47,30 @@ struct Diagnosis {
   bool isBusReachable = false;
   std::optional<Text> application;
 
-  /// What keeps the actions from their work: "noRoot", "mirrorUnreadable", "handoffNotWritable".
+  /// The faults that keep the actions from their work: "noRoot", "mirrorUnreadable",
+  /// "handoffNotWritable".
   [[nodiscard]] std::vector<std::string> obstacles() const;
-  /// What they get along with: "indexUnusable", "invalidManifests", "busUnreachable",
-  /// "applicationNotFound".
+  /// The faults that the actions get along with: "indexUnusable", "invalidManifests",
+  /// "busUnreachable", "applicationNotFound".
   [[nodiscard]] std::vector<std::string> notes() const;
 };
 
-/// What is asked of the system beside the platform.
+/// Questions to the system that the platform's interfaces do not have.
 struct SystemProbes {
+  /// Whether the environment says where the group container is (LinuxSharedLocations.h).
+  std::function<bool()> isContainerSetByEnvironment;
   std::function<bool()> isBusReachable;
-  /// canHoldNewFiles (DirectoryAccess.h).
+  /// canHoldNewFiles.
   std::function<bool(const Text& directory)> canHoldNewFiles;
 };
 
 /// Looks at everything, and changes and starts nothing.
-[[nodiscard]] Diagnosis diagnose(const Platform& platform, const Environment& environment,
-                                 const SystemProbes& probes);
+[[nodiscard]] Diagnosis diagnose(const Platform& platform, const SystemProbes& probes);
 
-/// As a JSON object.
-[[nodiscard]] std::string toJSON(const Diagnosis& diagnosis);
-
-/// In lines for people.
-[[nodiscard]] std::string toText(const Diagnosis& diagnosis, const Style& style);
+/// Whether the user could make files in the directory at `path`, which is absolute: it is one and
+/// may be written to; or nothing is there, and it could be made below the nearest directory above.
+/// Makes no file to find out.
+[[nodiscard]] bool canHoldNewFiles(std::string_view path);
 
 }  // namespace inspect
 

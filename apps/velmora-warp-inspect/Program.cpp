@@ -1,15 +1,11 @@
 #include "Program.h"
 
+#include "CheckCommand.h"
 #include "CommandLine.h"
-#include "Diagnosis.h"
-#include "DirectoryAccess.h"
-#include "DisplayText.h"
-#include "Explanation.h"
-#include "FileCheck.h"
-#include "MirrorListing.h"
-#include "Progress.h"
-#include "ResolutionReport.h"
-#include "Style.h"
+#include "DoctorCommand.h"
+#include "ExplainCommand.h"
+#include "ListCommand.h"
+#include "Terminal.h"
 #include "common/LinuxPlatform.h"
 #include "common/Main.h"
 #include "extension/ActionKind.h"
@@ -26,7 +22,7 @@ namespace velmora::inspect {
 
 namespace {
 
-/// What cannot be shown there is no loss: the exit status says what matters.
+/// Bytes that cannot be shown there are no loss: the exit status says what matters.
 void showOnStandardError(std::string_view bytes) {
   try {
     Output(STDERR_FILENO).write(bytes);
@@ -39,11 +35,10 @@ class Program {
  public:
   Program(const CommandLine& line, const Environment& environment)
       : line_(line),
-        environment_(environment),
         platform_(programName,
                   line.isRestore ? std::optional<Text>(restoreActionIdentifier) : std::nullopt,
                   environment),
-        style_(::isatty(STDOUT_FILENO) != 0 && wantsColour(environment)),
+        style_(styleOf(environment)),
         progress_(barOf(environment), std::chrono::steady_clock::now) {}
 
   ExitStatus check() {
@@ -68,12 +63,7 @@ class Program {
                              }),
         platform);
     progress_.hide();
-    const auto write = [this](std::string_view bytes) { output_.write(bytes); };
-    if (line_.isJSON) {
-      writeJSON(report, write);
-    } else {
-      writeText(report, style_, write);
-    }
+    output_.write(line_.isJSON ? toJSONLines(report) : toText(report, style_));
     return statusOf(report.isComplete());
   }
 
@@ -88,20 +78,23 @@ class Program {
     return statusOf(areAllAccepted);
   }
 
-  ExitStatus diagnoseSystem() {
+  ExitStatus doctor() {
     const Diagnosis diagnosis = diagnose(
-        platform_.references(), environment_,
-        {.isBusReachable = [this] { return isBusReachable(); },
-         .canHoldNewFiles = [](const Text& directory) { return canHoldNewFiles(directory); }});
-    if (line_.isJSON) {
-      output_.write(toJSON(diagnosis) + "\n");
-    } else {
-      output_.write(toText(diagnosis, style_));
-    }
+        platform_.references(),
+        {.isContainerSetByEnvironment =
+             [this] { return platform_.locations.groupContainerOfEnvironment().has_value(); },
+         .isBusReachable = [this] { return isBusReachable(); },
+         .canHoldNewFiles = canHoldNewFiles});
+    tell(diagnosis);
     return statusOf(diagnosis.obstacles().empty());
   }
 
  private:
+  static Style styleOf(const Environment& environment) {
+    const bool isColoured = ::isatty(STDOUT_FILENO) != 0 && wantsColour(environment);
+    return isColoured ? Style::coloured : Style::plain;
+  }
+
   static std::function<void(std::string_view)> barOf(const Environment& environment) {
     const bool hasTerminal = ::isatty(STDERR_FILENO) != 0 && canErase(environment);
     return hasTerminal ? std::function<void(std::string_view)>(showOnStandardError) : nullptr;
@@ -117,11 +110,11 @@ class Program {
     output_.write(line_.isJSON ? toJSON(told) + "\n" : toText(told, style_));
   }
 
-  /// What the verdicts on items rest on may itself be incomplete.
+  /// The look that the verdicts on items rest on may itself be incomplete.
   static void warnOf(const ResolutionReport& resolution) {
-    const auto warn = [](const char* what, const std::optional<Fault>& fault) {
+    const auto warn = [](const char* subject, const std::optional<Fault>& fault) {
       if (fault.has_value()) {
-        complain(programName, std::string(what) + ": " + toText(*fault));
+        complain(programName, std::string(subject) + ": " + toText(*fault));
       }
     };
     warn("there is no shared Warp root", resolution.rootFault);
@@ -130,12 +123,11 @@ class Program {
   }
 
   bool isBusReachable() {
-    // The bus has a name of its own; nobody is started by the question.
+    // The bus owns this name itself, so that the question starts nobody.
     return platform_.sessionBus.nameHasOwner("org.freedesktop.DBus");
   }
 
   const CommandLine& line_;
-  const Environment& environment_;
   LinuxPlatform platform_;
   const Output output_{STDOUT_FILENO};
   const Style style_;
@@ -156,7 +148,7 @@ ExitStatus answer(const CommandLine& commandLine, const Environment& environment
     case Command::doctor:
       break;
   }
-  return program.diagnoseSystem();
+  return program.doctor();
 }
 
 }  // namespace velmora::inspect

@@ -11,7 +11,7 @@ struct CommandLine;
 
 inline constexpr const char* programName = "velmora-warp-inspect";
 
-/// What the program's exit tells whoever started it.
+/// The exit status of the program.
 enum class ExitStatus {
   /// All files are valid, all items accepted, nothing is in the way.
   yes = 0,

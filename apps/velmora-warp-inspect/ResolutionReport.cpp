@@ -1,8 +1,12 @@
 #include "ResolutionReport.h"
 
+#include "EnumTable.h"
+#include "handoff/HandoffRequest.h"
 #include "platform/Platform.h"
 #include "platform/PlatformError.h"
+#include "resolution/ManifestMirror.h"
 #include "resolution/WarpMarker.h"
+#include "warpshared/reading/DestroyedManifestIndexDecoding.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -12,6 +16,40 @@
 namespace velmora::inspect {
 
 namespace {
+
+struct VerdictWords {
+  ManifestVerdict value;
+  std::string_view name;
+  std::string_view explanation;
+};
+
+constexpr VerdictWords verdictWords[] = {
+    {ManifestVerdict::confirmed, "confirmed", "the folder holds the marker of this Warp"},
+    {ManifestVerdict::destroyedByWarpID, "destroyedByWarpID",
+     "the index records this Warp as destroyed"},
+    {ManifestVerdict::destroyedByManifestKey, "destroyedByManifestKey",
+     "the index records this object key as destroyed"},
+    {ManifestVerdict::noMarker, "noMarker", "the folder holds no marker"},
+    {ManifestVerdict::unreadableMarker, "unreadableMarker", "the folder's marker cannot be read"},
+    {ManifestVerdict::malformedMarker, "malformedMarker", "the folder's marker is not one"},
+    {ManifestVerdict::markerOfAnotherWarp, "markerOfAnotherWarp",
+     "the folder's marker names another Warp"},
+    {ManifestVerdict::aroundNoItem, "aroundNoItem", "the folder is another one"},
+};
+
+/// None without a shared Warp root: the look-up of the warped folders tells the reason.
+std::optional<SharedPlaces> sharedPlaces(const Platform& platform) {
+  try {
+    const SharedWarpRoot root = sharedWarpRoot(platform.locations, platform.paths);
+    return SharedPlaces{.root = root.url.path,
+                        .rootParent = root.parent,
+                        .mirror = manifestMirrorPath(root.url.path, platform.paths),
+                        .index = destroyedManifestIndexPath(root.url.path, platform.paths),
+                        .handoff = handoffDirectoryPath(root.url.path, platform.paths)};
+  } catch (const PlatformError&) {
+    return std::nullopt;
+  }
+}
 
 bool isMissingFileError(const std::exception_ptr& fault) {
   try {
@@ -34,7 +72,7 @@ std::optional<Text> ResolutionReport::pathOf(Text SharedPlaces::*place) const {
 
 ResolutionReport reportOn(const Resolution& resolution, const Platform& platform) {
   ResolutionReport report;
-  report.places = sharedPlaces(platform.locations, platform.paths);
+  report.places = sharedPlaces(platform);
   report.tombstoneCount = resolution.tombstoneCount;
   if (resolution.rootFault) {
     report.rootFault = faultOf(resolution.rootFault);
@@ -68,6 +106,20 @@ ResolutionReport reportOn(const Resolution& resolution, const Platform& platform
          .fault = faultInFile(refused.fault, refused.filePath, platform.fileReader)});
   }
   return report;
+}
+
+std::string toJSON(const ReportedRefusal& refused) {
+  JSONObject object;
+  object.addText("file", refused.file);
+  object.addText("verdict", "invalid");
+  object.addJSON("error", toJSON(refused.fault));
+  return object.json();
+}
+
+std::string_view name(ManifestVerdict verdict) { return rowFor(verdictWords, verdict).name; }
+
+std::string_view explanationOf(ManifestVerdict verdict) {
+  return rowFor(verdictWords, verdict).explanation;
 }
 
 }  // namespace velmora::inspect

@@ -1,13 +1,15 @@
 // A look at the warped folders, ready to be told: its faults in words, its files with their paths.
 #pragma once
 
-#include "Fault.h"
-#include "SharedPlaces.h"
+#include "Report.h"
+#include "handoff/SharedContainer.h"
 #include "resolution/WarpedFolders.h"
+#include "text/Text.h"
 
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmora {
@@ -16,12 +18,24 @@ struct Platform;
 
 namespace inspect {
 
+/// The paths of the files and directories that the actions read and write.
+struct SharedPlaces {
+  /// The shared Warp root; the others lie in it.
+  Text root;
+  SharedWarpRootParent rootParent = SharedWarpRootParent::applicationSupport;
+  Text mirror;
+  /// The index of destroyed manifests.
+  Text index;
+  /// The directory of request files.
+  Text handoff;
+};
+
 /// A valid manifest, and whether its folder is warped.
 struct ReportedManifest {
   std::string file;
   ManifestSummary manifest = {};
   ManifestVerdict verdict = ManifestVerdict::confirmed;
-  /// What reading the marker raised, if that is why.
+  /// The error that reading the marker raised, if that is why.
   std::optional<Fault> fault = {};
 };
 
@@ -56,6 +70,15 @@ struct ResolutionReport {
 
 /// Reads the files with a fault once more, for the place of the fault.
 [[nodiscard]] ResolutionReport reportOn(const Resolution& resolution, const Platform& platform);
+
+/// As a JSON object, with the verdict "invalid".
+[[nodiscard]] std::string toJSON(const ReportedRefusal& refused);
+
+/// "confirmed" and so on.
+[[nodiscard]] std::string_view name(ManifestVerdict verdict);
+
+/// The verdict in words for people.
+[[nodiscard]] std::string_view explanationOf(ManifestVerdict verdict);
 
 }  // namespace inspect
 

@@ -37,7 +37,7 @@ int answer(const std::vector<std::string>& arguments, const velmora::Environment
     return static_cast<int>(
         std::visit(Answer{environment}, velmora::inspect::parseCommandLine(arguments)));
   } catch (const velmora::OutputError& error) {
-    // Who has stopped reading has seen enough.
+    // A reader that has gone has seen enough.
     if (error.code() != EPIPE) {
       velmora::complain(velmora::inspect::programName,
                         std::string("cannot write the answer: ") + error.what());

@@ -18,12 +18,14 @@ namespace velmora {
 
 namespace {
 
-Text handoffDirectory(const Platform& platform) {
-  const Text root = sharedWarpRootURL(platform.locations, platform.paths).path;
-  return platform.paths.standardizedFileURLPath(appendingPathComponent(root, handoffDirectoryName));
-}
+constexpr std::string_view handoffDirectoryName = "FinderHandoff";
 
 }  // namespace
+
+Text handoffDirectoryPath(const Text& sharedWarpRoot, const PathStandardizer& paths) {
+  return paths.standardizedFileURLPath(
+      appendingPathComponent(sharedWarpRoot, handoffDirectoryName));
+}
 
 std::vector<Text> normalizedHandoffPaths(const std::vector<Text>& paths,
                                          const PathStandardizer& standardizer) {
@@ -43,7 +45,8 @@ void writeHandoffRequest(FinderHandoffAction action, const std::vector<Text>& pa
   if (folderPaths.empty()) {
     return;
   }
-  const Text directory = handoffDirectory(platform);
+  const Text directory = handoffDirectoryPath(
+      sharedWarpRootURL(platform.locations, platform.paths).path, platform.paths);
   platform.fileWriter.createDirectories(directory);
   const std::string request = encodeHandoffRequest({
       .action = action,

@@ -12,11 +12,11 @@ namespace velmora {
 class PathStandardizer;
 struct Platform;
 
-/// The directory of request files under the shared Warp root.
-inline constexpr std::string_view handoffDirectoryName = "FinderHandoff";
-
-/// The notification on which the application reads that directory.
+/// The notification on which the application reads the directory of request files.
 inline constexpr std::string_view handoffNotificationName = "io.tolvane.Velmora.finderHandoff";
+
+/// The path of the directory of request files. Neither creates nor checks the directory.
+[[nodiscard]] Text handoffDirectoryPath(const Text& sharedWarpRoot, const PathStandardizer& paths);
 
 /// The standardised absolute forms of `paths`, in the order given. Leaves out those that are empty,
 /// and all but the first of equal paths.

@@ -28,12 +28,18 @@ std::string fallbackDirectory(const SharedLocations& locations) {
 
 }  // namespace
 
-FileURL sharedWarpRootURL(const SharedLocations& locations, const PathStandardizer& paths) {
+SharedWarpRoot sharedWarpRoot(const SharedLocations& locations, const PathStandardizer& paths) {
   const std::optional<Text> container = locations.groupContainer(applicationGroupIdentifier);
   const std::string directory =
       container.has_value() ? container->utf8() : fallbackDirectory(locations);
-  return {.path =
-              paths.standardizedFileURLPath(appendingPathComponent(directory, rootDirectoryName))};
+  return {.url = {.path = paths.standardizedFileURLPath(
+                      appendingPathComponent(directory, rootDirectoryName))},
+          .parent = container.has_value() ? SharedWarpRootParent::groupContainer
+                                          : SharedWarpRootParent::applicationSupport};
+}
+
+FileURL sharedWarpRootURL(const SharedLocations& locations, const PathStandardizer& paths) {
+  return sharedWarpRoot(locations, paths).url;
 }
 
 }  // namespace velmora

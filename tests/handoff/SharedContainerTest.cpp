@@ -35,6 +35,11 @@ TEST(SharedContainer, givesTheSharedWarpRootAfreshEachTime) {
     }
     fake.locations.supportDirectories = row.supportDirectories;
     EXPECT_EQ(sharedWarpRootURL(fake.locations, fake.paths).path.utf8(), row.root) << row.name;
+    EXPECT_EQ(sharedWarpRoot(fake.locations, fake.paths).url.path.utf8(), row.root) << row.name;
+    EXPECT_EQ(sharedWarpRoot(fake.locations, fake.paths).parent,
+              row.container.has_value() ? SharedWarpRootParent::groupContainer
+                                        : SharedWarpRootParent::applicationSupport)
+        << row.name;
   }
 }
 

@@ -8,13 +8,19 @@
 
 namespace velmora {
 
+namespace {
+
+constexpr std::string_view groupContainerVariable = "VELMORA_GROUP_CONTAINER";
+
+}  // namespace
+
 LinuxSharedLocations::LinuxSharedLocations(const Environment& environment,
                                            const FileReader& fileReader, HomeLookup homeLookup)
     : environment_(environment), fileReader_(fileReader), homeLookup_(std::move(homeLookup)) {}
 
 std::optional<Text> LinuxSharedLocations::groupContainer(std::string_view groupIdentifier) const {
-  if (const auto place = environment_.absolutePath("VELMORA_GROUP_CONTAINER")) {
-    return Text(*place);
+  if (std::optional<Text> container = groupContainerOfEnvironment()) {
+    return container;
   }
   std::optional<std::string> container = xdgDataHome(environment_, homeLookup_);
   if (!container) {
@@ -33,6 +39,10 @@ std::vector<Text> LinuxSharedLocations::applicationSupportDirectories() const {
     return {};
   }
   return {Text(*std::move(dataHome))};
+}
+
+std::optional<Text> LinuxSharedLocations::groupContainerOfEnvironment() const {
+  return environment_.absolutePath(groupContainerVariable);
 }
 
 }  // namespace velmora

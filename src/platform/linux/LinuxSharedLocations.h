@@ -26,6 +26,10 @@ class LinuxSharedLocations final : public SharedLocations {
   std::optional<Text> groupContainer(std::string_view groupIdentifier) const override;
   std::vector<Text> applicationSupportDirectories() const override;
 
+  /// The container of every group by $VELMORA_GROUP_CONTAINER: what groupContainer() then returns.
+  /// None when the variable does not count.
+  [[nodiscard]] std::optional<Text> groupContainerOfEnvironment() const;
+
  private:
   const Environment& environment_;
   const FileReader& fileReader_;

@@ -44,10 +44,14 @@ void validateDestroyedManifestIndex(const VelmoraWarpSharedDestroyedManifestInde
   }
 }
 
+Text destroyedManifestIndexPath(const Text& sharedWarpRoot, const PathStandardizer& paths) {
+  return paths.standardizedFileURLPath(
+      appendingPathComponent(sharedWarpRoot, destroyedManifestIndexFileName));
+}
+
 std::vector<VelmoraWarpSharedDestroyedManifestRecord> loadDestroyedManifestRecords(
     const Text& sharedWarpRoot, const FileReader& files, const PathStandardizer& paths) {
-  const Text path = paths.standardizedFileURLPath(
-      appendingPathComponent(sharedWarpRoot, destroyedManifestIndexFileName));
+  const Text path = destroyedManifestIndexPath(sharedWarpRoot, paths);
   if (!files.exists(path)) {
     return {};
   }

@@ -26,6 +26,10 @@ inline constexpr std::size_t maxDestroyedManifestIndexLength = std::size_t{256} 
 /// and every record has an identifier and a safe object key, both its own, and a canonical path.
 void validateDestroyedManifestIndex(const VelmoraWarpSharedDestroyedManifestIndex& index);
 
+/// The path of the index below the shared Warp root, whether or not there is such a file.
+[[nodiscard]] Text destroyedManifestIndexPath(const Text& sharedWarpRoot,
+                                              const PathStandardizer& paths);
+
 /// The records of the index below the shared Warp root, in its order; none when there is no file.
 /// Throws what reading raises (PlatformError), what decoding raises (DecodingError), or
 /// corruptFileError() for an index that breaks a rule: it is never used in part. Any thread.

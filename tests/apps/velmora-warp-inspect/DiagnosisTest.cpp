@@ -1,13 +1,17 @@
 #include "Diagnosis.h"
 #include "platform/PlatformError.h"
-#include "platform/linux/Environment.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/fakes/WarpRecords.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/ScratchDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <filesystem>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmora::inspect {
@@ -17,9 +21,10 @@ using Names = std::vector<std::string>;
 
 class DiagnosisTest : public testing::Test {
  protected:
-  Diagnosis look(const Environment::Variables& variables = {}) {
-    return diagnose(fake.platform(), Environment(variables),
-                    {.isBusReachable = [this] { return isBusReachable; },
+  Diagnosis look() {
+    return diagnose(fake.platform(),
+                    {.isContainerSetByEnvironment = [this] { return isContainerSetByEnvironment; },
+                     .isBusReachable = [this] { return isBusReachable; },
                      .canHoldNewFiles =
                          [this](const Text& directory) {
                            asked = directory;
@@ -27,19 +32,8 @@ class DiagnosisTest : public testing::Test {
                          }});
   }
 
-  /// Expects these pieces in the text for people, and these in the JSON for programs.
-  void expectPieces(const Names& textPieces, const Names& jsonPieces) {
-    const std::string text = toText(look(), Style(false));
-    for (const std::string& piece : textPieces) {
-      EXPECT_NE(text.find(piece), std::string::npos) << piece << "\n" << text;
-    }
-    const std::string json = toJSON(look());
-    for (const std::string& piece : jsonPieces) {
-      EXPECT_NE(json.find(piece), std::string::npos) << piece << "\n" << json;
-    }
-  }
-
   FakePlatform fake;
+  bool isContainerSetByEnvironment = false;
   bool isBusReachable = true;
   bool isWritable = true;
   Text asked;
@@ -59,29 +53,19 @@ TEST_F(DiagnosisTest, soundSystemIsReady) {
   EXPECT_EQ(diagnosis.obstacles(), Names());
   EXPECT_EQ(diagnosis.notes(), Names());
   EXPECT_EQ(asked, Text("/C/Warp/FinderHandoff"));
-  EXPECT_EQ(
-      toJSON(diagnosis),
-      R"({"ready":true,"obstacles":[],"notes":[],)"
-      R"("root":{"path":"/C/Warp","source":"groupContainer"},)"
-      R"("mirror":{"path":"/C/Warp/ManifestMirror","exists":true,"files":2,"valid":2,)"
-      R"("refused":0,"confirmed":1},)"
-      R"("index":{"path":"/C/Warp/destroyed-manifest-index.json","exists":true,"records":1},)"
-      R"("handoff":{"path":"/C/Warp/FinderHandoff","exists":true,"writable":true,"requests":1},)"
-      R"("language":{"choice":"system","preferred":["ja-JP","en"],"resolved":"ja"},)"
-      R"("bus":{"reachable":true},"application":{"found":true,"path":"/apps/Velmora"}})");
-  EXPECT_EQ(toText(diagnosis, Style(false)),
-            "ok       root         /C/Warp\n"
-            "                      in the group container, which the application has made\n"
-            "ok       mirror       /C/Warp/ManifestMirror\n"
-            "                      2 files: 2 valid, 0 refused; 1 confirmed\n"
-            "ok       index        /C/Warp/destroyed-manifest-index.json\n"
-            "                      1 record\n"
-            "ok       handoff      /C/Warp/FinderHandoff\n"
-            "                      writable; 1 request waits\n"
-            "ok       language     ja; the system prefers ja-JP en\n"
-            "ok       session bus  reachable\n"
-            "ok       application  /apps/Velmora\n"
-            "Nothing stands in the way of an action.\n");
+  EXPECT_EQ(diagnosis.rootSource, RootSource::groupContainer);
+  EXPECT_EQ(diagnosis.resolution.judged.size(), 2U);
+  EXPECT_EQ(diagnosis.resolution.confirmedCount(), 1U);
+  EXPECT_EQ(diagnosis.resolution.tombstoneCount, 1U);
+  EXPECT_TRUE(diagnosis.indexExists);
+  EXPECT_TRUE(diagnosis.handoff.exists);
+  EXPECT_TRUE(diagnosis.handoff.isWritable);
+  EXPECT_EQ(diagnosis.handoff.waitingRequests, 1U);
+  EXPECT_EQ(diagnosis.chosenLanguage, VelmoraLanguage::system);
+  EXPECT_EQ(diagnosis.preferredLanguages, (std::vector<Text>{"ja-JP", "en"}));
+  EXPECT_EQ(diagnosis.language, VelmoraLanguage::japanese);
+  EXPECT_TRUE(diagnosis.isBusReachable);
+  EXPECT_EQ(diagnosis.application, Text("/apps/Velmora"));
 }
 
 TEST_F(DiagnosisTest, whatTheActionsGetAlongWithIsANote) {
@@ -91,59 +75,61 @@ TEST_F(DiagnosisTest, whatTheActionsGetAlongWithIsANote) {
   fake.fileSystem.files["/data/Velmora/Warp/destroyed-manifest-index.json"] = "[]";
   fake.defaults.values[{"group.io.tolvane.Velmora", "VelmoraSelectedLanguage.v1"}] = "es";
   isBusReachable = false;
-  EXPECT_EQ(look().obstacles(), Names());
-  EXPECT_EQ(look().notes(),
+  const Diagnosis diagnosis = look();
+  EXPECT_EQ(diagnosis.obstacles(), Names());
+  EXPECT_EQ(diagnosis.notes(),
             (Names{"indexUnusable", "invalidManifests", "busUnreachable", "applicationNotFound"}));
-  expectPieces(
-      {"ok       root         /data/Velmora/Warp\n",
-       "                      the application has made no group container\n",
-       "note     mirror       ", "1 file: 0 valid, 1 refused; 0 confirmed\n",
-       "note     index        ", "ok       handoff      ", "does not exist yet; can be made\n",
-       "ok       language     es, chosen in the application\n", "note     session bus  not ",
-       "note     application  not found", "Nothing stands in the way of an action.\n"},
-      {R"("source":"fallback")", R"("exists":true,"error":{"kind":"typeMismatch")",
-       R"("exists":false,"writable":true,"requests":0)", R"("choice":"es","preferred":[])",
-       R"("bus":{"reachable":false},"application":{"found":false}})"});
+  EXPECT_EQ(diagnosis.rootSource, RootSource::fallback);
+  EXPECT_EQ(diagnosis.resolution.refused.size(), 1U);
+  EXPECT_EQ(diagnosis.resolution.indexFault.value().kind, "typeMismatch");
+  EXPECT_FALSE(diagnosis.handoff.exists);
+  EXPECT_EQ(diagnosis.handoff.waitingRequests, 0U);
+  EXPECT_EQ(diagnosis.chosenLanguage, VelmoraLanguage::spanish);
+  EXPECT_EQ(diagnosis.language, VelmoraLanguage::spanish);
 }
 
 TEST_F(DiagnosisTest, missingRootIsAnObstacle) {
-  EXPECT_EQ(look().obstacles(), Names{"noRoot"});
-  EXPECT_TRUE(toJSON(look()).starts_with(R"({"ready":false,"obstacles":["noRoot"],"notes":)"));
-  EXPECT_TRUE(
-      toText(look(), Style(false)).starts_with("problem  root         there is no place for it\n"));
-  expectPieces({}, {R"("root":{"path":null,"error":{"kind":"unreadable)"});
-  EXPECT_EQ(toJSON(look()).find(R"("mirror")"), std::string::npos);
+  const Diagnosis diagnosis = look();
+  EXPECT_EQ(diagnosis.obstacles(), Names{"noRoot"});
+  EXPECT_FALSE(diagnosis.resolution.places.has_value());
+  EXPECT_EQ(diagnosis.resolution.rootFault.value().kind, "unreadable");
+  EXPECT_EQ(asked, Text());
 }
 
 TEST_F(DiagnosisTest, mirrorThatCannotBeListedIsAnObstacle) {
   prepareMirror(fake);
+  fake.fileSystem.createDirectories("/C/Warp/FinderHandoff");
   fake.fileSystem.entryNamesFailure = throwing(posixError(EACCES));
-  EXPECT_EQ(look().obstacles(), Names{"mirrorUnreadable"});
-  expectPieces({"problem  mirror       /C/Warp/ManifestMirror\n"},
-               {R"("exists":true,"error":{"kind":"unreadable","message":"Permission denied"}})"});
+  const Diagnosis diagnosis = look();
+  EXPECT_EQ(diagnosis.obstacles(), Names{"mirrorUnreadable"});
+  EXPECT_FALSE(diagnosis.resolution.isMirrorMissing);
+  EXPECT_EQ(diagnosis.resolution.mirrorFault.value().message, "Permission denied");
+  EXPECT_EQ(diagnosis.handoff.waitingRequests, std::nullopt);
 }
 
 TEST_F(DiagnosisTest, handoffThatCannotBeWrittenToIsAnObstacle) {
   prepareMirror(fake);
   isWritable = false;
   EXPECT_EQ(look().obstacles(), Names{"handoffNotWritable"});
-  expectPieces({"problem  handoff      ", "cannot be made\n"}, {});
+  EXPECT_FALSE(look().handoff.exists);
   fake.fileSystem.createDirectories("/C/Warp/FinderHandoff");
-  expectPieces({"requests cannot be left there\n", "The actions cannot work as they should.\n"},
-               {R"({"ready":false,"obstacles":["handoffNotWritable"])"});
+  EXPECT_EQ(look().obstacles(), Names{"handoffNotWritable"});
+  EXPECT_TRUE(look().handoff.exists);
 }
 
 TEST_F(DiagnosisTest, missingMirrorAndIndexAreSound) {
   fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
-  EXPECT_EQ(look().obstacles(), Names());
-  expectPieces({"does not exist: no folder is warped\n"},
-               {R"("exists":false,"files":0,"valid":0,)"});
+  const Diagnosis diagnosis = look();
+  EXPECT_EQ(diagnosis.obstacles(), Names());
+  EXPECT_TRUE(diagnosis.resolution.isMirrorMissing);
+  EXPECT_FALSE(diagnosis.indexExists);
 }
 
 TEST_F(DiagnosisTest, containerByTheEnvironmentIsTold) {
   fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
-  EXPECT_EQ(look({{"VELMORA_GROUP_CONTAINER", "/C"}}).rootSource, RootSource::environment);
-  EXPECT_EQ(look({{"VELMORA_GROUP_CONTAINER", "relative"}}).rootSource, RootSource::groupContainer);
+  EXPECT_EQ(look().rootSource, RootSource::groupContainer);
+  isContainerSetByEnvironment = true;
+  EXPECT_EQ(look().rootSource, RootSource::environment);
 }
 
 TEST_F(DiagnosisTest, nothingIsMadeStartedOrSent) {
@@ -155,6 +141,37 @@ TEST_F(DiagnosisTest, nothingIsMadeStartedOrSent) {
   EXPECT_EQ(fake.fileSystem.directories, directories);
   EXPECT_TRUE(fake.workspace.opened.empty());
   EXPECT_TRUE(fake.notifications.posted.empty());
+}
+
+TEST(DirectoriesForNewFiles, mayExistOrNotYetButNotBelowAFile) {
+  const ScratchDirectory scratch;
+  scratch.write("file", "");
+  std::filesystem::create_directory(scratch.path("directory"));
+  std::filesystem::create_symlink("directory", scratch.path("link"));
+  std::filesystem::create_symlink("missing", scratch.path("broken"));
+  const std::vector<std::string> names = scratch.names();
+  for (const char* path : {"", "directory", "a", "a/b/c", "link", "link/a"}) {
+    EXPECT_TRUE(canHoldNewFiles(scratch.path(path))) << path;
+  }
+  for (const char* path : {"file", "file/a", "broken", "broken/a"}) {
+    EXPECT_FALSE(canHoldNewFiles(scratch.path(path))) << path;
+  }
+  EXPECT_EQ(scratch.names(), names);
+}
+
+TEST(DirectoriesForNewFiles, areTheUsersToWriteTo) {
+  const ScratchDirectory scratch;
+  std::filesystem::permissions(scratch.path(), std::filesystem::perms(0755));
+  for (const auto& [name, mode] : {std::pair("locked", 0555), std::pair("open", 0777)}) {
+    std::filesystem::create_directory(scratch.path(name));
+    std::filesystem::permissions(scratch.path(name), std::filesystem::perms(mode));
+  }
+  const std::pair<const char*, bool> rows[] = {
+      {"locked", false}, {"locked/a", false}, {"open", true}, {"open/a", true}};
+  for (const auto& [name, answer] : rows) {
+    const std::string path = scratch.path(name);
+    EXPECT_EQ(resultForOrdinaryUser([&] { return canHoldNewFiles(path) ? 1 : 0; }), answer) << path;
+  }
 }
 
 }  // namespace

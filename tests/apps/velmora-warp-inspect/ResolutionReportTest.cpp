@@ -75,5 +75,43 @@ TEST_F(ResolutionReportTest, whatIsUnusableHasItsFaultAndPlace) {
   EXPECT_TRUE(resolution.isComplete());
 }
 
+TEST(ManifestVerdicts, haveTheirNamesAndExplanations) {
+  using enum ManifestVerdict;
+  const struct {
+    ManifestVerdict verdict;
+    const char* name;
+    const char* explanation;
+  } rows[] = {
+      {confirmed, "confirmed", "the folder holds the marker of this Warp"},
+      {destroyedByWarpID, "destroyedByWarpID", "the index records this Warp as destroyed"},
+      {destroyedByManifestKey, "destroyedByManifestKey",
+       "the index records this object key as destroyed"},
+      {noMarker, "noMarker", "the folder holds no marker"},
+      {unreadableMarker, "unreadableMarker", "the folder's marker cannot be read"},
+      {malformedMarker, "malformedMarker", "the folder's marker is not one"},
+      {markerOfAnotherWarp, "markerOfAnotherWarp", "the folder's marker names another Warp"},
+      {aroundNoItem, "aroundNoItem", "the folder is another one"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(name(row.verdict), row.name);
+    EXPECT_EQ(explanationOf(row.verdict), row.explanation);
+  }
+}
+
+TEST_F(ResolutionReportTest, placesAreThoseThatTheActionsUse) {
+  fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
+  const std::optional<SharedPlaces> places = report().places;
+  ASSERT_TRUE(places.has_value());
+  EXPECT_EQ(places->root, Text("/C/Warp"));
+  EXPECT_EQ(places->rootParent, SharedWarpRootParent::groupContainer);
+  EXPECT_EQ(places->mirror, Text("/C/Warp/ManifestMirror"));
+  EXPECT_EQ(places->index, Text(indexPath));
+  EXPECT_EQ(places->handoff, Text("/C/Warp/FinderHandoff"));
+}
+
+TEST_F(ResolutionReportTest, placesAreNoneWithoutARoot) {
+  EXPECT_FALSE(report().places.has_value());
+}
+
 }  // namespace
 }  // namespace velmora::inspect

@@ -66,5 +66,19 @@ TEST(LinuxSharedLocationsTest, findsTheContainerOfTheEnvironmentOrOfTheDataHome)
             Text(group));
 }
 
+TEST(LinuxSharedLocationsTest, tellsTheContainerThatOnlyTheEnvironmentNames) {
+  const ScratchDirectory directory;
+  const PosixFileReader files;
+  std::filesystem::create_directory(directory.path("group.org.example"));
+  const auto container = [&](const Environment::Variables& variables) {
+    const Environment environment(variables);
+    return LinuxSharedLocations(environment, files, nowhere).groupContainerOfEnvironment();
+  };
+  EXPECT_EQ(container({{"VELMORA_GROUP_CONTAINER", "/none"}}), Text("/none"));
+  EXPECT_EQ(container({{"VELMORA_GROUP_CONTAINER", "relative"}}), std::nullopt);
+  // That of the data home is the application's.
+  EXPECT_EQ(container({{"XDG_DATA_HOME", directory.path()}}), std::nullopt);
+}
+
 }  // namespace
 }  // namespace velmora

@@ -1,4 +1,4 @@
-#include "FileCheck.h"
+#include "CheckCommand.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/WarpRecords.h"
 #include "warpshared/writing/ManifestEncoding.h"
@@ -14,7 +14,26 @@
 namespace velmora::inspect {
 namespace {
 
-class FileCheckTest : public testing::Test {
+TEST(KindsByFileName, areTold) {
+  EXPECT_EQ(fileKindOf(".velmora-warped.json"), FileKind::marker);
+  EXPECT_EQ(fileKindOf("/a/b/.velmora-warped.json"), FileKind::marker);
+  EXPECT_EQ(fileKindOf("destroyed-manifest-index.json"), FileKind::index);
+  EXPECT_EQ(fileKindOf("../destroyed-manifest-index.json"), FileKind::index);
+  for (const char* path : {"x.velmora-warped.json", "destroyed-manifest-index.json/a",
+                           "Destroyed-manifest-index.json", "W1.json", "notes.txt", "", "/"}) {
+    EXPECT_EQ(fileKindOf(path), FileKind::manifest) << path;
+  }
+}
+
+TEST(NamedKinds, areFoundByTheirNamesOnly) {
+  EXPECT_EQ(fileKindNamed("manifest"), FileKind::manifest);
+  EXPECT_EQ(fileKindNamed("index"), FileKind::index);
+  EXPECT_EQ(fileKindNamed("marker"), FileKind::marker);
+  EXPECT_EQ(fileKindNamed("Manifest"), std::nullopt);
+  EXPECT_EQ(fileKindNamed(""), std::nullopt);
+}
+
+class CheckCommandTest : public testing::Test {
  protected:
   CheckedFile check(const std::string& bytes, std::optional<FileKind> kind = std::nullopt,
                     const std::string& file = "/f.json") {
@@ -31,7 +50,7 @@ class FileCheckTest : public testing::Test {
   FileChecker checker{fake.fileSystem};
 };
 
-TEST_F(FileCheckTest, validFilesAreSummarised) {
+TEST_F(CheckCommandTest, validFilesAreSummarised) {
   VelmoraWarpSharedManifest manifest = manifestOf("/folder", "W1");
   manifest.entries.append(entryOf("/folder/a"));
   manifest.entries.append(entryOf("/folder/b"));
@@ -58,25 +77,25 @@ TEST_F(FileCheckTest, validFilesAreSummarised) {
   for (const auto& row : rows) {
     const CheckedFile checked = check(row.bytes, std::nullopt, row.file);
     EXPECT_EQ(toJSON(checked), "{\"file\":\"" + row.file + "\"," + row.json);
-    EXPECT_EQ(toText(checked, Style(false)), row.text);
+    EXPECT_EQ(toText(checked, Style::plain), row.text);
   }
 }
 
-TEST_F(FileCheckTest, kindThatIsGivenCountsMoreThanTheName) {
+TEST_F(CheckCommandTest, kindThatIsGivenCountsMoreThanTheName) {
   EXPECT_TRUE(check(markerJSON("W"), FileKind::marker).isValid());
   EXPECT_FALSE(check(markerJSON("W"), FileKind::index, "/.velmora-warped.json").isValid());
 }
 
-TEST_F(FileCheckTest, faultHasItsPlaceInTheFileAsItWas) {
+TEST_F(CheckCommandTest, faultHasItsPlaceInTheFileAsItWas) {
   // Decoding resolves the escapes in place.
   const CheckedFile checked =
       check("{\"version\":4,\n\"warpID\":\"\\u0041\\u0041\\u0041\",\n  \"deviceID\":5}");
   EXPECT_EQ(faultOf(checked).kind, "typeMismatch");
   EXPECT_EQ(faultOf(checked).place, (Place{3, 14}));
-  EXPECT_EQ(toText(checked, Style(false)).substr(0, 27), "invalid  manifest  /f.json\n");
+  EXPECT_EQ(toText(checked, Style::plain).substr(0, 27), "invalid  manifest  /f.json\n");
 }
 
-TEST_F(FileCheckTest, faultTellsWhatIsWrongAndWhere) {
+TEST_F(CheckCommandTest, faultTellsWhatIsWrongAndWhere) {
   using Path = std::vector<CodingKey>;
   const auto tombstone = tombstoneOf(manifestOf("/folder", "W1"));
   const struct {
@@ -97,7 +116,7 @@ TEST_F(FileCheckTest, faultTellsWhatIsWrongAndWhere) {
   }
 }
 
-TEST_F(FileCheckTest, whatCannotBeReadIsUnreadable) {
+TEST_F(CheckCommandTest, whatCannotBeReadIsUnreadable) {
   fake.fileSystem.createDirectories("/folder");
   for (const char* file : {"/missing", "/folder", ""}) {
     const CheckedFile checked = checker.check(file, std::nullopt);
@@ -106,7 +125,7 @@ TEST_F(FileCheckTest, whatCannotBeReadIsUnreadable) {
   }
 }
 
-TEST_F(FileCheckTest, relativeFileLiesInTheWorkingDirectory) {
+TEST_F(CheckCommandTest, relativeFileLiesInTheWorkingDirectory) {
   const std::string directory = std::filesystem::current_path();
   fake.fileSystem.files[directory + "/../a.json"] = markerJSON("W");
   const CheckedFile checked = checker.check("../a.json", FileKind::marker);
@@ -114,16 +133,16 @@ TEST_F(FileCheckTest, relativeFileLiesInTheWorkingDirectory) {
   EXPECT_EQ(checked.file, "../a.json");
 }
 
-TEST_F(FileCheckTest, oneFileAfterTheOtherIsCheckedAfresh) {
+TEST_F(CheckCommandTest, oneFileAfterTheOtherIsCheckedAfresh) {
   EXPECT_FALSE(check("{").isValid());
   EXPECT_TRUE(check(encodeManifest(manifestOf("/folder", "W1"))).isValid());
   EXPECT_TRUE(check(encodeManifest(manifestOf("/folder", "W1"))).isValid());
 }
 
-TEST_F(FileCheckTest, namesAreShownSafely) {
+TEST_F(CheckCommandTest, namesAreShownSafely) {
   const CheckedFile checked = check("{", std::nullopt, "/a\n\x1b[2J\xff");
   EXPECT_TRUE(
-      toText(checked, Style(false)).starts_with("invalid  manifest  /a\\n\\u{1b}[2J\uFFFD\n"));
+      toText(checked, Style::plain).starts_with("invalid  manifest  /a\\n\\u{1b}[2J\uFFFD\n"));
   EXPECT_TRUE(toJSON(checked).starts_with("{\"file\":\"/a\\n\\u001b[2J\uFFFD\","));
 }
 

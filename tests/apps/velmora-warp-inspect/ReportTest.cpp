@@ -1,4 +1,4 @@
-#include "Fault.h"
+#include "Report.h"
 #include "platform/PlatformError.h"
 #include "tests/fakes/FakePlatform.h"
 
@@ -16,6 +16,30 @@
 
 namespace velmora::inspect {
 namespace {
+
+TEST(JSONObjects, keepTheOrderOfTheirKeys) {
+  JSONObject inner;
+  inner.addNumber("n", 18446744073709551615U);
+  JSONObject object;
+  object.addText("b", "x");
+  object.addFlag("a", true);
+  object.addFlag("no", false);
+  object.addText("nothing", std::nullopt);
+  object.addJSON("inner", inner.json());
+  EXPECT_EQ(object.json(),
+            R"({"b":"x","a":true,"no":false,"nothing":null,"inner":{"n":18446744073709551615}})");
+  EXPECT_EQ(JSONObject().json(), "{}");
+}
+
+TEST(JSONStrings, areUTF8InOneLine) {
+  EXPECT_EQ(jsonString("a/\"\\\n\x1b\xff"), "\"a/\\\"\\\\\\n\\u001b\uFFFD\"");
+}
+
+TEST(JSONArrays, holdTheirElements) {
+  EXPECT_EQ(jsonArray({}), "[]");
+  EXPECT_EQ(jsonArray({"1"}), "[1]");
+  EXPECT_EQ(jsonArray({"1", "\"a\"", "[]"}), "[1,\"a\",[]]");
+}
 
 DecodingError errorAt(std::vector<CodingKey> path, std::optional<std::size_t> offset) {
   DecodingError error(DecodingErrorKind::typeMismatch, "wrong", offset);
@@ -102,6 +126,28 @@ TEST(Faults, areAnObjectAndALine) {
     EXPECT_EQ(toJSON(row.fault), row.json);
     EXPECT_EQ(toText(row.fault), row.text);
   }
+}
+
+ManifestSummary summary() {
+  return {.warpID = "W\n1",
+          .manifestKey = "manifests/W1.json",
+          .originalFolderPath = "/home/a \xC3\xA9",
+          .createdAt = *parseInternetDateTime("2025-11-21T03:39:54Z"),
+          .status = VelmoraWarpSharedStatus::needsAttention,
+          .entryCount = 1,
+          .sampleCount = 2};
+}
+
+TEST(ManifestReports, holdAllAsJSON) {
+  EXPECT_EQ(toJSON(summary()),
+            "{\"warpID\":\"W\\n1\",\"manifestKey\":\"manifests/W1.json\","
+            "\"originalFolderPath\":\"/home/a \u00e9\",\"createdAt\":\"2025-11-21T03:39:54Z\","
+            "\"status\":\"needsAttention\",\"entries\":1,\"samples\":2}");
+}
+
+TEST(ManifestReports, areALineForPeople) {
+  EXPECT_EQ(toText(summary()),
+            "Warp W\\n1, needsAttention, 1 entry, 2 samples, key manifests/W1.json");
 }
 
 }  // namespace

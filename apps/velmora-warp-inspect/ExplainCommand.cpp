@@ -1,8 +1,6 @@
-#include "Explanation.h"
+#include "ExplainCommand.h"
 
-#include "DisplayText.h"
-#include "JSONObject.h"
-#include "MirrorListing.h"
+#include "EnumTable.h"
 #include "common/SelectedItems.h"
 #include "json/strict/JSONReader.h"
 #include "platform/PathStandardizer.h"
@@ -22,27 +20,33 @@ namespace {
 
 constexpr std::size_t headWidth = 10;
 
+struct VerdictWords {
+  /// None for an operand that is no usable file URL.
+  std::optional<ItemVerdict> value;
+  std::string_view name;
+  std::string_view reason;
+};
+
+constexpr VerdictWords verdictWords[] = {
+    {ItemVerdict::accepted, "accepted", "is a folder and not warped"},
+    {ItemVerdict::notADirectory, "notADirectory", "is no folder, or not there"},
+    {ItemVerdict::alreadyWarped, "alreadyWarped", "is a warped folder already"},
+    {ItemVerdict::insideWarpedFolder, "insideWarpedFolder", "lies in the warped folder"},
+    {ItemVerdict::noMarker, "noMarker", "holds no marker"},
+    {ItemVerdict::notWarped, "notWarped",
+     "holds a marker, but is no warped folder and lies in none"},
+    {std::nullopt, "notAFileURL", "names no file: another kind of URL, nothing, or no UTF-8"},
+};
+
 std::string reasonText(const ExplainedItem& item) {
-  const std::string root = displayText(item.root.value_or(""));
-  if (!item.verdict.has_value()) {
-    return "names no file: another kind of URL, nothing, or no UTF-8";
+  if (item.isAccepted() && item.root.has_value()) {
+    return "is a warped folder and holds its marker";
   }
-  switch (*item.verdict) {
-    case ItemVerdict::accepted:
-      return item.root.has_value() ? "is a warped folder and holds its marker"
-                                   : "is a folder and not warped";
-    case ItemVerdict::notADirectory:
-      return "is no folder, or not there";
-    case ItemVerdict::alreadyWarped:
-      return "is a warped folder already";
-    case ItemVerdict::insideWarpedFolder:
-      return "lies in the warped folder " + root;
-    case ItemVerdict::noMarker:
-      return "holds no marker";
-    case ItemVerdict::notWarped:
-      break;
+  std::string reason(rowFor(verdictWords, item.verdict).reason);
+  if (item.verdict == ItemVerdict::insideWarpedFolder) {
+    reason.append(" ").append(displayText(item.root.value_or("")));
   }
-  return "holds a marker, but is no warped folder and lies in none";
+  return reason;
 }
 
 class ItemExplainer {
@@ -110,9 +114,7 @@ class ItemExplainer {
   const Platform& platform_;
 };
 
-std::string line(std::string_view text) {
-  return std::string(headWidth, ' ').append(text).append("\n");
-}
+std::string line(std::string_view text) { return indentedLine(headWidth, text); }
 
 std::string markerText(const ExplainedMarker& marker) {
   if (!marker.warpID.has_value()) {
@@ -148,47 +150,13 @@ std::string markerJSON(const ExplainedMarker& marker) {
     files.push_back(file.json());
   }
   for (const ReportedRefusal& refused : marker.refused) {
-    JSONObject file;
-    file.addText("file", refused.file);
-    file.addText("verdict", "invalid");
-    file.addJSON("error", toJSON(refused.fault));
-    files.push_back(file.json());
+    files.push_back(toJSON(refused));
   }
   object.addJSON("manifests", jsonArray(files));
   return object.json();
 }
 
-void addOptionalText(JSONObject& object, std::string_view key,
-                     const std::optional<std::string>& text) {
-  if (text.has_value()) {
-    object.addText(key, *text);
-  } else {
-    object.addNull(key);
-  }
-}
-
 }  // namespace
-
-std::string_view name(std::optional<ItemVerdict> verdict) {
-  if (!verdict.has_value()) {
-    return "notAFileURL";
-  }
-  switch (*verdict) {
-    case ItemVerdict::accepted:
-      return "accepted";
-    case ItemVerdict::notADirectory:
-      return "notADirectory";
-    case ItemVerdict::alreadyWarped:
-      return "alreadyWarped";
-    case ItemVerdict::insideWarpedFolder:
-      return "insideWarpedFolder";
-    case ItemVerdict::noMarker:
-      return "noMarker";
-    case ItemVerdict::notWarped:
-      break;
-  }
-  return "notWarped";
-}
 
 Explanation explainItems(const std::vector<std::string>& operands, const Platform& platform) {
   const ScreenedOperands screened = screenOperands(operands, platform);
@@ -208,20 +176,23 @@ std::string toJSON(const ExplainedItem& item) {
   JSONObject object;
   object.addText("path", item.path);
   object.addFlag("accepted", item.isAccepted());
-  object.addText("reason", name(item.verdict));
-  addOptionalText(object, "root", item.root);
-  addOptionalText(object, "manifest", item.manifestFile);
+  object.addText("reason", rowFor(verdictWords, item.verdict).name);
+  object.addText("root", item.root);
+  object.addText("manifest", item.manifestFile);
   if (item.marker.has_value()) {
     object.addJSON("marker", markerJSON(*item.marker));
   }
   return object.json();
 }
 
-std::string toText(const ExplainedItem& item, const Style& style) {
-  std::string text = item.isAccepted() ? style.word("accepted", Tone::good, headWidth)
-                                       : style.word("refused", Tone::bad, headWidth);
+std::string toText(const ExplainedItem& item, Style style) {
+  std::string text = item.isAccepted() ? styledWord("accepted", Tone::good, style, headWidth)
+                                       : styledWord("refused", Tone::bad, style, headWidth);
   text.append(displayText(item.path)).append("\n").append(headWidth, ' ');
-  text.append(name(item.verdict)).append(": ").append(reasonText(item)).append("\n");
+  text.append(rowFor(verdictWords, item.verdict).name)
+      .append(": ")
+      .append(reasonText(item))
+      .append("\n");
   if (item.manifestFile.has_value()) {
     text += line("by " + displayText(*item.manifestFile));
   }

@@ -1,4 +1,4 @@
-#include "Explanation.h"
+#include "ExplainCommand.h"
 #include "platform/PlatformError.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/fakes/WarpRecords.h"
@@ -17,9 +17,9 @@ namespace {
 
 using enum ItemVerdict;
 
-class ExplanationTest : public testing::Test {
+class ExplainCommandTest : public testing::Test {
  protected:
-  ExplanationTest() {
+  ExplainCommandTest() {
     recordWarp(fake, "/warped", "W1");
     fake.fileSystem.createDirectories("/warped/inner");
     mark(fake, "/warped/stray", "W1");
@@ -52,7 +52,7 @@ class ExplanationTest : public testing::Test {
   FakePlatform fake;
 };
 
-TEST_F(ExplanationTest, warpTellsEveryReason) {
+TEST_F(ExplainCommandTest, warpTellsEveryReason) {
   EXPECT_EQ(explain({"/plain", "/file", "/missing", "/warped", "/warped/inner"}),
             (std::vector<Told>{{"/plain", accepted, {}},
                                {"/file", notADirectory, {}},
@@ -61,7 +61,7 @@ TEST_F(ExplanationTest, warpTellsEveryReason) {
                                {"/warped/inner", insideWarpedFolder, "/warped"}}));
 }
 
-TEST_F(ExplanationTest, restoreTellsEveryReason) {
+TEST_F(ExplainCommandTest, restoreTellsEveryReason) {
   fake.bundle.identifier = "io.tolvane.Velmora.FinderRestoreAction";
   EXPECT_EQ(explain({"/warped", "/plain", "/stray", "/warped/stray"}),
             (std::vector<Told>{{"/warped", accepted, "/warped"},
@@ -70,7 +70,7 @@ TEST_F(ExplanationTest, restoreTellsEveryReason) {
                                {"/warped/stray", insideWarpedFolder, "/warped"}}));
 }
 
-TEST_F(ExplanationTest, itemsKeepTheOrderOfTheOperands) {
+TEST_F(ExplainCommandTest, itemsKeepTheOrderOfTheOperands) {
   EXPECT_EQ(explain({"http://host/a", "/plain", "", "file:///plain/", "/plain/.", "/\xff"}),
             (std::vector<Told>{{"http://host/a", {}, {}},
                                {"/plain", accepted, {}},
@@ -81,12 +81,12 @@ TEST_F(ExplanationTest, itemsKeepTheOrderOfTheOperands) {
   EXPECT_TRUE(explain({}).empty());
 }
 
-TEST_F(ExplanationTest, theManifestThatDecidesIsNamed) {
+TEST_F(ExplainCommandTest, theManifestThatDecidesIsNamed) {
   EXPECT_EQ(explainOne("/warped/inner").manifestFile, "/C/Warp/ManifestMirror/W1.json");
   EXPECT_EQ(explainOne("/plain").manifestFile, std::nullopt);
 }
 
-TEST_F(ExplanationTest, aMarkerThatDoesNotCountHasItsReason) {
+TEST_F(ExplainCommandTest, aMarkerThatDoesNotCountHasItsReason) {
   const std::string mirrorPath = "/C/Warp/ManifestMirror/";
   EXPECT_EQ(explainOne("/warped").marker.has_value(), false);
   EXPECT_EQ(explainOne("/plain").marker.has_value(), false);
@@ -142,7 +142,7 @@ TEST(ExplainedItems, areTwoLinesForPeople) {
        "or no UTF-8\n"},
   };
   for (const auto& [item, text] : rows) {
-    EXPECT_EQ(toText(item, Style(false)), text);
+    EXPECT_EQ(toText(item, Style::plain), text);
   }
 }
 
@@ -182,7 +182,7 @@ TEST(ExplainedItems, tellOfTheirMarker) {
   const std::string head =
       "refused   /a\n"
       "          notWarped: holds a marker, but is no warped folder and lies in none\n";
-  EXPECT_EQ(toText(item, Style(false)),
+  EXPECT_EQ(toText(item, Style::plain),
             head +
                 "          its marker names Warp W\\n\n"
                 "          /m/1.json: aroundNoItem, for /b\n"
@@ -195,13 +195,13 @@ TEST(ExplainedItems, tellOfTheirMarker) {
             R"("error":{"kind":"unreadable","message":"File too large"}}]}})");
   item.marker->manifests.clear();
   item.marker->refused.clear();
-  EXPECT_EQ(toText(item, Style(false)),
+  EXPECT_EQ(toText(item, Style::plain),
             head +
                 "          its marker names Warp W\\n\n"
                 "          no manifest of the mirror names this Warp\n");
   item.marker =
       ExplainedMarker{.warpID = {}, .fault = faultOf(std::make_exception_ptr(posixError(EISDIR)))};
-  EXPECT_EQ(toText(item, Style(false)),
+  EXPECT_EQ(toText(item, Style::plain),
             head + "          its marker cannot be used: unreadable: Is a directory\n");
   EXPECT_EQ(toJSON(item),
             R"({"path":"/a","accepted":false,"reason":"notWarped","root":null,"manifest":null,)"
@@ -211,7 +211,7 @@ TEST(ExplainedItems, tellOfTheirMarker) {
 TEST(ExplainedItems, nameTheManifestThatDecides) {
   ExplainedItem item = itemOf("/a", alreadyWarped, "/a");
   item.manifestFile = "/m/1.json";
-  EXPECT_EQ(toText(item, Style(false)),
+  EXPECT_EQ(toText(item, Style::plain),
             "refused   /a\n          alreadyWarped: is a warped folder already\n"
             "          by /m/1.json\n");
   EXPECT_EQ(toJSON(item), R"({"path":"/a","accepted":false,"reason":"alreadyWarped","root":"/a",)"

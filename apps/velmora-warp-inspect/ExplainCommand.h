@@ -1,13 +1,12 @@
-// Why an item suits an action or does not.
+// The command `explain`: why an item suits an action or does not.
 #pragma once
 
 #include "ResolutionReport.h"
-#include "Style.h"
+#include "Terminal.h"
 #include "extension/SelectionScreening.h"
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace velmora {
@@ -16,7 +15,7 @@ struct Platform;
 
 namespace inspect {
 
-/// What the marker of an item says, and what the mirror says of its Warp.
+/// The marker of an item, and the files of the mirror that name its Warp.
 struct ExplainedMarker {
   /// None when the marker cannot be read or is no marker; then the fault says why.
   std::optional<std::string> warpID = {};
@@ -45,14 +44,11 @@ struct ExplainedItem {
 struct Explanation {
   /// One for each operand, in their order.
   std::vector<ExplainedItem> items;
-  /// What the verdicts rest on.
+  /// The look at the warped folders that the verdicts rest on.
   ResolutionReport resolution;
 };
 
-/// "accepted" and so on; "notAFileURL" for none.
-[[nodiscard]] std::string_view name(std::optional<ItemVerdict> verdict);
-
-/// Screens what the operands stand for, by the action that `platform.bundle` decides.
+/// Screens the items that the operands stand for, by the action that `platform.bundle` decides.
 [[nodiscard]] Explanation explainItems(const std::vector<std::string>& operands,
                                        const Platform& platform);
 
@@ -60,7 +56,7 @@ struct Explanation {
 [[nodiscard]] std::string toJSON(const ExplainedItem& item);
 
 /// In lines for people.
-[[nodiscard]] std::string toText(const ExplainedItem& item, const Style& style);
+[[nodiscard]] std::string toText(const ExplainedItem& item, Style style);
 
 }  // namespace inspect
 

@@ -1,11 +1,10 @@
-#include "FileCheck.h"
+#include "CheckCommand.h"
 
-#include "DisplayText.h"
-#include "JSONObject.h"
-#include "ManifestReport.h"
+#include "EnumTable.h"
 #include "platform/FileReader.h"
 #include "warpshared/reading/DestroyedManifestIndexDecoding.h"
 
+#include <algorithm>
 #include <exception>
 #include <filesystem>
 #include <system_error>
@@ -14,14 +13,22 @@ namespace velmora::inspect {
 
 namespace {
 
+struct FileKindName {
+  FileKind value;
+  std::string_view name;
+};
+
+constexpr FileKindName fileKindNames[] = {
+    {FileKind::manifest, "manifest"}, {FileKind::index, "index"}, {FileKind::marker, "marker"}};
+
 constexpr std::size_t verdictWidth = 9;
 constexpr std::size_t kindWidth = 10;
 
-/// Below the working directory as it stands: without what ".." would make of symbolic links.
+/// `file` below the working directory. A ".." stays, because it may follow a symbolic link.
 std::string absolutePath(const std::string& file) {
   std::error_code error;
   const std::filesystem::path path = std::filesystem::absolute(file, error);
-  // Nothing is there then, and whoever tries to read it is told so.
+  // A file that has no absolute path is missing, and reading it says so.
   return error ? file : path.native();
 }
 
@@ -46,23 +53,35 @@ struct ContentJSON {
 
 struct ContentText {
   std::string operator()(const ManifestSummary& manifest) const {
-    return internetDateTime(manifest.createdAt)
-        .append("  ")
-        .append(displayText(manifest.originalFolderPath))
-        .append("\n")
-        .append(verdictWidth, ' ')
-        .append(toText(manifest));
+    return indentedLine(verdictWidth, internetDateTime(manifest.createdAt) + "  " +
+                                          displayText(manifest.originalFolderPath)) +
+           indentedLine(verdictWidth, toText(manifest));
   }
   std::string operator()(const IndexSummary& index) const {
-    return counted(index.recordCount, "record", "records");
+    return indentedLine(verdictWidth, counted(index.recordCount, "record", "records"));
   }
   std::string operator()(const WarpMarker& marker) const {
-    return "Warp " + displayText(marker.warpID);
+    return indentedLine(verdictWidth, "Warp " + displayText(marker.warpID));
   }
-  std::string operator()(const Fault& fault) const { return toText(fault); }
+  std::string operator()(const Fault& fault) const {
+    return indentedLine(verdictWidth, toText(fault));
+  }
 };
 
 }  // namespace
+
+std::optional<FileKind> fileKindNamed(std::string_view name) {
+  const auto* const found = std::ranges::find(fileKindNames, name, &FileKindName::name);
+  return found != std::ranges::end(fileKindNames) ? std::optional(found->value) : std::nullopt;
+}
+
+FileKind fileKindOf(std::string_view path) {
+  const std::string_view fileName = path.substr(path.rfind('/') + 1);
+  if (fileName == warpMarkerFileName) {
+    return FileKind::marker;
+  }
+  return fileName == destroyedManifestIndexFileName ? FileKind::index : FileKind::manifest;
+}
 
 CheckedFile FileChecker::check(const std::string& file, std::optional<FileKind> kind) {
   const FileKind wanted = kind.value_or(fileKindOf(file));
@@ -94,19 +113,18 @@ std::variant<ManifestSummary, IndexSummary, WarpMarker, Fault> FileChecker::cont
 std::string toJSON(const CheckedFile& checked) {
   JSONObject object;
   object.addText("file", checked.file);
-  object.addText("kind", name(checked.kind));
+  object.addText("kind", rowFor(fileKindNames, checked.kind).name);
   object.addFlag("valid", checked.isValid());
   std::visit(ContentJSON{object}, checked.content);
   return object.json();
 }
 
-std::string toText(const CheckedFile& checked, const Style& style) {
-  std::string text = checked.isValid() ? style.word("valid", Tone::good, verdictWidth)
-                                       : style.word("invalid", Tone::bad, verdictWidth);
-  const std::string_view kind = name(checked.kind);
+std::string toText(const CheckedFile& checked, Style style) {
+  std::string text = checked.isValid() ? styledWord("valid", Tone::good, style, verdictWidth)
+                                       : styledWord("invalid", Tone::bad, style, verdictWidth);
+  const std::string_view kind = rowFor(fileKindNames, checked.kind).name;
   text.append(kind).append(kindWidth - kind.size(), ' ').append(displayText(checked.file));
-  text.append("\n").append(verdictWidth, ' ').append(std::visit(ContentText{}, checked.content));
-  return text + "\n";
+  return text.append("\n").append(std::visit(ContentText{}, checked.content));
 }
 
 }  // namespace velmora::inspect

@@ -1,7 +1,7 @@
-#include "Fault.h"
+#include "Report.h"
 
-#include "DisplayText.h"
-#include "JSONObject.h"
+#include "Terminal.h"
+#include "json/JSONWriting.h"
 #include "json/strict/JSONReader.h"
 #include "platform/FileReader.h"
 #include "platform/PlatformError.h"
@@ -60,6 +60,36 @@ Fault faultOfException(const std::exception& error) {
 }
 
 }  // namespace
+
+std::string jsonString(std::string_view text) {
+  std::string json;
+  internal::appendJSONString(json, repairedUTF8(text));
+  return json;
+}
+
+std::string jsonArray(const std::vector<std::string>& elements) {
+  std::string json = "[";
+  for (const std::string& element : elements) {
+    json.append(json.size() > 1 ? "," : "").append(element);
+  }
+  return json + "]";
+}
+
+void JSONObject::addText(std::string_view key, std::optional<std::string_view> value) {
+  addJSON(key, value.has_value() ? jsonString(*value) : "null");
+}
+
+void JSONObject::addNumber(std::string_view key, std::size_t value) {
+  addJSON(key, std::to_string(value));
+}
+
+void JSONObject::addFlag(std::string_view key, bool value) {
+  addJSON(key, value ? "true" : "false");
+}
+
+void JSONObject::addJSON(std::string_view key, std::string_view json) {
+  members_.append(members_.size() > 1 ? "," : "").append(jsonString(key)).append(":").append(json);
+}
 
 Fault faultOf(const std::exception_ptr& error) {
   try {
@@ -121,6 +151,26 @@ std::string toText(const Fault& fault) {
     text.append(" at ").append(pathText(*fault.codingPath));
   }
   return text.append(": ").append(displayText(fault.message));
+}
+
+std::string toJSON(const ManifestSummary& manifest) {
+  JSONObject object;
+  object.addText("warpID", manifest.warpID);
+  object.addText("manifestKey", manifest.manifestKey);
+  object.addText("originalFolderPath", manifest.originalFolderPath);
+  object.addText("createdAt", internetDateTime(manifest.createdAt));
+  object.addText("status", rawValue(manifest.status));
+  object.addNumber("entries", manifest.entryCount);
+  object.addNumber("samples", manifest.sampleCount);
+  return object.json();
+}
+
+std::string toText(const ManifestSummary& manifest) {
+  std::string text = "Warp ";
+  text.append(displayText(manifest.warpID)).append(", ").append(rawValue(manifest.status));
+  text.append(", ").append(counted(manifest.entryCount, "entry", "entries"));
+  text.append(", ").append(counted(manifest.sampleCount, "sample", "samples"));
+  return text.append(", key ").append(displayText(manifest.manifestKey));
 }
 
 }  // namespace velmora::inspect

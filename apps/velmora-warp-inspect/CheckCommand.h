@@ -1,9 +1,9 @@
-// Whether a file is what it should be, by the code that the actions read it with.
+// The command `check`: whether a file is what it should be, by the code that the actions read it
+// with.
 #pragma once
 
-#include "Fault.h"
-#include "FileKind.h"
-#include "Style.h"
+#include "Report.h"
+#include "Terminal.h"
 #include "json/strict/JSONReader.h"
 #include "resolution/WarpMarker.h"
 #include "warpshared/reading/ManifestDecoding.h"
@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 
 namespace velmora {
@@ -19,7 +20,15 @@ class FileReader;
 
 namespace inspect {
 
-/// What is told of a valid index.
+enum class FileKind { manifest, index, marker };
+
+[[nodiscard]] std::optional<FileKind> fileKindNamed(std::string_view name);
+
+/// The kind of the file at `path` by its name: index and marker have theirs, and every other file
+/// is taken for a manifest.
+[[nodiscard]] FileKind fileKindOf(std::string_view path);
+
+/// The content of a valid index, as it is reported.
 struct IndexSummary {
   std::size_t recordCount = 0;
 };
@@ -39,8 +48,8 @@ class FileChecker {
   /// `files` is kept by reference.
   explicit FileChecker(const FileReader& files) : files_(files) {}
 
-  /// Checks `file`, relative to the working directory where it is not absolute; for what it is
-  /// taken by its name unless `kind` says. Never fails: what goes wrong is told.
+  /// Checks `file`, relative to the working directory where it is not absolute; its name decides
+  /// its kind unless `kind` does. Never fails: an error is the content's fault.
   [[nodiscard]] CheckedFile check(const std::string& file, std::optional<FileKind> kind);
 
  private:
@@ -56,7 +65,7 @@ class FileChecker {
 [[nodiscard]] std::string toJSON(const CheckedFile& checked);
 
 /// In lines for people.
-[[nodiscard]] std::string toText(const CheckedFile& checked, const Style& style);
+[[nodiscard]] std::string toText(const CheckedFile& checked, Style style);
 
 }  // namespace inspect
 

@@ -1,0 +1,167 @@
+#include "Terminal.h"
+#include "platform/linux/Environment.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace velmora::inspect {
+namespace {
+
+using Lines = std::vector<std::string>;
+using std::chrono::milliseconds;
+using std::string_literals::operator""s;
+
+TEST(StyledWords, areAlignedWithAndWithoutColours) {
+  EXPECT_EQ(styledWord("valid", Tone::good, Style::plain, 8), "valid   ");
+  EXPECT_EQ(styledWord("valid", Tone::good, Style::coloured, 8), "\x1b[32mvalid\x1b[0m   ");
+  EXPECT_EQ(styledWord("note", Tone::doubtful, Style::coloured, 4), "\x1b[33mnote\x1b[0m");
+  EXPECT_EQ(styledWord("invalid", Tone::bad, Style::coloured, 2), "\x1b[31minvalid\x1b[0m");
+}
+
+TEST(Terminals, areUsedAsTheEnvironmentSays) {
+  const struct {
+    Environment::Variables variables;
+    bool wantsColour;
+    bool canErase;
+  } rows[] = {
+      {{}, true, true},
+      {{{"TERM", "xterm-256color"}}, true, true},
+      {{{"TERM", "dumb"}}, false, false},
+      {{{"NO_COLOR", "1"}}, false, true},
+      {{{"NO_COLOR", ""}}, true, true},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::PrintToString(row.variables));
+    EXPECT_EQ(wantsColour(Environment(row.variables)), row.wantsColour);
+    EXPECT_EQ(canErase(Environment(row.variables)), row.canErase);
+  }
+}
+
+TEST(ForeignText, thatIsSafeStaysAsItIs) {
+  for (const char* text :
+       {"", "a b/c", "日本語", "cafe\u0301", "👩‍👩‍👧", "\uFFFD", "a\u00a0b"}) {
+    EXPECT_EQ(repairedUTF8(text), text);
+    EXPECT_EQ(displayText(text), text);
+  }
+}
+
+TEST(ForeignText, thatIsNotUTF8IsRepaired) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"a\xff\xfe z", "a\uFFFD\uFFFD z"},
+      {"caf\xe9", "caf\uFFFD"},
+      {"cut short\xe6\x97", "cut short\uFFFD\uFFFD"},
+      {"overlong\xc0\xaf", "overlong\uFFFD\uFFFD"},
+      {"surrogate\xed\xa0\x80", "surrogate\uFFFD\uFFFD\uFFFD"},
+  };
+  for (const auto& [bytes, repaired] : rows) {
+    EXPECT_EQ(repairedUTF8(bytes), repaired);
+    EXPECT_EQ(displayText(bytes), repaired);
+  }
+}
+
+TEST(ForeignText, steersNoTerminal) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"two\nlines\r", "two\\nlines\\r"},
+      {"a\tb", "a\\tb"},
+      {"\x1b[31mred", "\\u{1b}[31mred"},
+      {"a\0b"s, "a\\u{0}b"},
+      {"\x7f", "\\u{7f}"},
+      {"\u009b2J", "\\u{9b}2J"},
+      {"line ends \u2028\u2029", "line ends \\u{2028}\\u{2029}"},
+      {"right to left \u202egpj.exe\u202c", "right to left \\u{202e}gpj.exe\\u{202c}"},
+      {"isolate \xe2\x81\xa6\xe2\x81\xa9", "isolate \\u{2066}\\u{2069}"},
+      {"marks \xe2\x80\x8e\xe2\x80\x8f\xd8\x9c", "marks \\u{200e}\\u{200f}\\u{61c}"},
+      {"a\\n", "a\\\\n"},
+  };
+  for (const auto& [text, shown] : rows) {
+    EXPECT_EQ(repairedUTF8(text), text);
+    EXPECT_EQ(displayText(text), shown);
+  }
+}
+
+TEST(Lines, areIndented) {
+  EXPECT_EQ(indentedLine(2, "a"), "  a\n");
+  EXPECT_EQ(indentedLine(0, ""), "\n");
+}
+
+TEST(Counts, haveTheirNumber) {
+  EXPECT_EQ(counted(0, "file", "files"), "0 files");
+  EXPECT_EQ(counted(1, "file", "files"), "1 file");
+  EXPECT_EQ(counted(2, "entry", "entries"), "2 entries");
+}
+
+class ProgressTest : public testing::Test {
+ protected:
+  /// One more file is done after so long.
+  void advanceAfter(milliseconds time) {
+    now += time;
+    progress->advance();
+  }
+
+  Progress::Time now;
+  Lines shown;
+  std::optional<Progress> progress{std::in_place,
+                                   [this](std::string_view bytes) { shown.emplace_back(bytes); },
+                                   [this] { return now; }};
+};
+
+TEST_F(ProgressTest, isShownFromTheFirstSecondOn) {
+  progress->begin(4);
+  advanceAfter(milliseconds(999));
+  progress->hide();
+  EXPECT_EQ(shown, Lines());
+  advanceAfter(milliseconds(1));
+  EXPECT_EQ(shown, Lines{"\r\x1b[K[############------------] 2 of 4 files"});
+}
+
+TEST_F(ProgressTest, changesTenTimesASecondAtMost) {
+  progress->begin(1000);
+  advanceAfter(milliseconds(1000));
+  for (int file = 0; file < 100; ++file) {
+    advanceAfter(milliseconds(10));
+  }
+  EXPECT_EQ(shown.size(), 11U);
+}
+
+TEST_F(ProgressTest, isErasedOnceAndComesBackWhenItIsDue) {
+  progress->begin(3);
+  advanceAfter(milliseconds(2000));
+  progress->hide();
+  progress->hide();
+  advanceAfter(milliseconds(99));
+  EXPECT_EQ(shown, (Lines{"\r\x1b[K[########----------------] 1 of 3 files", "\r\x1b[K"}));
+  advanceAfter(milliseconds(1));
+  EXPECT_EQ(shown.back(), "\r\x1b[K[########################] 3 of 3 files");
+  progress.reset();
+  ASSERT_EQ(shown.size(), 4U);
+  EXPECT_EQ(shown.back(), "\r\x1b[K");
+}
+
+TEST_F(ProgressTest, countsEachRunFromItsBeginning) {
+  progress->begin(1);
+  advanceAfter(milliseconds(500));
+  progress->begin(1);
+  advanceAfter(milliseconds(600));
+  EXPECT_EQ(shown, Lines());
+}
+
+TEST(ProgressBars, withoutATerminalAreNoneAndAskNoTime) {
+  int questions = 0;
+  Progress progress(nullptr, [&] {
+    ++questions;
+    return Progress::Time();
+  });
+  progress.begin(1);
+  progress.advance();
+  progress.hide();
+  EXPECT_EQ(questions, 0);
+}
+
+}  // namespace
+}  // namespace velmora::inspect

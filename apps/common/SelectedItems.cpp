@@ -23,7 +23,8 @@ class OperandProvider final : public ItemProvider {
   }
 
   void loadItem(std::string_view, LoadCompletion completion) override {
-    completion(loadedItemFromOperand(operand_, standardizer_), nullptr);
+    std::optional<FileURL> url = fileURLFromOperand(operand_, standardizer_);
+    completion(url.has_value() ? LoadedItem(*std::move(url)) : UnusableItem{}, nullptr);
   }
 
  private:
@@ -61,17 +62,17 @@ bool looksLikeURL(std::string_view operand) {
 
 }  // namespace
 
-LoadedItem loadedItemFromOperand(std::string_view operand, const PathStandardizer& standardizer) {
+std::optional<FileURL> fileURLFromOperand(std::string_view operand,
+                                          const PathStandardizer& standardizer) {
   if (operand.empty()) {
-    return UnusableItem{};
+    return std::nullopt;
   }
   if (looksLikeURL(operand)) {
-    return URLObject{std::string(operand)};
+    return fileURLFromURLText(operand);
   }
   const Text path =
       operand.front() == '/' ? Text(operand) : standardizer.standardizedFileURLPath(operand);
-  std::optional<FileURL> url = fileURLFromAbsolutePath(path);
-  return url.has_value() ? LoadedItem(*std::move(url)) : UnusableItem{};
+  return fileURLFromAbsolutePath(path);
 }
 
 std::vector<std::shared_ptr<ItemProvider>> providersFromOperands(
@@ -88,8 +89,7 @@ ScreenedOperands screenOperands(const std::vector<std::string>& operands,
   std::vector<FileURL> selection;
   std::vector<std::optional<std::size_t>> itemNumbers;
   for (const std::string& operand : operands) {
-    std::optional<FileURL> url =
-        fileURLFromLoadedItem(loadedItemFromOperand(operand, platform.paths));
+    std::optional<FileURL> url = fileURLFromOperand(operand, platform.paths);
     itemNumbers.push_back(url.has_value() ? std::optional(selection.size()) : std::nullopt);
     if (url.has_value()) {
       selection.push_back(*std::move(url));

@@ -3,6 +3,7 @@
 
 #include "extension/SelectionScreening.h"
 #include "platform/ItemProvider.h"
+#include "text/FileURL.h"
 
 #include <cstddef>
 #include <memory>
@@ -16,25 +17,24 @@ namespace velmora {
 class PathStandardizer;
 struct Platform;
 
-/// What an operand stands for: a file URL (any text that begins with "file:" in any case, or with
-/// a scheme and "//"), or else a path, taken relative to the working directory where it is
-/// relative. An empty operand, which is what an unset variable of a script leaves, stands for
-/// nothing rather than for the working directory; so does a path that is not UTF-8.
-[[nodiscard]] LoadedItem loadedItemFromOperand(std::string_view operand,
-                                               const PathStandardizer& standardizer);
+/// The file URL that an operand stands for. A text that begins with "file:" in any case, or with a
+/// scheme and "//", is a URL. Any other text is a path, and a relative path is below the working
+/// directory. None for a URL that is no file URL, for a path that is not UTF-8, and for an empty
+/// operand, which an unset variable of a script leaves.
+[[nodiscard]] std::optional<FileURL> fileURLFromOperand(std::string_view operand,
+                                                        const PathStandardizer& standardizer);
 
 /// One provider for each operand, in order. `standardizer` outlives them.
 [[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> providersFromOperands(
     const std::vector<std::string>& operands, const PathStandardizer& standardizer);
 
-/// The items of a selection as screenSelection tells of them.
 struct ScreenedOperands {
   Screening screening;
-  /// For each operand the number of its item in the screening, or none for no usable file URL.
+  /// For each operand the index of its item in the screening; none for an operand that is no file.
   std::vector<std::optional<std::size_t>> itemNumbers;
 };
 
-/// Screens what the operands stand for, as a request does that has them for its selection.
+/// Screens the operands as a request does that has them as its selection.
 [[nodiscard]] ScreenedOperands screenOperands(const std::vector<std::string>& operands,
                                               const Platform& platform);
 

@@ -70,8 +70,7 @@ class ItemExplainer {
  private:
   [[nodiscard]] std::optional<std::string> fileThatWarps(const Text& root) const {
     const auto isReason = [&](const ReportedManifest& reported) {
-      return reported.verdict == ManifestVerdict::confirmed &&
-             platform_.paths.standardizedFileURLPath(reported.manifest.originalFolderPath) == root;
+      return reported.verdict == ManifestVerdict::confirmed && reported.folder == root;
     };
     const auto found = std::ranges::find_if(resolution_.judged, isReason);
     return found != resolution_.judged.end() ? std::optional(found->file) : std::nullopt;

@@ -37,18 +37,12 @@ constexpr VerdictWords verdictWords[] = {
     {ManifestVerdict::aroundNoItem, "aroundNoItem", "the folder is another one"},
 };
 
-/// None without a shared Warp root: the look-up of the warped folders tells the reason.
-std::optional<SharedPlaces> sharedPlaces(const Platform& platform) {
-  try {
-    const SharedWarpRoot root = sharedWarpRoot(platform.locations, platform.paths);
-    return SharedPlaces{.root = root.url.path,
-                        .rootParent = root.parent,
-                        .mirror = manifestMirrorPath(root.url.path, platform.paths),
-                        .index = destroyedManifestIndexPath(root.url.path, platform.paths),
-                        .handoff = handoffDirectoryPath(root.url.path, platform.paths)};
-  } catch (const PlatformError&) {
-    return std::nullopt;
-  }
+SharedPlaces placesIn(const SharedWarpRoot& root, const PathStandardizer& paths) {
+  return {.root = root.url.path,
+          .rootParent = root.parent,
+          .mirror = manifestMirrorPath(root.url.path, paths),
+          .index = destroyedManifestIndexPath(root.url.path, paths),
+          .handoff = handoffDirectoryPath(root.url.path, paths)};
 }
 
 bool isMissingFileError(const std::exception_ptr& fault) {
@@ -72,7 +66,9 @@ std::optional<Text> ResolutionReport::pathOf(Text SharedPlaces::*place) const {
 
 ResolutionReport reportOn(const Resolution& resolution, const Platform& platform) {
   ResolutionReport report;
-  report.places = sharedPlaces(platform);
+  if (resolution.root.has_value()) {
+    report.places = placesIn(*resolution.root, platform.paths);
+  }
   report.tombstoneCount = resolution.tombstoneCount;
   if (resolution.rootFault) {
     report.rootFault = faultOf(resolution.rootFault);
@@ -91,6 +87,7 @@ ResolutionReport reportOn(const Resolution& resolution, const Platform& platform
   for (const JudgedManifest& judged : resolution.judged) {
     ReportedManifest reported = {.file = judged.filePath.utf8(),
                                  .manifest = judged.manifest,
+                                 .folder = judged.folder.text,
                                  .verdict = judged.verdict,
                                  .fault = std::nullopt};
     if (judged.markerFault) {

@@ -34,6 +34,8 @@ struct SharedPlaces {
 struct ReportedManifest {
   std::string file;
   ManifestSummary manifest = {};
+  /// The folder that the manifest names, standardised.
+  Text folder = {};
   ManifestVerdict verdict = ManifestVerdict::confirmed;
   /// The error that reading the marker raised, if that is why.
   std::optional<Fault> fault = {};
@@ -46,7 +48,7 @@ struct ReportedRefusal {
 };
 
 struct ResolutionReport {
-  /// None without a shared Warp root.
+  /// None without a shared Warp root, and when no manifest was looked at.
   std::optional<SharedPlaces> places;
   /// Why there is no shared Warp root; nothing else was looked at.
   std::optional<Fault> rootFault;

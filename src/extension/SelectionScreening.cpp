@@ -8,36 +8,30 @@
 #include "resolution/WarpRoots.h"
 #include "text/UniquePaths.h"
 
+#include <cstddef>
+#include <optional>
 #include <utility>
 
 namespace velmora {
 
 namespace {
 
-/// Checks each item by itself. `accepted` is preliminary; the warped folders decide later.
-std::vector<ScreenedItem> candidates(const std::vector<FileURL>& selection,
-                                     const Platform& platform, bool isRestore) {
-  std::vector<ScreenedItem> items;
-  items.reserve(selection.size());
-  for (const FileURL& url : selection) {
-    ScreenedItem item = {.path = platform.paths.standardizedFileURLPath(url.path)};
-    if (isRestore) {
-      const bool hasMarker = platform.fileReader.exists(warpMarkerPath(item.path));
-      item.verdict = hasMarker ? ItemVerdict::accepted : ItemVerdict::noMarker;
-    } else {
-      const bool isDirectory = platform.fileReader.isDirectory(item.path);
-      item.verdict = isDirectory ? ItemVerdict::accepted : ItemVerdict::notADirectory;
-    }
-    items.push_back(std::move(item));
+/// The reason against the item that its path alone gives; none if the warped folders decide.
+std::optional<ItemVerdict> refusalByPath(const Text& path, const Platform& platform,
+                                         bool isRestore) {
+  if (isRestore) {
+    const bool hasMarker = platform.fileReader.exists(warpMarkerPath(path));
+    return hasMarker ? std::nullopt : std::optional(ItemVerdict::noMarker);
   }
-  return items;
+  const bool isDirectory = platform.fileReader.isDirectory(path);
+  return isDirectory ? std::nullopt : std::optional(ItemVerdict::notADirectory);
 }
 
-ItemVerdict verdictOn(const ScreenedItem& candidate, bool isRestore) {
-  if (!candidate.root.has_value()) {
+ItemVerdict verdictByRoot(const ScreenedItem& item, bool isRestore) {
+  if (!item.root.has_value()) {
     return isRestore ? ItemVerdict::notWarped : ItemVerdict::accepted;
   }
-  if (*candidate.root != candidate.path) {
+  if (*item.root != item.path) {
     // Only the warped folder itself can be restored: a marker inside of it proves nothing.
     return ItemVerdict::insideWarpedFolder;
   }
@@ -48,14 +42,26 @@ ItemVerdict verdictOn(const ScreenedItem& candidate, bool isRestore) {
 
 Screening screenSelection(const std::vector<FileURL>& selection, const Platform& platform) {
   const bool isRestore = isRestoreAction(platform.bundle);
-  Screening screening = {.items = candidates(selection, platform, isRestore), .resolution = {}};
-  screening.resolution = resolveWarpedFoldersAround(acceptedPaths(screening), platform);
-  const WarpRoots roots(warpedFolderPaths(screening.resolution, platform.paths), platform.paths);
-  for (ScreenedItem& item : screening.items) {
-    if (item.verdict == ItemVerdict::accepted) {
-      item.root = roots.enclosingWarpRoot(item.path);
-      item.verdict = verdictOn(item, isRestore);
+  Screening screening;
+  // The items that the warped folders decide on: their indexes, and how they are compared.
+  std::vector<std::size_t> openItems;
+  std::vector<StandardizedPath> openPaths;
+  for (const FileURL& url : selection) {
+    ScreenedItem item = {.path = platform.paths.standardizedFileURLPath(url.path)};
+    if (const auto refusal = refusalByPath(item.path, platform, isRestore)) {
+      item.verdict = *refusal;
+    } else {
+      openItems.push_back(screening.items.size());
+      openPaths.push_back(standardized(item.path, platform.paths));
     }
+    screening.items.push_back(std::move(item));
+  }
+  screening.resolution = resolveWarpedFoldersAround(openPaths, platform);
+  const WarpRoots roots(warpedFolderPaths(screening.resolution));
+  for (std::size_t index = 0; index < openItems.size(); ++index) {
+    ScreenedItem& item = screening.items[openItems[index]];
+    item.root = roots.enclosingWarpRoot(openPaths[index]);
+    item.verdict = verdictByRoot(item, isRestore);
   }
   return screening;
 }

@@ -8,9 +8,7 @@
 #include "platform/PlatformError.h"
 #include "resolution/Tombstones.h"
 #include "resolution/WarpMarker.h"
-#include "resolution/WarpRoots.h"
 #include "resolution/WarpsAround.h"
-#include "text/Characters.h"
 #include "warpshared/reading/DestroyedManifestIndexDecoding.h"
 
 #include <unordered_set>
@@ -31,13 +29,8 @@ ManifestVerdict verdictByMarker(const ManifestSummary& manifest, const FileReade
                                            : ManifestVerdict::markerOfAnotherWarp;
 }
 
-Text folderPathOf(const ManifestSummary& manifest, const PathStandardizer& paths) {
-  return paths.standardizedFileURLPath(manifest.originalFolderPath);
-}
-
-/// The path by which the folder is compared with items.
-Text warpRootOf(const ManifestSummary& manifest, const PathStandardizer& paths) {
-  return paths.standardizedPath(folderPathOf(manifest, paths));
+StandardizedPath folderOf(const ManifestSummary& manifest, const PathStandardizer& paths) {
+  return standardized(paths.standardizedFileURLPath(manifest.originalFolderPath), paths);
 }
 
 /// What is asked of the mirror.
@@ -57,8 +50,9 @@ class ManifestJudge {
   JudgedManifest judge(MirroredManifest&& mirrored) {
     JudgedManifest judged = {.filePath = std::move(mirrored.filePath),
                              .manifest = std::move(mirrored.manifest)};
+    judged.folder = folderOf(judged.manifest, platform_.paths);
     try {
-      judged.verdict = verdictOn(judged.manifest);
+      judged.verdict = verdictOn(judged);
     } catch (const DecodingError&) {
       judged.verdict = ManifestVerdict::malformedMarker;
       judged.markerFault = std::current_exception();
@@ -70,15 +64,15 @@ class ManifestJudge {
   }
 
  private:
-  ManifestVerdict verdictOn(const ManifestSummary& manifest) {
+  ManifestVerdict verdictOn(const JudgedManifest& judged) {
+    const ManifestSummary& manifest = judged.manifest;
     if (tombstones_.nameWarp(manifest.warpID)) {
       return ManifestVerdict::destroyedByWarpID;
     }
     if (tombstones_.nameManifest(manifest.manifestKey)) {
       return ManifestVerdict::destroyedByManifestKey;
     }
-    if (question_.folders.has_value() &&
-        !question_.folders->contains(warpRootOf(manifest, platform_.paths))) {
+    if (question_.folders.has_value() && !question_.folders->contains(judged.folder.text)) {
       return ManifestVerdict::aroundNoItem;
     }
     return verdictByMarker(manifest, platform_.fileReader, reader_);
@@ -103,13 +97,13 @@ Tombstones loadTombstones(const Text& root, const Platform& platform, Resolution
 
 Resolution resolve(const Platform& platform, const Question& question) {
   Resolution resolution;
-  Text root;
   try {
-    root = sharedWarpRootURL(platform.locations, platform.paths).path;
+    resolution.root = sharedWarpRoot(platform.locations, platform.paths);
   } catch (const PlatformError&) {
     resolution.rootFault = std::current_exception();
     return resolution;
   }
+  const Text& root = resolution.root->url.path;
   ManifestMirror mirror = mirroredManifests(root, platform.fileReader, platform.paths,
                                             question.warpIDs, question.progress);
   resolution.mirrorFault = std::move(mirror.fault);
@@ -122,22 +116,10 @@ Resolution resolve(const Platform& platform, const Question& question) {
   return resolution;
 }
 
-/// The items as they are compared with warped folders.
-std::vector<Text> comparedPaths(const std::vector<Text>& items, const PathStandardizer& paths) {
-  std::vector<Text> compared;
-  for (const Text& item : items) {
-    Text path = paths.standardizedPath(item);
-    if (hasCharacterPrefix(path, "/")) {
-      compared.push_back(std::move(path));
-    }
-  }
-  return compared;
-}
-
-std::unordered_set<Text> foldersAround(const std::vector<Text>& paths) {
+std::unordered_set<Text> foldersAround(const std::vector<StandardizedPath>& items) {
   std::unordered_set<Text> folders;
-  for (const Text& path : paths) {
-    for (Text& folder : pathAndAncestors(path)) {
+  for (const StandardizedPath& item : items) {
+    for (Text& folder : pathAndAncestors(item)) {
       folders.insert(std::move(folder));
     }
   }
@@ -150,15 +132,15 @@ Resolution resolveWarpedFolders(const Platform& platform, const MirrorProgress& 
   return resolve(platform, {.warpIDs = {}, .folders = {}, .progress = progress});
 }
 
-Resolution resolveWarpedFoldersAround(const std::vector<Text>& items, const Platform& platform) {
-  const std::vector<Text> paths = comparedPaths(items, platform.paths);
+Resolution resolveWarpedFoldersAround(const std::vector<StandardizedPath>& items,
+                                      const Platform& platform) {
   std::optional<std::vector<Text>> warpIDs =
-      warpsAround(paths, platform.fileReader, platform.paths);
+      warpsAround(items, platform.fileReader, platform.paths);
   if (warpIDs.has_value() && warpIDs->empty()) {
     return {};
   }
   return resolve(platform,
-                 {.warpIDs = std::move(warpIDs), .folders = foldersAround(paths), .progress = {}});
+                 {.warpIDs = std::move(warpIDs), .folders = foldersAround(items), .progress = {}});
 }
 
 std::vector<ManifestSummary> confirmedWarpManifests(const Resolution& resolution) {
@@ -171,10 +153,12 @@ std::vector<ManifestSummary> confirmedWarpManifests(const Resolution& resolution
   return confirmed;
 }
 
-std::vector<Text> warpedFolderPaths(const Resolution& resolution, const PathStandardizer& paths) {
-  std::vector<Text> folders;
-  for (const ManifestSummary& manifest : confirmedWarpManifests(resolution)) {
-    folders.push_back(folderPathOf(manifest, paths));
+std::vector<StandardizedPath> warpedFolderPaths(const Resolution& resolution) {
+  std::vector<StandardizedPath> folders;
+  for (const JudgedManifest& judged : resolution.judged) {
+    if (judged.verdict == ManifestVerdict::confirmed) {
+      folders.push_back(judged.folder);
+    }
   }
   return folders;
 }

@@ -5,7 +5,9 @@
 // Warp. Manifests need not be looked at when they cannot matter to an item: WarpsAround.h.
 #pragma once
 
+#include "handoff/SharedContainer.h"
 #include "resolution/ManifestMirror.h"
+#include "resolution/StandardizedPath.h"
 #include "text/Text.h"
 
 #include <cstddef>
@@ -15,7 +17,6 @@
 
 namespace velmora {
 
-class PathStandardizer;
 struct Platform;
 
 /// Whether a manifest of the mirror counts.
@@ -41,13 +42,17 @@ enum class ManifestVerdict {
 struct JudgedManifest {
   Text filePath;
   ManifestSummary manifest;
+  /// The folder that the manifest names.
+  StandardizedPath folder = {};
   ManifestVerdict verdict = ManifestVerdict::confirmed;
   /// What reading the marker raised, if that is why.
   std::exception_ptr markerFault = {};
 };
 
-/// What came of one look at the shared Warp root. A fault is null when there is none.
+/// The result of one look at the shared Warp root. A fault is null when there is none.
 struct Resolution {
+  /// None when it was not asked for, because no manifest can matter, and when there is none.
+  std::optional<SharedWarpRoot> root;
   /// Why there is no shared Warp root (PlatformError); then nothing else was looked at.
   std::exception_ptr rootFault;
   /// Why the mirror cannot be listed (PlatformError).
@@ -70,17 +75,16 @@ struct Resolution {
 [[nodiscard]] Resolution resolveWarpedFolders(const Platform& platform,
                                               const MirrorProgress& progress = {});
 
-/// The same, but only of manifests that may matter to one of `items`, which are paths: every warped
-/// folder that is or contains an item is among them. The mirror is not read when there can be none,
-/// and no marker of another folder is.
-[[nodiscard]] Resolution resolveWarpedFoldersAround(const std::vector<Text>& items,
+/// The same, but only of manifests that may matter to one of `items`: every warped folder that is
+/// or contains an item is among them. The mirror is not read when there can be none, and no marker
+/// of another folder is.
+[[nodiscard]] Resolution resolveWarpedFoldersAround(const std::vector<StandardizedPath>& items,
                                                     const Platform& platform);
 
 /// The manifests that are confirmed, newest first.
 [[nodiscard]] std::vector<ManifestSummary> confirmedWarpManifests(const Resolution& resolution);
 
-/// The standardised paths of the folders that are warped, newest Warp first.
-[[nodiscard]] std::vector<Text> warpedFolderPaths(const Resolution& resolution,
-                                                  const PathStandardizer& paths);
+/// The folders that are warped, newest Warp first.
+[[nodiscard]] std::vector<StandardizedPath> warpedFolderPaths(const Resolution& resolution);
 
 }  // namespace velmora

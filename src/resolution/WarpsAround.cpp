@@ -6,6 +6,7 @@
 #include "platform/PathStandardizer.h"
 #include "platform/PlatformError.h"
 #include "resolution/WarpMarker.h"
+#include "text/Characters.h"
 #include "text/UniquePaths.h"
 
 #include <algorithm>
@@ -26,8 +27,11 @@ class MarkerSearch {
   MarkerSearch(const FileReader& files, const PathStandardizer& standardizer)
       : files_(files), standardizer_(standardizer) {}
 
-  void searchAround(const Text& path) {
-    for (const Text& place : standardizer_.pathsStandardizedTo(path)) {
+  void searchAround(const StandardizedPath& path) {
+    if (!hasCharacterPrefix(path.text, "/")) {
+      return;
+    }
+    for (const Text& place : standardizer_.pathsStandardizedTo(path.text)) {
       searchInAndAbove(place.view());
     }
   }
@@ -101,11 +105,11 @@ class MarkerSearch {
 
 }  // namespace
 
-std::optional<std::vector<Text>> warpsAround(const std::vector<Text>& paths,
+std::optional<std::vector<Text>> warpsAround(const std::vector<StandardizedPath>& paths,
                                              const FileReader& files,
                                              const PathStandardizer& standardizer) {
   MarkerSearch search(files, standardizer);
-  for (const Text& path : paths) {
+  for (const StandardizedPath& path : paths) {
     search.searchAround(path);
   }
   return std::move(search).warpIDs();

@@ -13,6 +13,7 @@
 // the item.
 #pragma once
 
+#include "resolution/StandardizedPath.h"
 #include "text/Text.h"
 
 #include <cstddef>
@@ -28,13 +29,13 @@ class PathStandardizer;
 inline constexpr std::size_t maxSearchedNameCount = 10'000;
 
 /// Returns the identifiers in the markers at and above `paths`, each once; none when any Warp may
-/// enclose one of the paths. `paths` are standardised and absolute. A marker that cannot be read,
-/// or is no marker, confirms no manifest and so names no Warp. Looks into each folder once, however
-/// many paths are below it.
+/// enclose one of the paths. Paths that are not absolute count for nothing. A marker that cannot be
+/// read, or is no marker, confirms no manifest and so names no Warp. Looks into each folder once,
+/// however many paths are below it.
 ///
 /// Throws only when memory runs out. Takes no lock; the files may change meanwhile. Any thread.
-[[nodiscard]] std::optional<std::vector<Text>> warpsAround(const std::vector<Text>& paths,
-                                                           const FileReader& files,
-                                                           const PathStandardizer& standardizer);
+[[nodiscard]] std::optional<std::vector<Text>> warpsAround(
+    const std::vector<StandardizedPath>& paths, const FileReader& files,
+    const PathStandardizer& standardizer);
 
 }  // namespace velmora

@@ -230,7 +230,7 @@ Verdict byEveryManifest(const FileURL& item, const Platform& platform, const War
   if (!isCandidate) {
     return {.isAccepted = false, .root = "none"};
   }
-  const std::optional<Text> root = roots.enclosingWarpRoot(path);
+  const std::optional<Text> root = roots.enclosingWarpRoot(standardized(path, platform.paths));
   return {.isAccepted = isRestore ? root == path : !root.has_value(),
           .root = root.value_or("none").utf8()};
 }
@@ -244,8 +244,7 @@ TEST(RandomWorlds, getTheVerdictsOfALookAtEverything) {
     SCOPED_TRACE("world " + std::to_string(seed));
     World world(seed);
     const Platform platform = world.fake.platform(files);
-    const WarpRoots roots(warpedFolderPaths(resolveWarpedFolders(platform), platform.paths),
-                          platform.paths);
+    const WarpRoots roots(warpedFolderPaths(resolveWarpedFolders(platform)));
     const std::vector<FileURL> selection = world.selection();
     for (const bool isRestore : {false, true}) {
       world.fake.bundle.identifier =

@@ -6,7 +6,7 @@
 #include "resolution/WarpedFolders.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/WarpRecords.h"
-#include "tests/support/Bytes.h"
+#include "tests/resolution/Folders.h"
 #include "tests/support/HostileFiles.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/Threads.h"
@@ -42,7 +42,7 @@ class WarpedDirectories {
     return resolveWarpedFolders(fake.platform(files));
   }
 
-  Paths confirmed() { return bytesOf(warpedFolderPaths(resolve(), fake.paths)); }
+  Paths confirmed() { return bytesOf(warpedFolderPaths(resolve())); }
 
   ScratchDirectory scratch;
   FakePlatform fake;
@@ -88,7 +88,7 @@ TEST(HostileFiles, onlyShrinkTheList) {
       std::filesystem::remove_all(path);
       row.make(path);
       const Resolution resolution = warped.resolve();
-      const Paths confirmed = bytesOf(warpedFolderPaths(resolution, warped.fake.paths));
+      const Paths confirmed = bytesOf(warpedFolderPaths(resolution));
       Paths valid;
       for (const JudgedManifest& judged : resolution.judged) {
         valid.push_back(judged.filePath.utf8());

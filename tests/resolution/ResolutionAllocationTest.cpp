@@ -27,11 +27,11 @@ bool isForWantOfMemory(const std::exception_ptr& fault) {
 
 TEST(ResolutionShortOfMemory, losesNoManifestUntold) {
   FakePlatform fake;
-  std::vector<Text> items;
+  std::vector<StandardizedPath> items;
   for (int number = 0; number < 3; ++number) {
     const std::string name = "a folder with a long name " + std::to_string(number);
     recordWarp(fake, "/" + name, name);
-    items.emplace_back("/" + name + "/\u00e9");
+    items.push_back({"/" + name + "/\u00e9"});
   }
   int throwCount = 0;
   int refusalCount = 0;

@@ -4,7 +4,7 @@
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/fakes/WarpRecords.h"
 #include "tests/resolution/Faults.h"
-#include "tests/support/Bytes.h"
+#include "tests/resolution/Folders.h"
 #include "warpshared/writing/ManifestEncoding.h"
 
 #include <gtest/gtest.h>
@@ -40,8 +40,7 @@ class MarkedFolder {
     const Resolution resolution = resolve();
     EXPECT_EQ(resolution.judged.size(), 1);
     const ManifestVerdict verdict = resolution.judged.at(0).verdict;
-    EXPECT_EQ(bytesOf(warpedFolderPaths(resolution, fake.paths)),
-              verdict == confirmed ? Paths{"/a"} : Paths());
+    EXPECT_EQ(bytesOf(warpedFolderPaths(resolution)), verdict == confirmed ? Paths{"/a"} : Paths());
     return verdict;
   }
 
@@ -115,7 +114,7 @@ TEST_F(Markers, judgeEachManifestOfAFolderOnItsOwn) {
   EXPECT_EQ(resolution.judged[0].manifest.warpID, "new");
   EXPECT_EQ(resolution.judged[0].verdict, markerOfAnotherWarp);
   EXPECT_EQ(resolution.judged[1].verdict, confirmed);
-  EXPECT_EQ(bytesOf(warpedFolderPaths(resolution, fake.paths)), Paths{"/a"});
+  EXPECT_EQ(bytesOf(warpedFolderPaths(resolution)), Paths{"/a"});
 }
 
 TEST(Tombstones, takeTheFolderFromItsWarp) {
@@ -160,7 +159,7 @@ TEST(Resolutions, endWithoutASharedRoot) {
   FakePlatform fake;
   const Resolution resolution = resolveWarpedFolders(fake.platform());
   EXPECT_NE(messageOf(resolution.rootFault), "none");
-  EXPECT_TRUE(warpedFolderPaths(resolution, fake.paths).empty());
+  EXPECT_TRUE(warpedFolderPaths(resolution).empty());
 }
 
 TEST(Resolutions, keepWhatIsWrongWithTheMirror) {
@@ -179,7 +178,7 @@ TEST(WarpedFolderPaths, areThoseOfTheNewestManifestsFirst) {
   manifest.createdAt = {.secondsSinceReferenceDate = 60};
   mirror(fake, manifest);
   mark(fake, "/new", "2");
-  EXPECT_EQ(bytesOf(warpedFolderPaths(resolveWarpedFolders(fake.platform()), fake.paths)),
+  EXPECT_EQ(bytesOf(warpedFolderPaths(resolveWarpedFolders(fake.platform()))),
             (Paths{"/new", "/old"}));
 }
 
@@ -189,7 +188,7 @@ TEST(ResolutionsAroundItems, judgeTheManifestsAroundThem) {
   recordWarp(fake, "/other", "X");
   fake.fileSystem.files[std::string(recordedWarpRoot) + "/ManifestMirror/copy.json"] =
       encodeManifest(manifestOf("/elsewhere", "W"));
-  const Resolution resolution = resolveWarpedFoldersAround({"/a/b/c"}, fake.platform());
+  const Resolution resolution = resolveWarpedFoldersAround({{"/a/b/c"}}, fake.platform());
   std::vector<std::pair<std::string, ManifestVerdict>> verdicts;
   for (const JudgedManifest& judged : resolution.judged) {
     verdicts.emplace_back(judged.manifest.originalFolderPath.utf8(), judged.verdict);
@@ -203,10 +202,10 @@ TEST(ResolutionsAroundItems, doWithoutTheMirrorWhereThereIsNoMarker) {
   recordWarp(fake, "/a", "W");
   fake.fileSystem.entryNamesFailure = throwing(posixError(EACCES));
   for (const char* item : {"/", "/b", "/b/c", "relative", ""}) {
-    const Resolution resolution = resolveWarpedFoldersAround({item}, fake.platform());
+    const Resolution resolution = resolveWarpedFoldersAround({{item}}, fake.platform());
     EXPECT_EQ(messageOf(resolution.mirrorFault), "none") << item;
   }
-  EXPECT_NE(messageOf(resolveWarpedFoldersAround({"/a"}, fake.platform()).mirrorFault), "none");
+  EXPECT_NE(messageOf(resolveWarpedFoldersAround({{"/a"}}, fake.platform()).mirrorFault), "none");
 }
 
 }  // namespace

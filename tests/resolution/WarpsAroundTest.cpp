@@ -21,7 +21,11 @@ const Warps anyWarp = std::nullopt;
 class WarpsAround : public testing::Test {
  protected:
   Warps around(const std::vector<Text>& paths) {
-    return warpsAround(paths, fake.fileSystem, fake.paths);
+    std::vector<StandardizedPath> items;
+    for (const Text& path : paths) {
+      items.push_back({path});
+    }
+    return warpsAround(items, fake.fileSystem, fake.paths);
   }
 
   FakePlatform fake;
@@ -62,7 +66,7 @@ TEST_F(WarpsAround, mayBeAnyWhereANameIsThereInAnotherSpelling) {
   for (const auto& row : rows) {
     FakePlatform world;
     const auto around = [&](const std::string& path) {
-      return warpsAround({path}, world.fileSystem, world.paths);
+      return warpsAround({{path}}, world.fileSystem, world.paths);
     };
     world.fileSystem.createDirectories("/x/" + std::string(row.entry) + "/below");
     EXPECT_EQ(around("/x/" + std::string(row.entry) + "/below"), Warps{std::vector<Text>()})
@@ -115,7 +119,7 @@ class PrefixingStandardizer final : public PathStandardizer {
 
 TEST_F(WarpsAround, areLookedForUnderEveryPathThatIsStandardisedToTheItems) {
   mark(fake, "/private/tmp", "P");
-  EXPECT_EQ(warpsAround({"/tmp/a"}, fake.fileSystem, PrefixingStandardizer()), Warps{{"P"}});
+  EXPECT_EQ(warpsAround({{"/tmp/a"}}, fake.fileSystem, PrefixingStandardizer()), Warps{{"P"}});
 }
 
 }  // namespace

@@ -15,8 +15,8 @@ class ListCommandTest : public testing::Test {
   ListCommandTest() {
     resolution = emptyResolution();
     resolution.judged = {
-        {"/m/b.json", manifest("W2", "/b"), ManifestVerdict::confirmed, std::nullopt},
-        {"/m/a.json", manifest("W1", "/a"), ManifestVerdict::unreadableMarker,
+        {"/m/b.json", manifest("W2", "/b"), "/b", ManifestVerdict::confirmed, std::nullopt},
+        {"/m/a.json", manifest("W1", "/a"), "/a", ManifestVerdict::unreadableMarker,
          faultOf(std::make_exception_ptr(posixError(EISDIR)))}};
     resolution.refused = {
         {.file = "/m/c.json", .fault = faultOf(std::make_exception_ptr(posixError(EFBIG)))}};

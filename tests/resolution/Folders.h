@@ -1,0 +1,20 @@
+// The paths of folders, as tests compare them.
+#pragma once
+
+#include "resolution/StandardizedPath.h"
+
+#include <string>
+#include <vector>
+
+namespace velmora {
+
+/// Byte for byte.
+inline std::vector<std::string> bytesOf(const std::vector<StandardizedPath>& paths) {
+  std::vector<std::string> bytes;
+  for (const StandardizedPath& path : paths) {
+    bytes.push_back(path.text.utf8());
+  }
+  return bytes;
+}
+
+}  // namespace velmora

@@ -11,4 +11,8 @@ bool isRestoreAction(const ExtensionBundle& bundle) {
   return identifier.has_value() && canonicallyEqual(*identifier, restoreActionIdentifier);
 }
 
+ActionKind actionKind(const ExtensionBundle& bundle) {
+  return isRestoreAction(bundle) ? ActionKind::restore : ActionKind::warp;
+}
+
 }  // namespace velmora

@@ -1,6 +1,8 @@
 // Which of the two actions this program performs.
 #pragma once
 
+#include "platform/ActionKind.h"
+
 #include <string_view>
 
 namespace velmora {
@@ -11,9 +13,10 @@ class ExtensionBundle;
 inline constexpr std::string_view restoreActionIdentifier =
     "io.tolvane.Velmora.FinderRestoreAction";
 
-/// The action kind: true for Restore, false for Warp. The program performs Restore only under
-/// restoreActionIdentifier, and Warp under any other identifier or without one. The kind is never
-/// stored; each caller asks again.
+/// Whether the program performs Restore: only under restoreActionIdentifier. It performs Warp under
+/// any other identifier or without one. The answer is never stored; each caller asks again.
 [[nodiscard]] bool isRestoreAction(const ExtensionBundle& bundle);
+
+[[nodiscard]] ActionKind actionKind(const ExtensionBundle& bundle);
 
 }  // namespace velmora

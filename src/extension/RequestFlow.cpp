@@ -77,7 +77,7 @@ void endingWithHandoffError(ExtensionContext& context, const Platform& platform,
 }
 
 void cancelUnsuitableSelection(ExtensionContext& context, const Platform& platform) {
-  context.cancelRequest(makeSelectionError(isRestoreAction(platform.bundle), platform));
+  context.cancelRequest(makeSelectionError(actionKind(platform.bundle), platform));
 }
 
 FinderHandoffAction handoffAction(const Platform& platform) {
@@ -132,7 +132,7 @@ void cancelFailedHandoff(std::string_view description, ExtensionContext& context
   logFailedHandoff(description, platform.logger);
   std::optional<RequestError> error;
   try {
-    error = makeHandoffError(isRestoreAction(platform.bundle), platform);
+    error = makeHandoffError(actionKind(platform.bundle), platform);
   } catch (...) {
     // The request must end, even without memory and if a platform's objects fail.
     error.reset();

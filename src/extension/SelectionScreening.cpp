@@ -18,8 +18,8 @@ namespace {
 
 /// The reason against the item that its path alone gives; none if the warped folders decide.
 std::optional<ItemVerdict> refusalByPath(const Text& path, const Platform& platform,
-                                         bool isRestore) {
-  if (isRestore) {
+                                         ActionKind action) {
+  if (action == ActionKind::restore) {
     const bool hasMarker = platform.fileReader.exists(warpMarkerPath(path));
     return hasMarker ? std::nullopt : std::optional(ItemVerdict::noMarker);
   }
@@ -27,7 +27,8 @@ std::optional<ItemVerdict> refusalByPath(const Text& path, const Platform& platf
   return isDirectory ? std::nullopt : std::optional(ItemVerdict::notADirectory);
 }
 
-ItemVerdict verdictByRoot(const ScreenedItem& item, bool isRestore) {
+ItemVerdict verdictByRoot(const ScreenedItem& item, ActionKind action) {
+  const bool isRestore = action == ActionKind::restore;
   if (!item.root.has_value()) {
     return isRestore ? ItemVerdict::notWarped : ItemVerdict::accepted;
   }
@@ -41,14 +42,14 @@ ItemVerdict verdictByRoot(const ScreenedItem& item, bool isRestore) {
 }  // namespace
 
 Screening screenSelection(const std::vector<FileURL>& selection, const Platform& platform) {
-  const bool isRestore = isRestoreAction(platform.bundle);
+  const ActionKind action = actionKind(platform.bundle);
   Screening screening;
   // The items that the warped folders decide on: their indexes, and how they are compared.
   std::vector<std::size_t> openItems;
   std::vector<StandardizedPath> openPaths;
   for (const FileURL& url : selection) {
     ScreenedItem item = {.path = platform.paths.standardizedFileURLPath(url.path)};
-    if (const auto refusal = refusalByPath(item.path, platform, isRestore)) {
+    if (const auto refusal = refusalByPath(item.path, platform, action)) {
       item.verdict = *refusal;
     } else {
       openItems.push_back(screening.items.size());
@@ -61,7 +62,7 @@ Screening screenSelection(const std::vector<FileURL>& selection, const Platform&
   for (std::size_t index = 0; index < openItems.size(); ++index) {
     ScreenedItem& item = screening.items[openItems[index]];
     item.root = roots.enclosingWarpRoot(openPaths[index]);
-    item.verdict = verdictByRoot(item, isRestore);
+    item.verdict = verdictByRoot(item, action);
   }
   return screening;
 }

@@ -1,6 +1,8 @@
 // The actions that a request can ask of the application.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <string_view>
 
 namespace velmora {
@@ -10,15 +12,9 @@ enum class FinderHandoffAction { warpFolder, restoreMarkerFolder, materializeMar
 
 /// The action's text in a request.
 [[nodiscard]] constexpr std::string_view rawValue(FinderHandoffAction action) {
-  switch (action) {
-    case FinderHandoffAction::warpFolder:
-      return "warpFolder";
-    case FinderHandoffAction::restoreMarkerFolder:
-      return "restoreMarkerFolder";
-    case FinderHandoffAction::materializeMarkerItem:
-      return "materializeMarkerItem";
-  }
-  return {};
+  constexpr std::array<std::string_view, 3> rawValues = {"warpFolder", "restoreMarkerFolder",
+                                                         "materializeMarkerItem"};
+  return rawValues[static_cast<std::size_t>(action)];
 }
 
 }  // namespace velmora

@@ -1,21 +1,14 @@
 #include "json/DecodingError.h"
 
+#include <array>
 #include <utility>
 
 namespace velmora {
 
 std::string_view name(DecodingErrorKind kind) {
-  switch (kind) {
-    case DecodingErrorKind::keyNotFound:
-      return "keyNotFound";
-    case DecodingErrorKind::valueNotFound:
-      return "valueNotFound";
-    case DecodingErrorKind::typeMismatch:
-      return "typeMismatch";
-    case DecodingErrorKind::dataCorrupted:
-      break;
-  }
-  return "dataCorrupted";
+  constexpr std::array<std::string_view, 4> names = {"keyNotFound", "valueNotFound", "typeMismatch",
+                                                     "dataCorrupted"};
+  return names[static_cast<std::size_t>(kind)];
 }
 
 void DecodingError::prependToCodingPath(CodingKey key) {

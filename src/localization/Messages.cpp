@@ -52,13 +52,14 @@ std::string localizedMessage(std::string_view key, std::string_view englishText,
   return folder != nullptr ? folder->localizedString(key, englishText) : std::string(englishText);
 }
 
-RequestError makeSelectionError(bool isRestore, const Platform& platform) {
-  return makeError(unsuitableSelectionErrorCode, isRestore ? chooseWarpedItem : chooseWarpFolders,
-                   platform);
+RequestError makeSelectionError(ActionKind action, const Platform& platform) {
+  return makeError(unsuitableSelectionErrorCode,
+                   action == ActionKind::restore ? chooseWarpedItem : chooseWarpFolders, platform);
 }
 
-RequestError makeHandoffError(bool isRestore, const Platform& platform) {
-  return makeError(failedHandoffErrorCode, isRestore ? restoreHandoffFailed : warpHandoffFailed,
+RequestError makeHandoffError(ActionKind action, const Platform& platform) {
+  return makeError(failedHandoffErrorCode,
+                   action == ActionKind::restore ? restoreHandoffFailed : warpHandoffFailed,
                    platform);
 }
 

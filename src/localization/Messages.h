@@ -2,6 +2,7 @@
 #pragma once
 
 #include "localization/VelmoraLanguage.h"
+#include "platform/ActionKind.h"
 #include "platform/ExtensionContext.h"
 
 #include <string>
@@ -25,9 +26,9 @@ inline constexpr int failedHandoffErrorCode = 2;
 
 /// The error for a selection that the action cannot be applied to. The language and the message are
 /// looked up afresh. Throws only when memory runs out.
-[[nodiscard]] RequestError makeSelectionError(bool isRestore, const Platform& platform);
+[[nodiscard]] RequestError makeSelectionError(ActionKind action, const Platform& platform);
 
 /// The error for a failed handoff to the application, made like that of makeSelectionError.
-[[nodiscard]] RequestError makeHandoffError(bool isRestore, const Platform& platform);
+[[nodiscard]] RequestError makeHandoffError(ActionKind action, const Platform& platform);
 
 }  // namespace velmora

@@ -5,6 +5,8 @@
 #include "text/Characters.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <initializer_list>
 #include <span>
 #include <string>
@@ -64,21 +66,9 @@ std::optional<VelmoraLanguage> portugueseFor(std::span<const std::string_view> s
 }  // namespace
 
 std::string_view rawValue(VelmoraLanguage language) {
-  switch (language) {
-    case VelmoraLanguage::system:
-      return "system";
-    case VelmoraLanguage::english:
-      return "en";
-    case VelmoraLanguage::japanese:
-      return "ja";
-    case VelmoraLanguage::simplifiedChinese:
-      return "zh-Hans";
-    case VelmoraLanguage::spanish:
-      return "es";
-    case VelmoraLanguage::brazilianPortuguese:
-      return "pt-BR";
-  }
-  return {};
+  constexpr std::array<std::string_view, 6> rawValues = {"system",  "en", "ja",
+                                                         "zh-Hans", "es", "pt-BR"};
+  return rawValues[static_cast<std::size_t>(language)];
 }
 
 VelmoraLanguage selectedLanguage(const SharedDefaults& defaults) {

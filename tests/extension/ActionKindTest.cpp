@@ -25,6 +25,7 @@ TEST(ActionKind, followsFromTheBundleIdentifier) {
     FakeExtensionBundle bundle;
     bundle.identifier = row.identifier;
     EXPECT_EQ(isRestoreAction(bundle), row.isRestore) << row.identifier.value_or("none").utf8();
+    EXPECT_EQ(actionKind(bundle), row.isRestore ? ActionKind::restore : ActionKind::warp);
   }
 }
 

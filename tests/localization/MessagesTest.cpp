@@ -11,23 +11,24 @@ namespace {
 
 struct Situation {
   const char* name;
-  RequestError (*makeError)(bool isRestore, const Platform& platform);
-  bool isRestore;
+  RequestError (*makeError)(ActionKind action, const Platform& platform);
+  ActionKind action;
   int code;
   const char* key;
   const char* englishText;
 };
 
 const Situation situations[] = {
-    {"warpSelection", makeSelectionError, false, 1,
+    {"warpSelection", makeSelectionError, ActionKind::warp, 1,
      "consumer.finder-service.error.choose-warp-folders",
      "Select one or more normal folders to Warp to Velmora."},
-    {"restoreSelection", makeSelectionError, true, 1,
+    {"restoreSelection", makeSelectionError, ActionKind::restore, 1,
      "consumer.finder-service.error.choose-warped-item",
      "Select a warped Velmora item to restore."},
-    {"warpHandoff", makeHandoffError, false, 2, "consumer.finder-service.error.warp-handoff-failed",
+    {"warpHandoff", makeHandoffError, ActionKind::warp, 2,
+     "consumer.finder-service.error.warp-handoff-failed",
      "Velmora could not start this Warp action. Open Velmora and try again."},
-    {"restoreHandoff", makeHandoffError, true, 2,
+    {"restoreHandoff", makeHandoffError, ActionKind::restore, 2,
      "consumer.finder-service.error.restore-handoff-failed",
      "Velmora could not start this Restore action. Open Velmora and try again."}};
 
@@ -37,7 +38,7 @@ const std::pair<std::string, std::string> choice = {"group.io.tolvane.Velmora",
 TEST(Errors, carryDomainCodeAndEnglishTextWithoutResources) {
   for (const Situation& row : situations) {
     FakePlatform fake;
-    EXPECT_EQ(row.makeError(row.isRestore, fake.platform()),
+    EXPECT_EQ(row.makeError(row.action, fake.platform()),
               (RequestError{.domain = "io.tolvane.Velmora.FinderAction",
                             .code = row.code,
                             .localizedDescription = row.englishText}))
@@ -60,7 +61,7 @@ TEST(Errors, carryTheTextOfTheLanguageOrTheirEnglishText) {
   for (const Situation& situation : situations) {
     FakePlatform fake;
     const auto text = [&] {
-      return situation.makeError(situation.isRestore, fake.platform()).localizedDescription;
+      return situation.makeError(situation.action, fake.platform()).localizedDescription;
     };
     for (const Row& row : rows) {
       SCOPED_TRACE(std::string(situation.name) + ", " + row.chosen + ", " + row.preferred);

@@ -99,9 +99,11 @@ class GrammarCheck {
   }
 
  private:
+  enum class Container { array, object };
+
   struct OpenContainer {
     std::uint32_t* token;
-    bool isObject;
+    Container kind;
   };
 
   [[nodiscard]] char firstByte() const { return bytes_[*token_]; }
@@ -115,7 +117,7 @@ class GrammarCheck {
     while (true) {
       switch (firstByte()) {
         case '{':
-          open(true);
+          open(Container::object);
           if (firstByte() == '}') {
             close();
             return;
@@ -123,7 +125,7 @@ class GrammarCheck {
           readKey();
           break;
         case '[':
-          open(false);
+          open(Container::array);
           if (firstByte() == ']') {
             close();
             return;
@@ -149,7 +151,7 @@ class GrammarCheck {
   }
 
   void readRestOfMemberOrElement() {
-    const bool isInObject = open_[depth_ - 1].isObject;
+    const bool isInObject = open_[depth_ - 1].kind == Container::object;
     const char byte = firstByte();
     if (byte == ',') {
       ++token_;
@@ -165,11 +167,11 @@ class GrammarCheck {
     }
   }
 
-  void open(bool isObject) {
+  void open(Container kind) {
     if (depth_ == maxJSONNesting) {
       refuseToken("Arrays and objects lie too deeply in each other.");
     }
-    open_[depth_] = {.token = token_, .isObject = isObject};
+    open_[depth_] = {.token = token_, .kind = kind};
     ++depth_;
     const auto place = static_cast<std::uint32_t>(containers_.size());
     containers_.push_back({.byteOffset = *token_, .tokenCount = 0});

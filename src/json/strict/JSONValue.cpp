@@ -3,21 +3,9 @@
 namespace velmora::internal {
 
 std::string_view describe(JSONType type) {
-  switch (type) {
-    case JSONType::null:
-      return "null";
-    case JSONType::boolean:
-      return "a boolean";
-    case JSONType::number:
-      return "a number";
-    case JSONType::string:
-      return "a string";
-    case JSONType::array:
-      return "an array";
-    case JSONType::object:
-      break;
-  }
-  return "an object";
+  constexpr std::array<std::string_view, 6> descriptions = {"null",     "a boolean", "a number",
+                                                            "a string", "an array",  "an object"};
+  return descriptions[static_cast<std::size_t>(type)];
 }
 
 std::size_t JSONValue::byteOffset() const {

@@ -6,8 +6,6 @@
 // canonical equivalence.
 #pragma once
 
-#include "json/RecordFields.h"
-#include "json/strict/JSONValue.h"
 #include "text/Text.h"
 #include "warpshared/records/Enumerations.h"
 

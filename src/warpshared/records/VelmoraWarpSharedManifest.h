@@ -5,8 +5,6 @@
 // manifests and entries that come from JSON have passed every check (ManifestDecoding.h).
 #pragma once
 
-#include "json/RecordFields.h"
-#include "json/strict/JSONValue.h"
 #include "text/Text.h"
 #include "warpshared/records/Date.h"
 #include "warpshared/records/Enumerations.h"

@@ -1,0 +1,37 @@
+// list-manifest FILE prints the entries of a manifest, or explains what is wrong with the file.
+#include "json/DecodingError.h"
+#include "platform/PlatformError.h"
+#include "platform/posix/PosixFileReader.h"
+#include "warpshared/reading/ManifestDecoding.h"
+
+#include <iostream>
+#include <variant>
+
+int main(int argumentCount, char** arguments) {
+  if (argumentCount != 2) {
+    std::cerr << "usage: list-manifest FILE\n";
+    return 2;
+  }
+  const velmora::PosixFileReader files;
+  velmora::ManifestDecoder decoder;
+  try {
+    const velmora::VelmoraWarpSharedManifest manifest = decoder.read(arguments[1], files);
+    std::cout << manifest.originalFolderPath.view() << "\n";
+    for (std::size_t index = 0; index < manifest.entries.size(); ++index) {
+      const velmora::WarpSharedEntry<velmora::TextView> entry = manifest.entries[index];
+      std::cout << rawValue(entry.kind) << " " << entry.size << " " << entry.relativePath.view()
+                << "\n";
+    }
+    return 0;
+  } catch (const velmora::DecodingError& error) {
+    // The way to the value at fault: the keys of objects, the indexes of arrays.
+    for (const velmora::CodingKey& step : error.codingPath()) {
+      std::cerr << "/";
+      std::visit([](const auto& keyOrIndex) { std::cerr << keyOrIndex; }, step);
+    }
+    std::cerr << ": " << name(error.kind()) << ": " << error.what() << "\n";
+  } catch (const velmora::PlatformError& error) {
+    std::cerr << arguments[1] << ": " << error.what() << "\n";
+  }
+  return 1;
+}

@@ -6,12 +6,13 @@ if(NOT PKG_CONFIG_FOUND)
   message(FATAL_ERROR "pkg-config is missing: install the package pkg-config")
 endif()
 
-# velmora_require_module(TARGET-NAME MODULE DEBIAN-PACKAGE) finds a library by pkg-config, and makes
-# the target PkgConfig::TARGET-NAME.
+# velmora_require_module(TARGET-NAME CONDITIONS DEBIAN-PACKAGE) finds a library by pkg-config, and
+# makes the target PkgConfig::TARGET-NAME.
 macro(velmora_require_module name module package)
   pkg_check_modules(${name} QUIET IMPORTED_TARGET GLOBAL ${module})
   if(NOT ${name}_FOUND)
-    message(FATAL_ERROR "${module} is missing: install the package ${package}")
+    string(REPLACE ";" ", " conditions "${module}")
+    message(FATAL_ERROR "${conditions} is missing: install the package ${package}")
   endif()
 endmacro()
 
@@ -42,7 +43,9 @@ if(VELMORA_UTF8PROC_ARCHIVE)
                                                        ${VELMORA_UTF8PROC_ARCHIVE})
 endif()
 velmora_require_module(XXHASH libxxhash libxxhash-dev)
-velmora_require_module(SIMDJSON simdjson libsimdjson-dev)
+# TokenFinder.cpp uses the first stage of the parser, which the library does not document. So a new
+# major release must be tried before it is allowed here. (vcpkg.json and Brewfile repeat the range.)
+velmora_require_module(SIMDJSON "simdjson>=3.0.1;simdjson<5" libsimdjson-dev)
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
   velmora_require_module(GIO "gio-unix-2.0>=2.74" libglib2.0-dev)
 endif()

@@ -1,4 +1,4 @@
-// Which Warps the application has recorded as destroyed.
+// The Warps that the application has recorded as destroyed.
 #pragma once
 
 #include "text/CanonicalTextSet.h"
@@ -10,7 +10,7 @@
 
 namespace velmora {
 
-/// The tombstones, prepared for look-ups by canonical equivalence, case and all.
+/// The records of destroyed manifests, for lookups by canonical equivalence. Case matters.
 class Tombstones {
  public:
   explicit Tombstones(std::vector<VelmoraWarpSharedDestroyedManifestRecord> records);

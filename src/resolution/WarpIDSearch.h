@@ -1,12 +1,11 @@
-// Passes over the files of the mirror that cannot be the manifest of a given Warp, without decoding
-// them.
+// Finds the files of the mirror that may be the manifest of a given Warp, without decoding them.
 //
-// A manifest of a Warp has the Warp's identifier as a JSON string. RFC 8259 allows a character to
-// stand for itself or to be escaped, and of the characters 0-9, A-Z, a-z and "-" the only escape
-// is "\u" with its number. So a file without "\u" and without the bytes of the identifier is no
-// manifest of that Warp. Texts compare by canonical equivalence, and of these characters only "K"
-// has another spelling. An identifier with a "K", or with any other character, is not searched for;
-// then every file may be the one.
+// A manifest of a Warp contains the identifier of the Warp as a JSON string. In such a string a
+// character is written as itself or as an escape (RFC 8259, section 7), and the only escape of
+// 0-9, A-Z, a-z and "-" is "\u" with the number of the character. So a file that has neither "\u"
+// nor the bytes of the identifier is not a manifest of that Warp. Texts are compared by canonical
+// equivalence, and of these characters only "K" has another spelling. If an identifier has a "K" or
+// any other character, it is not searched for, and every file may be its manifest.
 #pragma once
 
 #include "text/Text.h"
@@ -21,7 +20,7 @@ namespace velmora {
 
 class FileReader;
 
-/// More identifiers are not searched for, because each one costs a pass over the mirror.
+/// The most identifiers that are searched for, because each one costs a pass over the mirror.
 inline constexpr std::size_t maxSearchedWarpIDs = 4;
 
 /// One thread at a time.
@@ -33,21 +32,21 @@ class WarpIDSearch {
   WarpIDSearch& operator=(const WarpIDSearch&) = delete;
   ~WarpIDSearch() = default;
 
-  /// Whether the file at `path` may be a manifest of one of the Warps. Reads it once, a chunk at a
-  /// time. Throws PlatformError.
+  /// Whether the file at `path` may be a manifest of one of the Warps. Reads it once, in chunks.
+  /// Throws PlatformError.
   [[nodiscard]] bool mayBeManifest(const Text& path, const FileReader& files);
 
  private:
   [[nodiscard]] bool isFoundIn(std::string_view bytes) const;
 
-  /// It does not look at each byte: it skips up to the length of the identifier.
+  /// Skips up to the length of the identifier at each step.
   using Searcher = std::boyer_moore_horspool_searcher<std::string::const_iterator>;
 
   std::vector<std::string> warpIDs_;
   std::vector<Searcher> searchers_;
   bool findsEverything_ = false;
   std::size_t maxNeedleLength_ = 0;
-  /// Files are read to the beginning of a page, because the kernel copies faster to it.
+  /// The buffer begins at a page boundary, because the kernel copies faster to one.
   struct alignas(4096) Page {
     char bytes[4096];
   };

@@ -1,5 +1,5 @@
-// The marker: the file that the application leaves in a warped folder. A manifest alone does not
-// prove that its folder is still warped; the marker of the same Warp does.
+// The marker: the file that the application leaves in a warped folder. A manifest does not prove
+// that its folder is still warped. The marker of the same Warp proves it.
 #pragma once
 
 #include "json/RecordFields.h"
@@ -22,10 +22,10 @@ class JSONReader;
 /// The name of the marker, directly inside the warped folder.
 inline constexpr std::string_view warpMarkerFileName = ".velmora-warped.json";
 
-/// A longer marker is not read. (The application writes some hundred bytes.)
+/// The longest marker that is read, in bytes. (The application writes some hundred bytes.)
 inline constexpr std::size_t maxWarpMarkerLength = std::size_t{16} << 20;
 
-/// What is read of a marker; the application may write more.
+/// The fields of a marker that are read. Others are ignored.
 struct WarpMarker {
   Text warpID;
 
@@ -43,8 +43,8 @@ struct internal::RecordFields<WarpMarker> {
 /// The path of the marker of a folder.
 [[nodiscard]] Text warpMarkerPath(const Text& folderPath);
 
-/// The marker of a folder, or none when nothing of its name is there. Throws PlatformError when it
-/// cannot be read, DecodingError when it is no marker, and std::bad_alloc. Any thread.
+/// The marker of a folder; none if nothing of its name exists. Throws PlatformError if it cannot be
+/// read, DecodingError if it is not a marker, and std::bad_alloc. Any thread.
 [[nodiscard]] std::optional<WarpMarker> readWarpMarker(const Text& folderPath,
                                                        const FileReader& files,
                                                        internal::JSONReader& reader);

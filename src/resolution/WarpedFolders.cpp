@@ -33,11 +33,11 @@ StandardizedPath folderOf(const ManifestSummary& manifest, const PathStandardize
   return standardized(paths.standardizedFileURLPath(manifest.originalFolderPath), paths);
 }
 
-/// What is asked of the mirror.
+/// The manifests and markers that a caller needs.
 struct Question {
-  /// Manifests of other Warps are not wanted.
+  /// Only manifests of these Warps; all if none.
   std::optional<std::vector<Text>> warpIDs;
-  /// Markers of other folders are not wanted.
+  /// Only markers of these folders; all if none.
   std::optional<std::unordered_set<Text>> folders;
   MirrorProgress progress;
 };

@@ -1,8 +1,9 @@
-// Which folders are warped, and why the others that a manifest names are not. Start reading here.
+// Finds the folders that are warped, and the reasons why other folders with a manifest are not.
+// Start reading here.
 //
-// A folder is warped when a manifest of the mirror (ManifestMirror.h) names it, no tombstone
-// (Tombstones.h) names the manifest, and the folder holds the marker (WarpMarker.h) of the same
-// Warp. Manifests need not be looked at when they cannot matter to an item: WarpsAround.h.
+// A folder is warped if a manifest of the mirror (ManifestMirror.h) names it, no tombstone
+// (Tombstones.h) names that manifest, and the folder contains the marker (WarpMarker.h) of the same
+// Warp. For a given item most manifests do not matter, and are not read: WarpsAround.h.
 #pragma once
 
 #include "handoff/SharedContainer.h"
@@ -19,7 +20,7 @@ namespace velmora {
 
 struct Platform;
 
-/// Whether a manifest of the mirror counts.
+/// Whether a manifest of the mirror counts, or the reason why not.
 enum class ManifestVerdict {
   /// Its folder is warped.
   confirmed,
@@ -27,15 +28,15 @@ enum class ManifestVerdict {
   destroyedByWarpID,
   /// A tombstone names its object key.
   destroyedByManifestKey,
-  /// Its folder holds no marker.
+  /// Its folder contains no marker.
   noMarker,
-  /// The marker is there but cannot be read.
+  /// The marker exists but cannot be read.
   unreadableMarker,
-  /// The marker is not one: no JSON, no object, or without an identifier.
+  /// The marker is not JSON, or not an object with an identifier.
   malformedMarker,
   /// The marker names another Warp.
   markerOfAnotherWarp,
-  /// Its folder neither is nor contains an item that was asked about, so its marker was not read.
+  /// Its folder is not around any item in question, so its marker was not read.
   aroundNoItem,
 };
 
@@ -45,7 +46,7 @@ struct JudgedManifest {
   /// The folder that the manifest names.
   StandardizedPath folder = {};
   ManifestVerdict verdict = ManifestVerdict::confirmed;
-  /// What reading the marker raised, if that is why.
+  /// The error of reading the marker, for the two verdicts that have one.
   std::exception_ptr markerFault = {};
 };
 
@@ -53,11 +54,12 @@ struct JudgedManifest {
 struct Resolution {
   /// None when it was not asked for, because no manifest can matter, and when there is none.
   std::optional<SharedWarpRoot> root;
-  /// Why there is no shared Warp root (PlatformError); then nothing else was looked at.
+  /// The reason why there is no shared Warp root (PlatformError). Nothing else was read then.
   std::exception_ptr rootFault;
-  /// Why the mirror cannot be listed (PlatformError).
+  /// The reason why the mirror cannot be listed (PlatformError).
   std::exception_ptr mirrorFault;
-  /// Why the index of destroyed manifests cannot be used; then no manifest counts as destroyed.
+  /// The reason why the index of destroyed manifests cannot be used. No manifest counts as
+  /// destroyed then.
   std::exception_ptr tombstonesFault;
   std::size_t tombstoneCount = 0;
   /// Newest first.
@@ -65,26 +67,25 @@ struct Resolution {
   std::vector<RefusedManifest> refused;
 };
 
-/// Judges every manifest of the mirror, each on its own, and reads everything afresh. Identifiers
-/// and keys compare by canonical equivalence, case and all. The marker of a destroyed Warp is not
-/// read.
+/// Judges every manifest of the mirror. Reads everything afresh. Identifiers and keys are compared
+/// by canonical equivalence; case matters. The marker of a destroyed Warp is not read.
 ///
-/// Throws only when memory runs out, also over a marker, because a warped folder must not be taken
-/// for an ordinary one then; and what `progress` throws. Takes no lock; the files may change
-/// meanwhile. Any thread.
+/// Throws when memory runs out, also while a marker is read, because a warped folder must never
+/// count as an ordinary one. Also throws the errors of `progress`. Takes no lock; the files may
+/// change meanwhile. Any thread.
 [[nodiscard]] Resolution resolveWarpedFolders(const Platform& platform,
                                               const MirrorProgress& progress = {});
 
-/// The same, but only of manifests that may matter to one of `items`: every warped folder that is
-/// or contains an item is among them. The mirror is not read when there can be none, and no marker
-/// of another folder is.
+/// Judges the manifests that may matter to one of `items`: every warped folder that is or contains
+/// an item is among them. Reads no mirror if there can be none, and no marker of another folder.
+/// Otherwise as resolveWarpedFolders.
 [[nodiscard]] Resolution resolveWarpedFoldersAround(const std::vector<StandardizedPath>& items,
                                                     const Platform& platform);
 
-/// The manifests that are confirmed, newest first.
+/// The confirmed manifests, newest first.
 [[nodiscard]] std::vector<ManifestSummary> confirmedWarpManifests(const Resolution& resolution);
 
-/// The folders that are warped, newest Warp first.
+/// The warped folders, newest Warp first.
 [[nodiscard]] std::vector<StandardizedPath> warpedFolderPaths(const Resolution& resolution);
 
 }  // namespace velmora

@@ -41,8 +41,8 @@ class MarkerSearch {
   }
 
  private:
-  /// Cuts the path at each "/", also where that is a part of a longer character: such a path is no
-  /// ancestor, but the file system goes through it, and a marker too many does no harm.
+  /// Cuts the path at each "/" byte, as the file system does, also inside of a longer character.
+  /// Such a path is not an ancestor, but one marker too many does no harm.
   void searchInAndAbove(std::string_view path) {
     while (!mayBeAny_ && searched_.emplace(path).second) {
       readMarker(path);
@@ -63,13 +63,13 @@ class MarkerSearch {
         warpIDs_.push_back(std::move(marker->warpID));
       }
     } catch (const PlatformError&) {
-      // It confirms no manifest.
+      // An unreadable marker confirms no manifest.
     } catch (const DecodingError&) {
-      // Neither does this one.
+      // Nor does an invalid one.
     }
   }
 
-  /// Whether `parent` may hold an entry of another spelling of `name`.
+  /// Whether `parent` may contain another spelling of `name`.
   bool mayHaveTwin(std::string_view parent, std::string_view name) {
     const Names* const names = namesIn(parent);
     if (names == nullptr) {
@@ -79,7 +79,7 @@ class MarkerSearch {
     return std::any_of(first, last, [&](const Text& other) { return other.view() != name; });
   }
 
-  /// Null when they cannot be told.
+  /// The names in `folder`; null if they cannot be listed.
   const Names* namesIn(std::string_view folder) {
     const auto [entry, isNew] = listings_.try_emplace(std::string(folder));
     std::optional<Names>& names = entry->second;

@@ -1,16 +1,15 @@
-// The Warps that can enclose an item: the markers in the item and above it name them.
+// Finds the Warps that can enclose an item, by the markers in the item and above it.
 //
-// A folder counts as warped only if a manifest names its path and a marker of the same Warp is in
-// it. It encloses an item only if its path equals the path of the item or of one of its ancestors.
-// So the markers at these paths name every Warp that can enclose the item, and where there is no
-// marker there is no warped folder, whatever the mirror holds.
+// A folder is warped only if a manifest names its path and it contains a marker of the same Warp.
+// It encloses an item only if its path equals the path of the item or of one of its ancestors. So
+// the markers at these paths name every Warp that can enclose the item. Without a marker there is
+// no warped folder, whatever the mirror contains.
 //
-// "Equals" means canonical equivalence (Unicode, UAX #15), but the file system may tell the
-// spellings of one name apart: a manifest may name another folder, spelt with other bytes, that has
-// a marker of its own. That folder lies beside a folder of the path, under a name that is equal to
-// the name on the path and has other bytes. So the parent of each name that can be spelt in another
-// way is listed. When another spelling is there, or when that cannot be told, any Warp may enclose
-// the item.
+// "Equals" means canonical equivalence (Unicode UAX #15), but a file system may have both spellings
+// of a name as two folders. A manifest may then name the other folder, which has a marker of its
+// own. The other folder has the same parent. So the parent of each name that has another spelling
+// is listed. If it has another spelling of the name, or if it cannot be listed, any Warp may
+// enclose the item.
 #pragma once
 
 #include "resolution/StandardizedPath.h"
@@ -25,13 +24,12 @@ namespace velmora {
 class FileReader;
 class PathStandardizer;
 
-/// A folder with more names is not searched for other spellings.
+/// The longest listing that is searched for other spellings.
 inline constexpr std::size_t maxSearchedNameCount = 10'000;
 
-/// Returns the identifiers in the markers at and above `paths`, each once; none when any Warp may
-/// enclose one of the paths. Paths that are not absolute count for nothing. A marker that cannot be
-/// read, or is no marker, confirms no manifest and so names no Warp. Looks into each folder once,
-/// however many paths are below it.
+/// The identifiers in the markers at and above `paths`, each once; none if any Warp may enclose one
+/// of the paths. Ignores paths that are not absolute. A marker that cannot be read or decoded
+/// confirms no manifest, so it names no Warp. Looks into each folder once.
 ///
 /// Throws only when memory runs out. Takes no lock; the files may change meanwhile. Any thread.
 [[nodiscard]] std::optional<std::vector<Text>> warpsAround(

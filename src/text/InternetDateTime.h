@@ -8,9 +8,9 @@
 
 namespace velmora::internal {
 
-/// The instant that `text` names: exactly "YYYY-MM-DDThh:mm:ss" and "Z" or "±hh:mm", in upper case,
-/// without fractions. A day of the Gregorian calendar from year 0000 to 9999, also before that was
-/// introduced; no leap second; offsets up to 23:59. None for any other text.
+/// The instant of `text`: exactly "YYYY-MM-DDThh:mm:ss" and "Z" or "±hh:mm", in upper case. The day
+/// is one of the (proleptic) Gregorian calendar from year 0000 to 9999. Offsets go up to 23:59.
+/// None for any other text, and for a leap second.
 [[nodiscard]] std::optional<std::chrono::sys_seconds> parseInternetDateTime(std::string_view text);
 
 /// `instant` in the time zone with this offset, and "Z" where that is 0. Its year there is not

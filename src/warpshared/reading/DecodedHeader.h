@@ -1,4 +1,4 @@
-// What is common to both readers of manifests.
+// The result of a reader of manifests.
 #pragma once
 
 #include "text/Text.h"
@@ -9,15 +9,15 @@
 
 namespace velmora::internal {
 
-/// A manifest whose entries have been given away.
+/// A manifest whose entries were passed to an EntryVisitor.
 struct DecodedHeader {
   /// Without samples and entries.
   VelmoraWarpSharedManifest manifest;
-  /// Their texts refer to the document, or to the reader's memory until it reads the next one.
+  /// Valid as long as the document, and until the reader reads the next one.
   std::span<const TextView> samples;
 };
 
-/// Called with each entry, in order. The entry ends with the call.
+/// Called with each entry, in order. The entry is valid during the call only.
 using EntryVisitor = std::function<void(const WarpSharedEntry<TextView>&)>;
 
 }  // namespace velmora::internal

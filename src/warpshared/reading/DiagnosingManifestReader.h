@@ -1,4 +1,5 @@
-// Reads manifests in several passes, and raises the first fault of one.
+// Reads any valid manifest, and raises the first fault of an invalid one. Reads the whole document
+// as JSON first, then the fields in their order.
 #pragma once
 
 #include "json/strict/JSONReader.h"
@@ -14,8 +15,8 @@ namespace velmora::internal {
 /// Keeps its memory between documents. One thread at a time.
 class DiagnosingManifestReader {
  public:
-  /// Raises what ManifestDecoder (ManifestDecoding.h) promises. `bytes` are scratch afterwards;
-  /// `visitEntry` is also called with the entries before a faulty one.
+  /// Throws the errors that ManifestDecoder documents (ManifestDecoding.h). `bytes` are scratch
+  /// afterwards. `visitEntry` is also called with the entries before a faulty one.
   [[nodiscard]] DecodedHeader read(std::string& bytes, const EntryVisitor& visitEntry);
 
  private:

@@ -1,3 +1,37 @@
+// Parses a manifest unit by unit. A unit is a member of the manifest, or an entry of its list of
+// entries. The state between two units is small: the fields so far, and whether the list of entries
+// is open. So the parse can stop after any unit and continue in the next chunk of the document.
+//
+// An example, with fewer fields than a manifest has, and a chunk length of 40:
+//
+//   offset    0         10        20        30        40
+//             |         |         |         |         |
+//   document  {"version":4,"entries":[{"size":1},{"size":2}]}
+//   chunk 1   {"version":4,"entries":[{"size":1},              0 to 35, ends after the last `},`
+//   chunk 2                                      {"size":2}]}  35 to 47, the last one
+//
+//   chunk 1: tokens begin at 0 1 10 11 12 13 22 23 24 25 31 32 33 34, then four sentinels 35
+//     inManifest     0 1 10     {"version":    the predictor finds the field `version`
+//                    11         4              readField
+//                    (12        ,              endMember sees that another member follows)
+//     inManifest     12 13 22   ,"entries":    the predictor finds the field `entries`
+//                    23         [              beginEntries opens the list
+//     inEntries      24 ... 33  {"size":1}     readEntry, and all rules of an entry
+//                    34         ,              the entry goes to the visitor
+//     The next token is a sentinel: the chunk is read.
+//   chunk 2: tokens begin at 0 1 7 8 9 10 11 (35 in the document), then four sentinels 12
+//     inEntries      0 ... 9    {"size":2}     as above
+//                    10         ]              closes the list
+//                    11         }              ends the manifest
+//     afterManifest  Only blanks may follow. Last, the rules of the manifest are tested.
+//
+// If a chunk ends inside of a unit, because a line break was found there, the unit fails at the
+// sentinel. The reader then leaves the bytes of the unit unread, and the next chunk begins with
+// them. A unit that fails before the sentinel, or in the last chunk, ends the parse: it gives up.
+//
+// Two rules concern all entries. A hash of each path is kept to tell that paths are distinct, and
+// the common ancestor of all paths to tell that they are in the original folder, which may be read
+// after the entries.
 #include "warpshared/reading/StreamingManifestReader.h"
 
 #include "json/streaming/StreamingRecordReader.h"
@@ -24,7 +58,7 @@ namespace {
 using Manifest = VelmoraWarpSharedManifest;
 using EntryView = WarpSharedEntry<TextView>;
 
-/// What is to be known of entries when all of them have been read.
+/// The facts about all entries, in memory that does not grow with their texts.
 class EntrySetChecks {
  public:
   void clear() {
@@ -34,10 +68,10 @@ class EntrySetChecks {
     primaryPaths_.clear();
   }
 
-  /// False where nothing can be told of them any more. `texts` keeps what must be kept.
+  /// Adds an entry. False when the facts are no longer known. `texts` keeps the texts of links.
   [[nodiscard]] bool add(const EntryView& entry, TextArena& texts) {
     paths_.add(entry.relativePath);
-    // The application says of every path of a file with several that it is such a path.
+    // The application writes the identity at every path of a file that has several paths.
     if (entry.hardLinkIdentity.has_value()) {
       linkedPaths_.insert(texts.copy(entry.relativePath));
     }
@@ -92,17 +126,15 @@ class StreamingManifestReader::ParserState {
   std::vector<TextView> samples;
   EntrySetChecks entries;
   UniquenessCheck samplePaths;
-  /// Of the chunk at hand.
+  /// Texts of the current chunk.
   TextArena chunkTexts;
-  /// Of the whole document.
+  /// Texts of the whole document.
   TextArena documentTexts;
 };
 
 namespace {
 
-/// Parses one manifest, unit by unit. A unit is a member, or in the list of entries an entry.
-/// Nothing is known beyond the chunk's end: a unit cut off there is parsed again from the next
-/// chunk.
+/// Parses one manifest.
 template <class ParserState>
 class StreamingParse {
  public:
@@ -124,14 +156,14 @@ class StreamingParse {
         return std::nullopt;
       }
     } while (!document_.isLast());
-    if (place_ != Place::behindManifest || !satisfiesManifestRules()) {
+    if (place_ != Place::afterManifest || !satisfiesManifestRules()) {
       return std::nullopt;
     }
     return DecodedHeader{.manifest = std::move(manifest_), .samples = state_.samples};
   }
 
  private:
-  enum class Place { inManifest, inEntries, behindManifest };
+  enum class Place { inManifest, inEntries, afterManifest };
 
   bool readUnits(TokenCursor& tokens, std::size_t& unreadLength) {
     unreadLength = 0;
@@ -139,7 +171,7 @@ class StreamingParse {
       const std::size_t beforeUnit = tokens.remaining();
       if (!readUnit(tokens)) {
         unreadLength = beforeUnit;
-        return !hasDoubt_ && tokens.atEnd() && !document_.isLast();
+        return !givesUp_ && tokens.atEnd() && !document_.isLast();
       }
     }
     return true;
@@ -151,7 +183,7 @@ class StreamingParse {
         return readMember(tokens);
       case Place::inEntries:
         return readListedEntry(tokens);
-      case Place::behindManifest:
+      case Place::afterManifest:
         break;
     }
     return false;
@@ -171,17 +203,17 @@ class StreamingParse {
     }
   }
 
-  /// What ends a member is left to the next one, but for the end of all.
+  /// Takes the end of the manifest. A comma is left to the next member.
   bool endMember(TokenCursor& tokens, std::size_t field) {
     const bool isLast = tokens.take('}');
     if (!isLast && !tokens.isNext(',')) {
       return false;
     }
-    place_ = isLast ? Place::behindManifest : Place::inManifest;
+    place_ = isLast ? Place::afterManifest : Place::inManifest;
     lastField_ = field;
     presentFields_.add(field);
-    hasDoubt_ = isLast && !presentFields_.finish(manifest_);
-    return !hasDoubt_;
+    givesUp_ = isLast && !presentFields_.finish(manifest_);
+    return !givesUp_;
   }
 
   bool readEntry(TokenCursor& tokens) {
@@ -207,7 +239,7 @@ class StreamingParse {
   }
 
   bool beginEntries(TokenCursor& tokens) {
-    // Where the chunk ends here, the list may yet be empty.
+    // If the chunk ends here, the list may still be empty.
     if (!tokens.take('[') || tokens.atEnd()) {
       return false;
     }
@@ -227,8 +259,8 @@ class StreamingParse {
       return false;
     }
     visitEntry_(state_.entry);
-    hasDoubt_ = !state_.entries.add(state_.entry, state_.documentTexts);
-    return !hasDoubt_;
+    givesUp_ = !state_.entries.add(state_.entry, state_.documentTexts);
+    return !givesUp_;
   }
 
   bool satisfiesManifestRules() {
@@ -249,8 +281,8 @@ class StreamingParse {
   PresentFields<Manifest> presentFields_;
   std::size_t lastField_ = fieldCount<Manifest>;
   Place place_ = Place::inManifest;
-  /// Of a unit that was whole.
-  bool hasDoubt_ = false;
+  /// Whether to give up, although the unit was complete.
+  bool givesUp_ = false;
 };
 
 }  // namespace

@@ -9,11 +9,11 @@
 
 namespace velmora::internal {
 
-/// Accepts a document or gives up. It accepts no document that breaks a rule (ManifestDecoding.h).
-/// It gives up at every fault, and at what is valid but not written by the application, such as an
-/// unknown key. The order of keys, blanks and escapes make no difference.
+/// Accepts a document or gives up. It gives up at every fault and every broken rule, and at valid
+/// documents that the application does not write, such as one with an unknown key. The order of
+/// keys, blanks and escapes make no difference.
 ///
-/// Keeps between documents its memory, and which key follows which. One thread at a time.
+/// Keeps its memory between documents, and remembers the order of keys. One thread at a time.
 class StreamingManifestReader {
  public:
   StreamingManifestReader();
@@ -23,7 +23,7 @@ class StreamingManifestReader {
   StreamingManifestReader(StreamingManifestReader&&) noexcept;
   StreamingManifestReader& operator=(StreamingManifestReader&&) noexcept;
 
-  /// None when it gives up, after `visitEntry` was called with the entries before that place.
+  /// None when it gives up. `visitEntry` was called with the entries before that place then.
   /// Throws std::bad_alloc, and what `document` and `visitEntry` throw.
   [[nodiscard]] std::optional<DecodedHeader> read(ChunkedDocument& document,
                                                   const EntryVisitor& visitEntry);

@@ -1,4 +1,4 @@
-// Points in time, as files write them.
+// Instants of time in files.
 #pragma once
 
 #include <compare>
@@ -18,20 +18,19 @@ struct Date {
   }
 };
 
-/// Whether `date` is an instant at all: neither infinite nor not a number.
+/// Whether `date` is neither infinite nor NaN.
 [[nodiscard]] bool isFinite(const Date& date);
 
-/// The instant that `text` names in the internet date-time format (RFC 3339) without fractions:
-/// exactly "YYYY-MM-DDThh:mm:ss" and "Z" or "±hh:mm", in upper case. A day of the Gregorian
-/// calendar from year 0000 to 9999, also before that was introduced; no leap second; offsets up to
-/// 23:59. None for any other text.
+/// The instant of `text` in the internet date-time format (RFC 3339) without fractions: exactly
+/// "YYYY-MM-DDThh:mm:ss" and "Z" or "±hh:mm", in upper case. The day is one of the (proleptic)
+/// Gregorian calendar from year 0000 to 9999. Offsets go up to 23:59. None for any other text, and
+/// for a leap second.
 [[nodiscard]] std::optional<Date> parseInternetDateTime(std::string_view text);
 
-/// `date` in the internet date-time format, in UTC with "Z". The few instants that
-/// parseInternetDateTime yields but UTC writes with a year outside 0000 to 9999 have the offset
-/// +23:59 or -23:59 instead, so that each reads back as the same date. `date` must be one that
-/// parseInternetDateTime can yield: whole seconds from 0000-01-01T00:00:00+23:59 to
-/// 9999-12-31T23:59:59-23:59.
+/// `date` in the internet date-time format, in UTC with "Z". If its year in UTC is outside 0000 to
+/// 9999, the offset is +23:59 or -23:59 instead, so that each text reads back as the same date.
+/// `date` must be one that parseInternetDateTime can return: whole seconds from
+/// 0000-01-01T00:00:00+23:59 to 9999-12-31T23:59:59-23:59.
 [[nodiscard]] std::string internetDateTime(const Date& date);
 
 }  // namespace velmora

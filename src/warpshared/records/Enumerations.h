@@ -1,4 +1,4 @@
-// The words that the shared formats allow.
+// The enumerations of the shared formats, with their texts in files.
 #pragma once
 
 #include <array>
@@ -12,13 +12,13 @@ enum class VelmoraWarpSharedStatus { uploading, verified, replaced, failed, need
 
 enum class VelmoraWarpSharedEntryKind { file, directory, symlink };
 
-/// How a payload is stored: as it is, or compressed by LZFSE.
+/// The encoding of a stored payload: unchanged, or compressed by LZFSE.
 enum class VelmoraWarpSharedPayloadEncoding { raw, lzfse };
 
-/// Which storage area an object lives in.
+/// The storage area of an object.
 enum class VelmoraPayloadNamespace { backup, warp };
 
-/// The words of an enumeration in the order of its cases.
+/// The texts of an enumeration, in the order of its values.
 template <class Enumeration>
 struct EnumNames;
 
@@ -48,7 +48,7 @@ concept EnumerationWithRawValues = requires {
   EnumNames<Enumeration>::list;
 };
 
-/// The word that stands for `value` in a file.
+/// The text of `value` in a file.
 template <EnumerationWithRawValues Enumeration>
 [[nodiscard]] constexpr std::string_view rawValue(Enumeration value) {
   return EnumNames<Enumeration>::list[static_cast<std::size_t>(value)];

@@ -1,4 +1,4 @@
-// How the values that only the shared formats have stand in JSON.
+// Decodes and encodes the types of fields that only the shared formats have.
 #pragma once
 
 #include "json/RecordEncoding.h"
@@ -18,7 +18,7 @@ void decode(JSONValue value, Date& date);
 
 void encode(JSONText& json, const Date& date);
 
-/// For StreamingRecordReader, as it is done for values that it knows itself.
+/// For StreamingRecordReader. False when it gives up.
 bool quickTake(TokenCursor& tokens, Date& date);
 
 template <EnumerationWithRawValues Enumeration>
@@ -35,7 +35,7 @@ bool quickTake(TokenCursor& tokens, Enumeration& enumeration) {
 
 [[noreturn]] void refuseWord(JSONValue value);
 
-/// One of the enumeration's words, byte for byte; dataCorrupted for any other text.
+/// One of the texts of the enumeration, byte for byte; dataCorrupted for any other text.
 template <EnumerationWithRawValues Enumeration>
 void decode(JSONValue value, Enumeration& enumeration) {
   requireType(value, JSONType::string);

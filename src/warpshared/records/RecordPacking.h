@@ -1,10 +1,10 @@
-// Records in as few bytes as they need, for keeping many: written and read by the declaration of
-// their fields (RecordFields.h), so that a new field is kept without a word here.
+// Packs records into few bytes, so that many can be kept. The declaration of the fields
+// (RecordFields.h) drives it, so that a new field needs no change here.
 //
-// A packed record begins with a word of flags, one for each boolean and one for each value that may
-// be absent. The other values follow in the order of their declaration: numbers as they are, texts
-// and lists behind their lengths, what is absent not at all. Nothing is aligned. Only the process
-// that wrote such bytes reads them.
+// A packed record begins with an integer of flags: one for each boolean, and one for each value
+// that may be absent. The other values follow in the order of their declaration. A number is
+// copied. A text or a list follows its length. An absent value takes no bytes. Nothing is aligned.
+// Only the process that packed a record unpacks it.
 #pragma once
 
 #include "json/RecordFields.h"
@@ -23,7 +23,8 @@
 
 namespace velmora::internal {
 
-/// Counts instead of writing: an upper limit, which is quicker to tell than the number itself.
+/// Counts bytes instead of writing them. The count is an upper limit, which is quicker to compute
+/// than the exact number.
 class ByteLimit {
  public:
   void append(const void*, std::size_t count) { count_ += count; }
@@ -34,7 +35,7 @@ class ByteLimit {
   std::size_t count_ = 0;
 };
 
-/// Writes to memory that has room for all.
+/// Writes to memory that is large enough.
 class ByteWriter {
  public:
   explicit ByteWriter(char* place) : place_(place) {}
@@ -50,14 +51,14 @@ class ByteWriter {
   char* place_;
 };
 
-/// Reads what a ByteWriter wrote.
+/// Reads the bytes of a ByteWriter.
 class ByteReader {
  public:
   explicit ByteReader(const char* place) : place_(place) {}
 
   void read(void* value, std::size_t count) { std::memcpy(value, take(count), count); }
 
-  /// The next `count` bytes, where they are.
+  /// The next `count` bytes, which are not copied.
   const char* take(std::size_t count) {
     const char* const taken = place_;
     place_ += count;
@@ -68,11 +69,11 @@ class ByteReader {
   const char* place_;
 };
 
-// For each kind of value, `pack` appends it to a ByteLimit or a ByteWriter, which it takes and
-// gives back by value, so that compilers keep it in a register; `unpack` reads it from a
-// ByteReader. Texts that were unpacked are views of the packed ones.
+// `pack` appends a value to a ByteLimit or a ByteWriter. It takes and returns that by value, so
+// that compilers keep it in a register. `unpack` reads a value from a ByteReader. Unpacked texts
+// refer to the packed bytes.
 
-/// Of a number that fits into a byte; or what stands before a length that does not.
+/// A number that fits into a byte. As a length, `longLength` says that a longer number follows.
 using PackedByte = std::uint8_t;
 inline constexpr PackedByte longLength = 0xFF;
 
@@ -111,7 +112,7 @@ Bytes packLength(Bytes bytes, std::size_t length) {
   return pack(pack(bytes, longLength), length);
 }
 
-/// As if it were long, without a look.
+/// Counts a long length, whatever the length is.
 inline ByteLimit packLength(ByteLimit bytes, std::size_t length) {
   return pack(pack(bytes, longLength), length);
 }
@@ -129,7 +130,7 @@ inline std::size_t unpackLength(ByteReader& bytes) {
 template <class Bytes>
 Bytes pack(Bytes bytes, TextView text) {
   bytes = packLength(bytes, text.view().size());
-  // An empty one may have no bytes to point to.
+  // The view of an empty text may be null.
   if (!text.empty()) {
     bytes.append(text.view().data(), text.view().size());
   }
@@ -150,7 +151,7 @@ Bytes pack(Bytes bytes, const std::vector<Element>& elements) {
   return bytes;
 }
 
-/// Takes the place of what `elements` held, in its memory.
+/// Replaces the elements, and reuses their memory.
 template <class Element>
 void unpack(ByteReader& bytes, std::vector<Element>& elements) {
   elements.resize(unpackLength(bytes));
@@ -159,7 +160,7 @@ void unpack(ByteReader& bytes, std::vector<Element>& elements) {
   }
 }
 
-/// Nothing: its flag tells all of it.
+/// A boolean is its flag, and takes no bytes.
 template <class Bytes>
 Bytes pack(Bytes bytes, bool) {
   return bytes;
@@ -167,13 +168,13 @@ Bytes pack(Bytes bytes, bool) {
 
 inline void unpack(ByteReader&, bool flag, bool& value) { value = flag; }
 
-/// Nothing when it is absent, which its flag tells.
+/// An absent value is its flag, and takes no bytes.
 template <class Bytes, class Value>
 Bytes pack(Bytes bytes, const std::optional<Value>& value) {
   return value.has_value() ? pack(bytes, *value) : bytes;
 }
 
-/// As if it were there, without a look.
+/// Counts a present value, whether it is present or not.
 template <PackedAsItIs Integer>
 ByteLimit pack(ByteLimit bytes, const std::optional<Integer>&) {
   return pack(bytes, Integer{});
@@ -223,7 +224,7 @@ Bytes pack(Bytes bytes, const Record& record) {
   };
   std::apply([&](const auto&... fields) { (packValue(record.*fields.member), ...); },
              RecordFields<Record>::list);
-  // At the place that was left for them.
+  // Into the space that was left for the flags.
   pack(begin, static_cast<PackedFlags<Record>>(flags));
   return bytes;
 }

@@ -1,9 +1,8 @@
-// The record of one item of a warped folder, as a shared Warp manifest lists it (docs/formats.md).
+// An entry of a shared Warp manifest: one item of a warped folder (docs/formats.md).
 //
-// It comes in two forms that share one definition: with `Text`, a plain value, which owns its
-// texts; and with `TextView`, whose texts lie in a document that is being read or in the entries
-// that a manifest keeps (WarpSharedEntries.h). Values are equal when all their fields are, texts by
-// canonical equivalence.
+// One definition serves two forms. With `Text`, an entry is a plain value that owns its texts. With
+// `TextView`, its texts refer to a document, or to the entries that a manifest keeps
+// (WarpSharedEntries.h). Entries are equal if all their fields are, texts by canonical equivalence.
 #pragma once
 
 #include "text/Text.h"
@@ -15,11 +14,11 @@
 
 namespace velmora {
 
-/// A stored object that holds a range of an entry's payload.
+/// A stored object that contains a range of the payload of an entry.
 template <class String>
 struct WarpSharedPayloadPart {
   String key;
-  /// Where the range begins in the payload, in bytes.
+  /// The offset of the range in the payload, in bytes.
   std::int64_t offset = 0;
   /// In bytes.
   std::int64_t size = 0;
@@ -28,10 +27,10 @@ struct WarpSharedPayloadPart {
   bool operator==(const WarpSharedPayloadPart&) const = default;
 };
 
-/// A range of real data in a sparse file, in bytes.
+/// A range of data in a sparse file, in bytes.
 struct VelmoraWarpSharedSparseExtent {
   std::int64_t logicalOffset = 0;
-  /// Where the range lies in the stored payload.
+  /// The offset of the range in the stored payload.
   std::int64_t storedOffset = 0;
   std::int64_t length = 0;
 
@@ -56,7 +55,7 @@ struct WarpSharedExtendedAttribute {
 /// One item of a warped folder. Times are nanoseconds since 1970-01-01T00:00:00Z.
 template <class String>
 struct WarpSharedEntry {
-  /// Absolute, whatever the name says; the identity of the entry.
+  /// An absolute path, in spite of the name. The identity of the entry.
   String relativePath;
   String displayName;
   VelmoraWarpSharedEntryKind kind = VelmoraWarpSharedEntryKind::file;

@@ -1,8 +1,8 @@
-// A shared Warp manifest (docs/formats.md): one folder that the application has offloaded to object
-// storage, and everything that was in it.
+// A shared Warp manifest (docs/formats.md): a folder that the application has offloaded to object
+// storage, with all its items.
 //
-// A plain value, equal to another when all fields are, texts by canonical equivalence. All
-// manifests and entries that come from JSON have passed every check (ManifestDecoding.h).
+// A plain value. Manifests are equal if all their fields are, texts by canonical equivalence. Every
+// manifest that was decoded has passed all checks (ManifestDecoding.h).
 #pragma once
 
 #include "text/Text.h"
@@ -17,7 +17,7 @@
 
 namespace velmora {
 
-/// The one format version that is read.
+/// The only format version that is read.
 inline constexpr std::int64_t sharedWarpManifestVersion = 4;
 
 struct VelmoraWarpSharedManifest {
@@ -33,11 +33,11 @@ struct VelmoraWarpSharedManifest {
   std::optional<Date> replacedAt;
   VelmoraWarpSharedStatus status = VelmoraWarpSharedStatus::uploading;
   std::optional<Text> failureDescription;
-  /// Absolute, whatever the name says.
+  /// Absolute paths, in spite of the name.
   std::vector<Text> verificationSampleRelativePaths;
   /// The warped folder itself.
   VelmoraWarpSharedEntry rootMetadata;
-  /// Everything below the folder.
+  /// All items below the folder.
   WarpSharedEntries entries;
 
   [[nodiscard]] const Text& id() const { return warpID; }

@@ -9,7 +9,8 @@
 namespace velmora {
 namespace {
 
-// Most manifests are small, and so is the first chunk; each has twice the size of the one before.
+// The first chunk is small, because most manifests are. Each chunk is twice as large as the one
+// before.
 constexpr std::size_t smallestChunk = std::size_t{4} * 1024;
 constexpr std::size_t maxChunk = std::size_t{1024} * 1024;
 
@@ -50,7 +51,7 @@ WarpSharedEntries::Chunk& WarpSharedEntries::chunkWithRoom(std::size_t size) {
   std::size_t capacity = smallestChunk;
   if (usedChunkCount_ > 0) {
     Chunk& last = chunks_[usedChunkCount_ - 1];
-    // A long entry that has made its chunk larger has it alone: offsets are those of small chunks.
+    // A chunk that is larger than maxChunk has one long entry only.
     if (last.size() < maxChunk && size <= last.room()) {
       return last;
     }

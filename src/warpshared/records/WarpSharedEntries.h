@@ -1,4 +1,5 @@
-// The entries of a manifest in little memory: a manifest may have a million of them.
+// The entries of a manifest in little memory, because a manifest may have a million of them. No
+// program here keeps entries: it is for programs that list or restore the items of a folder.
 #pragma once
 
 #include "warpshared/records/VelmoraWarpSharedEntry.h"
@@ -11,16 +12,13 @@
 
 namespace velmora {
 
-/// Entries in a row, a plain value. Each is kept as its texts and lists and some eighty bytes for
-/// all else, in chunks of memory: no entry has an allocation of its own, and none is moved when
-/// others come.
+/// A list of entries, which is a plain value. Entries are packed into chunks of memory: no entry
+/// has an allocation of its own, and none is moved when others are appended.
 ///
-/// Entries are read as views: their texts lie in here and last until these entries are assigned to,
-/// cleared or destroyed. They stay in place when others are appended, or when all are moved to
-/// another object.
+/// Entries are read as views. Their texts are valid until the list is assigned to, cleared or
+/// destroyed, also when entries are appended, or when the list is moved to another object.
 ///
-/// Each operation that needs memory throws std::bad_alloc when there is none; these entries are as
-/// before then.
+/// An operation that runs out of memory throws std::bad_alloc and leaves the list unchanged.
 class WarpSharedEntries {
  public:
   WarpSharedEntries() = default;
@@ -36,11 +34,11 @@ class WarpSharedEntries {
   }
   ~WarpSharedEntries() = default;
 
-  /// Adds a copy of the entry, its texts included.
+  /// Appends a copy of the entry with its texts.
   void append(const WarpSharedEntry<TextView>& entry);
   void append(const VelmoraWarpSharedEntry& entry);
 
-  /// Keeps the memory for others.
+  /// Removes all entries, and keeps the memory for others.
   void clear();
 
   [[nodiscard]] std::size_t size() const { return positions_.size(); }
@@ -49,19 +47,18 @@ class WarpSharedEntries {
   /// `index` is less than `size()`. Only an entry with lists allocates memory.
   [[nodiscard]] WarpSharedEntry<TextView> operator[](std::size_t index) const;
 
-  /// The same into the memory of the entry that was there before, for loops. `entry` is worth
-  /// nothing when it throws.
+  /// The same, and reuses the memory of `entry`, for loops. After an error, `entry` is invalid.
   void read(std::size_t index, WarpSharedEntry<TextView>& entry) const;
 
-  /// Whether the same entries are there in the same order.
+  /// Whether both have equal entries in the same order.
   friend bool operator==(const WarpSharedEntries& a, const WarpSharedEntries& b);
 
  private:
-  /// Memory that is filled from its beginning on.
+  /// A block of memory that is filled from its beginning.
   class Chunk {
    public:
     explicit Chunk(std::size_t capacity);
-    /// A copy without the room that is left.
+    /// A copy without the unused memory.
     Chunk(const Chunk& other);
     Chunk(Chunk&&) noexcept = default;
     Chunk& operator=(const Chunk&) = delete;
@@ -73,7 +70,7 @@ class WarpSharedEntries {
     [[nodiscard]] std::size_t room() const { return capacity_ - size_; }
     [[nodiscard]] const char* at(std::size_t offset) const { return bytes_.get() + offset; }
 
-    /// Where the room begins; and where it begins from now on.
+    /// The end of the used memory.
     [[nodiscard]] char* end() { return bytes_.get() + size_; }
     void clear() { size_ = 0; }
     void setEnd(const char* end) { size_ = static_cast<std::size_t>(end - bytes_.get()); }
@@ -94,11 +91,11 @@ class WarpSharedEntries {
   template <class Entry>
   void appendPacked(const Entry& entry);
 
-  /// The last one in use.
+  /// The last used chunk, or a new one, with room for `size` bytes.
   Chunk& chunkWithRoom(std::size_t size);
 
   std::vector<Chunk> chunks_;
-  /// The first ones are in use.
+  /// Chunks after these are unused.
   std::size_t usedChunkCount_ = 0;
   std::vector<Position> positions_;
 };

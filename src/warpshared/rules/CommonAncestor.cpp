@@ -8,7 +8,7 @@ namespace velmora::internal {
 
 namespace {
 
-/// Up to the last separator among the first `length` bytes, and with it.
+/// The beginning of `path` up to and with the last separator among its first `length` bytes.
 std::string_view folderIn(std::string_view path, std::size_t length) {
   return path.substr(0, path.substr(0, length).rfind('/') + 1);
 }
@@ -20,7 +20,7 @@ bool CommonAncestor::add(std::string_view path) {
     prefix_ = folderIn(path, path.size());
   } else if (!path.starts_with(prefix_)) {
     const std::string_view shorter = folderIn(path, commonPrefixLength(path, prefix_));
-    // Of the earlier paths, what comes behind the new end is still at hand.
+    // Earlier paths go on after the new end as the old prefix does.
     if (!isCharacterBoundaryAfterASCII(prefix_, shorter.size())) {
       return false;
     }

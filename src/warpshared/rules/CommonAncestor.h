@@ -11,17 +11,17 @@ class OriginalFolder;
 
 class CommonAncestor {
  public:
-  /// `path` begins with a separator. False when the ancestor cannot be told any more.
+  /// Adds a path, which begins with a separator. False when the ancestor is no longer known.
   [[nodiscard]] bool add(std::string_view path);
 
-  /// False when a path that was added is not below `folder`. May also be false when a path that was
-  /// added equals the path of `folder`.
+  /// False if an added path is not below `folder`. May also be false if an added path equals that
+  /// of `folder`.
   [[nodiscard]] bool isBelow(const OriginalFolder& folder) const;
 
   void clear() { prefix_.clear(); }
 
  private:
-  /// All paths begin with these characters, the last of which is a separator. Empty at first.
+  /// The common beginning of all paths, which ends with a separator. Empty before the first path.
   std::string prefix_;
 };
 

@@ -28,8 +28,7 @@ bool hasAllMetadata(const EntryView& entry) {
          entry.hasExtendedAttributesMetadata && entry.hasACLMetadata;
 }
 
-/// Files have a handful of attributes with short names: comparing each with each is quicker than a
-/// set then.
+/// Most files have few attributes with short names. Comparing all pairs is quicker than a set then.
 bool areFewAndShort(const std::vector<AttributeView>& attributes) {
   constexpr std::size_t fewAttributes = 16;
   constexpr std::size_t shortLength = 255;
@@ -67,7 +66,7 @@ bool isMetadataComplete(const EntryView& entry) {
          std::ranges::all_of(entry.extendedAttributes, isSafe);
 }
 
-/// Whether a range is one at all and ends at `limit` at the latest.
+/// Whether offset and length are not negative, and the range ends at `limit` or before.
 bool isRangeWithin(std::int64_t limit, std::int64_t offset, std::int64_t length) {
   return offset >= 0 && length >= 0 && length <= limit && offset <= limit - length;
 }
@@ -89,7 +88,7 @@ bool areExtentsInside(const EntryView& entry) {
       });
 }
 
-/// Whether a value that may be absent is, or else satisfies `predicate`.
+/// Whether `text` is absent or satisfies `predicate`.
 template <class Predicate>
 bool isAbsentOr(const std::optional<TextView>& text, Predicate predicate) {
   return !text.has_value() || predicate(text->view());

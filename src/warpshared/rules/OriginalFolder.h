@@ -1,4 +1,4 @@
-// The paths that belong to a warped folder: its own path and those below it.
+// Which paths belong to a warped folder: its own path and those below it.
 #pragma once
 
 #include "text/Text.h"
@@ -17,7 +17,7 @@ class OriginalFolder {
 
  private:
   TextView path_;
-  /// With a separator at its end.
+  /// The path with a separator at its end.
   std::string prefix_;
 };
 

@@ -1,3 +1,7 @@
+// Sixteen bytes are tested at once. A fault shows within four neighbouring bytes: a NUL, or a
+// separator before a component that is empty, "." or "..". So each vector of bytes is compared
+// together with the three vectors that begin one, two and three bytes later. A quicker first look
+// passes over most paths, because a fault needs two neighbours that are dots or separators.
 #include "warpshared/rules/PathPredicates.h"
 
 #include "text/ByteVector.h"
@@ -13,7 +17,7 @@ namespace {
 
 constexpr char separator = '/';
 
-// Sixteen bytes in a row, and for each of them the one to three that follow it.
+/// Sixteen neighbouring bytes, and for each of them the next three.
 struct Neighbourhood {
   ByteVector bytes;
   ByteVector next;
@@ -30,7 +34,7 @@ Neighbourhood neighbourhoodAt(const char* bytes) {
           .third = byteVectorAt(bytes + lookAhead)};
 }
 
-// The last bytes of a text. What comes after them counts as a separator and a name.
+/// The last bytes of a text, as if a separator and a name followed them.
 Neighbourhood neighbourhoodAtEnd(const char* bytes) {
   std::array<char, byteVectorSize + lookAhead> followed{};
   followed.fill('x');
@@ -48,17 +52,17 @@ ByteVector areDotsOrSeparators(ByteVector bytes) {
   return areSeparators(bytes | std::uint8_t{1});
 }
 
-// The NULs, and the separators before a component that is empty, "." or "..".
+/// Marks each NUL, and each separator before a component that is empty, "." or "..".
 ByteVector faultsAt(const Neighbourhood& at) {
   const ByteVector isUp = areDots(at.second) & areSeparators(at.third);
   const ByteVector isDotOrUp = areDots(at.next) & (areSeparators(at.second) | isUp);
   return areEqualTo(at.bytes, 0) | (areSeparators(at.bytes) & (areSeparators(at.next) | isDotOrUp));
 }
 
-// `text` has two vectors at least.
+/// `text` is at least two vectors long.
 bool hasFault(std::string_view text) {
   const std::size_t last = text.size() - byteVectorSize;
-  // The first vectors may overlap, for the others to come out at the end.
+  // The first two vectors may overlap, so that the last one ends with the text.
   ByteVector found = faultsAt(neighbourhoodAt(text.data()));
   for (std::size_t position = 1 + (last - 1) % byteVectorSize; position < last;
        position += byteVectorSize) {
@@ -69,15 +73,14 @@ bool hasFault(std::string_view text) {
 
 bool isDotOrSeparator(char byte) { return byte == '.' || byte == separator; }
 
-// Where a NUL is, or a dot or separator behind another one.
+/// Marks each NUL, and each dot or separator that another one follows.
 ByteVector suspicionsAt(const char* bytes) {
   const ByteVector vector = byteVectorAt(bytes);
   return areEqualTo(vector, 0) |
          (areDotsOrSeparators(vector) & areDotsOrSeparators(byteVectorAt(bytes + 1)));
 }
 
-// False only where there is no fault: none is without a NUL, or without two dots or separators in a
-// row. `text` has more bytes than a vector.
+/// False only if there is no fault. `text` is longer than a vector.
 bool isSuspicious(std::string_view text) {
   const std::size_t last = text.size() - byteVectorSize - 1;
   ByteVector found = suspicionsAt(text.data() + last);
@@ -87,8 +90,8 @@ bool isSuspicious(std::string_view text) {
   return isAnySet(found) || isDotOrSeparator(text.back()) || text.back() == '\0';
 }
 
-// Whether `text`, taken as bytes, holds no NUL, and only names after its separators. What comes
-// after the end counts as a separator.
+/// Whether `text`, as bytes, has no NUL and only names after its separators. The end counts as a
+/// separator.
 bool hasOnlyNamesAfterSeparators(std::string_view text) {
   constexpr std::size_t shortestLong = 2 * byteVectorSize;
   if (text.size() < shortestLong) {
@@ -97,8 +100,7 @@ bool hasOnlyNamesAfterSeparators(std::string_view text) {
     *std::ranges::copy(text, padded.begin()).out = separator;
     return !hasFault({padded.data(), padded.size()});
   }
-  // Few paths are suspicious, such as those of hidden files, and the second look costs twice as
-  // much as the first.
+  // Few paths are suspicious, such as those of hidden files. The second look costs more.
   return !isSuspicious(text) || !hasFault(text);
 }
 
@@ -111,8 +113,7 @@ bool beginsWithName(std::string_view text) {
          (text.front() != '.' || isName(text.substr(0, text.find(separator))));
 }
 
-// Only a "/" that is a whole character separates. Rare, and kept out of what is asked for each
-// entry.
+/// Whether the characters between whole separators are names. Rare, and therefore not inlined.
 [[gnu::noinline]] bool isMadeOfNames(std::string_view key) {
   if (isASCIIText(key) || key.find('\0') != std::string_view::npos) {
     return false;
@@ -123,17 +124,17 @@ bool beginsWithName(std::string_view text) {
 }  // namespace
 
 bool isCanonicalAbsolutePath(std::string_view path) {
-  // No other code point than "/" itself is canonically equivalent to it.
+  // No other code point is canonically equivalent to "/".
   if (!path.starts_with(separator) || !isCharacterBoundaryAfterASCII(path, 1)) {
     return false;
   }
-  // Standardisation takes out whole components or separators, or nothing: what it changes has fewer
-  // code points than before, and is not equal to it in any form.
+  // Standardisation only removes components and separators. A text with fewer code points is never
+  // canonically equal.
   return path.size() == 1 || hasOnlyNamesAfterSeparators(path);
 }
 
 bool isSafeRelativeObjectKey(std::string_view key) {
-  // Names stay names when a "/" between them is part of a larger character and separates nothing.
+  // Components that are names remain names if a "/" between them separates nothing.
   return (beginsWithName(key) && hasOnlyNamesAfterSeparators(key)) || isMadeOfNames(key);
 }
 

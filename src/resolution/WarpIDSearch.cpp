@@ -15,7 +15,17 @@ namespace {
 constexpr std::string_view unicodeEscape = "\\u";
 constexpr std::size_t chunkLength = std::size_t{256} << 10;
 
-/// JSON has no short escape for it.
+constexpr std::size_t pageSize = 4096;
+
+/// The first beginning of a page at or after `place`, which has room for a page. The kernel copies
+/// faster to one.
+char* pageIn(char* place) {
+  void* page = place;
+  std::size_t room = 2 * pageSize;
+  return static_cast<char*>(std::align(pageSize, pageSize, page, room));
+}
+
+/// Whether the only escape of `character` in JSON is "\u".
 bool isPlain(char character) {
   return ('0' <= character && character <= '9') || ('A' <= character && character <= 'Z') ||
          ('a' <= character && character <= 'z') || character == '-';
@@ -50,9 +60,8 @@ bool WarpIDSearch::mayBeManifest(const Text& path, const FileReader& files) {
   // A needle may begin in one chunk and end in the next. So the end of a chunk is kept before the
   // next one, and searched again.
   const std::size_t overlap = maxNeedleLength_ - 1;
-  const std::size_t pagesBefore = overlap / sizeof(Page) + 1;
-  pages_.resize(pagesBefore + chunkLength / sizeof(Page));
-  char* const chunk = pages_[pagesBefore].bytes;
+  memory_.resize(overlap + pageSize + chunkLength);
+  char* const chunk = pageIn(memory_.data() + overlap);
   const std::unique_ptr<FileContent> file = files.open(path, maxSharedWarpManifestLength);
   std::size_t kept = 0;
   while (const std::size_t count = file->read(chunk, chunkLength)) {

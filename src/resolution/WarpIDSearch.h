@@ -46,11 +46,7 @@ class WarpIDSearch {
   std::vector<Searcher> searchers_;
   bool findsEverything_ = false;
   std::size_t maxNeedleLength_ = 0;
-  /// The buffer begins at a page boundary, because the kernel copies faster to one.
-  struct alignas(4096) Page {
-    char bytes[4096];
-  };
-  std::vector<Page> pages_;
+  std::vector<char> memory_;
 };
 
 }  // namespace velmora

@@ -1,7 +1,6 @@
 #include "json/JSONString.h"
 
 #include "text/Hexadecimal.h"
-#include "text/UTF16.h"
 #include "text/UTF8.h"
 
 #include <algorithm>

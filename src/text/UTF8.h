@@ -4,8 +4,6 @@
 // Bytes that are not UTF-8 are never refused: each one is a unit by itself.
 #pragma once
 
-#include "text/UTF16.h"
-
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -24,6 +22,25 @@ struct CodePoint {
 
   [[nodiscard]] bool isUTF8() const { return value != notUTF8; }
 };
+
+// Surrogates of UTF-16 (RFC 2781). Escapes in JSON and in tables of strings write code points from
+// U+10000 on as pairs of them.
+[[nodiscard]] constexpr bool isHighSurrogate(char32_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+[[nodiscard]] constexpr bool isLowSurrogate(char32_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+[[nodiscard]] constexpr bool isSurrogate(char32_t unit) {
+  return isHighSurrogate(unit) || isLowSurrogate(unit);
+}
+
+/// The code point of a high surrogate and the low one that follows it.
+[[nodiscard]] constexpr char32_t codePointOfPair(char32_t high, char32_t low) {
+  return 0x10000 + ((high - 0xD800) << 10U) + (low - 0xDC00);
+}
 
 inline constexpr std::size_t maxCodePointLength = 4;
 

@@ -92,8 +92,10 @@ class JSONValue {
     return document_.bytes[isContainer() ? container().byteOffset : *token_];
   }
 
-  [[nodiscard]] const std::uint32_t* tokenAfter() const {
-    return token_ + (isContainer() ? container().tokenCount : 1);
+  /// The token after the value, and after a comma that follows it.
+  [[nodiscard]] const std::uint32_t* tokenAfterComma() const {
+    const std::uint32_t* const token = token_ + (isContainer() ? container().tokenCount : 1);
+    return token + (document_.bytes[*token] == ',' ? 1 : 0);
   }
 
   [[nodiscard]] std::uint32_t endOfScalar() const {
@@ -115,10 +117,7 @@ class JSONMembers {
   [[nodiscard]] JSONValue value() const { return {document_, token_ + 2}; }
 
   /// Takes the same time for a long value as for a short one.
-  void advance() {
-    token_ = value().tokenAfter();
-    token_ += document_.bytes[*token_] == ',' ? 1 : 0;
-  }
+  void advance() { token_ = value().tokenAfterComma(); }
 
  private:
   JSONDocument document_;
@@ -137,10 +136,7 @@ class JSONElements {
   [[nodiscard]] JSONValue value() const { return {document_, token_}; }
 
   /// Takes the same time for a long element as for a short one.
-  void advance() {
-    token_ = value().tokenAfter();
-    token_ += document_.bytes[*token_] == ',' ? 1 : 0;
-  }
+  void advance() { token_ = value().tokenAfterComma(); }
 
  private:
   JSONDocument document_;

@@ -6,7 +6,6 @@
 
 #include "text/Hexadecimal.h"
 #include "text/Text.h"
-#include "text/UTF16.h"
 #include "text/UTF8.h"
 
 #include <algorithm>

@@ -7,8 +7,8 @@
 #include "platform/PlatformError.h"
 #include "text/CanonicalTextSet.h"
 #include "text/LexicalPath.h"
-#include "warpshared/records/DestroyedManifestFields.h"
 #include "warpshared/records/FieldCodecs.h"
+#include "warpshared/records/FieldLists.h"
 #include "warpshared/rules/PathPredicates.h"
 
 #include <algorithm>

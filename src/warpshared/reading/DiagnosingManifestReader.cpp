@@ -2,9 +2,8 @@
 
 #include "json/strict/RecordDecoding.h"
 #include "warpshared/reading/EntryDecoding.h"
-#include "warpshared/records/EntryFields.h"
 #include "warpshared/records/FieldCodecs.h"
-#include "warpshared/records/ManifestFields.h"
+#include "warpshared/records/FieldLists.h"
 #include "warpshared/rules/ManifestRules.h"
 #include "warpshared/rules/OriginalFolder.h"
 

@@ -1,8 +1,8 @@
 #include "warpshared/reading/EntryDecoding.h"
 
 #include "json/strict/RecordDecoding.h"
-#include "warpshared/records/EntryFields.h"
 #include "warpshared/records/FieldCodecs.h"
+#include "warpshared/records/FieldLists.h"
 #include "warpshared/rules/EntryRules.h"
 
 namespace velmora::internal {

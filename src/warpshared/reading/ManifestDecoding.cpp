@@ -127,10 +127,6 @@ ManifestDecoder::ManifestDecoder() : readers_(std::make_unique<Readers>()) {}
 
 ManifestDecoder::~ManifestDecoder() = default;
 
-ManifestDecoder::ManifestDecoder(ManifestDecoder&&) noexcept = default;
-
-ManifestDecoder& ManifestDecoder::operator=(ManifestDecoder&&) noexcept = default;
-
 void ManifestDecoder::decode(std::string& bytes, VelmoraWarpSharedManifest& manifest) {
   readers_->decode(bytes, WholeManifest(manifest));
 }

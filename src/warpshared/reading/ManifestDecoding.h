@@ -41,8 +41,6 @@ class ManifestDecoder {
   ~ManifestDecoder();
   ManifestDecoder(const ManifestDecoder&) = delete;
   ManifestDecoder& operator=(const ManifestDecoder&) = delete;
-  ManifestDecoder(ManifestDecoder&&) noexcept;
-  ManifestDecoder& operator=(ManifestDecoder&&) noexcept;
 
   /// Decodes a document. `bytes` are scratch afterwards.
   [[nodiscard]] VelmoraWarpSharedManifest decode(std::string& bytes);

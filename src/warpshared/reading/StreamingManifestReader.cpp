@@ -38,9 +38,8 @@
 #include "json/streaming/TextArena.h"
 #include "text/CanonicalTextSet.h"
 #include "text/UniquenessCheck.h"
-#include "warpshared/records/EntryFields.h"
 #include "warpshared/records/FieldCodecs.h"
-#include "warpshared/records/ManifestFields.h"
+#include "warpshared/records/FieldLists.h"
 #include "warpshared/rules/CommonAncestor.h"
 #include "warpshared/rules/EntryRules.h"
 #include "warpshared/rules/ManifestRules.h"
@@ -290,11 +289,6 @@ class StreamingParse {
 StreamingManifestReader::StreamingManifestReader() : state_(std::make_unique<ParserState>()) {}
 
 StreamingManifestReader::~StreamingManifestReader() = default;
-
-StreamingManifestReader::StreamingManifestReader(StreamingManifestReader&&) noexcept = default;
-
-StreamingManifestReader& StreamingManifestReader::operator=(StreamingManifestReader&&) noexcept =
-    default;
 
 std::optional<DecodedHeader> StreamingManifestReader::read(ChunkedDocument& document,
                                                            const EntryVisitor& visitEntry) {

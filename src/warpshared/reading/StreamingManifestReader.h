@@ -20,8 +20,6 @@ class StreamingManifestReader {
   ~StreamingManifestReader();
   StreamingManifestReader(const StreamingManifestReader&) = delete;
   StreamingManifestReader& operator=(const StreamingManifestReader&) = delete;
-  StreamingManifestReader(StreamingManifestReader&&) noexcept;
-  StreamingManifestReader& operator=(StreamingManifestReader&&) noexcept;
 
   /// None when it gives up. `visitEntry` was called with the entries before that place then.
   /// Throws std::bad_alloc, and what `document` and `visitEntry` throw.

@@ -1,6 +1,6 @@
 #include "warpshared/records/VelmoraWarpSharedEntry.h"
 
-#include "warpshared/records/EntryFields.h"
+#include "warpshared/records/FieldLists.h"
 
 #include <concepts>
 #include <cstddef>

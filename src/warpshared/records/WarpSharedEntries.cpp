@@ -1,6 +1,6 @@
 #include "warpshared/records/WarpSharedEntries.h"
 
-#include "warpshared/records/EntryFields.h"
+#include "warpshared/records/FieldLists.h"
 #include "warpshared/records/RecordPacking.h"
 
 #include <algorithm>

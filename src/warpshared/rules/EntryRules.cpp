@@ -1,7 +1,7 @@
 #include "warpshared/rules/EntryRules.h"
 
 #include "text/CanonicalTextSet.h"
-#include "warpshared/records/EntryFields.h"
+#include "warpshared/records/FieldLists.h"
 #include "warpshared/rules/PathPredicates.h"
 #include "warpshared/rules/TextEncodings.h"
 
@@ -99,54 +99,43 @@ constexpr std::size_t field = fieldIndex<EntryView, key>;
 
 constexpr std::size_t lastField = fieldCount<EntryView> - 1;
 
-constexpr std::array rules = {
-    EntryRule{
-        .testedAfter = field<"absolutePath">,
-        .field = field<"absolutePath">,
-        .holds = [](const EntryView& entry) { return isCanonicalAbsolutePath(entry.relativePath); },
-        .message = "Shared Warp entries require canonical absolute paths."},
-    EntryRule{.testedAfter = field<"size">,
-              .field = field<"size">,
-              .holds = [](const EntryView& entry) { return entry.size >= 0; },
-              .message = "Shared Warp entry sizes cannot be negative."},
-    EntryRule{.testedAfter = lastField,
-              .field = field<"storedSize">,
-              .holds = [](const EntryView& entry) { return entry.storedSize >= 0; },
-              .message = "Shared Warp stored sizes cannot be negative."},
-    EntryRule{.testedAfter = lastField,
-              .field = field<"contentChecksumSHA256">,
-              .holds =
-                  [](const EntryView& entry) {
-                    return isAbsentOr(entry.contentChecksumSHA256, isSHA256Hex);
-                  },
-              .message = "Shared Warp checksums must be SHA-256 hex values."},
-    EntryRule{.testedAfter = lastField,
-              .field = field<"extendedAttributes">,
-              .holds = isMetadataComplete,
-              .message = "Shared Warp entries require complete current metadata."},
-    EntryRule{.testedAfter = lastField,
-              .field = field<"hardLinkPrimaryPath">,
-              .holds =
-                  [](const EntryView& entry) {
-                    return isAbsentOr(entry.hardLinkPrimaryPath, isCanonicalAbsolutePath);
-                  },
-              .message = "Shared Warp hard-link paths must be canonical absolute paths."},
-    EntryRule{.testedAfter = lastField,
-              .field = field<"payloadParts">,
-              .holds = arePartsSafe,
-              .message = "Shared Warp payload parts contain an unsafe range or object key."},
-    EntryRule{.testedAfter = lastField,
-              .field = field<"payloadKey">,
-              .holds =
-                  [](const EntryView& entry) {
-                    return isAbsentOr(entry.payloadKey, isSafeRelativeObjectKey);
-                  },
-              .message = "Shared Warp payload keys must be safe relative object keys."},
-    EntryRule{.testedAfter = lastField,
-              .field = field<"sparseExtents">,
-              .holds = areExtentsInside,
-              .message = "Shared Warp sparse extents fall outside the stored file range."},
-};
+bool isPathCanonical(const EntryView& entry) { return isCanonicalAbsolutePath(entry.relativePath); }
+bool isSizeValid(const EntryView& entry) { return entry.size >= 0; }
+bool isStoredSizeValid(const EntryView& entry) { return entry.storedSize >= 0; }
+
+bool isChecksumValid(const EntryView& entry) {
+  return isAbsentOr(entry.contentChecksumSHA256, isSHA256Hex);
+}
+
+bool isPrimaryPathCanonical(const EntryView& entry) {
+  return isAbsentOr(entry.hardLinkPrimaryPath, isCanonicalAbsolutePath);
+}
+
+bool isPayloadKeySafe(const EntryView& entry) {
+  return isAbsentOr(entry.payloadKey, isSafeRelativeObjectKey);
+}
+
+// In each row: the field that is read before the test, the field of the report, the test, the
+// words.
+constexpr std::array<EntryRule, 9> rules = {{
+    {field<"absolutePath">, field<"absolutePath">, isPathCanonical,
+     "Shared Warp entries require canonical absolute paths."},
+    {field<"size">, field<"size">, isSizeValid, "Shared Warp entry sizes cannot be negative."},
+    {lastField, field<"storedSize">, isStoredSizeValid,
+     "Shared Warp stored sizes cannot be negative."},
+    {lastField, field<"contentChecksumSHA256">, isChecksumValid,
+     "Shared Warp checksums must be SHA-256 hex values."},
+    {lastField, field<"extendedAttributes">, isMetadataComplete,
+     "Shared Warp entries require complete current metadata."},
+    {lastField, field<"hardLinkPrimaryPath">, isPrimaryPathCanonical,
+     "Shared Warp hard-link paths must be canonical absolute paths."},
+    {lastField, field<"payloadParts">, arePartsSafe,
+     "Shared Warp payload parts contain an unsafe range or object key."},
+    {lastField, field<"payloadKey">, isPayloadKeySafe,
+     "Shared Warp payload keys must be safe relative object keys."},
+    {lastField, field<"sparseExtents">, areExtentsInside,
+     "Shared Warp sparse extents fall outside the stored file range."},
+}};
 
 }  // namespace
 

@@ -1,6 +1,6 @@
 #include "warpshared/rules/ManifestRules.h"
 
-#include "warpshared/records/ManifestFields.h"
+#include "warpshared/records/FieldLists.h"
 #include "warpshared/rules/OriginalFolder.h"
 #include "warpshared/rules/PathPredicates.h"
 
@@ -43,25 +43,20 @@ bool areDatesAndOwnershipConsistent(const ManifestFacts& facts) {
 template <KeyLiteral key>
 constexpr std::size_t field = fieldIndex<Manifest, key>;
 
-constexpr std::array rules = {
-    ManifestRule{.testedAfter = field<"version">,
-                 .field = field<"version">,
-                 .holds = hasSupportedVersion,
-                 .message = "Unsupported shared Warp manifest version."},
-    ManifestRule{.testedAfter = field<"originalFolderPath">,
-                 .field = field<"originalFolderPath">,
-                 .holds = isIdentitySafe,
-                 .message = "Shared Warp identity, object key, or original path is unsafe."},
-    ManifestRule{
-        .testedAfter = field<"entries">,
-        .field = field<"entries">,
-        .holds = areDatesAndOwnershipConsistent,
-        .message = "Shared Warp manifest dates or original-path ownership are inconsistent."},
-    ManifestRule{.testedAfter = field<"entries">,
-                 .field = field<"entries">,
-                 .holds = [](const ManifestFacts& facts) { return facts.areHardLinksInside; },
-                 .message = "Shared Warp hard-link references must remain inside the manifest."},
-};
+bool areHardLinksInside(const ManifestFacts& facts) { return facts.areHardLinksInside; }
+
+// In each row: the field that is read before the test, the field of the report, the test, the
+// words.
+constexpr std::array<ManifestRule, 4> rules = {{
+    {field<"version">, field<"version">, hasSupportedVersion,
+     "Unsupported shared Warp manifest version."},
+    {field<"originalFolderPath">, field<"originalFolderPath">, isIdentitySafe,
+     "Shared Warp identity, object key, or original path is unsafe."},
+    {field<"entries">, field<"entries">, areDatesAndOwnershipConsistent,
+     "Shared Warp manifest dates or original-path ownership are inconsistent."},
+    {field<"entries">, field<"entries">, areHardLinksInside,
+     "Shared Warp hard-link references must remain inside the manifest."},
+}};
 
 }  // namespace
 

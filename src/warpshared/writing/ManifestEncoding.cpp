@@ -1,10 +1,8 @@
 #include "warpshared/writing/ManifestEncoding.h"
 
 #include "json/RecordEncoding.h"
-#include "warpshared/records/DestroyedManifestFields.h"
-#include "warpshared/records/EntryFields.h"
 #include "warpshared/records/FieldCodecs.h"
-#include "warpshared/records/ManifestFields.h"
+#include "warpshared/records/FieldLists.h"
 
 #include <cstddef>
 

@@ -1,8 +1,6 @@
 #include "tests/warpshared/RecordsAtTheirEnds.h"
 #include "tests/warpshared/SharedWarpDocuments.h"
-#include "warpshared/records/DestroyedManifestFields.h"
-#include "warpshared/records/EntryFields.h"
-#include "warpshared/records/ManifestFields.h"
+#include "warpshared/records/FieldLists.h"
 #include "warpshared/records/VelmoraWarpSharedManifest.h"
 #include "warpshared/writing/ManifestEncoding.h"
 

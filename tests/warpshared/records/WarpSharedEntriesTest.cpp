@@ -1,8 +1,8 @@
 #include "json/RecordEncoding.h"
 #include "tests/fakes/WarpRecords.h"
 #include "tests/warpshared/RecordsAtTheirEnds.h"
-#include "warpshared/records/EntryFields.h"
 #include "warpshared/records/FieldCodecs.h"
+#include "warpshared/records/FieldLists.h"
 #include "warpshared/records/WarpSharedEntries.h"
 
 #include <gtest/gtest.h>

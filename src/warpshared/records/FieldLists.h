@@ -1,8 +1,10 @@
-// The fields of entries and of the records in them, with their keys, in the order of reading.
+// The fields of all records of the shared formats, with their keys, in the order of reading.
 #pragma once
 
 #include "json/RecordFields.h"
+#include "warpshared/records/DestroyedManifestIndex.h"
 #include "warpshared/records/VelmoraWarpSharedEntry.h"
+#include "warpshared/records/VelmoraWarpSharedManifest.h"
 
 #include <tuple>
 
@@ -82,6 +84,48 @@ struct RecordFields<WarpSharedEntry<String>> {
       RecordField{"sparseExtents", &Entry::sparseExtents},
       RecordField{"hardLinkIdentity", &Entry::hardLinkIdentity},
       RecordField{"hardLinkPrimaryPath", &Entry::hardLinkPrimaryPath},
+  };
+};
+
+template <>
+struct RecordFields<VelmoraWarpSharedManifest> {
+  using Manifest = VelmoraWarpSharedManifest;
+  static constexpr std::tuple list{
+      RecordField{"version", &Manifest::version},
+      RecordField{"warpID", &Manifest::warpID},
+      RecordField{"deviceID", &Manifest::deviceID},
+      RecordField{"manifestKey", &Manifest::manifestKey},
+      RecordField{"originalFolderPath", &Manifest::originalFolderPath},
+      RecordField{"displayName", &Manifest::displayName},
+      RecordField{"createdAt", &Manifest::createdAt},
+      RecordField{"uploadedAt", &Manifest::uploadedAt},
+      RecordField{"replacedAt", &Manifest::replacedAt},
+      RecordField{"status", &Manifest::status},
+      RecordField{"failureDescription", &Manifest::failureDescription},
+      RecordField{"verificationSampleAbsolutePaths", &Manifest::verificationSampleRelativePaths},
+      RecordField{"rootMetadata", &Manifest::rootMetadata},
+      RecordField{"entries", &Manifest::entries},
+  };
+};
+
+template <>
+struct RecordFields<VelmoraWarpSharedDestroyedManifestRecord> {
+  using Record = VelmoraWarpSharedDestroyedManifestRecord;
+  static constexpr std::tuple list{
+      internal::RecordField{"warpID", &Record::warpID},
+      internal::RecordField{"manifestKey", &Record::manifestKey},
+      internal::RecordField{"originalFolderPath", &Record::originalFolderPath},
+      internal::RecordField{"destroyedAt", &Record::destroyedAt},
+  };
+};
+
+template <>
+struct RecordFields<VelmoraWarpSharedDestroyedManifestIndex> {
+  using Index = VelmoraWarpSharedDestroyedManifestIndex;
+  static constexpr std::tuple list{
+      internal::RecordField{"version", &Index::version},
+      internal::RecordField{"generatedAt", &Index::generatedAt},
+      internal::RecordField{"records", &Index::records},
   };
 };
 

@@ -13,7 +13,7 @@ namespace {
 /// getopt_long returns these for an operand and for a missing value.
 constexpr int operandCode = 1;
 constexpr int missingValueCode = ':';
-/// Each option's code is this number and its place in the list.
+/// The code of an option is this number plus the option's index in the list.
 constexpr int firstOptionCode = 0x100;
 
 std::string inOneLine(std::string message) {
@@ -46,21 +46,21 @@ class ArgumentParser {
  public:
   ArgumentParser(std::vector<std::string> arguments, std::span<const KnownOption> known)
       : known_(known), longOptions_(longOptions(known)), storage_(std::move(arguments)) {
-    // getopt_long passes over the program's name.
+    // getopt_long skips the program's name.
     storage_.insert(storage_.begin(), "");
     for (std::string& argument : storage_) {
       pointers_.push_back(argument.data());
     }
     pointers_.push_back(nullptr);
-    // 0 has glibc begin anew.
+    // With 0, glibc resets its state.
     optind = 0;
   }
 
   CommandArguments parse() {
     for (;;) {
       position_ = std::max(optind, 1);
-      // "-" has operands delivered in their place, whatever POSIXLY_CORRECT says; ":" tells a
-      // missing value from an unknown option, and keeps getopt_long from printing.
+      // "-" returns the operands in their order, even if POSIXLY_CORRECT is set. ":" distinguishes
+      // a missing value from an unknown option, and prevents getopt_long from printing.
       const int code = ::getopt_long(static_cast<int>(storage_.size()), pointers_.data(),
                                      "-:", longOptions_.data(), nullptr);
       if (code == -1) {
@@ -76,20 +76,20 @@ class ArgumentParser {
   }
 
  private:
-  /// The argument that is looked at.
+  /// The current argument.
   [[nodiscard]] const std::string& argument() const {
     return storage_[static_cast<std::size_t>(position_)];
   }
 
-  /// The name of a long option; empty for any other argument.
+  /// The name if the current argument is a long option; otherwise empty.
   [[nodiscard]] std::string name() const {
     return argument().starts_with("--") ? argument().substr(2, argument().find('=') - 2) : "";
   }
 
-  /// False when nothing after it matters.
+  /// Returns false if the rest of the command line does not matter.
   bool takeOption(int code) {
     const auto option = std::ranges::find(known_, name(), &KnownOption::name);
-    // getopt_long takes an abbreviation, too.
+    // getopt_long also accepts abbreviations.
     if (option == known_.end()) {
       throw UsageError("unknown option: " + argument());
     }
@@ -108,7 +108,8 @@ class ArgumentParser {
     return option->form != OptionForm::last;
   }
 
-  /// An empty variable in a script leaves an option where the value should be.
+  /// Refuses an option in the place of the value, which an empty variable in a script can cause,
+  /// and a second value.
   void checkValue() const {
     const bool isJoined = argument().find('=') != std::string::npos;
     if (!isJoined && looksLikeOption(optarg)) {

@@ -1,5 +1,5 @@
-// Tells the options of a command line from its operands, for both programs alike, by getopt_long of
-// glibc.
+// Separates the options of a command line from its operands, with getopt_long of glibc. Both
+// programs use it.
 #pragma once
 
 #include <optional>
@@ -11,8 +11,8 @@
 
 namespace velmora {
 
-/// A command line that says nothing the program understands. The message is one line: control
-/// characters, which the user may have given, are question marks in it.
+/// The command line is wrong. The message is one line: each control character is replaced by a
+/// question mark, because the message may quote the user's arguments.
 class UsageError : public std::runtime_error {
  public:
   explicit UsageError(std::string message);
@@ -20,9 +20,9 @@ class UsageError : public std::runtime_error {
 
 enum class OptionForm {
   flag,
-  /// The option has a value: after "=", or the next argument.
+  /// The option has a value, after "=" or in the next argument.
   value,
-  /// Nothing after the option matters: --help.
+  /// The rest of the command line does not matter, as with --help.
   last,
 };
 
@@ -42,23 +42,24 @@ struct CommandArguments {
   std::vector<std::string> operands;
 
   [[nodiscard]] bool has(std::string_view name) const { return valueOf(name).has_value(); }
-  /// Empty for a flag; none when the option was not given.
+  /// Empty for a flag; none if the option was not given.
   [[nodiscard]] std::optional<std::string> valueOf(std::string_view name) const;
 };
 
-/// Options may stand anywhere before "--". An operand is any other argument, "-" included, and
-/// whatever follows "--"; it is taken as it stands. Options have no short form and no abbreviation,
-/// and one with a value is given once. Throws UsageError. Main thread only: getopt_long keeps its
-/// state in globals.
+/// Options may come anywhere before "--". Every other argument is an operand, including "-" and all
+/// arguments after "--". Operands are not changed. Options have no short form and no abbreviation.
+/// An option with a value may be given only once. Throws UsageError. Main thread only, because
+/// getopt_long keeps its state in global variables.
 [[nodiscard]] CommandArguments parseArguments(const std::vector<std::string>& arguments,
                                               std::span<const KnownOption> known);
 
-/// The options of every program that takes its operands from standard input, too.
+/// The option of each program that can also read its operands from standard input.
 inline constexpr KnownOption operandsFileOption = {.name = "files0-from",
                                                    .form = OptionForm::value};
 
-/// Whether the operands are on standard input. Throws UsageError for another file, for operands
-/// beside it, and, with `messageWithoutOperands`, when there are no operands at all.
+/// Whether the operands are on standard input. Throws UsageError for another file, and for a
+/// command line that also has operands. If there is neither the option nor an operand, throws
+/// UsageError with `messageWithoutOperands`.
 [[nodiscard]] bool readsOperandsFromStandardInput(const CommandArguments& arguments,
                                                   const std::string& messageWithoutOperands);
 

@@ -12,11 +12,11 @@ namespace velmora {
 
 namespace {
 
-/// What the user waits for the desktop's services at most, in all.
+/// The longest time that the user waits for all services of the desktop together.
 constexpr std::chrono::milliseconds sessionBusLimit{2000};
 
-/// The localized texts beside the program, where an installation was moved or this is a build tree;
-/// else the place that they were to be installed at.
+/// The directory of the localized texts relative to the program, for a build tree and for an
+/// installation that was moved. If it is missing, the directory that the build was configured for.
 std::string installedResourceDirectory() {
   std::error_code error;
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);

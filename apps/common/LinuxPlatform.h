@@ -1,4 +1,4 @@
-// The platform of a Linux desktop, put together: the one place that names the implementations.
+// Assembles the platform of a Linux desktop. No other file of the programs names an implementation.
 #pragma once
 
 #include "platform/Platform.h"
@@ -24,9 +24,10 @@ namespace velmora {
 
 class Environment;
 
-/// Nothing here connects to anything, or looks at anything, before it is used.
+/// The constructor makes no connection and reads no file. Each member does so at its first use.
 struct LinuxPlatform {
-  /// `environment` is kept by reference. `programName` stands in front of lines in the system log.
+  /// `environment` is kept by reference. Each line in the system log begins with `programName`,
+  /// which is copied.
   LinuxPlatform(const char* programName, std::optional<Text> bundleIdentifier,
                 const Environment& environment);
 

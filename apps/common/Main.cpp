@@ -17,14 +17,14 @@ int runMain(
     int argc, char** argv, const ProgramIdentity& program,
     const std::function<int(const std::vector<std::string>& arguments, const Environment&)>& run) {
   openMissingStandardStreams();
-  // A reader of our messages that has gone must not take the request with it.
+  // If the reader of the messages has gone, the request must still be served.
   std::signal(SIGPIPE, SIG_IGN);
-  // A limit on the size of files fails the write (EFBIG), and is told like any other failure.
+  // A write beyond the limit on file sizes then fails (EFBIG) instead of ending the process.
   std::signal(SIGXFSZ, SIG_IGN);
   try {
     const Environment environment = captureEnvironment();
     detachSessionBusFromLibraries();
-    // A process may be started without any argument, not even its name.
+    // A process may be started without arguments, even without its own name.
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     return run(arguments, environment);
   } catch (const UsageError& error) {
@@ -40,7 +40,7 @@ void complain(std::string_view programName, std::string_view message) noexcept {
   try {
     Output(STDERR_FILENO).write(std::string(programName).append(": ").append(message).append("\n"));
   } catch (const std::exception&) {
-    // What cannot be shown there is no loss: the exit status says what matters.
+    // The exit status still reports the failure.
   }
 }
 

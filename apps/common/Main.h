@@ -1,4 +1,4 @@
-// What both programs do before their first line and after their last.
+// The parts of `main` that both programs share.
 #pragma once
 
 #include "common/Output.h"
@@ -12,27 +12,27 @@ namespace velmora {
 
 class Environment;
 
-/// EX_USAGE of sysexits.h: the exit status for a command line that is wrong.
+/// The exit status for a wrong command line: EX_USAGE of sysexits.h.
 inline constexpr int usageErrorStatus = 64;
 
 struct ProgramIdentity {
   const char* name;
-  /// The exit status when something unforeseen has ended the run.
+  /// The exit status after an unexpected exception.
   int failureStatus;
 };
 
-/// Serves one process: prepares the standard streams, signals and environment, has `run` answer the
-/// arguments by an exit status, and tells the user of what it throws. A UsageError ends with
-/// usageErrorStatus, any other std::exception with the failure's.
+/// Prepares the standard streams, the signals and the environment, then calls `run` and returns its
+/// exit status. If `run` throws, prints the message and returns usageErrorStatus for a UsageError,
+/// or `program.failureStatus` for any other std::exception.
 [[nodiscard]] int runMain(
     int argc, char** argv, const ProgramIdentity& program,
     const std::function<int(const std::vector<std::string>& arguments, const Environment&)>& run);
 
-/// Says what is wrong on standard error, in one line. Never fails.
+/// Prints one line on standard error: the program's name and the message. Never fails.
 void complain(std::string_view programName, std::string_view message) noexcept;
 
-/// The operands on standard input, each ended by NUL. Throws UsageError when it cannot be read,
-/// because a part of a selection must not be taken for all of it.
+/// Reads the operands from standard input; a NUL ends each of them. Throws UsageError if the input
+/// cannot be read, because a part of a selection must not be served as the whole selection.
 [[nodiscard]] std::vector<std::string> operandsOnStandardInput();
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-// Where answers go.
+// Writes the answers of the programs.
 #pragma once
 
 #include <stdexcept>
@@ -6,24 +6,24 @@
 
 namespace velmora {
 
-/// An answer could not be written: the rest of it is lost.
+/// An answer could not be written completely.
 class OutputError : public std::runtime_error {
  public:
   explicit OutputError(int code);
 
-  /// An `errno` value; EPIPE when the reader has gone.
+  /// An `errno` value; EPIPE if the reader has gone.
   [[nodiscard]] int code() const { return code_; }
 
  private:
   int code_;
 };
 
-/// Writes to an open file, at once. SIGPIPE has to be ignored.
+/// Writes to an open file, without a buffer. The process must ignore SIGPIPE.
 class Output {
  public:
   explicit Output(int fileDescriptor) : fileDescriptor_(fileDescriptor) {}
 
-  /// All of `bytes`. Throws OutputError.
+  /// Writes all of `bytes`. Throws OutputError.
   void write(std::string_view bytes) const;
 
  private:

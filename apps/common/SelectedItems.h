@@ -1,4 +1,4 @@
-// The items that the user selected, as providers that answer at once.
+// The selected items that the operands of a command line name.
 #pragma once
 
 #include "extension/SelectionScreening.h"
@@ -17,28 +17,29 @@ namespace velmora {
 class PathStandardizer;
 struct Platform;
 
-/// The file URL that an operand stands for. A text that begins with "file:" in any case, or with a
-/// scheme and "//", is a URL. Any other text is a path, and a relative path is below the working
-/// directory. None for a URL that is no file URL, for a path that is not UTF-8, and for an empty
-/// operand, which an unset variable of a script leaves.
+/// The file URL that an operand names. An operand is a URL if it begins with "file:" in any case,
+/// or with a scheme and "://". Any other operand is a path; a relative path is resolved against the
+/// working directory. Returns none for a URL that is not a file URL, for a path that is not UTF-8,
+/// and for an empty operand. A script with an unset variable can pass an empty operand.
 [[nodiscard]] std::optional<FileURL> fileURLFromOperand(std::string_view operand,
                                                         const PathStandardizer& standardizer);
 
-/// One provider for each operand, in order. `standardizer` outlives them.
+/// One provider for each operand, in order. Each delivers its item within the call that loads it.
+/// `standardizer` must outlive the providers.
 [[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> providersFromOperands(
     const std::vector<std::string>& operands, const PathStandardizer& standardizer);
 
 struct ScreenedOperands {
   Screening screening;
-  /// For each operand the index of its item in the screening; none for an operand that is no file.
+  /// For each operand, the index of its item in the screening; none if the operand has no file URL.
   std::vector<std::optional<std::size_t>> itemNumbers;
 };
 
-/// Screens the operands as a request does that has them as its selection.
+/// Screens the operands like a request whose selection they are.
 [[nodiscard]] ScreenedOperands screenOperands(const std::vector<std::string>& operands,
                                               const Platform& platform);
 
-/// The parts of `bytes` that are each ended by NUL; the last may go without.
+/// Splits `bytes` after each NUL, and removes the NULs. The last part may lack its NUL.
 [[nodiscard]] std::vector<std::string> splitAtNUL(std::string_view bytes);
 
 }  // namespace velmora

@@ -1,15 +1,15 @@
-// The three streams that a program is started with, or should be.
+// The three standard streams of a process. A process may be started without some of them.
 #pragma once
 
 #include <string>
 
 namespace velmora {
 
-/// Opens "/dev/null" for each standard stream that is missing: a file opened under its number would
-/// receive what is written there. First thing in main.
+/// Opens "/dev/null" for each missing standard stream. Without it, the next opened file would get
+/// the stream's number, and receive the output. To be called first in main.
 void openMissingStandardStreams();
 
-/// All of standard input. Throws PlatformError.
+/// Reads all of standard input. Throws PlatformError.
 [[nodiscard]] std::string readStandardInput();
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-// The platform of macOS, put together: the one place that names the implementations.
+// Assembles the platform of macOS, and names its implementations.
 #pragma once
 
 #include "platform/Platform.h"
@@ -18,7 +18,7 @@
 
 namespace velmora {
 
-/// Holds no state beyond that of its parts, of which none has any: each request has one of its own.
+/// Has no state, because none of its members has state. Each request has its own instance.
 struct MacPlatform {
   Platform references();
 

@@ -13,8 +13,8 @@ namespace velmora {
 
 namespace {
 
-/// A request and the platform that serves it. They live and go together, so that a request needs
-/// nothing of the controller that began it.
+/// A request and the platform that serves it, with one lifetime. The request needs nothing from the
+/// controller that began it, because the host may release the controller earlier.
 struct HostRequest {
   explicit HostRequest(NSExtensionContext* host) : context(host) {}
 
@@ -38,7 +38,7 @@ void cancel(NSExtensionContext* host) {
 
 }  // namespace velmora
 
-/// The principal class, which the extension host creates by its name.
+/// The principal class. The extension host creates an instance by the name of the class.
 @interface VelmoraFinderActionExtension : NSViewController
 @end
 

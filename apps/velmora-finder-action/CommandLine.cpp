@@ -12,27 +12,27 @@ namespace {
 constexpr const char* help = R"(Usage: velmora-finder-action [OPTIONS] [--] PATH...
        velmora-finder-action [OPTIONS] --files0-from=-
 
-Warps the folders at PATH to Velmora, or restores warped ones: hands them to the Velmora
-application and opens it. Items that do not suit the action are left out.
+Asks the Velmora application to warp the folders at PATH, or to restore warped folders:
+writes a request for the application, and opens it. Leaves out items that do not suit the
+action.
 
 Options:
   --restore               Perform Restore
-  --bundle-identifier ID  The identity that decides the action:
-                          io.tolvane.Velmora.FinderRestoreAction is Restore,
-                          any other or none is Warp
-  --check                 Only tell by the exit status whether the action applies
+  --bundle-identifier ID  Choose the action by an identifier: Restore for
+                          io.tolvane.Velmora.FinderRestoreAction, Warp for any other
+  --check                 Only report by the exit status whether the action applies
   --no-notify             Show no desktop notification of a failure
   --files0-from=-         Read the items from standard input, separated by NUL
   --help                  Show this text and exit
   --version               Show the version and exit
 
-PATH is absolute or relative, or a file: URL. A relative path that looks like a URL is
-written with ./ before it.
+PATH is an absolute or relative path, or a file: URL. Write ./ before a relative path that
+looks like a URL.
 
 Exit status:
-  0   handed to the application; with --check: something suits the action
-  1   nothing in the selection suits the action
-  2   the handoff failed; the system log says why
+  0   the request was written; with --check: an item suits the action
+  1   no item suits the action
+  2   the handoff failed; the system log has the reason
   64  the command line is wrong
 )";
 

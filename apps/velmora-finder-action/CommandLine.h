@@ -1,4 +1,4 @@
-// What the user of the program may say.
+// The command line of velmora-finder-action.
 #pragma once
 
 #include "text/Text.h"
@@ -12,26 +12,26 @@ namespace velmora {
 
 /// A well-formed command line.
 struct CommandLine {
-  /// The identity that decides the action, or none.
+  /// The identifier that decides the action, if one is given.
   std::optional<Text> bundleIdentifier = {};
-  /// Only tell whether the action applies.
+  /// Only report whether the action applies.
   bool isCheck = false;
-  /// Tell the user of a failure through the desktop, where no terminal does.
+  /// Show a desktop notification of a failure if standard error is not a terminal.
   bool notifiesDesktop = true;
   /// The items are on standard input.
   bool readsStandardInput = false;
-  /// The operands as they stand: paths and file URLs, in order.
+  /// The operands, unchanged and in order: paths and URLs.
   std::vector<std::string> operands = {};
 
   bool operator==(const CommandLine&) const = default;
 };
 
-/// A text that the user asked for instead of an action.
+/// A text that the user requested instead of an action: the help or the version.
 struct RequestedText {
   std::string text;
 };
 
-/// Reads the arguments that follow the program's name. Throws UsageError.
+/// Parses the arguments after the program's name. Throws UsageError.
 [[nodiscard]] std::variant<CommandLine, RequestedText> parseCommandLine(
     const std::vector<std::string>& arguments);
 

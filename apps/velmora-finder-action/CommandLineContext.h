@@ -1,4 +1,4 @@
-// The request that a command line makes, in the place of an extension host's.
+// The request of a command line. On macOS, the extension host makes the request instead.
 #pragma once
 
 #include "platform/ExtensionContext.h"
@@ -12,15 +12,16 @@ namespace velmora {
 
 class PathStandardizer;
 
-/// How the request ended: without an error when it was completed.
+/// The end of the request. There is no error if the request was completed.
 struct Outcome {
   std::optional<RequestError> error;
 };
 
 class CommandLineContext final : public ExtensionContext {
  public:
-  /// The selection is what the operands stand for, in their order; `standardizer` outlives the
-  /// request. Calls `whenEnded` once, on the thread that ends the request. It must not throw.
+  /// The selection is the items that the operands name, in their order. `standardizer` must outlive
+  /// the request. Calls `whenEnded` once, on the thread that ends the request. `whenEnded` must not
+  /// throw.
   CommandLineContext(std::vector<std::string> operands, const PathStandardizer& standardizer,
                      std::function<void()> whenEnded);
 
@@ -28,7 +29,7 @@ class CommandLineContext final : public ExtensionContext {
   void completeRequest() noexcept override;
   void cancelRequest(const RequestError& error) noexcept override;
 
-  /// None as long as the request is being served.
+  /// None until the request has ended.
   const std::optional<Outcome>& outcome() const { return outcome_; }
 
  private:

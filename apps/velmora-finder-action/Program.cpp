@@ -24,13 +24,13 @@ namespace {
 
 void tellUser(const RequestError& error, const CommandLine& commandLine, SessionBus& sessionBus) {
   if (error.localizedDescription.empty()) {
-    // Memory ran out before a message could be found; the log has a line.
+    // Memory ran out before the message was found. The system log has a line.
     return;
   }
   try {
     Output(STDERR_FILENO).write(error.localizedDescription + "\n");
   } catch (const OutputError&) {
-    // A message that nobody takes changes nothing.
+    // The exit status still reports the failure.
   }
   if (commandLine.notifiesDesktop && ::isatty(STDERR_FILENO) == 0) {
     notifyDesktop(sessionBus, error.localizedDescription);
@@ -47,7 +47,7 @@ ExitStatus exitStatusOf(const Outcome& outcome) {
 
 void serve(const std::shared_ptr<CommandLineContext>& context, const Platform& platform) {
   try {
-    // Before anything is written: without it, the application would not hear of it.
+    // Loaded before the request is written: without GLib, the application gets no notification.
     loadGLib();
   } catch (const PlatformError& error) {
     cancelFailedHandoff(error.what(), *context, platform);
@@ -64,7 +64,7 @@ ExitStatus checkSelection(const CommandLine& commandLine, const Environment& env
   return acceptedPaths(screened.screening).empty() ? ExitStatus::selectionCancelled
                                                    : ExitStatus::completed;
 } catch (const std::exception&) {
-  // Nobody reads a message of a check; what cannot be told does not apply.
+  // A check prints no message. If the answer cannot be determined, the action does not apply.
   return ExitStatus::selectionCancelled;
 }
 

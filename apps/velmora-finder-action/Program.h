@@ -1,4 +1,4 @@
-// The program from its command line to its exit status: puts the platform together and serves one
+// The program from its command line to its exit status: assembles the platform and serves one
 // request.
 #pragma once
 
@@ -9,20 +9,20 @@ struct CommandLine;
 
 inline constexpr const char* programName = "velmora-finder-action";
 
-/// What the program's exit tells whoever started it.
+/// The exit status of the program.
 enum class ExitStatus {
   completed = 0,
   selectionCancelled = 1,
   handoffCancelled = 2,
 };
 
-/// Tells whether the action applies to anything in the selection, without a trace: `completed` or
-/// `selectionCancelled`.
+/// Returns `completed` if the action applies to an item of the selection, or else
+/// `selectionCancelled`. Writes and prints nothing.
 [[nodiscard]] ExitStatus checkSelection(const CommandLine& commandLine,
                                         const Environment& environment);
 
-/// Performs the action. A cancelled request tells the user why, on standard error and, where that
-/// is no terminal, through the desktop.
+/// Performs the action. If the request is cancelled, prints the reason on standard error. If
+/// standard error is not a terminal and `commandLine` allows it, also shows a desktop notification.
 [[nodiscard]] ExitStatus performAction(const CommandLine& commandLine,
                                        const Environment& environment);
 

@@ -1,4 +1,4 @@
-// velmora-finder-action: one request of a file manager's menu, then exit.
+// velmora-finder-action: serves one request from a file manager's menu, then exits.
 
 #include "common/Main.h"
 

@@ -24,11 +24,11 @@ constexpr FileKindName fileKindNames[] = {
 constexpr std::size_t verdictWidth = 9;
 constexpr std::size_t kindWidth = 10;
 
-/// `file` below the working directory. A ".." stays, because it may follow a symbolic link.
+/// Resolves `file` against the working directory. Keeps "..", which may follow a symbolic link.
 std::string absolutePath(const std::string& file) {
   std::error_code error;
   const std::filesystem::path path = std::filesystem::absolute(file, error);
-  // A file that has no absolute path is missing, and reading it says so.
+  // Without a working directory, reading the file reports the error.
   return error ? file : path.native();
 }
 

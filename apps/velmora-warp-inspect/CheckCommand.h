@@ -1,5 +1,4 @@
-// The command `check`: whether a file is what it should be, by the code that the actions read it
-// with.
+// The command `check`: whether a file is valid. The actions read files with the same code.
 #pragma once
 
 #include "Report.h"
@@ -24,17 +23,17 @@ enum class FileKind { manifest, index, marker };
 
 [[nodiscard]] std::optional<FileKind> fileKindNamed(std::string_view name);
 
-/// The kind of the file at `path` by its name: index and marker have theirs, and every other file
-/// is taken for a manifest.
+/// The kind of the file at `path`, from its name. An index and a marker have fixed names; every
+/// other file is treated as a manifest.
 [[nodiscard]] FileKind fileKindOf(std::string_view path);
 
-/// The content of a valid index, as it is reported.
+/// The reported content of a valid index.
 struct IndexSummary {
   std::size_t recordCount = 0;
 };
 
 struct CheckedFile {
-  /// As the user named it.
+  /// The operand of the user, unchanged.
   std::string file;
   FileKind kind = FileKind::manifest;
   std::variant<ManifestSummary, IndexSummary, WarpMarker, Fault> content;
@@ -42,14 +41,14 @@ struct CheckedFile {
   [[nodiscard]] bool isValid() const { return !std::holds_alternative<Fault>(content); }
 };
 
-/// Checks one file after the other and keeps its memory between them.
+/// Checks one file after the other, and keeps its memory. One thread at a time.
 class FileChecker {
  public:
   /// `files` is kept by reference.
   explicit FileChecker(const FileReader& files) : files_(files) {}
 
-  /// Checks `file`, relative to the working directory where it is not absolute; its name decides
-  /// its kind unless `kind` does. Never fails: an error is the content's fault.
+  /// Checks `file`. A relative path is resolved against the working directory. Without `kind`, the
+  /// file's name decides its kind. Each error becomes the fault in the result.
   [[nodiscard]] CheckedFile check(const std::string& file, std::optional<FileKind> kind);
 
  private:
@@ -61,10 +60,10 @@ class FileChecker {
   internal::JSONReader markers_;
 };
 
-/// As a JSON object.
+/// Formats the result as a JSON object.
 [[nodiscard]] std::string toJSON(const CheckedFile& checked);
 
-/// In lines for people.
+/// Formats the result as lines of text for people.
 [[nodiscard]] std::string toText(const CheckedFile& checked, Style style);
 
 }  // namespace inspect

@@ -14,8 +14,8 @@ namespace {
 constexpr const char* programHelp =
     R"(Usage: velmora-warp-inspect COMMAND [OPTIONS] [--] [OPERAND...]
 
-Tells what the Warp and Restore actions of Velmora see, and why they do what they do.
-Changes nothing.
+Shows what the Warp and Restore actions of Velmora see, and why they accept or refuse
+items. Changes nothing.
 
 Commands:
   check    are these files valid manifests, indexes, or markers?
@@ -27,41 +27,41 @@ Options:
   --help     Show this text and exit
   --version  Show the version and exit
 
-velmora-warp-inspect COMMAND --help tells more.
+velmora-warp-inspect COMMAND --help describes a command.
 )";
 
 constexpr const char* checkHelp = R"(Usage: velmora-warp-inspect check [OPTIONS] [--] FILE...
        velmora-warp-inspect check [OPTIONS] --files0-from=-
 
-Tells whether files are valid manifests, indexes of destroyed manifests, or markers, and
-what is wrong with those that are not.
+Reports whether files are valid manifests, indexes of destroyed manifests, or markers,
+and the first fault of each invalid file.
 
 Options:
-  --json           Answer by one JSON object a line
-  --kind KIND      What the files are taken for: manifest, index or marker; without it,
-                   what their names say
+  --json           Print one JSON object per line
+  --kind KIND      Treat all files as KIND: manifest, index or marker; by default, the
+                   name of each file decides
   --files0-from=-  Read the operands from standard input, separated by NUL
   --help           Show this text and exit
 
 Exit status:
   0   all files are valid
-  1   some are not
+  1   some files are not valid
   64  the command line is wrong
   74  the answer is not complete
 )";
 
 constexpr const char* listHelp = R"(Usage: velmora-warp-inspect list [OPTIONS]
 
-Lists the manifests of the mirror, newest first, and tells why the folder of each counts as
-warped or does not; then the files that are no manifests.
+Lists the manifests of the mirror, newest first, and the reason why the folder of each
+counts as warped or not. Then lists the files that are not valid manifests.
 
 Options:
-  --json  Answer by one JSON object a line
+  --json  Print one JSON object per line
   --help  Show this text and exit
 
 Exit status:
   0   the mirror was listed, or does not exist
-  1   it cannot be listed
+  1   the mirror cannot be listed
   64  the command line is wrong
   74  the answer is not complete
 )";
@@ -70,37 +70,38 @@ constexpr const char* explainHelp =
     R"(Usage: velmora-warp-inspect explain (--warp|--restore) [OPTIONS] [--] PATH...
        velmora-warp-inspect explain (--warp|--restore) [OPTIONS] --files0-from=-
 
-Tells for each item whether the action accepts it, and why: which manifest makes a folder a
-warped one, and why a folder with a marker does not count as warped.
+Reports for each item whether the action accepts it, and why. Names the manifest that makes
+a folder a warped one, and the reason why a folder with a marker does not count as warped.
 
 Options:
-  --warp           Explain by the Warp action
-  --restore        Explain by the Restore action
-  --json           Answer by one JSON object a line
+  --warp           Explain the action Warp
+  --restore        Explain the action Restore
+  --json           Print one JSON object per line
   --files0-from=-  Read the operands from standard input, separated by NUL
   --help           Show this text and exit
 
-PATH is absolute or relative, or a file: URL. A relative path that looks like a URL is
-written with ./ before it.
+PATH is an absolute or relative path, or a file: URL. Write ./ before a relative path that
+looks like a URL.
 
 Exit status:
   0   all items are accepted
-  1   some are refused
+  1   some items are refused
   64  the command line is wrong
   74  the answer is not complete
 )";
 
 constexpr const char* doctorHelp = R"(Usage: velmora-warp-inspect doctor [OPTIONS]
 
-Tells where the actions look and what they find there. Changes nothing, and starts nothing.
+Shows the places that the actions use, and what is there. Changes nothing and starts
+nothing.
 
 Options:
-  --json  Answer by one JSON object a line
+  --json  Print one JSON object per line
   --help  Show this text and exit
 
 Exit status:
-  0   nothing stands in the way of an action
-  1   something does
+  0   nothing prevents an action
+  1   an obstacle prevents an action
   64  the command line is wrong
   74  the answer is not complete
 )";
@@ -137,14 +138,14 @@ std::optional<FileKind> kindIn(const CommandArguments& arguments) {
   }
   const std::optional<FileKind> kind = fileKindNamed(*name);
   if (!kind.has_value()) {
-    throw UsageError("--kind is manifest, index or marker, not " + *name);
+    throw UsageError("--kind must be manifest, index or marker, not " + *name);
   }
   return kind;
 }
 
 bool isRestoreIn(const CommandArguments& arguments) {
   if (arguments.has("warp") == arguments.has("restore")) {
-    throw UsageError("explain takes one of --warp and --restore");
+    throw UsageError("explain needs either --warp or --restore");
   }
   return arguments.has("restore");
 }

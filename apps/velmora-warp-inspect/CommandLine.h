@@ -1,4 +1,4 @@
-// The command line: a question of the user, and the files or items that it is about.
+// The command line of velmora-warp-inspect: a command, its options, and the files or items.
 #pragma once
 
 #include "CheckCommand.h"
@@ -15,27 +15,27 @@ enum class Command { check, list, explain, doctor };
 /// A well-formed command line.
 struct CommandLine {
   Command command = Command::check;
-  /// Answer programs rather than people.
+  /// Print JSON instead of text.
   bool isJSON = false;
-  /// check: the kind of all files, whatever their names say.
+  /// check: the kind of all files. Without it, their names decide.
   std::optional<FileKind> kind = {};
-  /// explain: by Restore; by Warp otherwise.
+  /// explain: for the action Restore; otherwise for Warp.
   bool isRestore = false;
   /// The operands are on standard input.
   bool readsStandardInput = false;
-  /// As they stand, in order.
+  /// Unchanged and in order.
   std::vector<std::string> operands = {};
 
   bool operator==(const CommandLine&) const = default;
 };
 
-/// A text that the user asked for instead of an answer.
+/// A text that the user requested instead of an answer: the help or the version.
 struct RequestedText {
   std::string text;
 };
 
-/// Reads the arguments that follow the program's name: a command, then its options and operands.
-/// Throws UsageError.
+/// Parses the arguments after the program's name: a command, then its options and operands. Throws
+/// UsageError.
 [[nodiscard]] std::variant<CommandLine, RequestedText> parseCommandLine(
     const std::vector<std::string>& arguments);
 

@@ -49,7 +49,7 @@ HandoffState handoffStateOf(const Text& directory, const FileReader& files,
 }
 
 bool isMissing(const std::string& path) {
-  // A link that leads nowhere is not missing: no directory can be made in its place.
+  // A symbolic link without a target is not missing: no directory can be created in its place.
   struct stat status {};
   return ::lstat(path.c_str(), &status) != 0 && errno == ENOENT;
 }

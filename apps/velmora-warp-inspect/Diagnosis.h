@@ -1,4 +1,4 @@
-// The state of everything that the actions need, and the faults that keep them from their work.
+// The state of everything that the actions need, and the faults that prevent or limit their work.
 #pragma once
 
 #include "ResolutionReport.h"
@@ -18,11 +18,11 @@ struct Platform;
 
 namespace inspect {
 
-/// Why the shared Warp root is where it is.
+/// The reason for the place of the shared Warp root.
 enum class RootSource {
-  /// $VELMORA_GROUP_CONTAINER says so.
+  /// $VELMORA_GROUP_CONTAINER names the group container.
   environment,
-  /// The application has made the group container.
+  /// The application has created the group container.
   groupContainer,
   /// There is no group container.
   fallback,
@@ -30,7 +30,8 @@ enum class RootSource {
 
 struct HandoffState {
   bool exists = false;
-  /// Whether requests could be left there; the directory is made where it is missing.
+  /// Whether request files can be written there. A missing directory counts as writable if it can
+  /// be created.
   bool isWritable = false;
   /// None when the directory cannot be listed.
   std::optional<std::size_t> waitingRequests;
@@ -47,29 +48,29 @@ struct Diagnosis {
   bool isBusReachable = false;
   std::optional<Text> application;
 
-  /// The faults that keep the actions from their work: "noRoot", "mirrorUnreadable",
+  /// The faults that prevent the actions from working: "noRoot", "mirrorUnreadable",
   /// "handoffNotWritable".
   [[nodiscard]] std::vector<std::string> obstacles() const;
-  /// The faults that the actions get along with: "indexUnusable", "invalidManifests",
+  /// The faults with which the actions still work: "indexUnusable", "invalidManifests",
   /// "busUnreachable", "applicationNotFound".
   [[nodiscard]] std::vector<std::string> notes() const;
 };
 
-/// Questions to the system that the platform's interfaces do not have.
+/// Queries of the system that the interfaces of the platform do not offer.
 struct SystemProbes {
-  /// Whether the environment says where the group container is (LinuxSharedLocations.h).
+  /// Whether an environment variable names the group container (LinuxSharedLocations.h).
   std::function<bool()> isContainerSetByEnvironment;
   std::function<bool()> isBusReachable;
-  /// canHoldNewFiles.
+  /// See the function of this name below.
   std::function<bool(const Text& directory)> canHoldNewFiles;
 };
 
-/// Looks at everything, and changes and starts nothing.
+/// Examines everything. Changes nothing and starts nothing.
 [[nodiscard]] Diagnosis diagnose(const Platform& platform, const SystemProbes& probes);
 
-/// Whether the user could make files in the directory at `path`, which is absolute: it is one and
-/// may be written to; or nothing is there, and it could be made below the nearest directory above.
-/// Makes no file to find out.
+/// Whether the user can create files in the directory at the absolute path `path`. An existing
+/// directory must be writable. A missing one must be below a writable directory, so that it can be
+/// created. Creates no file for the check.
 [[nodiscard]] bool canHoldNewFiles(std::string_view path);
 
 }  // namespace inspect

@@ -29,7 +29,7 @@ constexpr RootSourceWords rootSourceWords[] = {
     {RootSource::fallback, "fallback", "the application has made no group container"},
 };
 
-/// The state of a subject, as its line begins.
+/// The state at the beginning of a subject's line.
 struct State {
   std::string_view word;
   Tone tone;

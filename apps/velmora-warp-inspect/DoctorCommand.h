@@ -1,4 +1,4 @@
-// The command `doctor`: whether the actions can do their work here.
+// The command `doctor`: whether the actions can work on this system.
 #pragma once
 
 #include "Diagnosis.h"
@@ -8,10 +8,10 @@
 
 namespace velmora::inspect {
 
-/// As a JSON object.
+/// Formats the diagnosis as a JSON object.
 [[nodiscard]] std::string toJSON(const Diagnosis& diagnosis);
 
-/// In lines for people.
+/// Formats the diagnosis as lines of text for people.
 [[nodiscard]] std::string toText(const Diagnosis& diagnosis, Style style);
 
 }  // namespace velmora::inspect

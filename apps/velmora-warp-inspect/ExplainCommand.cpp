@@ -21,7 +21,7 @@ namespace {
 constexpr std::size_t headWidth = 10;
 
 struct VerdictWords {
-  /// None for an operand that is no usable file URL.
+  /// None for an operand that is not a usable file URL.
   std::optional<ItemVerdict> value;
   std::string_view name;
   std::string_view reason;
@@ -76,7 +76,7 @@ class ItemExplainer {
     return found != resolution_.judged.end() ? std::optional(found->file) : std::nullopt;
   }
 
-  /// None when there is none.
+  /// The marker in `folder`, if there is one.
   [[nodiscard]] std::optional<ExplainedMarker> markerIn(const Text& folder) const {
     internal::JSONReader reader;
     try {
@@ -100,7 +100,7 @@ class ItemExplainer {
     return explained;
   }
 
-  /// A file that cannot be read may name any Warp.
+  /// Whether a refused file may name the Warp of the search. An unreadable file may name any Warp.
   bool mayName(const ReportedRefusal& refused, WarpIDSearch& search) const {
     try {
       return search.mayBeManifest(refused.file, platform_.fileReader);

@@ -1,4 +1,4 @@
-// The command `explain`: why an item suits an action or does not.
+// The command `explain`: why an action accepts or refuses an item.
 #pragma once
 
 #include "ResolutionReport.h"
@@ -17,25 +17,26 @@ namespace inspect {
 
 /// The marker of an item, and the files of the mirror that name its Warp.
 struct ExplainedMarker {
-  /// None when the marker cannot be read or is no marker; then the fault says why.
+  /// None if the marker cannot be read or is invalid. `fault` then gives the reason.
   std::optional<std::string> warpID = {};
   std::optional<Fault> fault = {};
-  /// Manifests of this Warp.
+  /// The valid manifests of this Warp.
   std::vector<ReportedManifest> manifests = {};
-  /// Files that hold the identifier, or may hold it in another spelling, and are no valid
-  /// manifests.
+  /// The invalid manifests that may name this Warp: each contains the identifier, may contain
+  /// another spelling of it, or cannot be read.
   std::vector<ReportedRefusal> refused = {};
 };
 
 struct ExplainedItem {
-  /// Standardised; the operand as it stands where that is no file URL.
+  /// Standardised. If the operand is not a file URL, the unchanged operand.
   std::string path;
-  /// None when the item never came to be screened: its operand is no usable file URL.
+  /// None if the operand is not a usable file URL, so that it was not screened.
   std::optional<ItemVerdict> verdict = {};
+  /// The innermost warped folder that is or contains the item.
   std::optional<std::string> root = {};
-  /// The file of the mirror by which the root is a warped folder.
+  /// The file of the mirror whose manifest makes the root a warped folder.
   std::optional<std::string> manifestFile = {};
-  /// For an item that holds a marker and is no warped folder.
+  /// Present if the item contains a marker but is not a warped folder.
   std::optional<ExplainedMarker> marker = {};
 
   [[nodiscard]] bool isAccepted() const { return verdict == ItemVerdict::accepted; }
@@ -44,18 +45,18 @@ struct ExplainedItem {
 struct Explanation {
   /// One for each operand, in their order.
   std::vector<ExplainedItem> items;
-  /// The look at the warped folders that the verdicts rest on.
+  /// The manifests and faults that the verdicts depend on.
   ResolutionReport resolution;
 };
 
-/// Screens the items that the operands stand for, by the action that `platform.bundle` decides.
+/// Screens the items that the operands name, for the action that `platform.bundle` decides.
 [[nodiscard]] Explanation explainItems(const std::vector<std::string>& operands,
                                        const Platform& platform);
 
-/// As a JSON object.
+/// Formats the item as a JSON object.
 [[nodiscard]] std::string toJSON(const ExplainedItem& item);
 
-/// In lines for people.
+/// Formats the item as lines of text for people.
 [[nodiscard]] std::string toText(const ExplainedItem& item, Style style);
 
 }  // namespace inspect

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t headWidth = 12;
 
-/// A place that cannot be used, and the report's member that says why.
+/// A place that may be unusable, and the member of the report that gives the reason.
 struct PlaceFault {
   std::string_view name;
   Text SharedPlaces::*place;

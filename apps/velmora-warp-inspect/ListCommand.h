@@ -1,4 +1,4 @@
-// The command `list`: the manifests of the mirror, and which folders they make warped ones.
+// The command `list`: the manifests of the mirror, and whether their folders count as warped.
 #pragma once
 
 #include "ResolutionReport.h"
@@ -8,10 +8,10 @@
 
 namespace velmora::inspect {
 
-/// One JSON object a line.
+/// Formats the report as JSON, one object per line.
 [[nodiscard]] std::string toJSONLines(const ResolutionReport& resolution);
 
-/// In lines for people.
+/// Formats the report as lines of text for people.
 [[nodiscard]] std::string toText(const ResolutionReport& resolution, Style style);
 
 }  // namespace velmora::inspect

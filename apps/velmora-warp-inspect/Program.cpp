@@ -22,7 +22,7 @@ namespace velmora::inspect {
 
 namespace {
 
-/// Bytes that cannot be shown there are no loss: the exit status says what matters.
+/// Ignores a failure, because the exit status reports the result.
 void showOnStandardError(std::string_view bytes) {
   try {
     Output(STDERR_FILENO).write(bytes);
@@ -110,7 +110,7 @@ class Program {
     output_.write(line_.isJSON ? toJSON(told) + "\n" : toText(told, style_));
   }
 
-  /// The look that the verdicts on items rest on may itself be incomplete.
+  /// Warns if the data that the verdicts depend on is incomplete.
   static void warnOf(const ResolutionReport& resolution) {
     const auto warn = [](const char* subject, const std::optional<Fault>& fault) {
       if (fault.has_value()) {
@@ -123,7 +123,7 @@ class Program {
   }
 
   bool isBusReachable() {
-    // The bus owns this name itself, so that the question starts nobody.
+    // The bus itself owns this name, so the query starts no service.
     return platform_.sessionBus.nameHasOwner("org.freedesktop.DBus");
   }
 

@@ -1,4 +1,4 @@
-// The program from its command line to its exit status: puts the platform together and answers.
+// The program from its command line to its exit status: assembles the platform and answers.
 #pragma once
 
 namespace velmora {
@@ -13,14 +13,14 @@ inline constexpr const char* programName = "velmora-warp-inspect";
 
 /// The exit status of the program.
 enum class ExitStatus {
-  /// All files are valid, all items accepted, nothing is in the way.
+  /// All files are valid, the mirror was listed, all items are accepted, or there is no obstacle.
   yes = 0,
   no = 1,
-  /// The answer could not be given, or not all of it: EX_IOERR of sysexits.h.
+  /// The answer is missing or incomplete: EX_IOERR of sysexits.h.
   incomplete = 74,
 };
 
-/// Answers on standard output. Throws OutputError when nobody takes the answer.
+/// Prints the answer on standard output. Throws OutputError if it cannot be written.
 [[nodiscard]] ExitStatus answer(const CommandLine& commandLine, const Environment& environment);
 
 }  // namespace inspect

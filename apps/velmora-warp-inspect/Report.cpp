@@ -28,7 +28,7 @@ std::string pathJSON(const std::vector<CodingKey>& codingPath) {
   return jsonArray(elements);
 }
 
-/// entries[0].size
+/// Formats a coding path like "entries[0].size".
 std::string pathText(const std::vector<CodingKey>& codingPath) {
   std::string text;
   for (const CodingKey& key : codingPath) {
@@ -115,7 +115,7 @@ Fault faultInFile(const std::exception_ptr& error, std::string_view path, const 
     try {
       fault.place = placeOf(*fault.byteOffset, files.read(path, internal::maxJSONDocumentLength));
     } catch (const std::exception&) {
-      // The file has gone meanwhile, or memory has; the offset is told all the same.
+      // The file has gone, or memory ran out. The fault still has its offset.
     }
   }
   return fault;

@@ -1,4 +1,4 @@
-// The parts that the answers of all commands are made of: JSON objects, faults and manifests.
+// The parts that the answers of all commands share: JSON objects, faults and manifests.
 #pragma once
 
 #include "json/DecodingError.h"
@@ -17,21 +17,21 @@ class FileReader;
 
 namespace inspect {
 
-/// `text` as a JSON string; bytes that are not UTF-8 are replaced (repairedUTF8).
+/// Formats `text` as a JSON string. Replaces bytes that are not UTF-8 (repairedUTF8).
 [[nodiscard]] std::string jsonString(std::string_view text);
 
-/// An array of elements that are JSON already.
+/// Formats an array. Each element is a JSON text.
 [[nodiscard]] std::string jsonArray(const std::vector<std::string>& elements);
 
-/// A JSON object in one line, with the keys in the order in which they are added. Keys are ASCII
-/// and each is added once.
+/// A JSON object in one line. The keys are in the order of their addition. A key must be ASCII, and
+/// may be added only once.
 class JSONObject {
  public:
-  /// null for none.
+  /// Adds null if there is no value.
   void addText(std::string_view key, std::optional<std::string_view> value);
   void addNumber(std::string_view key, std::size_t value);
   void addFlag(std::string_view key, bool value);
-  /// `json` is a value already.
+  /// `json` is a JSON text.
   void addJSON(std::string_view key, std::string_view json);
 
   [[nodiscard]] std::string json() const { return members_ + "}"; }
@@ -40,7 +40,7 @@ class JSONObject {
   std::string members_ = "{";
 };
 
-/// A place in a file; both count from 1, the column in bytes.
+/// A place in a file. Both numbers count from 1; the column counts bytes.
 struct Place {
   std::size_t line = 1;
   std::size_t column = 1;
@@ -48,11 +48,11 @@ struct Place {
   bool operator==(const Place&) const = default;
 };
 
-/// What is wrong with a file.
+/// The reason why a file is invalid or unusable.
 struct Fault {
   /// The name of a DecodingErrorKind, "corruptFile" or "unreadable".
   std::string kind;
-  /// The way to the fault; none for a fault that decoding did not raise.
+  /// The coding path of the fault; none if the decoding did not raise it.
   std::optional<std::vector<CodingKey>> codingPath;
   std::string message;
   std::optional<std::size_t> byteOffset;
@@ -61,28 +61,28 @@ struct Fault {
   bool operator==(const Fault&) const = default;
 };
 
-/// The fault of a std::exception that reading or decoding a file has raised. It has no place yet.
+/// Describes a std::exception from reading or decoding a file. The fault has no place.
 [[nodiscard]] Fault faultOf(const std::exception_ptr& error);
 
-/// The place of the byte at `byteOffset`, which may also be the end of `bytes`; none for one
-/// beyond.
+/// The place of the byte at `byteOffset` in `bytes`. The end of `bytes` has a place, too; an offset
+/// beyond the end has none.
 [[nodiscard]] std::optional<Place> placeOf(std::size_t byteOffset, std::string_view bytes);
 
-/// faultOf, with the place in the file at `path`, which is read once more for that: decoding has
-/// overwritten the bytes. Without a place when the file cannot be read any more.
+/// As faultOf, with the fault's place in the file at `path`. Reads the file a second time, because
+/// the decoding has overwritten the bytes. The fault has no place if this reading fails.
 [[nodiscard]] Fault faultInFile(const std::exception_ptr& error, std::string_view path,
                                 const FileReader& files);
 
-/// As a JSON object.
+/// Formats the fault as a JSON object.
 [[nodiscard]] std::string toJSON(const Fault& fault);
 
-/// In a line for people.
+/// Formats the fault as one line of text for people, without the line feed.
 [[nodiscard]] std::string toText(const Fault& fault);
 
-/// As a JSON object.
+/// Formats the manifest as a JSON object.
 [[nodiscard]] std::string toJSON(const ManifestSummary& manifest);
 
-/// All but folder and date, in a line for people.
+/// Formats the manifest, except its folder and date, as one line of text without the line feed.
 [[nodiscard]] std::string toText(const ManifestSummary& manifest);
 
 }  // namespace inspect

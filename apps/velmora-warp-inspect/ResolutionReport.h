@@ -1,4 +1,4 @@
-// A look at the warped folders, ready to be told: its faults in words, its files with their paths.
+// A Resolution (WarpedFolders.h) prepared for output: faults in words, and files with their paths.
 #pragma once
 
 #include "Report.h"
@@ -20,7 +20,7 @@ namespace inspect {
 
 /// The paths of the files and directories that the actions read and write.
 struct SharedPlaces {
-  /// The shared Warp root; the others lie in it.
+  /// The shared Warp root, which contains the other places.
   Text root;
   SharedWarpRootParent rootParent = SharedWarpRootParent::applicationSupport;
   Text mirror;
@@ -34,35 +34,35 @@ struct SharedPlaces {
 struct ReportedManifest {
   std::string file;
   ManifestSummary manifest = {};
-  /// The folder that the manifest names, standardised.
+  /// The folder that the manifest names, as a standardised path.
   Text folder = {};
   ManifestVerdict verdict = ManifestVerdict::confirmed;
-  /// The error that reading the marker raised, if that is why.
+  /// The error from reading the marker, if it is the reason for the verdict.
   std::optional<Fault> fault = {};
 };
 
-/// A file of the mirror that is no valid manifest.
+/// A file of the mirror that is not a valid manifest.
 struct ReportedRefusal {
   std::string file;
   Fault fault;
 };
 
 struct ResolutionReport {
-  /// None without a shared Warp root, and when no manifest was looked at.
+  /// None if there is no shared Warp root, or if no manifest was examined.
   std::optional<SharedPlaces> places;
-  /// Why there is no shared Warp root; nothing else was looked at.
+  /// The reason why there is no shared Warp root. Nothing else was examined then.
   std::optional<Fault> rootFault;
-  /// The mirror is there but cannot be listed.
+  /// The reason why an existing mirror cannot be listed.
   std::optional<Fault> mirrorFault;
   bool isMirrorMissing = false;
-  /// The index of destroyed manifests cannot be used.
+  /// The reason why the index of destroyed manifests cannot be used.
   std::optional<Fault> indexFault;
   std::size_t tombstoneCount = 0;
   /// Newest first.
   std::vector<ReportedManifest> judged;
   std::vector<ReportedRefusal> refused;
 
-  /// Whether every file of the mirror was looked at; none is there when the mirror is missing.
+  /// Whether every file of the mirror was examined. A missing mirror has no files.
   [[nodiscard]] bool isComplete() const {
     return !rootFault.has_value() && !mirrorFault.has_value();
   }
@@ -70,16 +70,16 @@ struct ResolutionReport {
   [[nodiscard]] std::optional<Text> pathOf(Text SharedPlaces::*place) const;
 };
 
-/// Reads the files with a fault once more, for the place of the fault.
+/// Reads each file with a decoding error a second time, to find the place of the error.
 [[nodiscard]] ResolutionReport reportOn(const Resolution& resolution, const Platform& platform);
 
-/// As a JSON object, with the verdict "invalid".
+/// Formats the file as a JSON object with the verdict "invalid".
 [[nodiscard]] std::string toJSON(const ReportedRefusal& refused);
 
-/// "confirmed" and so on.
+/// The name of the verdict, for example "confirmed".
 [[nodiscard]] std::string_view name(ManifestVerdict verdict);
 
-/// The verdict in words for people.
+/// The meaning of the verdict, in words for people.
 [[nodiscard]] std::string_view explanationOf(ManifestVerdict verdict);
 
 }  // namespace inspect

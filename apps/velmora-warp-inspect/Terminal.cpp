@@ -29,7 +29,7 @@ bool isBetween(std::int32_t value, std::int32_t first, std::int32_t last) {
   return first <= value && value <= last;
 }
 
-/// Whether a terminal may do something else at this code point than show it in its place.
+/// Whether a terminal may interpret this code point instead of showing it.
 bool steersTerminal(std::int32_t value) {
   const bool isControl = value < 0x20 || isBetween(value, 0x7F, 0x9F);
   const bool isLineSeparator = isBetween(value, 0x2028, 0x2029);
@@ -54,7 +54,7 @@ std::string escaped(std::int32_t value) {
   return std::string("\\u{").append(digits.data(), end).append("}");
 }
 
-/// `bytes` with the text that `shown` makes of each code point, and U+FFFD for each other byte.
+/// Replaces each code point by the result of `shown`, and each byte that is not UTF-8 by U+FFFD.
 template <class Show>
 std::string repaired(std::string_view bytes, Show shown) {
   std::string text;
@@ -73,7 +73,7 @@ std::string repaired(std::string_view bytes, Show shown) {
 constexpr std::chrono::seconds patience{1};
 constexpr std::chrono::milliseconds pause{100};
 constexpr std::size_t barWidth = 24;
-/// To the beginning of the line, and the rest of it blank.
+/// Moves to the beginning of the line, and erases the line.
 constexpr std::string_view erasure = "\r\x1b[K";
 
 std::string bar(std::size_t done, std::size_t total) {

@@ -1,4 +1,4 @@
-// Text as a terminal shows it: colours, foreign bytes made harmless, and the progress bar.
+// Text for a terminal: colours, escaped untrusted text, and the progress bar.
 #pragma once
 
 #include <chrono>
@@ -14,56 +14,52 @@ class Environment;
 
 namespace inspect {
 
-/// Whether a terminal understands colours and may show them: not a "dumb" one, and not when
-/// $NO_COLOR holds anything.
+/// Whether a terminal may show colours. False for a "dumb" terminal, and if $NO_COLOR is not empty.
 [[nodiscard]] bool wantsColour(const Environment& environment);
 
-/// Whether a terminal can take back what it shows.
+/// Whether a terminal can erase a line. False for a "dumb" terminal.
 [[nodiscard]] bool canErase(const Environment& environment);
 
 enum class Style { plain, coloured };
 
 enum class Tone { good, doubtful, bad };
 
-/// `word`, in the colour of `tone` where the style has colours, followed by blanks up to `width`
-/// characters. ASCII only.
+/// Returns `word`, followed by blanks up to `width` characters. A coloured style adds the colour of
+/// `tone`. `word` must be ASCII.
 [[nodiscard]] std::string styledWord(std::string_view word, Tone tone, Style style,
                                      std::size_t width = 0);
 
-/// `bytes` as UTF-8: U+FFFD for each byte that is not part of well-formed UTF-8, all else as it
-/// stands.
+/// Returns `bytes` as UTF-8. Replaces each byte that is not part of well-formed UTF-8 by U+FFFD.
 [[nodiscard]] std::string repairedUTF8(std::string_view bytes);
 
-/// `bytes` in one line that steers no terminal: repaired; control characters, line separators and
-/// the marks that change the direction of writing as "\n", "\t", "\r" or "\u{1b}", and a backslash
-/// doubled.
+/// Returns `bytes` as one line that cannot control the terminal. Repairs the text as repairedUTF8
+/// does. Escapes control characters, line separators and direction marks, for example as "\n" or
+/// "\u{1b}", and doubles each backslash.
 [[nodiscard]] std::string displayText(std::string_view bytes);
 
-/// `line` after `width` blanks, with its end.
+/// Returns `width` blanks, `line` and a line feed.
 [[nodiscard]] std::string indentedLine(std::size_t width, std::string_view line);
 
-/// "1 file", "2 files".
+/// Formats a number with its noun: "1 file", "2 files".
 [[nodiscard]] std::string counted(std::size_t count, std::string_view one, std::string_view many);
 
-/// A bar for runs that take their time: none for a run that is done within a second, and no more
-/// than ten changes a second.
+/// A progress bar for runs of more than one second. It changes at most ten times a second.
 class Progress {
  public:
   using Time = std::chrono::steady_clock::time_point;
 
-  /// `show` writes to a terminal that can erase; `now` tells the time. Without `show` nothing is
-  /// ever shown, and the time never asked.
+  /// `show` writes to a terminal that can erase a line. `now` returns the time. Without `show`, the
+  /// bar never appears, and `now` is never called.
   Progress(std::function<void(std::string_view)> show, std::function<Time()> now);
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
   ~Progress();
 
-  /// The run begins, with `total` files to come.
+  /// Begins a run over `total` files.
   void begin(std::size_t total);
-  /// One more file is done.
+  /// Counts one more file as done.
   void advance();
-  /// Erases the bar where it is shown, so that something else can be. The bar comes back when it is
-  /// due.
+  /// Erases the bar if it is visible, so that the program can print. advance() shows it again.
   void hide();
 
  private:

@@ -1,4 +1,4 @@
-// velmora-warp-inspect: tells people what the actions see.
+// velmora-warp-inspect: shows what the actions see, and why they accept or refuse items.
 
 #include "common/Main.h"
 
@@ -37,7 +37,7 @@ int answer(const std::vector<std::string>& arguments, const velmora::Environment
     return static_cast<int>(
         std::visit(Answer{environment}, velmora::inspect::parseCommandLine(arguments)));
   } catch (const velmora::OutputError& error) {
-    // A reader that has gone has seen enough.
+    // A reader that closed the pipe early needs no message.
     if (error.code() != EPIPE) {
       velmora::complain(velmora::inspect::programName,
                         std::string("cannot write the answer: ") + error.what());

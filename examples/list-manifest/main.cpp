@@ -1,4 +1,4 @@
-// list-manifest FILE prints the entries of a manifest, or explains what is wrong with the file.
+// list-manifest FILE prints the entries of a manifest, or the fault of an invalid file.
 #include "json/DecodingError.h"
 #include "platform/PlatformError.h"
 #include "platform/posix/PosixFileReader.h"
@@ -24,7 +24,7 @@ int main(int argumentCount, char** arguments) {
     }
     return 0;
   } catch (const velmora::DecodingError& error) {
-    // The way to the value at fault: the keys of objects, the indexes of arrays.
+    // The coding path of the fault: the keys of objects, and the indexes of arrays.
     for (const velmora::CodingKey& step : error.codingPath()) {
       std::cerr << "/";
       std::visit([](const auto& keyOrIndex) { std::cerr << keyOrIndex; }, step);

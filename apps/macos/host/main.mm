@@ -1,11 +1,13 @@
-// Takes the place of the Velmora application, to try the extensions by hand: stays in the Dock and
-// logs the request files that it finds, at its start and at each notification. Leaves them where
-// they are. Started by an extension, its log is in the Console; started in a terminal, there.
+// Replaces the Velmora application when the extensions are tried by hand. The program stays in the
+// Dock. At its start and at each notification, it logs the request files that it finds, and does
+// not remove them. The log appears in the Console if an extension started the program, or in the
+// terminal from which it was started.
 #import <AppKit/AppKit.h>
 
 namespace {
 
-/// Where the extensions may have left requests: the group's container, or else the user's.
+/// The directories in which the extensions may have written requests: in the group's container, and
+/// in the user's Application Support.
 NSArray* handoffDirectories() {
   NSFileManager* manager = [NSFileManager defaultManager];
   NSMutableArray* directories = [NSMutableArray array];
@@ -30,7 +32,7 @@ NSArray* handoffDirectories() {
 @implementation RequestPrinter
 
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
-  // At once even in the background, where notifications are held back otherwise.
+  // By default, the system delays notifications while an application is in the background.
   [[NSDistributedNotificationCenter defaultCenter]
              addObserver:self
                 selector:@selector(printRequests:)

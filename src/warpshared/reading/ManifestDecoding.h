@@ -31,10 +31,10 @@ struct ManifestSummary {
 
 /// Reads one manifest after the other and keeps its memory between them. One thread at a time.
 ///
-/// Each operation reads the whole document as JSON (RFC 8259) first, then the fields in their
-/// order, and tests each rule (docs/formats.md) at its place among them. The first fault in that
-/// order raises a DecodingError (DecodingError.h), wherever the keys are in the document; nothing
-/// of the manifest remains then. Throws std::bad_alloc when memory runs out.
+/// The faults of a document have an order: those of its JSON (RFC 8259), then those of the fields
+/// in their order, with each rule (docs/formats.md) at its place among them. The first fault in
+/// that order raises a DecodingError (DecodingError.h), wherever the keys are in the document;
+/// nothing of the manifest remains then. Throws std::bad_alloc when memory runs out.
 class ManifestDecoder {
  public:
   ManifestDecoder();

@@ -19,7 +19,7 @@ TEST(UTF16, surrogatesAreHighOrLow) {
   }
 }
 
-TEST(UTF16, aPairIsACodePoint) {
+TEST(UTF16, pairIsACodePoint) {
   EXPECT_EQ(codePointOfPair(0xD800, 0xDC00), 0x10000U);
   EXPECT_EQ(codePointOfPair(0xD83D, 0xDE00), 0x1F600U);
   EXPECT_EQ(codePointOfPair(0xDBFF, 0xDFFF), 0x10FFFFU);

@@ -22,7 +22,7 @@
 namespace velmora {
 namespace {
 
-// The yardstick: syntax, UTF-8 and a tree of the values, which nobody looks at.
+// The yardstick: checks syntax and UTF-8, and builds a tree of the values, which nobody reads.
 Decode simdjsonDOM() {
   return [parser = std::make_shared<simdjson::dom::parser>()](std::string& bytes) {
     const simdjson::dom::element manifest = parser->parse(bytes);
@@ -64,12 +64,13 @@ Decode rapidJSONDOM() {
   };
 }
 
-// What is left when nothing is decoded: the copy that everybody gets.
+// Decodes nothing, so it measures the copy that all candidates get.
 Decode nothing() {
   return [](std::string& bytes) { return bytes.size(); };
 }
 
-// The floor under everybody who reads files: one buffer for all of them, nobody looks into it.
+// The lower bound for candidates that read files: reads into one buffer, and nobody looks at the
+// bytes.
 ReadAndDecode readingOnly() {
   constexpr std::size_t bufferLength = 1 << 20;
   return [buffer = std::make_shared<std::vector<char>>(bufferLength)](const Text& path) {
@@ -90,7 +91,7 @@ ReadAndDecode readingOnly() {
   };
 }
 
-// As the mirror is read.
+// Reads files as the actions read the mirror.
 ReadAndDecode readingAndChecking() {
   return [files = std::make_shared<PosixFileReader>(),
           decoder = std::make_shared<ManifestDecoder>()](const Text& path) {

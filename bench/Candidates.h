@@ -1,4 +1,4 @@
-// The ways to decode a manifest that are measured beside each other.
+// The compared ways to decode a manifest.
 #pragma once
 
 #include "text/Text.h"
@@ -11,18 +11,18 @@
 
 namespace velmora {
 
-/// Decodes a manifest, drops what came of it, and answers how many entries there were. May
-/// overwrite the bytes, which are as readManifestBytes has them; keeps its working memory from one
-/// call to the next, where it can. Throws for what is no manifest.
+/// Decodes a manifest, drops the result, and returns the number of its entries. May overwrite the
+/// bytes, which come from readManifestBytes. Keeps its working memory between calls if it can.
+/// Throws for an invalid manifest.
 using Decode = std::function<std::size_t(std::string& bytes)>;
 
-/// The same, beginning with the file.
+/// Reads the file and decodes it in the same way.
 using ReadAndDecode = std::function<std::size_t(const Text& path)>;
 
 using Candidate = std::variant<Decode, ReadAndDecode>;
 
-/// A new candidate of this name (bench/README.md). Those that look for no entries answer how many
-/// bytes there were. Throws std::invalid_argument when there is none of the name.
+/// A new candidate with this name (bench/README.md). A candidate that looks for no entries returns
+/// the number of bytes. Throws std::invalid_argument for an unknown name.
 [[nodiscard]] Candidate candidateNamed(std::string_view name);
 
 }  // namespace velmora

@@ -1,7 +1,7 @@
 // dom_parse FILE
 //
-// The yardstick for a whole process: does nothing but read the file and parse it by simdjson's DOM,
-// and prints the number of the manifest's entries.
+// The yardstick for a whole process. It reads the file, parses it with simdjson's DOM, and prints
+// the number of the manifest's entries.
 #include <simdjson.h>
 
 #include <exception>

@@ -1,9 +1,9 @@
 // decoding_memory CANDIDATE FILE
 //
 // Prints how many bytes of memory the candidate needs at its peak to read and decode the manifest,
-// and what it answers. Counted is the process's resident memory, with what it holds of the file,
-// above what it was before the file was read. One process measures one candidate once: the peak
-// never sinks again.
+// and its result. The memory is the growth of the resident memory since before the file was read,
+// with the content of the file. One process measures one candidate, because a process's peak never
+// decreases.
 #include "bench/Candidates.h"
 #include "bench/ManifestFiles.h"
 
@@ -20,7 +20,7 @@
 namespace velmora {
 namespace {
 
-// Not from getrusage, whose peak begins with that of the process that started this one.
+// The peak of getrusage begins with that of the parent process, so this reads /proc.
 std::size_t statusBytes(const std::string& field) {
   std::ifstream status("/proc/self/status");
   std::string word;

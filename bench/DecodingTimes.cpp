@@ -1,11 +1,11 @@
 // decoding_times ROUNDS [CANDIDATE DIRECTORY REPETITIONS]...
 //
-// The time that each side takes: a candidate that decodes all manifests of a directory, as often as
-// REPETITIONS says. In each round the sides have a turn each, one directly after the other, so that
-// what slows the machine for a while slows all of them.
+// Measures the time of each side. A side is a candidate that decodes all manifests of a directory
+// REPETITIONS times. In each round every side has one turn, directly after the other sides, so that
+// a temporary slowdown of the machine affects all sides.
 //
-// Prints the compiler and the version of simdjson; then, with a number for each side, what the
-// candidates answered for their directories, and a line of nanoseconds for each round.
+// Prints the compiler and the version of simdjson. Then it prints the results of the candidates,
+// one number for each side, and a line of nanoseconds for each round.
 #include "bench/Candidates.h"
 #include "bench/ManifestFiles.h"
 
@@ -45,7 +45,7 @@ Turn timed(const Function& decode, Manifests& manifests) {
 }
 
 Side inMemory(const Decode& decode, const std::filesystem::path& directory) {
-  // Some candidates overwrite what they read: each turn has copies, made before its time begins.
+  // Some candidates overwrite their input, so each turn gets copies, made before its time begins.
   return [decode, manifests = std::make_shared<ManifestSet>(directory)] {
     return timed(decode, manifests->freshCopies());
   };
@@ -92,8 +92,8 @@ void measure(const std::vector<Side>& sides, std::size_t rounds) {
   std::cout << VELMORA_COMPILER << ", simdjson " << simdjson::SIMDJSON_VERSION_MAJOR << '.'
             << simdjson::SIMDJSON_VERSION_MINOR << '.' << simdjson::SIMDJSON_VERSION_REVISION
             << " with its kernel " << simdjson::get_active_implementation()->name() << '\n';
-  // Warms up: the files are in the page cache then, and the memory that a candidate keeps is not
-  // new to it.
+  // The warm-up brings the files into the page cache, and lets candidates allocate their working
+  // memory.
   for (const Side& side : sides) {
     std::cout << side().counted << ' ';
   }

@@ -1,2 +1,2 @@
-// The yardstick for a program's start.
+// The yardstick for the start of a program.
 int main() { return 0; }

@@ -9,15 +9,15 @@
 namespace velmora {
 namespace {
 
-// Those who read in steps of a vector step over the end.
-constexpr std::size_t roomBehindBytes = simdjson::SIMDJSON_PADDING;
+// Decoders that read whole vectors read beyond the end.
+constexpr std::size_t roomAfterBytes = simdjson::SIMDJSON_PADDING;
 
 }  // namespace
 
 std::string readManifestBytes(const std::filesystem::path& path) {
   std::string bytes;
   const std::size_t size = std::filesystem::file_size(path);
-  bytes.reserve(size + roomBehindBytes);
+  bytes.reserve(size + roomAfterBytes);
   bytes.resize(size);
   std::ifstream file;
   file.exceptions(std::ios::failbit | std::ios::badbit);
@@ -41,7 +41,7 @@ ManifestSet::ManifestSet(const std::filesystem::path& directory) {
 
 std::vector<std::string>& ManifestSet::freshCopies() {
   for (std::size_t index = 0; index < files_.size(); ++index) {
-    copies_[index].reserve(files_[index].size() + roomBehindBytes);
+    copies_[index].reserve(files_[index].size() + roomAfterBytes);
     copies_[index].assign(files_[index]);
   }
   return copies_;

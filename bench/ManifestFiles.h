@@ -1,4 +1,4 @@
-// Manifests in memory, so that no file is read while time is measured.
+// Manifests in memory, so that the measured time includes no reading of files.
 #pragma once
 
 #include <filesystem>
@@ -7,8 +7,8 @@
 
 namespace velmora {
 
-/// The bytes of the file at `path`, with the room behind them that decoders ask for. Throws what
-/// std::filesystem and std::ifstream throw.
+/// The bytes of the file at `path`, with room after them, which decoders require. Throws the errors
+/// of std::filesystem and std::ifstream.
 [[nodiscard]] std::string readManifestBytes(const std::filesystem::path& path);
 
 /// The files of a directory of manifests, sorted.
@@ -20,8 +20,8 @@ class ManifestSet {
  public:
   explicit ManifestSet(const std::filesystem::path& directory);
 
-  /// A copy of each file, made by this call in memory that was in use before, for decoders to
-  /// overwrite. Valid until the next call.
+  /// A copy of each file, in memory that was already in use, for decoders to overwrite. Valid until
+  /// the next call.
   [[nodiscard]] std::vector<std::string>& freshCopies();
 
  private:

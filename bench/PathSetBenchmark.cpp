@@ -1,7 +1,7 @@
 // path_set_benchmark [--benchmark_…]
 //
-// The time that a set of 65,536 paths takes, for paths as they come and for paths as somebody who
-// wants to slow us down would choose them.
+// Measures a set of 65,536 paths: ordinary paths, and paths that an attacker would choose to slow
+// it down.
 #include "text/CanonicalTextSet.h"
 
 #include <benchmark/benchmark.h>
@@ -51,7 +51,7 @@ Paths pathsOfOneLength() {
   return paths;
 }
 
-/// Differ in their last characters only.
+/// Paths that differ in their last characters only.
 Paths pathsWithOneBeginning() {
   Random random(3);
   const std::string beginning = randomPath(random, commonLength - 6);
@@ -64,7 +64,7 @@ Paths pathsWithOneBeginning() {
   return paths;
 }
 
-/// Fall into few buckets of a table that knows no seed: `hash` has the same low bits for all.
+/// Paths for which `hash` has the same low bits. They share few buckets of a table without a seed.
 template <class Hash>
 Paths collidingPaths(Hash hash) {
   constexpr std::uint64_t lowBits = (1U << 10) - 1;
@@ -88,7 +88,7 @@ Paths pathsThatCollideWithoutASeed() {
 
 Paths pathsThatCollideInTheStandardLibrary() { return collidingPaths(std::hash<std::string>()); }
 
-/// The paths one behind the other, as in a file: only what they say makes a difference.
+/// Keeps the paths contiguous, as in a file, so that only their content makes a difference.
 class PackedPaths {
  public:
   explicit PackedPaths(const Paths& paths) {
@@ -122,7 +122,7 @@ void insertAll(benchmark::State& state, const Paths& paths) {
       benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-// Made once, as they are the same for every run.
+// The paths are made once, because they are the same for every run.
 BENCHMARK_CAPTURE(insertAll, random, randomPaths());
 BENCHMARK_CAPTURE(insertAll, one_length, pathsOfOneLength());
 BENCHMARK_CAPTURE(insertAll, one_beginning, pathsWithOneBeginning());

@@ -7,7 +7,7 @@ namespace {
 
 using nlohmann::json;
 
-// One overload for each type of a field, over which the templates below choose.
+// The templates below select the overload for the type of a field.
 
 template <typename Value>
 void extract(const json& value, Value& result) {

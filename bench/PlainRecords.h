@@ -1,5 +1,5 @@
-// A manifest's records as one writes them without further thought, over a general JSON library:
-// every text a std::string, every array a std::vector, every field taken over and none checked.
+// Simple records of a manifest over a general JSON library: every text a std::string, every array a
+// std::vector, every field copied, and none checked.
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>
@@ -85,7 +85,7 @@ struct PlainManifest {
   std::vector<PlainEntry> entries;
 };
 
-/// Throws nlohmann::json::exception for a required key that is missing and for other types.
+/// Throws nlohmann::json::exception for a missing required key and for another type.
 [[nodiscard]] PlainManifest plainManifest(const nlohmann::json& manifest);
 
 }  // namespace velmora

@@ -1,7 +1,7 @@
 // text_benchmark [--benchmark_…]
 //
-// What it costs to compare and to hash a path by canonical equivalence, for paths of some 40 to 80
-// characters in the scripts in which people name their files.
+// Measures comparing and hashing a path by canonical equivalence. The paths have about 40 to 80
+// characters in several scripts.
 #include "text/Text.h"
 
 #include <benchmark/benchmark.h>

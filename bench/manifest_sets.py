@@ -1,4 +1,4 @@
-"""The manifests that are measured: what they are, and their files, generated once and kept."""
+"""The sets of manifests for the measurements. Their files are generated once and kept."""
 
 import concurrent.futures
 import dataclasses
@@ -17,14 +17,14 @@ MIRROR = pathlib.Path(".local/share/group.io.tolvane.Velmora/Warp/ManifestMirror
 
 @functools.cache
 def directory_of_sets():
-    """Those of another generator hold other files."""
+    """Depends on the generator, because another generator writes other files."""
     return MANIFESTS / hashlib.sha256(GENERATOR.read_bytes()).hexdigest()[:12]
 
 
 @dataclasses.dataclass(frozen=True)
 class ManifestSet:
-    """With `in_home` its files are the mirror of a home directory, in which the folders that they
-    name are, each with its marker."""
+    """A set of manifests. With `in_home`, its files are the mirror of a home directory, which holds
+    their folders, each with its marker."""
 
     name: str
     file_count: int
@@ -85,6 +85,6 @@ def generate_sets():
         if other != directory_of_sets():
             shutil.rmtree(other)
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        # The longest first; list() raises what a generator raised.
+        # The longest comes first. list() raises the exceptions of the generators.
         list(pool.map(ManifestSet.generate,
                       sorted(SETS.values(), key=lambda manifests: -manifests.entry_count)))

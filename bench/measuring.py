@@ -1,4 +1,4 @@
-"""What the scripts of this folder measure with."""
+"""The measuring functions of the scripts in this folder."""
 
 import dataclasses
 import os
@@ -15,13 +15,13 @@ NAME = pathlib.Path(sys.argv[0]).name
 PROGRAM = ROOT / "build" / "release" / "bin" / "velmora-finder-action"
 BENCHMARKS = ROOT / "build" / "bench" / "bench"
 EMPTY_PROGRAM = BENCHMARKS / "empty_program"
-# These look for no entries, and answer how many bytes there were.
+# These candidates look for no entries, and return the number of bytes.
 COUNTING_BYTES = {"nothing", "read-only"}
 WARM_UPS = 3
 
 
 class MeasuringError(Exception):
-    """Why there is no figure."""
+    """The reason why there is no figure."""
 
 
 def refuse_arguments(documentation):
@@ -47,7 +47,7 @@ def machine():
 
 
 def print_table(*rows):
-    """The first row has the columns' names, the first column the rows'."""
+    """The first row has the names of the columns, and the first column those of the rows."""
     widths = [max(len(cell) for cell in column) for column in zip(*rows)]
     print()
     for name, *cells in rows:
@@ -56,7 +56,7 @@ def print_table(*rows):
 
 @dataclasses.dataclass(frozen=True)
 class Side:
-    """A candidate and what it decodes in one turn."""
+    """A candidate, and the manifests that it decodes in one turn."""
 
     candidate: str
     manifests: ManifestSet
@@ -91,7 +91,7 @@ def decoding_command(rounds, *sides):
 
 
 def checked_rounds(output, sides):
-    """Each round's nanoseconds, from what decoding_times printed."""
+    """Each round's nanoseconds, from the output of decoding_times."""
     _, *lines = output.splitlines()
     counts, *rounds = [[int(number) for number in line.split()] for line in lines]
     for side, counted in zip(sides, counts, strict=True):
@@ -100,14 +100,14 @@ def checked_rounds(output, sides):
 
 
 def decoding_times(rounds, *sides):
-    """For each side its nanoseconds per entry, by round."""
+    """The nanoseconds per entry of each side, by round."""
     rows = checked_rounds(output_of(decoding_command(rounds, *sides)), sides)
     return [[time / side.entry_count for time in times]
             for side, times in zip(sides, zip(*rows), strict=True)]
 
 
 def peak_memory(candidate, manifests):
-    """In bytes, for a set of one file."""
+    """The peak memory in bytes, for a set of one file."""
     (file,) = manifests.files
     peak, counted = output_of([BENCHMARKS / "decoding_memory", candidate, file]).split()
     Side(candidate, manifests).check(int(counted))
@@ -115,9 +115,8 @@ def peak_memory(candidate, manifests):
 
 
 def exit_status(command, environment):
-    """Of a process that reads and prints nothing."""
-    # With no more than the system needs to start it: what Python does around that would be measured
-    # with it.
+    """The exit status of a process that reads and prints nothing."""
+    # posix_spawn only, because the measured time would include further work of Python.
     process = os.posix_spawn(command[0], command, environment, file_actions=[
         (os.POSIX_SPAWN_OPEN, 0, "/dev/null", os.O_RDONLY, 0),
         (os.POSIX_SPAWN_OPEN, 1, "/dev/null", os.O_WRONLY, 0)])
@@ -126,7 +125,7 @@ def exit_status(command, environment):
 
 
 def milliseconds(command, environment):
-    """From the process's start to its end."""
+    """The time from the start of the process to its end."""
     start = time.perf_counter_ns()
     status = exit_status(command, environment)
     end = time.perf_counter_ns()
@@ -136,9 +135,9 @@ def milliseconds(command, environment):
 
 
 def instructions(command, environment):
-    """By callgrind, which counts alike in every run; and what the process printed."""
+    """The instructions, which callgrind counts repeatably, and the output of the process."""
     with tempfile.TemporaryDirectory() as scratch:
-        # One log a process: a child that is forked counts itself.
+        # One log per process, because a forked child counts its own instructions.
         process = subprocess.Popen(
             ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
              f"--log-file={scratch}/%p", *command],
@@ -151,8 +150,8 @@ def instructions(command, environment):
 
 
 def decoding_instructions(candidate, manifests):
-    """For each entry, of decoding alone: how much more three rounds cost than one, less the same of
-    doing nothing with the copies that each round gets."""
+    """The instructions per entry of decoding alone: the difference between three rounds and one,
+    less the same difference for the candidate that only copies."""
     return _of_two_rounds(candidate, manifests) - _of_two_rounds("nothing", manifests)
 
 

@@ -1,4 +1,4 @@
-// A URL and a path: what is accepted names a usable path, and every usable path has a URL.
+// A URL and a path: an accepted URL names a usable path, and every usable path has a URL.
 #include "fuzz/Property.h"
 #include "text/FileURL.h"
 

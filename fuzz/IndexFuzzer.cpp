@@ -1,5 +1,5 @@
-// An index of destroyed manifests: the verdict does not depend on how the document is written, and
-// what decodes reads back as itself, whether or not it is valid.
+// An index of destroyed manifests: the verdict does not depend on the document's layout. A decoded
+// index reads back as itself, even if it is invalid.
 #include "fuzz/Verdict.h"
 #include "warpshared/reading/DestroyedManifestIndexDecoding.h"
 #include "warpshared/writing/ManifestEncoding.h"
@@ -17,10 +17,10 @@ VelmoraWarpSharedDestroyedManifestIndex decodedAndValidated(std::string& bytes) 
 
 void requireOneVerdict(std::string_view document) {
   const auto decoded = verdictOn(document, decodeDestroyedManifestIndex);
-  requireSameInOtherWords(document, decoded, decodeDestroyedManifestIndex);
+  requireSameInOtherLayouts(document, decoded, decodeDestroyedManifestIndex);
   requireToReadBack(decoded, encodeDestroyedManifestIndex, decodeDestroyedManifestIndex);
   const auto validated = verdictOn(document, decodedAndValidated);
-  requireSameInOtherWords(document, validated, decodedAndValidated);
+  requireSameInOtherLayouts(document, validated, decodedAndValidated);
   require(decoded.fault() == nullptr || validated == decoded);
   require(validated.fault() == nullptr || decoded.fault() != nullptr ||
           !validated.fault()->kind.has_value());

@@ -1,5 +1,5 @@
-// Any document: read exactly when another parser reads it, with the same values, each of which is
-// told where it stands; and read again as the same, however it is written.
+// Any document: JSONReader accepts it if and only if another parser does, with the same values.
+// Each value has its offset. The document reads back as itself in any layout.
 #include "fuzz/Verdict.h"
 #include "tests/support/JSONJudge.h"
 
@@ -62,7 +62,7 @@ void requireStrictReading(std::string_view document) {
   JSONJudge judge;
   const JSONAgreement agreement = judge.ask(std::string(document));
   require(agreement != JSONAgreement::differ);
-  const Verdict<std::vector<std::string>> others = inOtherWords(document);
+  const Verdict<std::vector<std::string>> others = inOtherLayouts(document);
   require((others.value() != nullptr) == (agreement == JSONAgreement::bothRead));
   if (others.value() == nullptr) {
     require(others.fault()->kind == DecodingErrorKind::dataCorrupted);

@@ -1,5 +1,5 @@
-// A path and a continuation: the standardised form holds nothing that standardisation removes, and
-// does not depend on when it is applied.
+// A path and a continuation: the standardised form contains nothing to remove. Standardising before
+// appending makes no difference.
 #include "fuzz/Property.h"
 #include "text/LexicalPath.h"
 

@@ -1,6 +1,6 @@
-// A shared Warp manifest: the verdict does not depend on how the document is written nor on whether
-// the entries are kept, what is accepted reads back as itself, and the quick reader accepts nothing
-// that the exact one refuses.
+// A shared Warp manifest: the verdict depends neither on its layout nor on whether the entries are
+// kept. An accepted manifest reads back as itself. The streaming reader accepts nothing that the
+// diagnosing reader refuses.
 #include "fuzz/Verdict.h"
 #include "tests/warpshared/ManifestReadings.h"
 #include "warpshared/reading/ManifestDecoding.h"
@@ -36,33 +36,33 @@ void requireSameVerdict(const Verdict<VelmoraWarpSharedManifest>& verdict,
 }
 
 void requireOneVerdict(std::string_view document) {
-  // One decoder for all: what it keeps from one document must make no difference to the next.
+  // One decoder for all documents, because its memory of one must not change the next.
   ManifestDecoder decoder;
   const auto decode = [&decoder](std::string& bytes) { return decoder.decode(bytes); };
   const Verdict<VelmoraWarpSharedManifest> verdict = verdictOn(document, decode);
   requireSameVerdict(verdict, verdictOn(document, [&decoder](std::string& bytes) {
                        return decoder.decodeSummary(bytes);
                      }));
-  requireSameInOtherWords(document, verdict, decode);
+  requireSameInOtherLayouts(document, verdict, decode);
   requireToReadBack(verdict, encodeManifest, decode);
 }
 
-/// Requires that the quick reader gives up or reads what the exact one does, however the document
-/// is cut into chunks, and leaves the document as it is.
-void requireQuickToBeExact(std::string_view document) {
+/// Requires that the streaming reader gives up or reads the same as the diagnosing reader, for any
+/// chunk length. The document must be unchanged.
+void requireStreamedToEqualDiagnosed(std::string_view document) {
   const std::size_t seed = std::hash<std::string_view>()(document);
   ManifestReaders readers;
   std::string bytes(document);
-  const ManifestReading quick = readers.quickly(bytes);
+  const ManifestReading reading = readers.streamed(bytes);
   require(bytes == document);
   const std::size_t shortLength = 1 + seed % 300;
   for (const std::size_t chunkLength : {shortLength, 1 + seed / 300 % (document.size() + 1)}) {
-    require(readers.quickly(bytes, chunkLength) == quick);
+    require(readers.streamed(bytes, chunkLength) == reading);
     require(bytes == document);
-    require(readers.quicklyFromStream(document, 1 + seed / 7 % 100, chunkLength) == quick);
+    require(readers.streamedInPortions(document, 1 + seed / 7 % 100, chunkLength) == reading);
   }
-  if (quick.has_value()) {
-    require(readers.exactly(bytes) == quick);
+  if (reading.has_value()) {
+    require(readers.diagnosed(bytes) == reading);
   }
 }
 
@@ -108,10 +108,10 @@ std::string usualManifest() {
   return encodeManifest(manifest);
 }
 
-/// A manifest that the quick reader accepts, compactly or with blanks and escapes, with some bytes
-/// changed: three bytes of `edits` each are for a place and what is to be there.
+/// A manifest that the streaming reader accepts, in one of several layouts, with some bytes
+/// changed. Three bytes of `edits` make one change: its position, and the new byte.
 std::string editedManifest(std::string_view edits) {
-  static const std::vector<std::string> manifests = *inOtherWords(usualManifest()).value();
+  static const std::vector<std::string> manifests = *inOtherLayouts(usualManifest()).value();
   std::string manifest = manifests[edits.size() % manifests.size()];
   for (; edits.size() >= 3; edits.remove_prefix(3)) {
     const auto high = static_cast<unsigned char>(edits[0]);
@@ -127,11 +127,11 @@ std::string editedManifest(std::string_view edits) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view input = velmora::textOf(data, size);
   velmora::internal::requireOneVerdict(input);
-  velmora::internal::requireQuickToBeExact(input);
-  // So little is no manifest, but says how one is to be changed.
+  velmora::internal::requireStreamedToEqualDiagnosed(input);
+  // A short input is no manifest, so it also serves as a list of changes to one.
   constexpr std::size_t mostEdits = 48;
   if (size <= mostEdits) {
-    velmora::internal::requireQuickToBeExact(velmora::internal::editedManifest(input));
+    velmora::internal::requireStreamedToEqualDiagnosed(velmora::internal::editedManifest(input));
   }
   return 0;
 }

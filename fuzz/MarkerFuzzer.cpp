@@ -1,5 +1,5 @@
-// A marker: the verdict does not depend on how the document is written, and what is accepted reads
-// back as itself.
+// A marker: the verdict does not depend on the document's layout. An accepted marker reads back as
+// itself.
 #include "fuzz/Verdict.h"
 #include "json/RecordEncoding.h"
 #include "resolution/WarpMarker.h"
@@ -15,7 +15,7 @@ void requireOneVerdict(std::string_view document) {
   JSONReader reader;
   const auto decode = [&reader](std::string& bytes) { return decodeWarpMarker(bytes, reader); };
   const Verdict<WarpMarker> verdict = verdictOn(document, decode);
-  requireSameInOtherWords(document, verdict, decode);
+  requireSameInOtherLayouts(document, verdict, decode);
   requireToReadBack(verdict, encodedMarker, decode);
 }
 

@@ -1,4 +1,4 @@
-// A path, or a key: the predicates answer what the rules that they stand for answer, word by word.
+// A path or a key: the predicates agree with the rules in their simplest form.
 #include "fuzz/Property.h"
 #include "text/Characters.h"
 #include "text/LexicalPath.h"

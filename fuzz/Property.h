@@ -1,5 +1,5 @@
-// What the fuzz targets share: properties that must hold for every input, and the input's two
-// halves.
+// The shared code of the fuzz targets: properties that must hold for every input, and the two
+// halves of an input.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace velmora {
 
-/// Ends the process when a property fails, which libFuzzer reports with the input and the stack.
+/// Ends the process when a property does not hold. libFuzzer then reports the input and the stack.
 inline void require(bool holds) {
   if (!holds) {
     std::abort();
@@ -21,7 +21,7 @@ inline std::string_view textOf(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};
 }
 
-/// What stands before and after the first NUL; the second is empty when there is none.
+/// The text before the first NUL, and the text after it. The second is empty without a NUL.
 inline std::pair<std::string_view, std::string_view> halvesOf(std::string_view input) {
   const std::size_t end = input.find('\0');
   if (end == std::string_view::npos) {

@@ -1,5 +1,5 @@
-// A table of localized texts: what is accepted, written out again with every byte that needs it
-// escaped, is read as the same table.
+// A table of localized texts: an accepted table is written with all required escapes, and reads
+// back as itself.
 #include "fuzz/Property.h"
 #include "platform/linux/StringsTable.h"
 #include "text/Text.h"
@@ -41,7 +41,7 @@ void requireStable(std::string_view text) {
     require(isUTF8(key) && isUTF8(value));
   }
   require(parseStringsTable(written(*table)) == table);
-  // On a line of its own: the table may end in a comment.
+  // The entry begins a new line, because the table may end in a comment.
   require(parseStringsTable(std::string(text) + "\n\"unfinished\" = \"entry\"") == std::nullopt);
 }
 

@@ -1,6 +1,6 @@
-# The fuzz targets, by velmora_fuzz_target(NAME SOURCES … DEPENDS …), which whoever includes this
-# file defines: fuzz/ makes libFuzzer programs of them, tests/fuzz/ tests of their seeds. Sources
-# are given from this folder on.
+# The fuzz targets. The including file defines velmora_fuzz_target(NAME SOURCES … DEPENDS …): fuzz/
+# makes libFuzzer programs of them, and tests/fuzz/ tests of their seeds. Sources are relative to
+# this folder.
 velmora_fuzz_target(text SOURCES TextFuzzer.cpp DEPENDS velmora::text)
 velmora_fuzz_target(file_url SOURCES FileURLFuzzer.cpp DEPENDS velmora::text)
 velmora_fuzz_target(lexical_path SOURCES LexicalPathFuzzer.cpp DEPENDS velmora::text)

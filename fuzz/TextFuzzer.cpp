@@ -1,4 +1,4 @@
-// Two texts: their equality, order, hash and normal form must agree, and so must what is said about
+// Two texts: their equality, order, hash and normal form must agree, and so must the functions for
 // their characters.
 #include "fuzz/Property.h"
 #include "text/Characters.h"
@@ -45,7 +45,7 @@ void requireBoundariesAtCharacters(std::string_view text) {
 }
 
 void requirePrefixOfConcatenation(std::string_view a, std::string_view b) {
-  // A control is a character of its own, whatever stands around it.
+  // A control character is always a character of its own.
   std::string text(a);
   text.append("\t").append(b);
   require(hasCharacterPrefix(text, a));

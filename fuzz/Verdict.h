@@ -1,5 +1,5 @@
-// What the fuzz targets of JSON documents share: the verdict on a document, and the same document
-// in other words, on which it must be the same.
+// The shared code of the fuzz targets for JSON: the verdict on a document, and the same document in
+// other layouts, which must have the same verdict.
 #pragma once
 
 #include "fuzz/Property.h"
@@ -19,9 +19,9 @@
 
 namespace velmora {
 
-/// A fault, but for its place in the bytes.
+/// A fault without its offset.
 struct DocumentFault {
-  /// None for the error of a file that holds something else than it has to.
+  /// std::nullopt for the error of a file with the wrong content.
   std::optional<DecodingErrorKind> kind;
   std::vector<CodingKey> codingPath;
   std::string description;
@@ -32,7 +32,7 @@ struct DocumentFault {
 template <class Value>
 struct Verdict {
   std::variant<Value, DocumentFault> outcome;
-  /// Of a fault.
+  /// The offset of a fault, if it has one.
   std::optional<std::size_t> byteOffset;
 
   [[nodiscard]] const Value* value() const { return std::get_if<Value>(&outcome); }
@@ -41,8 +41,8 @@ struct Verdict {
   bool operator==(const Verdict&) const = default;
 };
 
-/// What `decode` makes of a copy of the document. Nothing but DecodingError and PlatformError may
-/// leave it.
+/// The result of `decode` for a copy of the document. `decode` may throw only DecodingError and
+/// PlatformError.
 template <std::invocable<std::string&> Decode>
 auto verdictOn(std::string_view document, Decode decode)
     -> Verdict<std::invoke_result_t<Decode, std::string&>> {
@@ -61,9 +61,9 @@ auto verdictOn(std::string_view document, Decode decode)
   }
 }
 
-/// What is wrong with the document as JSON, or else the same document in other words: with the
-/// members of all objects in another order, compactly and with blanks and escapes.
-inline Verdict<std::vector<std::string>> inOtherWords(std::string_view document) {
+/// The fault of the document as JSON, or else the same document in other layouts: compact, with
+/// shuffled members, and with blanks and escapes as well.
+inline Verdict<std::vector<std::string>> inOtherLayouts(std::string_view document) {
   return verdictOn(document, [document](std::string& bytes) {
     const std::uint64_t seed = std::hash<std::string_view>()(document);
     internal::JSONReader reader;
@@ -78,12 +78,12 @@ inline Verdict<std::vector<std::string>> inOtherWords(std::string_view document)
   });
 }
 
-/// Requires that a fault in the document as JSON is the verdict, whatever else is wrong, and that
-/// other words make no difference but for where a fault shows. `decode` is asked about them.
+/// Requires that a fault of the document as JSON is the verdict, before any other fault. Otherwise
+/// requires that `decode` has the same verdict on the other layouts, except for the offset.
 template <class Value, std::invocable<std::string&> Decode>
-void requireSameInOtherWords(std::string_view document, const Verdict<Value>& verdict,
-                             Decode decode) {
-  const Verdict<std::vector<std::string>> others = inOtherWords(document);
+void requireSameInOtherLayouts(std::string_view document, const Verdict<Value>& verdict,
+                               Decode decode) {
+  const Verdict<std::vector<std::string>> others = inOtherLayouts(document);
   if (const DocumentFault* const fault = others.fault()) {
     require(fault->kind == DecodingErrorKind::dataCorrupted && fault->codingPath.empty());
     require(verdict.fault() != nullptr && *verdict.fault() == *fault);
@@ -95,7 +95,7 @@ void requireSameInOtherWords(std::string_view document, const Verdict<Value>& ve
   }
 }
 
-/// Requires that a value is written so that it reads back as itself, to the byte.
+/// Requires that a written value reads back as itself, and is written the same again.
 template <class Value, std::invocable<const Value&> Encode, std::invocable<std::string&> Decode>
 void requireToReadBack(const Verdict<Value>& verdict, Encode encode, Decode decode) {
   if (verdict.value() == nullptr) {

@@ -1,6 +1,5 @@
-# Has CMake believe that it is on a Mac, so that what it would generate there can be looked at.
-# There is no SDK: nothing can be compiled, and everything that CMake would try by compiling is
-# answered here as a Mac answers it.
+# Makes CMake configure as on a Mac, so that tests can inspect its output. There is no SDK, so nothing
+# can be compiled. This file therefore sets all results that CMake would find out by compiling.
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_PROCESSOR arm64)
 
@@ -16,15 +15,15 @@ foreach(language C CXX OBJCXX)
   set(CMAKE_${language}_SIZEOF_DATA_PTR 8)
 endforeach()
 set(CMAKE_SIZEOF_VOID_P 8)
-# Only with a folder for an SDK are several processors' flags written.
+# CMake writes the flags of several processors only with a folder for an SDK.
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/no-sdk)
 set(CMAKE_OSX_SYSROOT ${CMAKE_BINARY_DIR}/no-sdk)
-# CMake insists on it, though nothing here ever runs it.
+# CMake requires this program, but nothing here runs it.
 set(CMAKE_INSTALL_NAME_TOOL /bin/false)
 
 # Threads are part of the system's library.
 set(CMAKE_HAVE_LIBC_PTHREAD TRUE)
 
-# Libraries are found where this system has them: they stand for those of a Mac.
+# The libraries of this system stand for those of a Mac.
 execute_process(COMMAND ${VELMORA_DARWIN_CLANGXX} -print-multiarch
                 OUTPUT_VARIABLE CMAKE_LIBRARY_ARCHITECTURE OUTPUT_STRIP_TRAILING_WHITESPACE)

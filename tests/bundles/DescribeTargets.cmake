@@ -1,5 +1,5 @@
-# Included behind project(): when the whole project is configured, writes its targets and what only
-# Xcode would make of them to targets.txt, one "target|property|value" a line.
+# Included after project(). At the end of the configuration it writes the targets and their Xcode
+# properties to targets.txt, one "target|property|value" per line.
 
 function(velmora_describe_targets directory)
   set(attributes APPLICATION_EXTENSION_API_ONLY CLANG_ENABLE_OBJC_ARC CODE_SIGN_ENTITLEMENTS

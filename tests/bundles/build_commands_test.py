@@ -1,4 +1,4 @@
-"""What building on a Mac would run."""
+"""The commands that a build on a Mac would run."""
 
 import pathlib
 import unittest
@@ -11,14 +11,14 @@ BOTH_PROCESSORS = ["arm64", "x86_64"]
 
 class CompilingTest(DarwinTestCase):
     def of_extension(self, extension):
-        """Those of the extension's own sources."""
+        """The compile commands of the extension's own sources."""
         return [
             compilation
             for compilation in self.project.compilations()
             if f"/{extension}.dir/" in compilation[1]
         ]
 
-    def test_everything_is_for_both_processors_and_the_oldest_system(self):
+    def test_sources_are_compiled_for_both_processors_and_the_oldest_system(self):
         compilations = list(self.project.compilations())
         self.assertTrue(compilations)
         for source, _, command in compilations:
@@ -27,7 +27,7 @@ class CompilingTest(DarwinTestCase):
                 self.assertIn("-mmacosx-version-min=11.0", command)
                 self.assertIn("-std=c++20", command)
 
-    def test_nobody_counts_references_to_objects_for_us(self):
+    def test_automatic_reference_counting_is_off(self):
         compilations = [entry for entry in self.project.compilations() if entry[0].suffix == ".mm"]
         self.assertTrue(compilations)
         for source, _, command in compilations:
@@ -42,7 +42,7 @@ class CompilingTest(DarwinTestCase):
 
     def test_both_extensions_are_compiled_in_the_same_way(self):
         def options(extension):
-            # All but the names of what is written.
+            # The commands without the names of their output files.
             return sorted(
                 (source, [word for word in command if extension not in word])
                 for source, _, command in self.of_extension(extension)
@@ -50,7 +50,7 @@ class CompilingTest(DarwinTestCase):
 
         self.assertEqual(options(EXTENSIONS[0]), options(EXTENSIONS[1]))
 
-    def test_the_compiler_refuses_what_extensions_must_not_call(self):
+    def test_the_compiler_refuses_calls_that_extensions_must_not_make(self):
         for extension in EXTENSIONS:
             for source, _, command in self.of_extension(extension):
                 with self.subTest(extension=extension, source=source.name):
@@ -60,7 +60,7 @@ class CompilingTest(DarwinTestCase):
                 with self.subTest(source.name):
                     self.assertIn("-fapplication-extension", command)
 
-    def test_the_libraries_are_whole_but_for_what_is_for_linux(self):
+    def test_the_libraries_lack_only_the_sources_for_linux(self):
         folder = SOURCE / "src"
         sources = {
             path
@@ -73,23 +73,23 @@ class CompilingTest(DarwinTestCase):
         }
         self.assertEqual(compiled, sources)
 
-    def test_no_program_for_linux_is_part_of_it(self):
+    def test_no_program_for_linux_is_built(self):
         compiled = {source for source, _, _ in self.project.compilations()}
         programs = {source for source in compiled if SOURCE / "apps" in source.parents}
         self.assertEqual({source.parent for source in programs}, {SOURCE / "apps/macos"})
 
 
 class LinkingTest(DarwinTestCase):
-    def test_the_system_enters_and_not_a_main_function(self):
+    def test_the_entry_point_is_the_systems(self):
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 command = " ".join(self.project.link_command(extension))
-                # Compilers differ in how they say it to the linker.
+                # Compilers spell the linker's option differently.
                 self.assertRegex(
                     command, " (-Xlinker -e -Xlinker |-Wl,-e,)_NSExtensionMain "
                 )
 
-    def test_the_linker_knows_that_it_makes_an_extension(self):
+    def test_the_linker_is_told_to_make_an_extension(self):
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 command = self.project.link_command(extension)
@@ -97,15 +97,15 @@ class LinkingTest(DarwinTestCase):
                 self.assertNotIn("-bundle", command)
                 self.assertNotIn("-dynamiclib", command)
 
-    def test_it_is_for_both_processors_and_the_oldest_system(self):
+    def test_the_program_is_linked_for_both_processors_and_the_oldest_system(self):
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 command = self.project.link_command(extension)
                 self.assertEqual(words_after(command, "-arch"), BOTH_PROCESSORS)
                 self.assertIn("-mmacosx-version-min=11.0", command)
 
-    def test_the_principal_class_is_linked_itself(self):
-        # Only its name is known to the system: out of a library, the linker would not take it.
+    def test_the_principal_class_is_linked_as_an_object_file(self):
+        # The system finds the class by its name, so the linker would not take it from a library.
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 objects = {
@@ -144,7 +144,7 @@ class LinkingTest(DarwinTestCase):
                     {"libsimdjson", "libutf8proc", "libxxhash"},
                 )
 
-    def test_nothing_is_looked_for_where_it_was_built(self):
+    def test_no_library_path_of_the_build_is_kept(self):
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 command = " ".join(self.project.link_command(extension))

@@ -1,7 +1,7 @@
-"""The project as CMake configures it for a Mac, looked at from a system that is none.
+"""The project as CMake configures it for a Mac, inspected on another system.
 
-Nothing is compiled: what is looked at are the files that configuring writes, and the commands that
-building would run.
+Nothing is compiled. The tests inspect the files that configuring writes, and the commands that a
+build would run.
 """
 
 import json
@@ -17,7 +17,7 @@ import unittest
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 HERE = pathlib.Path(__file__).resolve().parent
-# CTest names the programs of the build that it belongs to.
+# CTest passes the programs of its build.
 CMAKE = os.environ.get("VELMORA_CMAKE", "cmake")
 NINJA = os.environ.get("VELMORA_NINJA", "ninja")
 
@@ -27,7 +27,7 @@ LANGUAGES = ("en", "ja", "zh-Hans", "es", "pt-BR")
 
 
 def run(*arguments, **environment):
-    """What a program writes. Where it fails, so does the test, with that as the reason."""
+    """The output of a program. A failure fails the test and is its reason."""
     result = subprocess.run(
         [str(argument) for argument in arguments],
         stdin=subprocess.DEVNULL,
@@ -43,7 +43,7 @@ def run(*arguments, **environment):
 
 
 def presets():
-    """The configure presets by their names, each with what it inherits."""
+    """The configure presets by their names, each with its inherited values."""
     with open(SOURCE / "CMakePresets.json", encoding="utf-8") as file:
         written = {preset["name"]: preset for preset in json.load(file)["configurePresets"]}
 
@@ -51,7 +51,7 @@ def presets():
         own = written[name]
         parents = own.get("inherits", [])
         result = {}
-        # Of several parents, the first to say something counts.
+        # Of several parents, the first with a value counts.
         for parent in reversed([parents] if isinstance(parents, str) else parents):
             result = merged(result, resolved(parent))
         return merged(result, own)
@@ -79,7 +79,7 @@ class DarwinProject:
             "CMAKE_PROJECT_velmora-finder-actions_INCLUDE": HERE / "DescribeTargets.cmake",
         }
         self.variables = variables
-        # Those of vcpkg are for vcpkg's toolchain file, which is not there.
+        # The variables of vcpkg are for vcpkg's toolchain file, which is not used here.
         run(CMAKE, "-S", SOURCE, "-B", directory, "-G", "Ninja", "--no-warn-unused-cli",
             *(f"-D{name}={value}" for name, value in variables.items()))
 
@@ -102,20 +102,20 @@ class DarwinProject:
         run(NINJA, "-C", self.directory, *outputs)
 
     def command(self, output):
-        """The words of the command that makes a file, named from the build directory on."""
+        """The words of the command that makes a file, relative to the build directory."""
         return shlex.split(run(NINJA, "-C", self.directory, "-t", "commands", "-s", output))
 
     def link_command(self, extension):
         return self.command(f"bin/{extension}.appex/Contents/MacOS/{extension}")
 
     def resource_outputs(self, extension):
-        """The files in the bundle's Resources that building makes, from the build directory on."""
+        """The files in the bundle's Resources after a build, relative to the build directory."""
         outputs = run(NINJA, "-C", self.directory, "-t", "targets", "all").splitlines()
         prefix = f"bin/{extension}.appex/Contents/Resources/"
         return sorted(line.rpartition(": ")[0] for line in outputs if line.startswith(prefix))
 
     def compilations(self):
-        """Of each source, in each target: its path, its object file, and the compiler's words."""
+        """For each source of each target: its path, its object file, and the command's words."""
         with open(self.directory / "compile_commands.json", encoding="utf-8") as file:
             entries = json.load(file)
         for entry in entries:
@@ -123,7 +123,7 @@ class DarwinProject:
             yield pathlib.Path(entry["file"]), words_after(command, "-o")[0], command
 
     def targets(self):
-        """The properties of each target, as far as DescribeTargets.cmake writes them."""
+        """The properties of each target that DescribeTargets.cmake writes."""
         targets = {}
         for line in (self.directory / "targets.txt").read_text(encoding="utf-8").splitlines():
             name, key, value = line.split("|", 2)
@@ -132,7 +132,7 @@ class DarwinProject:
 
 
 class DarwinTestCase(unittest.TestCase):
-    """Tests that look at one configuration, which none of them changes."""
+    """Tests that share one configuration and do not change it."""
 
     preset = "mac-release"
     options = {}
@@ -146,5 +146,5 @@ class DarwinTestCase(unittest.TestCase):
 
 
 def words_after(command, word):
-    """What follows each occurrence of an option: the frameworks of a link command, say."""
+    """The word after each occurrence of an option, such as the frameworks of a link command."""
     return [after for before, after in zip(command, command[1:]) if before == word]

@@ -1,13 +1,13 @@
-"""What the sandbox lets the extensions do."""
+"""The entitlements of the extensions in the sandbox."""
 
 import plistlib
 import unittest
 
 from darwin_project import DarwinTestCase, EXTENSIONS
 
-# The whole dictionary: one more is one that users, or App Review, have to be asked for.
+# The whole dictionary, because users or App Review must agree to each further entitlement.
 GRANTED = {
-    # The system starts no extension without it.
+    # The system starts no extension without the sandbox.
     "com.apple.security.app-sandbox": True,
     "com.apple.security.application-groups": ["group.io.tolvane.Velmora"],
     "com.apple.security.files.user-selected.read-only": True,
@@ -26,7 +26,7 @@ class EntitlementsTestCase(DarwinTestCase):
             with self.subTest(extension):
                 granted = self.entitlements(extension)
                 self.assertEqual(granted, expected)
-                # assertEqual takes 1 for True.
+                # assertEqual treats 1 as True.
                 for key in GRANTED:
                     self.assertIs(type(granted[key]), type(GRANTED[key]))
 
@@ -43,7 +43,7 @@ class EntitlementsTest(EntitlementsTestCase):
         )
 
     def test_no_comment_stands_in_what_codesign_reads(self):
-        # The kernel's reader of entitlements is no full reader of XML.
+        # The kernel reads entitlements with a parser that does not support all of XML.
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 path = self.project.directory / "entitlements" / f"{extension}.entitlements"

@@ -1,10 +1,10 @@
-"""What the system is told about the extensions."""
+"""The Info.plist files of the extensions."""
 
 import unittest
 
 from darwin_project import DarwinTestCase, EXTENSIONS, LANGUAGES
 
-# A folder among what is selected, which must not be more than the Finder hands over.
+# Requires a folder in the selection, and no more files than the Finder hands over.
 ACTIVATION_RULE = (
     "SUBQUERY(extensionItems, $item, $item.attachments.@count >= 1"
     " AND $item.attachments.@count <= 64"
@@ -18,7 +18,7 @@ LABELS = {"FinderWarpAction": "Warp to Velmora", "FinderRestoreAction": "Restore
 
 
 def expected(extension, *, point, version, build):
-    # The whole dictionary: a key too many can hide an action or put it elsewhere.
+    # The whole dictionary, because a further key can hide or move an action.
     label = LABELS[extension]
     return {
         "CFBundleIdentifier": f"io.tolvane.Velmora.{extension}",
@@ -52,9 +52,9 @@ class InfoPlistTest(DarwinTestCase):
     def attributes(self, extension):
         return self.project.info_plist(extension)["NSExtension"]["NSExtensionAttributes"]
 
-    def test_nobody_loses_the_selected_folders(self):
-        # To an editor the Finder looks for a replacement of what was selected. Since there is none,
-        # it moves the selected folders into a hidden folder and leaves them there.
+    def test_the_finder_does_not_move_the_selected_folders(self):
+        # The Finder expects a replacement for the selection from an editor. These actions return
+        # none, so the Finder would move the selected folders into a hidden folder.
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 self.assertEqual(
@@ -62,7 +62,7 @@ class InfoPlistTest(DarwinTestCase):
                     "NSExtensionServiceRoleTypeViewer",
                 )
 
-    def test_the_extensions_are_described_whole(self):
+    def test_the_dictionaries_are_complete(self):
         version = self.project.cached("CMAKE_PROJECT_VERSION")
         for extension in EXTENSIONS:
             with self.subTest(extension):
@@ -73,15 +73,15 @@ class InfoPlistTest(DarwinTestCase):
                     ),
                 )
 
-    def test_the_rule_comes_through_as_one_line(self):
+    def test_the_activation_rule_is_one_line(self):
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 self.assertEqual(
                     self.attributes(extension)["NSExtensionActivationRule"], ACTIVATION_RULE
                 )
 
-    def test_flags_are_no_numbers(self):
-        # assertEqual takes 1 for True.
+    def test_flags_are_booleans(self):
+        # assertEqual treats 1 as True.
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 self.assertIs(self.project.info_plist(extension)["LSUIElement"], True)
@@ -98,7 +98,7 @@ class ChosenInfoPlistTest(DarwinTestCase):
         "CMAKE_OSX_DEPLOYMENT_TARGET": "12.3",
     }
 
-    def test_the_choices_and_nothing_else_differ(self):
+    def test_only_the_intended_values_differ(self):
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 chosen = expected(extension, point="com.apple.services", version="3.2", build="417")

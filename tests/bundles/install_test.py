@@ -1,4 +1,4 @@
-"""The bundles as they come into an application."""
+"""The installation of the bundles into an application."""
 
 import pathlib
 import plistlib
@@ -32,7 +32,7 @@ class InstallTestCase(DarwinTestCase):
         super().setUpClass()
         for extension in EXTENSIONS:
             cls.project.build(*cls.project.resource_outputs(extension))
-            # Stands for the program, which nobody can link here.
+            # A placeholder for the program, which cannot be linked here.
             program = cls.project.bundle(extension) / "Contents/MacOS" / extension
             program.parent.mkdir(exist_ok=True)
             program.write_text(extension, encoding="utf-8")
@@ -55,7 +55,7 @@ class InstallTest(InstallTestCase):
                     files_below(self.project.bundle(extension)), files_of_bundle(extension)
                 )
 
-    def test_both_come_into_the_application_below_the_prefix(self):
+    def test_both_are_installed_into_the_application_below_the_prefix(self):
         self.install("--prefix", self.scratch)
         self.assertEqual(
             files_below(self.scratch),
@@ -66,7 +66,7 @@ class InstallTest(InstallTestCase):
             },
         )
 
-    def test_the_description_is_the_one_of_the_build(self):
+    def test_the_info_plist_is_the_one_of_the_build(self):
         self.install("--prefix", self.scratch)
         for extension in EXTENSIONS:
             with self.subTest(extension):
@@ -74,7 +74,7 @@ class InstallTest(InstallTestCase):
                 with open(path / "Contents/Info.plist", "rb") as file:
                     self.assertEqual(plistlib.load(file), self.project.info_plist(extension))
 
-    def test_what_is_in_the_application_stays(self):
+    def test_other_files_of_the_application_stay(self):
         other = self.scratch / "Velmora.app/Contents/PlugIns/Other.appex/Contents/Info.plist"
         other.parent.mkdir(parents=True)
         other.write_text("theirs", encoding="utf-8")
@@ -83,10 +83,10 @@ class InstallTest(InstallTestCase):
 
 
 class ChosenApplicationTest(InstallTestCase):
-    # Absolute, below the root that DESTDIR names.
+    # An absolute path, which is below the directory that DESTDIR names.
     options = {"VELMORA_APPLICATION_BUNDLE": "/Applications/My Velmora.app"}
 
-    def test_both_come_into_the_chosen_application(self):
+    def test_both_are_installed_into_the_chosen_application(self):
         self.install(DESTDIR=str(self.scratch))
         self.assertEqual(
             files_below(self.scratch),

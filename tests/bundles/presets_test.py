@@ -1,4 +1,4 @@
-"""The presets for macOS, as far as they can be judged without one."""
+"""The properties of the presets for macOS that can be checked without a Mac."""
 
 import re
 import unittest
@@ -15,7 +15,7 @@ def triplet():
 
 
 class PresetsTest(unittest.TestCase):
-    def test_the_presets_for_macos_are_offered_there_alone(self):
+    def test_the_presets_for_macos_are_offered_on_macos_only(self):
         for name in ("mac-release", "mac-xcode", "mac-dev"):
             with self.subTest(name):
                 self.assertEqual(
@@ -23,8 +23,8 @@ class PresetsTest(unittest.TestCase):
                     {"type": "equals", "lhs": "${hostSystemName}", "rhs": "Darwin"},
                 )
 
-    def test_what_users_get_has_its_libraries_within(self):
-        # The sandbox lets an extension load none from elsewhere.
+    def test_released_extensions_contain_their_libraries(self):
+        # The sandbox lets an extension load no library from outside its bundle.
         for name in ("mac-release", "mac-xcode"):
             with self.subTest(name):
                 preset = presets()[name]
@@ -38,7 +38,7 @@ class PresetsTest(unittest.TestCase):
     def test_the_libraries_are_for_the_processors_and_systems_of_the_extensions(self):
         project = (SOURCE / "CMakeLists.txt").read_text(encoding="utf-8")
         oldest = re.search(r"^set\(CMAKE_OSX_DEPLOYMENT_TARGET (\S+) CACHE", project, re.MULTILINE)
-        # Later it reaches no compiler.
+        # A later setting does not reach the compiler.
         self.assertLess(oldest.start(), project.index("\nproject("))
         self.assertEqual(triplet()["VCPKG_OSX_DEPLOYMENT_TARGET"], oldest[1])
         for name in ("mac-release", "mac-xcode"):
@@ -48,7 +48,7 @@ class PresetsTest(unittest.TestCase):
                     triplet()["VCPKG_OSX_ARCHITECTURES"],
                 )
 
-    def test_users_get_no_test_libraries(self):
+    def test_released_builds_have_no_test_libraries(self):
         variables = presets()["mac-release"]["cacheVariables"]
         self.assertEqual(variables["CMAKE_BUILD_TYPE"], "Release")
         self.assertEqual(variables["VCPKG_MANIFEST_NO_DEFAULT_FEATURES"], "ON")
@@ -59,7 +59,7 @@ class PresetsTest(unittest.TestCase):
         self.assertEqual(variables["VELMORA_BUILD_TESTS"], "ON")
         self.assertNotIn("CMAKE_OSX_ARCHITECTURES", variables)
 
-    def test_xcode_gets_a_project_of_its_own_kind(self):
+    def test_xcode_gets_an_xcode_project(self):
         self.assertEqual(presets()["mac-xcode"]["generator"], "Xcode")
 
 

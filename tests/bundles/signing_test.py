@@ -1,4 +1,4 @@
-"""scripts/sign-macos, with a codesign that only records what it is asked to do."""
+"""Tests scripts/sign-macos with a codesign that only records its arguments."""
 
 import json
 import os
@@ -130,7 +130,7 @@ class SigningTest(unittest.TestCase):
             self.arguments(), self.expected(DEVELOPER, HARDENED, ["--entitlements", str(own)])
         )
 
-    def test_profiles_are_in_their_extensions_before_those_are_signed(self):
+    def test_profiles_are_copied_before_the_extensions_are_signed(self):
         self.assertEqual(
             self.sign(
                 "--identity", DEVELOPER, "--entitlements", self.entitlements,
@@ -143,7 +143,7 @@ class SigningTest(unittest.TestCase):
             [*(f"provisionprofile of {name}" for name in EXTENSIONS), None, None],
         )
 
-    def test_no_profile_of_an_earlier_time_is_left(self):
+    def test_no_earlier_profile_is_left(self):
         for name in EXTENSIONS:
             earlier = self.application / f"Contents/PlugIns/{name}.appex/Contents"
             (earlier / "embedded.provisionprofile").write_text("earlier", encoding="utf-8")
@@ -152,7 +152,7 @@ class SigningTest(unittest.TestCase):
         )
         self.assertEqual([call["profile"] for call in self.calls()], [None] * 4)
 
-    def test_paths_are_those_of_the_caller(self):
+    def test_paths_are_relative_to_the_callers_directory(self):
         self.assertEqual(
             self.sign("--identity", "-", "--entitlements", "the entitlements", "My Velmora.app/"), 0
         )

@@ -1,4 +1,4 @@
-"""Reads strings tables as strictly as macOS does at its strictest.
+"""Reads strings tables as strictly as the strictest reader of macOS.
 
     /* comment */
     "key" = "value";
@@ -16,12 +16,12 @@ ESCAPES = {'"': '"', "\\": "\\", "n": "\n", "t": "\t"}
 
 
 class Fault(Exception):
-    """The table is not one that every reader understands."""
+    """Raised for a table that some reader does not understand."""
 
 
 def parse(data):
-    """The table in these bytes. What macOS would take with a shrug, a key given twice among it, is
-    a fault here, because it is one of ours."""
+    """The table in these bytes. A duplicate key and other oddities that macOS accepts are faults,
+    because the project writes its own tables."""
     if data.startswith(b"\xef\xbb\xbf"):
         raise Fault("begins with a byte-order mark")
     try:

@@ -1,4 +1,4 @@
-"""The texts in five languages: one fault in a table, and all of its texts are English."""
+"""The texts in five languages. One fault in a table makes all of its texts English."""
 
 import itertools
 import os
@@ -42,8 +42,8 @@ IN_EACH_LANGUAGE = tuple(itertools.product(EXTENSIONS, LANGUAGES))
 
 
 def sfparse(path):
-    """What GNUstep's reader says of a table: how it ended, and in which words."""
-    # It cannot tell UTF-8 by itself.
+    """The exit status and the output of GNUstep's reader for a table."""
+    # GNUstep's reader does not detect UTF-8.
     environment = {**os.environ, "LC_ALL": "C.UTF-8"}
     return subprocess.run(
         [SFPARSE, str(path)],
@@ -79,7 +79,7 @@ class StringsTest(DarwinTestCase):
                     {key: label for key in LABEL_KEYS},
                 )
 
-    def test_the_english_labels_are_those_of_the_description(self):
+    def test_the_english_labels_are_those_of_the_info_plist(self):
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 plist = self.project.info_plist(extension)
@@ -125,13 +125,13 @@ class StringsTest(DarwinTestCase):
 
 
 class StringsTableTest(unittest.TestCase):
-    """Both readers, on tables that are none: a reader that takes anything proves nothing."""
+    """Both readers refuse faulty tables. A reader that accepts everything proves nothing."""
 
     def test_a_table_is_read(self):
         table = strings_table.parse('/* "a" = "x"; */ "a" = "é \\"b\\"";\n// c\n"d"="";'.encode())
         self.assertEqual(table, {"a": 'é "b"', "d": ""})
 
-    def test_faults_are_seen(self):
+    def test_faults_are_found(self):
         faults = {
             "byte-order mark": b'\xef\xbb\xbf"a" = "b";',
             "not UTF-8": b'"a" = "\xff";',
@@ -152,7 +152,7 @@ class StringsTableTest(unittest.TestCase):
             with self.subTest(name), self.assertRaises(strings_table.Fault):
                 strings_table.parse(data)
 
-    def test_the_other_reader_sees_faults(self):
+    def test_the_other_reader_finds_faults(self):
         with tempfile.TemporaryDirectory() as scratch:
             path = pathlib.Path(scratch, "Localizable.strings")
             for data in ('"a" = "b"\n"c" = "d";', '"a" = "b', '"a" = "b"c";'):

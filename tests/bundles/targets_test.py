@@ -1,4 +1,4 @@
-"""Which targets there are on a Mac, and what Xcode would make of them."""
+"""The targets on a Mac, and their settings in Xcode."""
 
 import unittest
 
@@ -28,7 +28,7 @@ class TargetsTestCase(DarwinTestCase):
 
 
 class TargetsTest(TargetsTestCase):
-    def test_the_libraries_are_those_of_macos(self):
+    def test_libraries_are_those_for_macos(self):
         self.assertEqual(
             self.named("STATIC_LIBRARY", "SHARED_LIBRARY", "MODULE_LIBRARY"), LIBRARIES
         )
@@ -36,7 +36,7 @@ class TargetsTest(TargetsTestCase):
     def test_the_two_extensions_are_the_only_programs(self):
         self.assertEqual(self.named("EXECUTABLE"), set(EXTENSIONS))
 
-    def test_xcode_makes_extensions_of_them_that_stay_in_the_sandbox(self):
+    def test_xcode_builds_extensions_that_stay_in_the_sandbox(self):
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 described = self.project.targets()[extension]
@@ -51,7 +51,7 @@ class TargetsTest(TargetsTestCase):
                         "XCODE_ATTRIBUTE_PRODUCT_BUNDLE_IDENTIFIER":
                             f"io.tolvane.Velmora.{extension}",
                         "XCODE_ATTRIBUTE_CODE_SIGN_ENTITLEMENTS": str(entitlements),
-                        # Xcode takes the sandbox out of the entitlements otherwise.
+                        # Without this setting, Xcode removes the sandbox from the entitlements.
                         "XCODE_ATTRIBUTE_ENABLE_APP_SANDBOX": "YES",
                         "XCODE_ATTRIBUTE_ENABLE_HARDENED_RUNTIME": "YES",
                         "XCODE_ATTRIBUTE_APPLICATION_EXTENSION_API_ONLY": "YES",
@@ -64,7 +64,7 @@ class TargetsTest(TargetsTestCase):
 class DevelopmentTest(TargetsTestCase):
     preset = "mac-dev"
 
-    def test_all_that_tests_the_portable_code_is_there(self):
+    def test_every_test_of_portable_code_is_there(self):
         programs = self.named("EXECUTABLE")
         for folder in ("extension", "handoff", "json", "localization", "platform", "resolution",
                        "text", "warpshared"):
@@ -72,7 +72,7 @@ class DevelopmentTest(TargetsTestCase):
                 self.assertIn(f"{folder}_test", programs)
         self.assertLessEqual(set(EXTENSIONS), programs)
 
-    def test_nothing_is_there_that_needs_linux(self):
+    def test_no_target_needs_linux(self):
         folders = ("src/platform/linux", "tests/platform/linux", "tests/process", "apps/common",
                    "apps/velmora-finder-action", "apps/velmora-warp-inspect", "tests/gnustep")
         for source, _, command in self.project.compilations():
@@ -83,7 +83,7 @@ class DevelopmentTest(TargetsTestCase):
                 self.assertNotIn("glib", words)
                 self.assertNotIn("GNUstep", words)
 
-    def test_everything_is_for_this_machine_alone(self):
+    def test_everything_is_built_for_this_machine_only(self):
         for source, _, command in self.project.compilations():
             with self.subTest(source.name):
                 self.assertEqual(words_after(command, "-arch"), [])
@@ -92,7 +92,7 @@ class DevelopmentTest(TargetsTestCase):
 class HostTest(TargetsTestCase):
     options = {"VELMORA_BUILD_EXTENSION_HOST": "ON"}
 
-    def test_the_extensions_come_into_it_at_every_build(self):
+    def test_each_build_copies_the_extensions_into_it(self):
         embedding = "apps/macos/host/CMakeFiles/velmora_embedded_extensions.util"
         command = " ".join(self.project.command(embedding))
         for extension in EXTENSIONS:
@@ -102,7 +102,7 @@ class HostTest(TargetsTestCase):
                 copy = f"-E copy_directory {bundle} {plugins}/{extension}.appex "
                 self.assertIn(copy, f"{command} ")
 
-    def test_it_stands_in_the_place_of_the_application(self):
+    def test_it_has_the_properties_of_the_application(self):
         self.assertIn("velmora_extension_host", self.named("EXECUTABLE"))
         plist = self.project.info_plist_below("bin/Velmora.app")
         self.assertEqual(plist["CFBundleIdentifier"], "io.tolvane.Velmora")
@@ -110,7 +110,7 @@ class HostTest(TargetsTestCase):
         for extension in EXTENSIONS:
             with self.subTest(extension):
                 inner = self.project.info_plist(extension)
-                # What the system refuses and what Xcode warns of.
+                # The system refuses another prefix, and Xcode warns of other versions.
                 self.assertTrue(
                     inner["CFBundleIdentifier"].startswith(plist["CFBundleIdentifier"] + ".")
                 )

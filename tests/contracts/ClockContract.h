@@ -1,4 +1,4 @@
-// What every Clock promises. Instantiated with an adapter for each implementation.
+// The contract of every Clock. Instantiated with an adapter for each implementation.
 #pragma once
 
 #include "platform/Clock.h"
@@ -15,7 +15,7 @@ class ClockContract : public testing::Test {};
 
 TYPED_TEST_SUITE_P(ClockContract);
 
-TYPED_TEST_P(ClockContract, tellsTheTimeOfDay) {
+TYPED_TEST_P(ClockContract, returnsTheTimeOfDay) {
   TypeParam adapter;
   const std::chrono::system_clock::time_point before = adapter.time();
   const std::chrono::system_clock::time_point now = adapter.clock().now();
@@ -23,6 +23,6 @@ TYPED_TEST_P(ClockContract, tellsTheTimeOfDay) {
   EXPECT_LE(now, adapter.time());
 }
 
-REGISTER_TYPED_TEST_SUITE_P(ClockContract, tellsTheTimeOfDay);
+REGISTER_TYPED_TEST_SUITE_P(ClockContract, returnsTheTimeOfDay);
 
 }  // namespace velmora

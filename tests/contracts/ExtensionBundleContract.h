@@ -1,4 +1,4 @@
-// What every ExtensionBundle promises. Instantiated with an adapter for each implementation.
+// The contract of every ExtensionBundle. Instantiated with an adapter for each implementation.
 #pragma once
 
 #include "platform/ExtensionBundle.h"
@@ -14,7 +14,7 @@ namespace velmora {
 /// An adapter has
 ///   const ExtensionBundle& bundle();
 ///   void identifyAs(const std::optional<std::string>&);
-///       sets the identifier under which the program runs; there is none at the beginning
+///       sets the identifier of the running program, which has none at first
 ///   void localize(std::string_view language, const std::map<std::string, std::string>&);
 ///       makes these the texts of a language
 ///   void localizeUnusably(std::string_view language);
@@ -24,7 +24,7 @@ class ExtensionBundleContract : public testing::Test {};
 
 TYPED_TEST_SUITE_P(ExtensionBundleContract);
 
-TYPED_TEST_P(ExtensionBundleContract, tellsTheIdentifierUnderWhichItRunsIfAny) {
+TYPED_TEST_P(ExtensionBundleContract, hasTheIdentifierOfTheRunningProgram) {
   TypeParam adapter;
   EXPECT_EQ(adapter.bundle().bundleIdentifier(), std::nullopt);
   adapter.identifyAs("org.example.Action");
@@ -40,7 +40,7 @@ TYPED_TEST_P(ExtensionBundleContract, findsTheTextsOfEachLanguage) {
   struct Row {
     const char* language;
     const char* key;
-    /// None where there is no folder.
+    /// std::nullopt when the language has no folder.
     std::optional<std::string> text;
   };
   const Row rows[] = {{"ja", "key", "復元"},           {"ja", "other.key", "「\"\\」\n"},
@@ -57,7 +57,7 @@ TYPED_TEST_P(ExtensionBundleContract, findsTheTextsOfEachLanguage) {
   }
 }
 
-REGISTER_TYPED_TEST_SUITE_P(ExtensionBundleContract, tellsTheIdentifierUnderWhichItRunsIfAny,
+REGISTER_TYPED_TEST_SUITE_P(ExtensionBundleContract, hasTheIdentifierOfTheRunningProgram,
                             findsTheTextsOfEachLanguage);
 
 }  // namespace velmora

@@ -1,5 +1,5 @@
-// What every ExtensionContext and its ItemProviders promise. Instantiated with an adapter for each
-// implementation.
+// The contract of every ExtensionContext and its ItemProviders. Instantiated with an adapter for
+// each implementation.
 #pragma once
 
 #include "extension/SelectionGathering.h"
@@ -13,14 +13,14 @@
 
 namespace velmora {
 
-/// An adapter is a request for the folders /a and /b. It has `ExtensionContext& context()`,
-/// `int endCount()`, and `std::optional<RequestError> error()`, the error it ended with.
+/// An adapter is a request for the folders /a and /b. It has `ExtensionContext& context()`, `int
+/// endCount()`, and `std::optional<RequestError> error()`, the error of the cancellation.
 template <class Adapter>
 class ExtensionHostContract : public testing::Test {};
 
 TYPED_TEST_SUITE_P(ExtensionHostContract);
 
-TYPED_TEST_P(ExtensionHostContract, deliversFileURLsInOrderEachItemOnceAtEveryCall) {
+TYPED_TEST_P(ExtensionHostContract, deliversEachFileURLOnceInOrderAtEveryCall) {
   TypeParam adapter;
   for (int call = 0; call < 2; ++call) {
     std::vector<FileURL> urls;
@@ -55,7 +55,7 @@ TYPED_TEST_P(ExtensionHostContract, endsWithTheErrorWhenCancelled) {
   EXPECT_EQ(adapter.error(), error);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(ExtensionHostContract, deliversFileURLsInOrderEachItemOnceAtEveryCall,
+REGISTER_TYPED_TEST_SUITE_P(ExtensionHostContract, deliversEachFileURLOnceInOrderAtEveryCall,
                             endsWithoutAnErrorWhenCompleted, endsWithTheErrorWhenCancelled);
 
 }  // namespace velmora

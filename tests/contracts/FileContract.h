@@ -1,4 +1,4 @@
-// What every reader and writer of files promises. Instantiated with an adapter for each
+// The contract of every FileReader and FileWriter. Instantiated with an adapter for each
 // implementation.
 #pragma once
 
@@ -24,7 +24,7 @@ namespace velmora {
 template <class Adapter>
 class FileContract : public testing::Test {
  protected:
-  /// More than any file of these tests has.
+  /// More than the length of any file in these tests.
   static constexpr std::size_t plenty = 1000;
 
   const FileReader& reader() { return adapter_.reader(); }
@@ -45,15 +45,14 @@ class FileContract : public testing::Test {
     }
   }
 
-  /// Expects this error of reading in one piece and of reading in several.
+  /// Expects this error from reading the file as a whole and from opening it.
   void expectUnreadable(std::string_view name, std::size_t maxLength, int code) {
     SCOPED_TRACE(std::string(name) + " of at most " + std::to_string(maxLength));
     expectError(code, [&] { reader().read(path(name), maxLength); });
     expectError(code, [&] { reader().open(path(name), maxLength); });
   }
 
-  /// What the file `name` of at most `maxLength` bytes delivers, at most `size` bytes at a
-  /// time.
+  /// The content of the file `name`, read at most `size` bytes at a time.
   std::string contentInPieces(std::string_view name, std::size_t size,
                               std::size_t maxLength = plenty) {
     const std::unique_ptr<FileContent> content = reader().open(path(name), maxLength);
@@ -63,7 +62,7 @@ class FileContract : public testing::Test {
       EXPECT_LE(count, size);
       bytes.append(room, 0, count);
     }
-    // The end stays the end when it is asked again.
+    // A read at the end delivers nothing again.
     EXPECT_EQ(content->read(room.data(), size), 0);
     return bytes;
   }
@@ -74,7 +73,7 @@ class FileContract : public testing::Test {
 
 TYPED_TEST_SUITE_P(FileContract);
 
-TYPED_TEST_P(FileContract, nothingIsThereAtFirst) {
+TYPED_TEST_P(FileContract, nothingExistsAtFirst) {
   EXPECT_FALSE(this->reader().exists(this->path("missing")));
   EXPECT_FALSE(this->reader().isDirectory(this->path("missing")));
   this->expectUnreadable("missing", this->plenty, ENOENT);
@@ -83,7 +82,7 @@ TYPED_TEST_P(FileContract, nothingIsThereAtFirst) {
   this->expectError(ENOENT, [&] { this->write("missing/file", ""); });
 }
 
-TYPED_TEST_P(FileContract, makesEveryMissingDirectory) {
+TYPED_TEST_P(FileContract, createsEveryMissingDirectory) {
   for (int time = 0; time < 2; ++time) {
     this->makeDirectories("a/b/c");
     EXPECT_TRUE(this->reader().isDirectory(this->path("a")));
@@ -95,7 +94,7 @@ TYPED_TEST_P(FileContract, makesEveryMissingDirectory) {
   }
 }
 
-TYPED_TEST_P(FileContract, readsBackWhatItWrote) {
+TYPED_TEST_P(FileContract, readsTheWrittenBytes) {
   using std::string_literals::operator""s;
   for (const std::string& bytes : {"{\n\"é\"\0}"s, ""s}) {
     this->write("file", bytes);
@@ -106,7 +105,7 @@ TYPED_TEST_P(FileContract, readsBackWhatItWrote) {
   }
 }
 
-TYPED_TEST_P(FileContract, takesNoFileForADirectory) {
+TYPED_TEST_P(FileContract, refusesAFileInPlaceOfADirectory) {
   this->write("file", "");
   this->expectError(EEXIST, [&] { this->makeDirectories("file"); });
   this->expectError(ENOTDIR,
@@ -137,7 +136,7 @@ TYPED_TEST_P(FileContract, readsInPiecesOfAnySize) {
   EXPECT_EQ(this->contentInPieces("empty", 1, 0), "");
 }
 
-TYPED_TEST_P(FileContract, readsTwoFilesInPiecesAtATime) {
+TYPED_TEST_P(FileContract, readsTwoOpenFilesInTurn) {
   this->write("letters", "abc");
   this->write("digits", "123");
   const auto letters = this->reader().open(this->path("letters"), this->plenty);
@@ -153,7 +152,7 @@ TYPED_TEST_P(FileContract, readsTwoFilesInPiecesAtATime) {
   EXPECT_EQ(bytes, "a1b2c3");
 }
 
-TYPED_TEST_P(FileContract, tellsTheNamesInADirectorySorted) {
+TYPED_TEST_P(FileContract, listsTheNamesInADirectorySorted) {
   using Names = std::vector<std::string>;
   this->makeDirectories("a/directory/below");
   this->makeDirectories("ab/beside");
@@ -170,9 +169,9 @@ TYPED_TEST_P(FileContract, tellsTheNamesInADirectorySorted) {
   this->expectError(EFBIG, [&] { this->reader().entryNames(this->path("a"), 6); });
 }
 
-REGISTER_TYPED_TEST_SUITE_P(FileContract, nothingIsThereAtFirst, makesEveryMissingDirectory,
-                            readsBackWhatItWrote, takesNoFileForADirectory,
+REGISTER_TYPED_TEST_SUITE_P(FileContract, nothingExistsAtFirst, createsEveryMissingDirectory,
+                            readsTheWrittenBytes, refusesAFileInPlaceOfADirectory,
                             readsUpToTheMaximumLengthOnly, readsInPiecesOfAnySize,
-                            readsTwoFilesInPiecesAtATime, tellsTheNamesInADirectorySorted);
+                            readsTwoOpenFilesInTurn, listsTheNamesInADirectorySorted);
 
 }  // namespace velmora

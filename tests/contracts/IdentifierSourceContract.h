@@ -1,4 +1,4 @@
-// What every IdentifierSource promises. Instantiated with the sources themselves.
+// The contract of every IdentifierSource. Instantiated with the implementations themselves.
 #pragma once
 
 #include "platform/IdentifierSource.h"
@@ -18,7 +18,7 @@ class IdentifierSourceContract : public testing::Test {};
 
 TYPED_TEST_SUITE_P(IdentifierSourceContract);
 
-TYPED_TEST_P(IdentifierSourceContract, makesUpperCaseUUIDsOfVersion4ThatDiffer) {
+TYPED_TEST_P(IdentifierSourceContract, returnsDifferentUpperCaseUUIDsOfVersion4) {
   constexpr std::string_view form = "XXXXXXXX-XXXX-4XXX-YXXX-XXXXXXXXXXXX";
   TypeParam source;
   std::set<std::string> seen;
@@ -36,6 +36,6 @@ TYPED_TEST_P(IdentifierSourceContract, makesUpperCaseUUIDsOfVersion4ThatDiffer) 
   EXPECT_EQ(seen.size(), 1000U);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(IdentifierSourceContract, makesUpperCaseUUIDsOfVersion4ThatDiffer);
+REGISTER_TYPED_TEST_SUITE_P(IdentifierSourceContract, returnsDifferentUpperCaseUUIDsOfVersion4);
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-// What every MainQueue promises. Instantiated with an adapter for each implementation.
+// The contract of every MainQueue. Instantiated with an adapter for each implementation.
 #pragma once
 
 #include "platform/MainQueue.h"
@@ -18,14 +18,14 @@ namespace velmora {
 /// An adapter has
 ///   MainQueue& queue();
 ///   void runPending();
-///       runs, on the calling thread, every task given before the call; perhaps also what those
-///       give
+///       runs every task given before the call, on the calling thread; may also run tasks that
+///       those add
 template <class Adapter>
 class MainQueueContract : public testing::Test {};
 
 TYPED_TEST_SUITE_P(MainQueueContract);
 
-TYPED_TEST_P(MainQueueContract, runsEachTaskOnceInTheOrderGivenAndNeverWithinTheCall) {
+TYPED_TEST_P(MainQueueContract, runsEachTaskOnceInOrderAfterTheCall) {
   TypeParam adapter;
   std::vector<int> runs;
   MainQueue& queue = adapter.queue();
@@ -42,7 +42,7 @@ TYPED_TEST_P(MainQueueContract, runsEachTaskOnceInTheOrderGivenAndNeverWithinThe
   EXPECT_EQ(runs, (std::vector{1, 2, 3, 4}));
 }
 
-TYPED_TEST_P(MainQueueContract, runsTasksOfAllThreadsOnOneThreadInTheOrderOfEach) {
+TYPED_TEST_P(MainQueueContract, runsTasksOfAllThreadsOnOneThreadInEachThreadsOrder) {
   constexpr std::size_t threadCount = 4;
   constexpr std::size_t tasksOfEach = 250;
   std::vector<std::vector<std::size_t>> runs(threadCount);
@@ -71,7 +71,7 @@ TYPED_TEST_P(MainQueueContract, runsTasksOfAllThreadsOnOneThreadInTheOrderOfEach
   EXPECT_EQ(runners, std::vector(threadCount * tasksOfEach, std::this_thread::get_id()));
 }
 
-TYPED_TEST_P(MainQueueContract, keepsNothingOfATaskThatHasRun) {
+TYPED_TEST_P(MainQueueContract, releasesATaskThatHasRun) {
   TypeParam adapter;
   auto captured = std::make_shared<int>();
   const std::weak_ptr<int> remains = captured;
@@ -81,8 +81,8 @@ TYPED_TEST_P(MainQueueContract, keepsNothingOfATaskThatHasRun) {
   EXPECT_TRUE(remains.expired());
 }
 
-REGISTER_TYPED_TEST_SUITE_P(MainQueueContract, runsEachTaskOnceInTheOrderGivenAndNeverWithinTheCall,
-                            runsTasksOfAllThreadsOnOneThreadInTheOrderOfEach,
-                            keepsNothingOfATaskThatHasRun);
+REGISTER_TYPED_TEST_SUITE_P(MainQueueContract, runsEachTaskOnceInOrderAfterTheCall,
+                            runsTasksOfAllThreadsOnOneThreadInEachThreadsOrder,
+                            releasesATaskThatHasRun);
 
 }  // namespace velmora

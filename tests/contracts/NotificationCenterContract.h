@@ -1,4 +1,4 @@
-// What every NotificationCenter promises. Instantiated with an adapter for each implementation.
+// The contract of every NotificationCenter. Instantiated with an adapter for each implementation.
 #pragma once
 
 #include "platform/NotificationCenter.h"
@@ -13,7 +13,7 @@ namespace velmora {
 /// An adapter has
 ///   NotificationCenter& center();
 ///   std::vector<std::string> received(std::size_t count);
-///       waits until another program has received `count` notifications since the beginning, and
+///       waits until another program has received `count` notifications since the start, and
 ///       returns the names of all that it has received, in order
 ///   void breakDelivery();
 ///       makes the delivery of every later notification fail
@@ -22,7 +22,7 @@ class NotificationCenterContract : public testing::Test {};
 
 TYPED_TEST_SUITE_P(NotificationCenterContract);
 
-TYPED_TEST_P(NotificationCenterContract, deliversEveryNotificationInOrderAndBearsALoss) {
+TYPED_TEST_P(NotificationCenterContract, deliversEveryNotificationInOrderAndIgnoresAFailure) {
   TypeParam adapter;
   const std::vector<std::string> names = {
       "org.example.Application.one", "org.example.Application.two", "org.example.Application.one"};
@@ -35,6 +35,6 @@ TYPED_TEST_P(NotificationCenterContract, deliversEveryNotificationInOrderAndBear
 }
 
 REGISTER_TYPED_TEST_SUITE_P(NotificationCenterContract,
-                            deliversEveryNotificationInOrderAndBearsALoss);
+                            deliversEveryNotificationInOrderAndIgnoresAFailure);
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-// What every PathStandardizer promises. Instantiated with an adapter for each implementation.
+// The contract of every PathStandardizer. Instantiated with an adapter for each implementation.
 #pragma once
 
 #include "platform/PathStandardizer.h"
@@ -27,7 +27,7 @@ class PathStandardizerContract : public testing::Test {
 
 TYPED_TEST_SUITE_P(PathStandardizerContract);
 
-TYPED_TEST_P(PathStandardizerContract, givesAbsolutePathsTheirOneForm) {
+TYPED_TEST_P(PathStandardizerContract, standardizesAbsolutePaths) {
   const std::pair<std::string, std::string> rows[] = {
       {"/", "/"},           {"/a b/c", "/a b/c"},   {"/a/", "/a"},
       {"/a//b", "/a/b"},    {"//a", "/a"},          {"/a/./b/.", "/a/b"},
@@ -40,7 +40,7 @@ TYPED_TEST_P(PathStandardizerContract, givesAbsolutePathsTheirOneForm) {
   }
 }
 
-TYPED_TEST_P(PathStandardizerContract, changesNoStandardizedPathAgain) {
+TYPED_TEST_P(PathStandardizerContract, leavesStandardizedPathsUnchanged) {
   for (const char* given : {"/", "/a/../b//c/.", "/private/tmp/a", "/.."}) {
     const std::string once = this->path(given);
     EXPECT_EQ(this->path(once), once);
@@ -49,7 +49,7 @@ TYPED_TEST_P(PathStandardizerContract, changesNoStandardizedPathAgain) {
   }
 }
 
-TYPED_TEST_P(PathStandardizerContract, takesRelativePathsOfURLsFromTheWorkingDirectory) {
+TYPED_TEST_P(PathStandardizerContract, resolvesRelativePathsOfURLsInTheWorkingDirectory) {
   const std::string workingDirectory = this->path(std::filesystem::current_path().string());
   EXPECT_EQ(this->fileURLPath("a/../b/"), workingDirectory + "/b");
   EXPECT_EQ(this->fileURLPath("."), workingDirectory);
@@ -61,23 +61,23 @@ TYPED_TEST_P(PathStandardizerContract, leavesRelativePathsRelative) {
   EXPECT_EQ(this->path(""), "");
 }
 
-TYPED_TEST_P(PathStandardizerContract, expandsALeadingTildeWhereThereIsSuchAHome) {
+TYPED_TEST_P(PathStandardizerContract, expandsALeadingTildeOfAKnownUser) {
   const std::string home = this->path("~");
   EXPECT_TRUE(home.starts_with('/')) << home;
   EXPECT_EQ(this->path("~/x"), this->path(home + "/x"));
   EXPECT_EQ(this->path("~no such user/x"), "~no such user/x");
 }
 
-TYPED_TEST_P(PathStandardizerContract, knowsWhereAStandardizedPathMayLie) {
+TYPED_TEST_P(PathStandardizerContract, listsThePathsThatStandardizeToAPath) {
   const std::vector<Text> places = this->places("/a/b");
   ASSERT_FALSE(places.empty());
   EXPECT_EQ(places.front().utf8(), "/a/b");
 }
 
-REGISTER_TYPED_TEST_SUITE_P(PathStandardizerContract, givesAbsolutePathsTheirOneForm,
-                            changesNoStandardizedPathAgain,
-                            takesRelativePathsOfURLsFromTheWorkingDirectory,
-                            leavesRelativePathsRelative, expandsALeadingTildeWhereThereIsSuchAHome,
-                            knowsWhereAStandardizedPathMayLie);
+REGISTER_TYPED_TEST_SUITE_P(PathStandardizerContract, standardizesAbsolutePaths,
+                            leavesStandardizedPathsUnchanged,
+                            resolvesRelativePathsOfURLsInTheWorkingDirectory,
+                            leavesRelativePathsRelative, expandsALeadingTildeOfAKnownUser,
+                            listsThePathsThatStandardizeToAPath);
 
 }  // namespace velmora

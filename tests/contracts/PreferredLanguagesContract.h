@@ -1,4 +1,4 @@
-// What every PreferredLanguages promises. Instantiated with an adapter for each implementation.
+// The contract of every PreferredLanguages. Instantiated with an adapter for each implementation.
 #pragma once
 
 #include "platform/PreferredLanguages.h"
@@ -14,13 +14,13 @@ namespace velmora {
 /// An adapter has
 ///   const PreferredLanguages& languages();
 ///   void prefer(const std::vector<std::string>& tags);
-///       makes these, in the platform's spelling, the languages that the user prefers
+///       makes these the user's preferred languages; the tags have the platform's spelling
 template <class Adapter>
 class PreferredLanguagesContract : public testing::Test {};
 
 TYPED_TEST_SUITE_P(PreferredLanguagesContract);
 
-TYPED_TEST_P(PreferredLanguagesContract, areThoseOfTheUserInOrderAndSpellingAskedAfresh) {
+TYPED_TEST_P(PreferredLanguagesContract, areTheCurrentTagsOfTheUserInOrder) {
   using Tags = std::vector<std::string>;
   TypeParam adapter;
   for (const Tags& tags : {Tags(), Tags{"zh_TW", "pt_PT", "es_ES", "en"}, Tags{"zh_TW"}, Tags{"ja"},
@@ -30,7 +30,6 @@ TYPED_TEST_P(PreferredLanguagesContract, areThoseOfTheUserInOrderAndSpellingAske
   }
 }
 
-REGISTER_TYPED_TEST_SUITE_P(PreferredLanguagesContract,
-                            areThoseOfTheUserInOrderAndSpellingAskedAfresh);
+REGISTER_TYPED_TEST_SUITE_P(PreferredLanguagesContract, areTheCurrentTagsOfTheUserInOrder);
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-// What every SharedDefaults promises. Instantiated with an adapter for each implementation.
+// The contract of every SharedDefaults. Instantiated with an adapter for each implementation.
 #pragma once
 
 #include "platform/SharedDefaults.h"
@@ -15,13 +15,13 @@ namespace velmora {
 ///   void store(std::string_view suite, std::string_view key, std::string_view value);
 ///       stores a value as the application would
 ///   void makeUnusable(std::string_view suite);
-///       makes a suite one that cannot be opened; what it held is gone
+///       makes a suite impossible to open; its values are lost
 template <class Adapter>
 class SharedDefaultsContract : public testing::Test {};
 
 TYPED_TEST_SUITE_P(SharedDefaultsContract);
 
-TYPED_TEST_P(SharedDefaultsContract, findsAValueAsItWasStoredUnderItsSuiteAndKeyOnly) {
+TYPED_TEST_P(SharedDefaultsContract, findsAStoredValueUnderItsSuiteAndKeyOnly) {
   TypeParam adapter;
   const SharedDefaults& defaults = adapter.defaults();
   EXPECT_EQ(defaults.string("group.org.example", "Key.v1"), std::nullopt);
@@ -35,7 +35,6 @@ TYPED_TEST_P(SharedDefaultsContract, findsAValueAsItWasStoredUnderItsSuiteAndKey
   EXPECT_EQ(defaults.string("group.org.example", "Key.v1"), std::nullopt);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(SharedDefaultsContract,
-                            findsAValueAsItWasStoredUnderItsSuiteAndKeyOnly);
+REGISTER_TYPED_TEST_SUITE_P(SharedDefaultsContract, findsAStoredValueUnderItsSuiteAndKeyOnly);
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-// What every SharedLocations promises. Instantiated with an adapter for each implementation.
+// The contract of every SharedLocations. Instantiated with an adapter for each implementation.
 #pragma once
 
 #include "platform/SharedLocations.h"
@@ -15,16 +15,16 @@ namespace velmora {
 /// An adapter has
 ///   const SharedLocations& locations();
 ///   std::string joinGroup(std::string_view group);
-///       gives this program a part in `group`; returns the path of the container
+///       adds this program to `group`; returns the path of the container
 ///   std::vector<std::string> provideSupportDirectories();
-///       provides directories for the data of applications, where there are none at the beginning;
+///       provides directories for the data of applications, of which there are none at first;
 ///       returns their paths
 template <class Adapter>
 class SharedLocationsContract : public testing::Test {};
 
 TYPED_TEST_SUITE_P(SharedLocationsContract);
 
-TYPED_TEST_P(SharedLocationsContract, findsTheContainerOnceTheProgramHasAPartInTheGroup) {
+TYPED_TEST_P(SharedLocationsContract, findsTheContainerOfAGroupThatTheProgramIsIn) {
   TypeParam adapter;
   const SharedLocations& locations = adapter.locations();
   EXPECT_EQ(locations.groupContainer("group.org.example"), std::nullopt);
@@ -43,8 +43,7 @@ TYPED_TEST_P(SharedLocationsContract, listsTheSupportDirectoriesInTheirOrder) {
   EXPECT_EQ(bytesOf(adapter.locations().applicationSupportDirectories()), paths);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(SharedLocationsContract,
-                            findsTheContainerOnceTheProgramHasAPartInTheGroup,
+REGISTER_TYPED_TEST_SUITE_P(SharedLocationsContract, findsTheContainerOfAGroupThatTheProgramIsIn,
                             listsTheSupportDirectoriesInTheirOrder);
 
 }  // namespace velmora

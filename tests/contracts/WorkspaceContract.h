@@ -1,4 +1,4 @@
-// What every Workspace promises. Instantiated with an adapter for each implementation.
+// The contract of every Workspace. Instantiated with an adapter for each implementation.
 #pragma once
 
 #include "platform/Workspace.h"
@@ -17,9 +17,9 @@ namespace velmora {
 ///   std::string otherInstalledApplication();
 ///       the bundle identifiers of two applications that are installed
 ///   Text emptyLocation();
-///       a location of the platform's kind where nothing is
+///       a location of the platform's kind without an application
 ///   std::vector<std::string> opened(std::size_t count);
-///       waits until applications have been opened `count` times since the beginning, and returns
+///       waits until applications have been opened `count` times since the start, and returns
 ///       their bundle identifiers in order; requests for an empty location do not count
 template <class Adapter>
 class WorkspaceContract : public testing::Test {};
@@ -38,7 +38,7 @@ TYPED_TEST_P(WorkspaceContract, opensTheApplicationAtALocation) {
   EXPECT_EQ(adapter.opened(1), std::vector{application});
 }
 
-TYPED_TEST_P(WorkspaceContract, opensWhatItCanAfterWhatItCannot) {
+TYPED_TEST_P(WorkspaceContract, opensAnApplicationAfterAFailure) {
   TypeParam adapter;
   Workspace& workspace = adapter.workspace();
   EXPECT_EQ(workspace.applicationLocation("org.example.NotInstalled"), std::nullopt);
@@ -52,6 +52,6 @@ TYPED_TEST_P(WorkspaceContract, opensWhatItCanAfterWhatItCannot) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(WorkspaceContract, opensTheApplicationAtALocation,
-                            opensWhatItCanAfterWhatItCannot);
+                            opensAnApplicationAfterAFailure);
 
 }  // namespace velmora

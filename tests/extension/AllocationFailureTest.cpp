@@ -16,7 +16,7 @@
 namespace velmora {
 namespace {
 
-/// Allocates nothing, so that only the failures of what is tested count.
+/// Allocates nothing, so that only the tested code's allocations count.
 class CountingQueue final : public MainQueue {
  public:
   void async(std::function<void()> task) override { task_ = std::move(task); }

@@ -1,6 +1,6 @@
-// Screening, which asks the markers first and reads of the mirror what can matter, agrees with a
-// look at every manifest and every marker, in random worlds on disk: nested Warps, folders side by
-// side whose names differ in their spelling alone, links, and broken files of every sort.
+// Screening reads the markers first, and then only the manifests that can matter. Its verdicts must
+// equal those from all manifests and markers. The random worlds on disk have nested Warps, folders
+// whose names differ only in spelling, links, and broken files of every kind.
 
 #include "extension/SelectionScreening.h"
 #include "platform/Platform.h"
@@ -32,7 +32,7 @@ namespace {
 
 namespace filesystem = std::filesystem;
 
-/// Each has the spellings of one name, all different folders on this file system.
+/// Each row has the spellings of one name, which are different folders on this file system.
 const std::vector<std::vector<std::string>> names = {
     {"a"},
     {"Photos 2025"},
@@ -44,7 +44,8 @@ const std::vector<std::vector<std::string>> names = {
     {"\u8c48", "\uf900"},
 };
 
-/// Identifiers: the first can be searched for, the others have more than one spelling or escape.
+/// Each row has the spellings of one identifier. A file can be searched for the bytes of an
+/// identifier with one spelling, unless the file escapes some of them.
 const std::vector<std::vector<std::string>> identifiers = {
     {"0B1D-1"}, {"0B1D-2"}, {"0B1D-3"}, {"K-4", "\u212a-4"}, {"\u00e9-5", "e\u0301-5"}};
 
@@ -91,7 +92,7 @@ class World {
       const std::vector<std::string>& spellings = anyOf(names);
       const std::string parent = anyOf(folders_);
       for (const std::string& spelling : spellings) {
-        // Often both spellings are there.
+        // Often both spellings exist.
         if (below(3) > 0 || spellings.size() == 1) {
           addFolder(parent + "/" + spelling);
         }
@@ -111,7 +112,7 @@ class World {
     }
   }
 
-  /// A path of the same characters, some of them in another spelling.
+  /// The same path with some characters in another spelling.
   std::string respelled(const std::string& path) {
     std::string result = path;
     for (const std::vector<std::string>& spellings : names) {
@@ -138,7 +139,7 @@ class World {
     }
   }
 
-  /// Mostly without one.
+  /// Most manifests get no fault.
   std::string withFault(const VelmoraWarpSharedManifest& manifest) {
     std::string bytes = encodeManifest(manifest);
     const std::string key = "\"warpID\":\"";
@@ -146,12 +147,12 @@ class World {
       case 0:
         bytes.resize(indexBelow(bytes.size()));
         break;
-      case 1:  // the "B" of most identifiers escaped
+      case 1:  // escapes the "B" of most identifiers
         if (const std::size_t letter = bytes.find("0B1D-"); letter != std::string::npos) {
           bytes.replace(letter + 1, 1, "\\u0042");
         }
         break;
-      case 2:  // the key twice, of which one counts
+      case 2:  // a duplicate key, of which only the first counts
         bytes.replace(bytes.find(key), 0, R"("warpID":"0B1D-1",)");
         break;
       default:
@@ -216,7 +217,7 @@ std::ostream& operator<<(std::ostream& stream, const Verdict& verdict) {
   return stream << (verdict.isAccepted ? "accepted" : "refused") << " in " << verdict.root;
 }
 
-Verdict quickly(const FileURL& item, const Platform& platform) {
+Verdict screened(const FileURL& item, const Platform& platform) {
   const Screening screening = screenSelection({item}, platform);
   return {.isAccepted = !acceptedPaths(screening).empty(),
           .root = screening.items.front().root.value_or("none").utf8()};
@@ -235,7 +236,7 @@ Verdict byEveryManifest(const FileURL& item, const Platform& platform, const War
           .root = root.value_or("none").utf8()};
 }
 
-TEST(RandomWorlds, getTheVerdictsOfALookAtEverything) {
+TEST(RandomWorlds, getTheVerdictsOfAllManifestsAndMarkers) {
   const PosixFileReader files;
   int questionCount = 0;
   int warpedCount = 0;
@@ -252,7 +253,7 @@ TEST(RandomWorlds, getTheVerdictsOfALookAtEverything) {
       std::vector<Text> accepted;
       for (const FileURL& item : selection) {
         const Verdict expected = byEveryManifest(item, platform, roots, isRestore);
-        ASSERT_EQ(quickly(item, platform), expected) << item.path.utf8() << " " << isRestore;
+        ASSERT_EQ(screened(item, platform), expected) << item.path.utf8() << " " << isRestore;
         if (expected.isAccepted) {
           accepted.push_back(platform.paths.standardizedFileURLPath(item.path));
         }

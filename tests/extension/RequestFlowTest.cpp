@@ -48,7 +48,8 @@ class Requested {
     EXPECT_TRUE(fake.logger.lines.empty());
   }
 
-  /// Cancelled once, with this code and description; nothing written, posted or opened.
+  /// Expects one cancellation with this code and description, and nothing written, posted or
+  /// opened.
   void expectCancelled(int code, const char* description) const {
     EXPECT_EQ(ends->completedCount, 0);
     EXPECT_EQ(ends->errors, (std::vector<RequestError>{{.domain = "io.tolvane.Velmora.FinderAction",
@@ -95,7 +96,7 @@ TEST_F(RequestFlow, performsRestoreUnderTheRestoreIdentifier) {
   EXPECT_NE(fake.fileSystem.files[requestPath].find("\"restoreMarkerFolder\""), std::string::npos);
 }
 
-TEST_F(RequestFlow, asksForTheActionAgainWhenItEnds) {
+TEST_F(RequestFlow, readsTheActionAgainWhenItEnds) {
   const PendingLoad load;
   begin(contextWith({load.provider()}));
   fake.bundle.identifier = restoreIdentifier;
@@ -136,7 +137,7 @@ TEST_F(RequestFlow, cancelsOnTheMainQueueWhenEveryLoadFails) {
   expectSelectionError();
 }
 
-TEST_F(RequestFlow, cancelsWhenNothingSuits) {
+TEST_F(RequestFlow, cancelsWhenNoItemIsAccepted) {
   serve({answeringPath("/file")});
   expectSelectionError();
   EXPECT_FALSE(fake.fileSystem.exists("/C/Warp"));
@@ -148,7 +149,7 @@ TEST_F(RequestFlow, cancelsAndLogsWithoutASharedLocation) {
   expectHandoffError("The file doesn’t exist.");
 }
 
-TEST(RequestFlowOverAFault, cancelsAndLogsWhatItIs) {
+TEST(RequestFlowOverAFault, cancelsAndLogsTheFault) {
   struct Row {
     std::function<void()> FakeFileSystem::*place;
     std::function<void()> fault;
@@ -158,7 +159,7 @@ TEST(RequestFlowOverAFault, cancelsAndLogsWhatItIs) {
       {&FakeFileSystem::createDirectoriesFailure, throwing(posixError(EACCES)),
        "Permission denied"},
       {&FakeFileSystem::writeFailure, throwing(posixError(ENOSPC)), "No space left on device"},
-      // The percent signs stay as they are.
+      // A percent sign in the message is logged unchanged.
       {&FakeFileSystem::writeFailure,
        throwing(PlatformError(cocoaErrorDomain, 512, "“100% %s%n” could not be saved.")),
        "“100% %s%n” could not be saved."},
@@ -197,9 +198,9 @@ class FailingLanguages final : public PreferredLanguages {
   std::vector<Text> preferredLanguages() const override { throw std::runtime_error("no answer"); }
 };
 
-TEST_F(RequestFlow, cancelsWithoutASentenceWhenNoneCanBeLookedUp) {
+TEST_F(RequestFlow, cancelsWithoutAMessageWhenLookUpFails) {
   const FailingLanguages languages;
-  // Nothing that suits, so that the first look-up of a sentence is the selection error's.
+  // The selection is empty, so the first message looked up is that of the selection error.
   const auto context = contextWith({});
   beginRequest(context, {fake.bundle, fake.fileSystem, fake.fileSystem, fake.paths, fake.locations,
                          fake.defaults, languages, fake.notifications, fake.workspace,

@@ -88,7 +88,7 @@ std::shared_ptr<ItemProvider> throwingProvider(const std::function<void()>& faul
   });
 }
 
-TEST_F(LoadingFileURLs, givesThoseThatWereDeliveredUnlessMemoryRanOut) {
+TEST_F(LoadingFileURLs, returnsTheDeliveredURLsUnlessMemoryRanOut) {
   const std::function<void()> fault = throwing(std::runtime_error("no such item"));
   struct Row {
     const char* name;
@@ -123,7 +123,7 @@ TEST_F(LoadingFileURLs, givesThoseThatWereDeliveredUnlessMemoryRanOut) {
   }
 }
 
-TEST_F(LoadingFileURLs, startsEveryLoadAndWaitsForAllThenRestoresTheirOrder) {
+TEST_F(LoadingFileURLs, startsEveryLoadAndKeepsTheirOrder) {
   const PendingLoad loads[12];
   Providers providers;
   URLs expected;
@@ -141,7 +141,7 @@ TEST_F(LoadingFileURLs, startsEveryLoadAndWaitsForAllThenRestoresTheirOrder) {
   EXPECT_EQ(finish(), expected);
 }
 
-TEST_F(LoadingFileURLs, countsTheFirstAnswerOfAProviderOnly) {
+TEST_F(LoadingFileURLs, takesTheFirstAnswerOfAProviderOnly) {
   const PendingLoad twice;
   const PendingLoad once;
   load({twice.provider(), once.provider()});
@@ -162,7 +162,7 @@ TEST_F(LoadingFileURLs, endsAtOnceWhenTheMainQueueCannotBeReached) {
   EXPECT_EQ(gathered, std::nullopt);
 }
 
-TEST_F(LoadingFileURLs, letsTheFinalStepGoAfterItRan) {
+TEST_F(LoadingFileURLs, releasesTheFinalStepAfterItRan) {
   const PendingLoad keptForEver;
   auto owned = std::make_shared<int>(0);
   const std::weak_ptr<int> watched = owned;

@@ -18,9 +18,10 @@ constexpr const char* restoreIdentifier = "io.tolvane.Velmora.FinderRestoreActio
 
 struct ScreeningCase {
   const char* name;
-  /// Each has a manifest and, unless it ends in "!", a marker of the same Warp.
+  /// Folders with a manifest and a marker of the same Warp. A folder that ends in "!" has no
+  /// marker.
   std::vector<std::string> warped;
-  /// Each exists as a directory; one that ends in "*" holds a stray marker.
+  /// Existing directories. A directory that ends in "*" holds a stray marker.
   std::vector<std::string> folders;
   Paths selection;
   Paths accepted;
@@ -100,7 +101,7 @@ TEST(RestoreScreening, acceptsWarpedFoldersWithTheirMarker) {
   }
 }
 
-TEST(Screening, saysWhyAnItemDoesNotSuit) {
+TEST(Screening, givesTheReasonForEachVerdict) {
   FakePlatform fake;
   recordWarp(fake, "/warped", "outer");
   recordWarp(fake, "/warped/inner", "inner");
@@ -140,11 +141,12 @@ TEST(Screening, saysWhyAnItemDoesNotSuit) {
   EXPECT_EQ(screening.items.size(), 3);
 }
 
-TEST(ScreeningMarkers, countForTheSelectionWhateverTheirKind) {
+TEST(ScreeningMarkers, countForTheSelectionWhateverTheirFileKind) {
   FakePlatform fake;
   recordWarp(fake, "/e\u0301", "warp");
   fake.bundle.identifier = restoreIdentifier;
-  // The same folder in the other form, where the fake sees a directory instead of the marker.
+  // The same folder in the other normal form, where the fake has a directory in place of the
+  // marker.
   fake.fileSystem.createDirectories("/\u00e9/.velmora-warped.json");
   EXPECT_EQ(acceptedPaths(screenSelection({{"/\u00e9"}}, fake.platform())), Paths{"/\u00e9"});
 }

@@ -28,7 +28,7 @@ class PrincipalClass : public testing::Test {
   FakePlatform fake;
 };
 
-TEST_F(PrincipalClass, mayGoWhileItsRequestIsServed) {
+TEST_F(PrincipalClass, mayBeDestroyedDuringItsRequest) {
   auto extension = std::make_unique<VelmoraFinderActionExtension>(fake.platform());
   const PendingLoad load;
   const auto context = contextWith({load.provider()});
@@ -39,7 +39,7 @@ TEST_F(PrincipalClass, mayGoWhileItsRequestIsServed) {
   EXPECT_EQ(context->ends->completedCount, 1);
 }
 
-/// Threads that answer loads in an order of their own.
+/// Threads that answer the loads in an order of their own.
 class LoadingThreads {
  public:
   explicit LoadingThreads(unsigned count) {
@@ -89,7 +89,7 @@ class LoadingThreads {
   std::vector<JoiningThread> threads_;
 };
 
-TEST_F(PrincipalClass, keepsAThousandRequestsInFlightApart) {
+TEST_F(PrincipalClass, keepsAThousandConcurrentRequestsSeparate) {
   constexpr int requestCount = 1000;
   constexpr int providerCount = 32;
   std::vector<std::shared_ptr<RequestEnds>> ends;

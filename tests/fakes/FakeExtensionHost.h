@@ -1,4 +1,4 @@
-// The extension host, which cannot be had: scripted providers, and a context that keeps a record.
+// A fake extension host: scripted providers, and a context that records its calls.
 #pragma once
 
 #include "platform/ExtensionContext.h"
@@ -13,7 +13,8 @@
 
 namespace velmora {
 
-/// Does with the completion what the test's script says: call it, keep it, throw.
+/// Calls a script of the test with the completion handler. The script may call, keep, or ignore it,
+/// or throw.
 class FakeItemProvider final : public ItemProvider {
  public:
   using Script = std::function<void(LoadCompletion)>;
@@ -34,13 +35,14 @@ class FakeItemProvider final : public ItemProvider {
 std::shared_ptr<FakeItemProvider> answering(LoadedItem item);
 std::shared_ptr<FakeItemProvider> answeringPath(const char* path);
 
-/// Keeps what it is given for the test to call.
+/// Keeps the completion handler, so that the test can call it later.
 class PendingLoad {
  public:
   PendingLoad();
   PendingLoad(const PendingLoad&) = delete;
   PendingLoad& operator=(const PendingLoad&) = delete;
-  /// A load that never ends would keep its request for ever, and the request its provider.
+  /// Releases the completion handler. A load that never ended would keep its request alive, and the
+  /// request its provider.
   ~PendingLoad();
 
   std::shared_ptr<FakeItemProvider> provider() const;
@@ -52,7 +54,7 @@ class PendingLoad {
   std::shared_ptr<ItemProvider::LoadCompletion> completion_;
 };
 
-/// How a request ended, as often as it did.
+/// The ends of a request, each time that it ended.
 struct RequestEnds {
   std::atomic<int> completedCount = 0;
   std::atomic<int> cancelledCount = 0;
@@ -62,7 +64,7 @@ struct RequestEnds {
   int count() const { return completedCount + cancelledCount; }
 };
 
-/// Keeps its record outside of itself, so that a test can see the context go.
+/// Keeps its record in a separate object, so that a test can see the context destroyed.
 class FakeExtensionContext final : public ExtensionContext {
  public:
   explicit FakeExtensionContext(std::vector<InputItem> items);

@@ -24,7 +24,7 @@ class FakeFileContent final : public FileContent {
   std::size_t position_ = 0;
 };
 
-/// Adds the last name of `entry` where that lies directly in `directory`.
+/// Adds the last name of `entry` if `entry` lies directly in `directory`.
 void addName(std::set<std::string>& names, std::string_view entry, std::string_view directory) {
   const std::size_t slash = entry.rfind('/');
   const std::string_view name = entry.substr(slash + 1);
@@ -145,7 +145,7 @@ void FakeFileSystem::writeAtomically(std::string_view path, std::string_view byt
   if (!directories.contains(path.substr(0, std::max<std::size_t>(path.rfind('/'), 1)))) {
     throw posixError(ENOENT);
   }
-  // The file last: when memory runs out, there must be none.
+  // Adds the file last, so that no file exists if memory runs out.
   journal_.push_back("write " + std::string(path));
   files.insert_or_assign(std::string(path), std::string(bytes));
 }

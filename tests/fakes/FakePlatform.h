@@ -1,5 +1,5 @@
-// In-memory stand-ins for the whole platform: public state to fill, switches to fail, and a record
-// of what was asked. Each passes the contract suite of its interface (tests/contracts).
+// In-memory fakes of the whole platform: public state to fill, switches to fail, and a record of
+// the calls. Each fake passes the contract tests of its interface (tests/contracts).
 #pragma once
 
 #include "platform/Clock.h"
@@ -33,20 +33,20 @@
 
 namespace velmora {
 
-/// What happened across several fakes, in order.
+/// Events of several fakes, in order.
 using Journal = std::vector<std::string>;
 
-/// Runs its tasks when the test says so, on the thread of the test.
+/// Runs its tasks when the test asks for it, on the thread of the test.
 class FakeMainQueue final : public MainQueue {
  public:
-  /// Thrown by the next call of `async`, once.
+  /// The next call of `async` throws this, once.
   std::function<void()> failure;
 
   void async(std::function<void()> task) override;
 
   std::size_t pendingTaskCount() const;
 
-  /// Runs tasks until none is left, those included that tasks add.
+  /// Runs tasks until none is left, also those that tasks add.
   void runAll();
 
  private:
@@ -62,7 +62,7 @@ class FakeFileSystem final : public FileReader, public FileWriter {
 
   std::set<std::string, std::less<>> directories = {"/"};
   std::map<std::string, std::string, std::less<>> files;
-  /// Thrown by the operation whenever set.
+  /// Each of these operations throws while its member is set.
   std::function<void()> createDirectoriesFailure;
   std::function<void()> writeFailure;
   std::function<void()> entryNamesFailure;
@@ -174,7 +174,8 @@ class FakeIdentifierSource final : public IdentifierSource {
   int count_ = 0;
 };
 
-/// One of each, and a platform made of them; paths are standardised by the real thing.
+/// One fake of each kind, and a platform of them. Paths are standardised by the real
+/// implementation.
 struct FakePlatform {
   FakePlatform();
   FakePlatform(const FakePlatform&) = delete;
@@ -196,7 +197,7 @@ struct FakePlatform {
   FakeIdentifierSource identifiers;
 
   Platform platform();
-  /// The same, but reads real or other files.
+  /// The same platform with another reader, such as one of real files.
   Platform platform(const FileReader& files);
 };
 

@@ -1,4 +1,4 @@
-// The fakes keep the same promises as what they stand for.
+// The fakes keep the contracts of their interfaces.
 
 #include "tests/contracts/ClockContract.h"
 #include "tests/contracts/ExtensionBundleContract.h"
@@ -59,7 +59,7 @@ struct CenterAdapter {
 
   NotificationCenter& center() { return fake; }
   std::vector<std::string> received(std::size_t) { return fake.posted; }
-  /// Nothing the fake could lose.
+  /// The fake has no delivery that could fail.
   void breakDelivery() {}
 };
 

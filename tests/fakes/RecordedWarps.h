@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-/// The shared Warp root of a platform prepared by the functions below.
+/// The shared Warp root of a platform that the functions below have prepared.
 inline constexpr std::string_view recordedWarpRoot = "/C/Warp";
 
 /// Gives the platform a shared Warp root with an empty mirror.
@@ -20,7 +20,7 @@ void mirror(FakePlatform& fake, const VelmoraWarpSharedManifest& manifest);
 /// Puts the marker of a Warp into a folder.
 void mark(FakePlatform& fake, std::string_view folderPath, std::string_view warpID);
 
-/// Warps a folder: a manifest in the mirror and a marker in the folder, of a Warp `warpID`.
+/// Warps a folder: puts a manifest into the mirror and a marker into the folder.
 void recordWarp(FakePlatform& fake, std::string_view folderPath, std::string_view warpID);
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-// Files as the application writes them, for tests that need some.
+// Example files as the application writes them.
 #pragma once
 
 #include "warpshared/records/DestroyedManifestIndex.h"
@@ -13,7 +13,7 @@ namespace velmora {
 /// A valid entry for a directory.
 VelmoraWarpSharedEntry entryOf(std::string_view path);
 
-/// A valid manifest of a folder with nothing in it.
+/// A valid manifest of an empty folder.
 VelmoraWarpSharedManifest manifestOf(std::string_view folderPath, std::string_view warpID);
 
 /// A marker that names a Warp.
@@ -22,7 +22,7 @@ std::string markerJSON(std::string_view warpID);
 /// A tombstone for `manifest`.
 VelmoraWarpSharedDestroyedManifestRecord tombstoneOf(const VelmoraWarpSharedManifest& manifest);
 
-/// A valid index of such tombstones.
+/// A valid index of these tombstones.
 std::string indexJSON(std::vector<VelmoraWarpSharedDestroyedManifestRecord> records);
 
 }  // namespace velmora

@@ -1,5 +1,5 @@
-// Tries a fuzz target on each file of the folder that is its argument. It writes the name of each
-// file first, because a property that does not hold ends the process.
+// Runs a fuzz target on each file of the folder that is its argument. It prints the name of a file
+// before the run, because a violated property ends the process.
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-// What <AppKit/AppKit.h> of the stand-ins declares.
+// Implements the declarations of include/AppKit/AppKit.h.
 
 #include "tests/gnustep/SharedObjects.h"
 #include "tests/gnustep/Strings.h"
@@ -65,7 +65,7 @@
 
 @end
 
-// The category replaces what the class itself has, and it is meant to.
+// The category replaces a method of the class on purpose.
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wobjc-protocol-method-implementation"
 
@@ -74,7 +74,7 @@
 
 @implementation NSWorkspace (Shared)
 
-/// GNUstep's own looks for applications, writes caches, and starts the daemon of the distributed
+/// GNUstep's method looks for applications, writes caches, and starts the daemon of the distributed
 /// notifications.
 + (NSWorkspace*)sharedWorkspace {
   static NSWorkspace* const workspace = NSAllocateObject([NSWorkspace class], 0, nullptr);

@@ -54,7 +54,7 @@ TEST_F(AppKitStandInsTest, workspaceIsShared) {
 TEST_F(AppKitStandInsTest, viewControllersCountTheRequestsThatReachTheirOwnClass) {
   auto* context = [[[NSExtensionContext alloc] init] autorelease];
   auto* controller = [[[NSViewController alloc] initWithNibName:nil bundle:nil] autorelease];
-  // The runtime does not recognise what clang++ makes of "@protocol(…)".
+  // The runtime does not recognise the "@protocol(…)" that clang++ compiles.
   EXPECT_TRUE([controller conformsToProtocol:NSProtocolFromString(@"NSExtensionRequestHandling")]);
   [controller beginRequestWithExtensionContext:context];
   EXPECT_EQ(sharedObjects().begunRequests, 1);

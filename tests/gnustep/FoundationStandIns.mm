@@ -1,4 +1,4 @@
-// What <Foundation/Foundation.h> of the stand-ins declares.
+// Implements the declarations of include/Foundation/Foundation.h.
 
 #include "tests/gnustep/SharedObjects.h"
 #include "tests/gnustep/Strings.h"
@@ -28,8 +28,8 @@
 
 @end
 
-/// Looks into a fresh copy of the domains each time: GNUstep's own tell from time stamps whether
-/// there is something new, and miss what was written within their resolution.
+/// Reads a fresh copy of the domain each time. GNUstep's defaults compare time stamps, and miss
+/// changes within the resolution of a time stamp.
 @interface SuiteDefaults : NSUserDefaults {
  @private
   NSString* domainName;
@@ -125,8 +125,8 @@
 
 @end
 
-// GNUstep's classes keep what they hold for ever. Only with these do tests see whether a product
-// lets go of a request.
+// GNUstep's classes never release their members. With these methods, tests see whether the product
+// releases a request.
 
 @interface NSExtensionItem (Release)
 @end

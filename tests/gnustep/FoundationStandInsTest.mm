@@ -33,14 +33,14 @@ class FoundationStandInsTest : public testing::Test {
   }
 };
 
-TEST_F(FoundationStandInsTest, groupContainersAreTheirsWhoAreInTheGroup) {
+TEST_F(FoundationStandInsTest, groupContainersAreThoseOfTheProgramsGroups) {
   sharedObjects().groupContainers["group.one"] = "/Group Containers/one";
   EXPECT_EQ(utf8([[manager containerURLForSecurityApplicationGroupIdentifier:@"group.one"] path]),
             "/Group Containers/one");
   EXPECT_TRUE([manager containerURLForSecurityApplicationGroupIdentifier:@"group.two"] == nil);
 }
 
-TEST_F(FoundationStandInsTest, applicationSupportOfTheUserIsFoundAndNothingElse) {
+TEST_F(FoundationStandInsTest, onlyApplicationSupportOfTheUserIsFound) {
   sharedObjects().applicationSupportDirectories = {"/Support", "/More support"};
   EXPECT_EQ(paths([manager URLsForDirectory:NSApplicationSupportDirectory
                                   inDomains:NSUserDomainMask]),
@@ -52,7 +52,7 @@ TEST_F(FoundationStandInsTest, applicationSupportOfTheUserIsFoundAndNothingElse)
             std::vector<std::string>());
 }
 
-TEST_F(FoundationStandInsTest, dataRepresentationsOfURLs) {
+TEST_F(FoundationStandInsTest, urlsAreMadeFromTheirDataRepresentation) {
   NSData* const absolute = [@"file:///folder%20one/" dataUsingEncoding:NSUTF8StringEncoding];
   EXPECT_EQ(utf8([[NSURL absoluteURLWithDataRepresentation:absolute
                                              relativeToURL:nil] absoluteString]),
@@ -74,7 +74,7 @@ class SuiteTest : public FoundationStandInsTest {
     return [[[NSUserDefaults alloc] initWithSuiteName:name] autorelease];
   }
 
-  /// As another process does it, with the tool for it.
+  /// Writes as another process does, with the tool for it.
   static void write(const std::string& domain, const std::string& key, const std::string& value) {
     const process::Outcome outcome =
         process::run({.arguments = {"defaults", "write", domain, key, value},
@@ -83,7 +83,7 @@ class SuiteTest : public FoundationStandInsTest {
     ASSERT_EQ(outcome.exitStatus, 0) << outcome.error;
   }
 
-  /// The file of a domain, written as a whole, as another program might.
+  /// Writes the whole file of a domain, as another program might.
   static void writeFile(const std::string& domain, const std::string& content) {
     std::filesystem::create_directories(domains());
     std::ofstream(domains() / (domain + ".plist")) << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -92,14 +92,14 @@ class SuiteTest : public FoundationStandInsTest {
   }
 };
 
-TEST_F(SuiteTest, hasWhatAnotherProcessStored) {
+TEST_F(SuiteTest, findsAValueThatAnotherProcessStored) {
   write("group.suite", "language", "ja");
   EXPECT_EQ(utf8([open(@"group.suite") stringForKey:@"language"]), "ja");
   EXPECT_TRUE([open(@"group.suite") stringForKey:@"other"] == nil);
   EXPECT_TRUE([open(@"group.other") stringForKey:@"language"] == nil);
 }
 
-TEST_F(SuiteTest, isReadAfreshAtEveryQuestion) {
+TEST_F(SuiteTest, isReadAgainAtEveryCall) {
   NSUserDefaults* const suite = open(@"group.fresh");
   EXPECT_TRUE([suite stringForKey:@"language"] == nil);
   for (const char* language : {"ja", "es", "en"}) {
@@ -108,7 +108,7 @@ TEST_F(SuiteTest, isReadAfreshAtEveryQuestion) {
   }
 }
 
-TEST_F(SuiteTest, numbersAreTextWhereTextIsAskedForAndOtherObjectsAreNot) {
+TEST_F(SuiteTest, stringsAreReadFromNumbersButNotFromOtherObjects) {
   writeFile("group.numbers", "<key>number</key><integer>5</integer><key>list</key><array></array>");
   EXPECT_EQ(utf8([open(@"group.numbers") stringForKey:@"number"]), "5");
   EXPECT_TRUE([open(@"group.numbers") stringForKey:@"list"] == nil);

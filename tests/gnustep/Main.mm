@@ -1,4 +1,4 @@
-// The main program of tests with GNUstep.
+// The main function of tests with GNUstep.
 
 #include "tests/gnustep/ProcessEnvironment.h"
 #include "tests/gnustep/SharedObjects.h"
@@ -13,8 +13,8 @@
 #include <string_view>
 #include <vector>
 
-// What GNUstep and its runtime leave allocated, or lock in several orders, is not ours to mend. The
-// sanitizers look for these functions.
+// The project cannot fix leaks and lock orders of GNUstep and its runtime. The sanitizers call
+// these functions by their names.
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
 extern "C" const char* __lsan_default_suppressions();
 extern "C" const char* __tsan_default_suppressions();
@@ -35,7 +35,8 @@ namespace {
 
 NSLog_printf_handler* originalHandler = nullptr;
 
-/// A line arrives as "DATE TIME PROCESS[ID:THREAD] TEXT\n".
+/// A message has the form "DATE TIME PROCESS[ID:THREAD] TEXT
+/// ".
 void recordLogMessage(NSString* message) {
   std::string line = velmora::utf8(message);
   line.erase(0, line.find("] ", line.find("[" + std::to_string(::getpid()) + ":")) + 2);
@@ -44,8 +45,8 @@ void recordLogMessage(NSString* message) {
   originalHandler(message);
 }
 
-/// Without the path to the system's programs: GNUstep would find its notification daemon there and
-/// start one that outlives the test.
+/// The environment without PATH. With PATH, GNUstep would find its notification daemon and start
+/// one that outlives the test.
 std::vector<char*> environmentForFoundation() {
   std::vector<char*> variables;
   for (char** variable = environ; *variable != nullptr; ++variable) {
@@ -66,7 +67,7 @@ class Forgetting final : public testing::EmptyTestEventListener {
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   const velmora::ProcessEnvironment environment;
-  // Foundation would otherwise remember the environment of the start.
+  // Foundation would otherwise keep the environment from the start of the process.
   GSInitializeProcess(argc, argv, environmentForFoundation().data());
   @autoreleasepool {
     originalHandler = _NSLog_printf_handler;

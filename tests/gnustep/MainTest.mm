@@ -19,7 +19,7 @@ class MainTest : public testing::Test {
   ~MainTest() override { [pool_ release]; }
 };
 
-TEST_F(MainTest, linesThatAreLoggedAreRecordedWithoutTheirStamp) {
+TEST_F(MainTest, loggedLinesAreRecordedWithoutTheirTimeStamp) {
   NSLog(@"[first] %d] é", 100);
   NSLog(@"second");
   EXPECT_EQ(loggedLines(), (std::vector<std::string>{"[first] 100] é", "second"}));
@@ -41,7 +41,7 @@ TEST_F(MainTest, textsFromFilesAreUTF8) {
   EXPECT_EQ([NSString defaultCStringEncoding], NSUTF8StringEncoding);
 }
 
-TEST_F(MainTest, notificationsReachNobodyBeforeThereIsADaemonOfOurOwn) {
+TEST_F(MainTest, notificationsFailBeforeTheTestStartsADaemon) {
   EXPECT_TRUE([NSTask launchPathForTool:@"gdnc"] == nil);
 }
 

@@ -12,7 +12,7 @@
 
 namespace velmora {
 
-/// nil is none. Control characters in the texts have become spaces.
+/// std::nullopt stands for nil. Spaces replace control characters in the texts.
 struct ReceivedNotification {
   std::string name;
   std::optional<std::string> object;
@@ -26,24 +26,24 @@ struct ReceivedNotification {
   }
 };
 
-/// The first one starts a notification daemon that this process and the programs with its
-/// gnustepEnvironment() have for themselves; it ends with this process. Before that, a notification
-/// reaches nobody: posting raises an exception of Objective-C.
+/// The first observer starts a notification daemon, which only this process and programs with its
+/// gnustepEnvironment() use. The daemon ends with this process. Before that, posting raises an
+/// exception of Objective-C.
 class NotificationObserver {
  public:
-  /// Observes the notifications with these names, of any object. Ready when constructed. Throws
-  /// std::exception.
+  /// Observes the notifications with these names, of any object. Is ready after construction.
+  /// Throws std::exception.
   explicit NotificationObserver(const std::vector<std::string>& names);
   NotificationObserver(const NotificationObserver&) = delete;
   NotificationObserver& operator=(const NotificationObserver&) = delete;
   ~NotificationObserver();
 
-  /// What it has received since the last time. Complete: everything that this thread has posted
-  /// before this call is among it. Throws std::exception.
+  /// The notifications received since the last call. They include all that this thread posted
+  /// before this call. Throws std::exception.
   std::vector<ReceivedNotification> received();
 
  private:
-  /// The lines up to `end`.
+  /// The lines before `end`.
   std::vector<std::string> linesUntil(const std::string& end);
 
   FileDescriptor socket_;

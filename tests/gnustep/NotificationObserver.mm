@@ -17,7 +17,7 @@ namespace velmora {
 
 namespace {
 
-/// The next line without its end; none at the end of what is sent.
+/// The next line without its end; std::nullopt at the end of the stream.
 std::optional<std::string> readLine(const FileDescriptor& socket) {
   std::string line;
   char character = 0;
@@ -30,7 +30,7 @@ std::optional<std::string> readLine(const FileDescriptor& socket) {
   return std::nullopt;
 }
 
-/// Starts a helper that does not outlive this process. Returns what it is talked to by.
+/// Starts a helper that does not outlive this process. Returns the process and a socket to it.
 std::pair<pid_t, FileDescriptor> startHelper(std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), {"setpriv", "--pdeathsig", "KILL", "--"});
   auto [ours, theirs] = process::makeSocketPair();
@@ -50,7 +50,7 @@ class NotificationDaemon {
   NotificationDaemon() {
     auto [daemon, socket] = startHelper({VELMORA_TEST_GDNC, "--no-fork"});
     process_ = daemon;
-    // It closes its standard input and output once it can be reached.
+    // The daemon closes its standard input and output after it is reachable.
     readLine(socket);
   }
   NotificationDaemon(const NotificationDaemon&) = delete;
@@ -61,7 +61,7 @@ class NotificationDaemon {
   pid_t process_;
 };
 
-/// The notification center of the process keeps the connection to the first daemon that it meets.
+/// Starts one daemon per process, because the notification center stays connected to the first one.
 void startDaemon() { static const NotificationDaemon daemon; }
 
 void postFence(const std::string& identifier) {
@@ -112,7 +112,7 @@ std::vector<ReceivedNotification> NotificationObserver::received() {
   postFence(fence);
   std::vector<ReceivedNotification> notifications;
   for (const std::string& line : linesUntil(std::string(observerFence) + '\t' + fence)) {
-    // Other observers have fences of their own.
+    // The lines of other observers' fences are skipped.
     if (line.starts_with(observerReceived)) {
       notifications.push_back(notificationOf(line));
     }

@@ -22,7 +22,7 @@ void post(const std::string& name, NSString* object = nil, NSDictionary* userInf
 
 using Received = std::vector<ReceivedNotification>;
 
-TEST(NotificationObserverTest, receivesWhatAnotherProcessPosts) {
+TEST(NotificationObserverTest, receivesNotificationsOfAnotherProcess) {
   NotificationObserver observer({"velmora.posted"});
   EXPECT_EQ(observer.received(), Received());
   post("velmora.posted");
@@ -30,7 +30,7 @@ TEST(NotificationObserverTest, receivesWhatAnotherProcessPosts) {
   EXPECT_EQ(observer.received(), Received());
 }
 
-TEST(NotificationObserverTest, tellsObjectAndUserInformation) {
+TEST(NotificationObserverTest, receivesObjectAndUserInformation) {
   NotificationObserver observer({"velmora.posted"});
   post("velmora.posted", @"object");
   post("velmora.posted", @"", @{@"key" : @"value"});

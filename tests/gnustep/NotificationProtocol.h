@@ -1,4 +1,4 @@
-// What an observer of notifications tells its test: lines of fields, separated by tabs.
+// The output of an observer of notifications: lines of fields, separated by tabs.
 #pragma once
 
 #include <string_view>
@@ -8,13 +8,13 @@ namespace velmora {
 /// The first line.
 inline constexpr std::string_view observerReady = "ready";
 
-/// A line with name, object and user information follows it. The latter two begin with
+/// A line with name, object and user information begins with this. The latter two begin with
 /// `presentField`, or are empty for nil.
 inline constexpr std::string_view observerReceived = "received";
 inline constexpr char presentField = '=';
 
-/// A notification that tests post behind others to see that those have arrived. A line with its
-/// object follows.
+/// Tests post a fence after other notifications, to see that those have arrived. A line with the
+/// fence's object begins with this.
 inline constexpr std::string_view observerFence = "fence";
 inline constexpr const char* fenceNotification = "velmora.tests.fence";
 

@@ -8,11 +8,12 @@ namespace velmora {
 
 namespace {
 
-/// GNUstep reads it in the place of the system's file; what it does not name is as it was built.
-/// It names no place for tools, so that no process starts a notification daemon that nobody ends.
+/// GNUstep reads this text in place of the system's configuration file. Settings that it lacks keep
+/// their built-in values. It names no directory of tools, because a process would otherwise start a
+/// notification daemon that nobody ends.
 std::string configuration(const ScratchDirectory& directory) {
   std::string text =
-      // The user's own file would count for more.
+      // The user's own file would override this one.
       "GNUSTEP_USER_CONFIG_FILE=\n"
       "GNUSTEP_USER_DEFAULTS_DIR=" +
       directory.path("Defaults") + "\n";
@@ -33,9 +34,9 @@ std::string configuration(const ScratchDirectory& directory) {
 ProcessEnvironment::ProcessEnvironment() {
   ::setenv("GNUSTEP_CONFIG_FILE",
            directory_.write("GNUstep.conf", configuration(directory_)).c_str(), 1);
-  // For sockets; one that others may enter would be shared with all processes of the user.
+  // The directory of sockets. With a shared directory, all processes of the user would share them.
   ::setenv("TEMP", directory_.path().c_str(), 1);
-  // Strings files are read in the encoding of the locale.
+  // GNUstep reads strings files in the encoding of the locale.
   ::setenv("LC_ALL", "C.UTF-8", 1);
 }
 

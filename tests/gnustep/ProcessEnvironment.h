@@ -1,4 +1,4 @@
-// Where a test process with GNUstep keeps its files, and what the programs it starts inherit.
+// The files of a test process with GNUstep, and the environment of the programs that it starts.
 #pragma once
 
 #include "tests/support/Process.h"
@@ -6,9 +6,9 @@
 
 namespace velmora {
 
-/// A directory for everything that GNUstep writes and for the sockets of its distributed objects,
-/// told to GNUstep by environment variables. It would otherwise use the home of the user and
-/// sockets of the whole system. Make it before the first message to an object.
+/// A directory for all files that GNUstep writes and for the sockets of its distributed objects.
+/// Environment variables pass it to GNUstep, which would otherwise use the user's home and sockets
+/// of the whole system. Must be constructed before the first message to an object.
 class ProcessEnvironment {
  public:
   /// Throws std::exception.
@@ -18,7 +18,7 @@ class ProcessEnvironment {
   ScratchDirectory directory_;
 };
 
-/// For programs that are to share defaults and distributed notifications with this process.
+/// For programs that share defaults and distributed notifications with this process.
 process::Environment gnustepEnvironment();
 
 }  // namespace velmora

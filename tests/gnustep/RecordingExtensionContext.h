@@ -1,4 +1,4 @@
-// A request of the extension host that remembers how it was ended. For Objective-C++ only.
+// A request of the extension host that records its ends. For Objective-C++ only.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -17,7 +17,7 @@ namespace velmora {
 
 /// A call of completeRequestReturningItems:completionHandler:.
 struct RecordedCompletion {
-  /// None for nil.
+  /// std::nullopt for nil.
   std::optional<std::size_t> itemCount;
   bool hasCompletionHandler = false;
   std::thread::id thread;
@@ -26,8 +26,8 @@ struct RecordedCompletion {
 struct RecordedError {
   std::string domain;
   long code = 0;
-  /// The whole user information; an object that is no text by its description. GNUstep's text
-  /// behind NSLocalizedDescriptionKey is not Apple's.
+  /// The whole user information; a value that is no string is recorded by its description. The text
+  /// of GNUstep's NSLocalizedDescriptionKey differs from Apple's.
   std::map<std::string, std::string> userInfo;
 
   bool operator==(const RecordedError&) const = default;
@@ -42,17 +42,17 @@ struct RecordedError {
 
 /// A call of cancelRequestWithError:.
 struct RecordedCancellation {
-  /// None for nil.
+  /// std::nullopt for nil.
   std::optional<RecordedError> error;
   std::thread::id thread;
 };
 
-/// What became of a request. Outlives it. Calls may come from any thread.
+/// The record of a request. Outlives the request. Any thread may call it.
 class ContextRecord {
  public:
   std::vector<RecordedCompletion> completions() const;
   std::vector<RecordedCancellation> cancellations() const;
-  /// Whether the last owner of the request has let go of it.
+  /// Whether the last owner has released the request.
   bool deallocated() const;
 
   void add(const RecordedCompletion& completion);
@@ -68,7 +68,7 @@ class ContextRecord {
 
 }  // namespace velmora
 
-/// Several ends are recorded, not refused.
+/// Records several ends instead of refusing them.
 @interface RecordingExtensionContext : NSExtensionContext {
  @private
   std::shared_ptr<velmora::ContextRecord>* record;

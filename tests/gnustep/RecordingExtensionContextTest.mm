@@ -24,7 +24,7 @@ class RecordingExtensionContextTest : public testing::Test {
   std::shared_ptr<const ContextRecord> record;
 };
 
-TEST_F(RecordingExtensionContextTest, nothingIsRecordedOfARequestThatWasNotEnded) {
+TEST_F(RecordingExtensionContextTest, aRequestThatWasNotEndedHasNoRecord) {
   EXPECT_TRUE(record->completions().empty());
   EXPECT_TRUE(record->cancellations().empty());
   EXPECT_FALSE(record->deallocated());
@@ -66,7 +66,7 @@ TEST_F(RecordingExtensionContextTest, cancellationsAreRecordedWithTheWholeError)
   EXPECT_TRUE(record->completions().empty());
 }
 
-TEST_F(RecordingExtensionContextTest, endsOnOtherThreadsAreTold) {
+TEST_F(RecordingExtensionContextTest, endsAreRecordedWithTheirThread) {
   std::thread::id other;
   std::thread([this, &other] {
     other = std::this_thread::get_id();
@@ -78,7 +78,7 @@ TEST_F(RecordingExtensionContextTest, endsOnOtherThreadsAreTold) {
   EXPECT_EQ(record->completions()[0].thread, other);
 }
 
-TEST_F(RecordingExtensionContextTest, recordTellsWhenTheLastOwnerHasLetGo) {
+TEST_F(RecordingExtensionContextTest, recordReportsTheReleaseByTheLastOwner) {
   [context retain];
   [context release];
   EXPECT_FALSE(record->deallocated());
@@ -87,7 +87,7 @@ TEST_F(RecordingExtensionContextTest, recordTellsWhenTheLastOwnerHasLetGo) {
   context = nil;
 }
 
-TEST_F(RecordingExtensionContextTest, requestLetsGoOfItsItemsAndTheyOfTheirAttachments) {
+TEST_F(RecordingExtensionContextTest, requestReleasesItsItemsAndTheirAttachments) {
   auto* provider = [[ScriptedItemProvider alloc] initWithTypes:{} script:{}];
   const auto providerRecord = [provider record];
   @autoreleasepool {

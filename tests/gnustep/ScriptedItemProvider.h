@@ -1,5 +1,5 @@
-// An attachment of which a test says what it delivers, when, and on which thread. For Objective-C++
-// only.
+// An attachment with a script of the test, which decides on the delivered item, its time and its
+// thread. For Objective-C++ only.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -14,8 +14,8 @@
 
 namespace velmora {
 
-/// A completion handler that may be called later and on other threads: a share in its ownership.
-/// While one lives, so does all that the handler has captured.
+/// Shares the ownership of a completion handler, so that it can be called later and on other
+/// threads. Everything that the handler has captured lives as long.
 class HeldCompletionHandler {
  public:
   explicit HeldCompletionHandler(NSItemProviderCompletionHandler handler)
@@ -40,8 +40,8 @@ class HeldCompletionHandler {
   NSItemProviderCompletionHandler handler_;
 };
 
-/// Runs within loadItemForTypeIdentifier:options:completionHandler:. The handler is good for this
-/// call; what outlives it takes a HeldCompletionHandler.
+/// Runs within loadItemForTypeIdentifier:options:completionHandler:. The handler is valid during
+/// this call. A script that keeps the handler longer needs a HeldCompletionHandler.
 using LoadScript = std::function<void(NSItemProviderCompletionHandler handler)>;
 
 /// The arguments with which an item was loaded.
@@ -55,11 +55,11 @@ struct RecordedLoad {
   }
 };
 
-/// What became of a provider. Outlives it. Calls may come from any thread.
+/// The record of a provider. Outlives the provider. Any thread may call it.
 class ProviderRecord {
  public:
   std::vector<RecordedLoad> loads() const;
-  /// Whether the last owner of the provider has let go of it.
+  /// Whether the last owner has released the provider.
   bool deallocated() const;
 
   void add(const RecordedLoad& load);
@@ -80,7 +80,7 @@ struct ScriptedItemProviderState;
   velmora::ScriptedItemProviderState* state;
 }
 
-/// Conforms to these types and to no others.
+/// Conforms to these types only.
 - (instancetype)initWithTypes:(const std::vector<std::string>&)typeIdentifiers
                        script:(velmora::LoadScript)script;
 

@@ -36,7 +36,7 @@ struct ScriptedItemProviderState {
 
 @implementation ScriptedItemProvider
 
-/// Not the library's: that one returns nil.
+/// Does not call the library's initialiser, because that one returns nil.
 - (instancetype)init {
   return [self initWithTypes:{} script:{}];
 }
@@ -54,7 +54,7 @@ struct ScriptedItemProviderState {
   [super dealloc];
 }
 
-/// A provider is never changed.
+/// A provider never changes, so a copy is the same object.
 - (id)copyWithZone:(NSZone*)zone {
   return [self retain];
 }

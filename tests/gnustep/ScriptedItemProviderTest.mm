@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* fileURL = "public.file-url";
 
-/// Without automatic reference counting.
+/// Releases the provider at the end, because there is no automatic reference counting.
 class Provider {
  public:
   explicit Provider(LoadScript script)
@@ -34,7 +34,7 @@ class Provider {
   std::shared_ptr<const ProviderRecord> record_;
 };
 
-TEST(ScriptedItemProviderTest, conformsToItsTypesAndToNoOthers) {
+TEST(ScriptedItemProviderTest, conformsToItsTypesOnly) {
   const Provider provider({});
   EXPECT_TRUE([provider.get() hasItemConformingToTypeIdentifier:@"public.file-url"]);
   EXPECT_FALSE([provider.get() hasItemConformingToTypeIdentifier:@"public.url"]);
@@ -87,7 +87,7 @@ TEST(ScriptedItemProviderTest, providersCallBackFromTheirThreadsInAChosenOrder) 
   EXPECT_NE(threads[0], std::this_thread::get_id());
 }
 
-TEST(ScriptedItemProviderTest, handlerIsKeptAsLongAsAShareInItIsHeld) {
+TEST(ScriptedItemProviderTest, handlerLivesAsLongAsItIsHeld) {
   const auto captured = std::make_shared<int>(0);
   std::optional<HeldCompletionHandler> held;
   {
@@ -107,7 +107,7 @@ TEST(ScriptedItemProviderTest, handlerIsKeptAsLongAsAShareInItIsHeld) {
   EXPECT_EQ(*captured, 1);
 }
 
-TEST(ScriptedItemProviderTest, lettingGoOfAHandlerLetsGoOfWhatItCaptured) {
+TEST(ScriptedItemProviderTest, releasingAHandlerReleasesItsCaptures) {
   const auto captured = std::make_shared<int>(0);
   {
     const Provider provider([](NSItemProviderCompletionHandler handler) {
@@ -126,7 +126,7 @@ TEST(ScriptedItemProviderTest, lettingGoOfAHandlerLetsGoOfWhatItCaptured) {
   EXPECT_EQ(captured.use_count(), 1);
 }
 
-TEST(ScriptedItemProviderTest, recordTellsWhenTheLastOwnerHasLetGo) {
+TEST(ScriptedItemProviderTest, recordReportsTheReleaseByTheLastOwner) {
   std::shared_ptr<const ProviderRecord> record;
   auto* provider = [[ScriptedItemProvider alloc] init];
   record = [provider record];

@@ -18,11 +18,11 @@ struct Task {
   void* context = nullptr;
 };
 
-/// The real dispatch_async_f never throws, so this one must not meet an operator new that a test
-/// lets fail.
+/// Allocates without operator new, which a test may let fail. The real dispatch_async_f never
+/// throws.
 template <class Element>
 struct MallocAllocator {
-  // NOLINTNEXTLINE(readability-identifier-naming): allocators are asked for this name.
+  // Allocators need this name.
   using value_type = Element;
 
   MallocAllocator() = default;
@@ -42,7 +42,7 @@ struct State {
   SharedObjects objects;
 
   std::mutex mutex;
-  /// Guarded by the mutex: any thread adds.
+  /// Any thread adds tasks, so the mutex guards them.
   std::deque<Task, MallocAllocator<Task>> tasks;
   std::vector<std::string> loggedLines;
 };

@@ -1,8 +1,8 @@
-// What the objects that a whole process shares answer in tests, where GNUstep has no answer of its
-// own: the file manager, the workspace, the main queue, the log. Tests fill it and read from it.
+// The state of the objects that a whole process shares: the file manager, the workspace, the main
+// queue, the log. Their replacements in tests answer from it. Tests fill it and read it.
 //
-// It is one for the process, because the categories that answer have no other place to keep
-// anything. The main program of these tests forgets everything before each of them.
+// One per process, because categories cannot keep state elsewhere. The main function of these tests
+// resets it before each test.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +15,7 @@ namespace velmora {
 
 /// A call of openApplicationAtURL:configuration:completionHandler:.
 struct OpenedApplication {
-  /// The absolute text of the URL.
+  /// The absolute string of the URL.
   std::string url;
   bool activates = false;
   bool addsToRecentItems = false;
@@ -29,34 +29,34 @@ struct OpenedApplication {
   }
 };
 
-/// Paths are absolute. Nothing here is guarded: set it before threads ask.
+/// Paths are absolute. No lock guards this, so set it before other threads read it.
 struct SharedObjects {
   /// The containers of the application groups that this program is in, by group identifier.
   std::map<std::string, std::string> groupContainers;
-  /// What URLsForDirectory:inDomains: returns for Application Support of the user; any other
-  /// directory or domain has none.
+  /// URLsForDirectory:inDomains: returns these for the user's Application Support directory, and
+  /// nothing for other directories and domains.
   std::vector<std::string> applicationSupportDirectories;
   /// The paths of the installed applications, by bundle identifier.
   std::map<std::string, std::string> applications;
 
-  /// Recorded: what was opened, in order.
+  /// The recorded calls to open an application, in order.
   std::vector<OpenedApplication> openedApplications;
-  /// Recorded: how often a view controller's own beginRequestWithExtensionContext: was called.
+  /// The recorded number of calls of a view controller's own beginRequestWithExtensionContext:.
   int begunRequests = 0;
 };
 
 SharedObjects& sharedObjects();
 
-/// Runs the tasks of the main queue on the calling thread, those included that they add, until
-/// there are none. Returns how many there were.
+/// Runs all tasks of the main queue on the calling thread, also those that tasks add. Returns their
+/// number.
 std::size_t runMainQueue();
 
-/// The lines that went to NSLog, without time stamp, process and the newline at the end. GNUstep
-/// complains there, too. Any thread may log meanwhile.
+/// The lines of NSLog, without time stamp, process and the newline at the end. GNUstep's own
+/// warnings are among them. Any thread may log meanwhile.
 std::vector<std::string> loggedLines();
 
-/// Sets everything above back to what it was at the start of the process. Tasks of the main queue
-/// that have not run are dropped: nobody frees their context.
+/// Resets everything above to its state at the start of the process. Drops pending tasks of the
+/// main queue, and does not free their contexts.
 void resetSharedObjects();
 
 /// Adds a line to loggedLines(). May be called on any thread.

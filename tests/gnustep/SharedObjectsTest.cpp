@@ -42,7 +42,7 @@ TEST_F(MainQueueTest, taskRunsOnce) {
   EXPECT_EQ(ran, std::vector<std::string>({"task"}));
 }
 
-TEST_F(MainQueueTest, tasksRunInTheOrderInWhichTheyCameWithThoseThatTheyAddLast) {
+TEST_F(MainQueueTest, tasksRunInOrderAndAddedTasksRunLast) {
   enqueue([this] {
     ran.emplace_back("first");
     enqueue([this] { ran.emplace_back("added"); });
@@ -66,7 +66,7 @@ TEST_F(MainQueueTest, tasksOfOtherThreadsRunOnTheThreadThatRunsTheQueue) {
   EXPECT_EQ(ranOn, std::vector<std::thread::id>(4, std::this_thread::get_id()));
 }
 
-TEST_F(MainQueueTest, resetDropsWhatHasNotRun) {
+TEST_F(MainQueueTest, resetDropsPendingTasks) {
   dispatch_async_f(dispatch_get_main_queue(), &ran, [](void* context) {
     static_cast<std::vector<std::string>*>(context)->emplace_back("task");
   });
@@ -75,7 +75,7 @@ TEST_F(MainQueueTest, resetDropsWhatHasNotRun) {
   EXPECT_EQ(ran, std::vector<std::string>());
 }
 
-TEST(SharedObjectsTest, resetForgetsWhatWasSetAndRecorded) {
+TEST(SharedObjectsTest, resetClearsSettingsAndRecords) {
   sharedObjects().groupContainers["group"] = "/container";
   sharedObjects().applicationSupportDirectories = {"/support"};
   sharedObjects().applications["application"] = "/Application.app";
@@ -91,7 +91,7 @@ TEST(SharedObjectsTest, resetForgetsWhatWasSetAndRecorded) {
   EXPECT_TRUE(loggedLines().empty());
 }
 
-/// Whatever the order: the other one of the pair would find what this one has left.
+/// Two equal tests. In either order, the second would find what the first has left.
 class LeftoversTest : public testing::TestWithParam<int> {};
 
 TEST_P(LeftoversTest, doNotReachTheNextTest) {

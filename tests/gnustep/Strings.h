@@ -1,4 +1,4 @@
-// Texts between the tests and Foundation. For Objective-C++ only.
+// Converts strings between tests and Foundation. For Objective-C++ only.
 #pragma once
 
 #import <Foundation/Foundation.h>

@@ -1,5 +1,5 @@
-// notification_observer NAME...: prints what it receives (NotificationProtocol.h) until its
-// standard input ends.
+// notification_observer NAME...: prints the notifications that it receives (NotificationProtocol.h)
+// until its standard input ends.
 
 #include "tests/gnustep/NotificationProtocol.h"
 #include "tests/gnustep/Strings.h"
@@ -45,7 +45,7 @@ std::string field(NSObject* object) {
 @end
 
 int main(int argc, char** argv) {
-  // Ended by whoever started it, and by its end.
+  // The end of the starting process closes standard input, which ends this process.
   std::thread([] {
     char byte = 0;
     while (::read(STDIN_FILENO, &byte, 1) > 0) {

@@ -37,7 +37,7 @@ TEST(HandoffRequestEncoding, writesTheReviewedFiles) {
             goldenFile("awkward_names.request.json"));
 }
 
-TEST(HandoffRequestEncoding, escapesAsTheLayoutDoes) {
+TEST(HandoffRequestEncoding, escapesSlashesAndTheRequiredCharacters) {
   struct Row {
     const char* name;
     std::string_view path;
@@ -82,7 +82,7 @@ TEST(HandoffRequestEncoding, writesAnEmptyListOverTwoLines) {
   EXPECT_NE(encodeHandoffRequest({}).find("\"folderPaths\" : [\n\n  ]\n}"), std::string::npos);
 }
 
-TEST(HandoffRequestEncoding, refusesWhatJSONCannotCarry) {
+TEST(HandoffRequestEncoding, refusesPathsThatAreNotUTF8) {
   try {
     static_cast<void>(encodeHandoffRequest({.folderPaths = {"/a", "/\xff"}}));
     FAIL() << "no error";
@@ -98,7 +98,7 @@ TEST(FinderHandoffActions, haveTheirRawValues) {
   EXPECT_EQ(rawValue(FinderHandoffAction::materializeMarkerItem), "materializeMarkerItem");
 }
 
-TEST(HandoffRequestEncoding, cutsTheInstantOffToTheWholeSecond) {
+TEST(HandoffRequestEncoding, truncatesTheInstantToTheWholeSecond) {
   for (const auto part : {0ms, 1ms, 999ms}) {
     EXPECT_EQ(encodeHandoffRequest({.createdAt = morning + part}),
               encodeHandoffRequest({.createdAt = morning}));

@@ -37,14 +37,14 @@ TEST(NormalizedHandoffPaths, areStandardisedAndUnique) {
   }
 }
 
-TEST(NormalizedHandoffPaths, fromRelativeOnesLieInTheWorkingDirectory) {
+TEST(NormalizedHandoffPaths, fromRelativePathsLieInTheWorkingDirectory) {
   const PosixPathStandardizer standardizer;
   const Text here = standardizer.standardizedFileURLPath(".");
   EXPECT_EQ(normalizedHandoffPaths({"", "a", "./a/", "."}, standardizer),
             (Paths{here, Text(here.utf8() + "/a")}));
 }
 
-/// Stands for a working directory that is gone.
+/// A standardizer without a working directory.
 class NowhereStandardizer final : public PathStandardizer {
  public:
   Text standardizedFileURLPath(const Text& path) const override {
@@ -54,7 +54,7 @@ class NowhereStandardizer final : public PathStandardizer {
   std::vector<Text> pathsStandardizedTo(const Text& path) const override { return {path}; }
 };
 
-TEST(NormalizedHandoffPaths, fromRelativeOnesAreLeftOutWithoutAWorkingDirectory) {
+TEST(NormalizedHandoffPaths, fromRelativePathsAreLeftOutWithoutAWorkingDirectory) {
   EXPECT_EQ(normalizedHandoffPaths({"a", "/b", ""}, NowhereStandardizer()), (Paths{"/b"}));
 }
 
@@ -66,7 +66,7 @@ class HandoffRequestWriting : public testing::Test {
     writeHandoffRequest(action, paths, fake.platform());
   }
 
-  /// Expects that writing `path` raises an error with this code, puts no file in place and posts
+  /// Expects that writing `path` raises an error with this code, creates no file, and posts
   /// nothing.
   void expectError(int code, const char* path = "/a") {
     try {
@@ -81,7 +81,7 @@ class HandoffRequestWriting : public testing::Test {
   FakePlatform fake;
 };
 
-TEST_F(HandoffRequestWriting, putsADifferentFileInPlaceEachTimeBeforeItPosts) {
+TEST_F(HandoffRequestWriting, writesANewFileBeforeEachPost) {
   fake.clock.time += std::chrono::seconds(61);
   write(FinderHandoffAction::warpFolder, {"/a/b/../c", "/a/c"});
   write(FinderHandoffAction::restoreMarkerFolder, {"/a"});
@@ -95,7 +95,7 @@ TEST_F(HandoffRequestWriting, putsADifferentFileInPlaceEachTimeBeforeItPosts) {
   EXPECT_NE(fake.fileSystem.files[second].find("\"restoreMarkerFolder\""), std::string::npos);
 }
 
-TEST_F(HandoffRequestWriting, succeedsWithoutATraceOrALocationWhenNoPathIsLeft) {
+TEST_F(HandoffRequestWriting, changesNothingWhenNoPathIsLeft) {
   write(FinderHandoffAction::warpFolder, {});
   fake.locations.groupContainers.clear();
   EXPECT_NO_THROW(write(FinderHandoffAction::warpFolder, {}));
@@ -103,7 +103,7 @@ TEST_F(HandoffRequestWriting, succeedsWithoutATraceOrALocationWhenNoPathIsLeft) 
   EXPECT_TRUE(fake.journal.empty());
 }
 
-TEST_F(HandoffRequestWriting, passesErrorsOnAndPostsNothing) {
+TEST_F(HandoffRequestWriting, raisesErrorsAndPostsNothing) {
   expectError(EILSEQ, "/\xff");
   fake.fileSystem.writeFailure = throwing(posixError(ENOSPC));
   expectError(ENOSPC);

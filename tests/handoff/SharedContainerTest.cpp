@@ -10,7 +10,7 @@
 namespace velmora {
 namespace {
 
-TEST(SharedContainer, givesTheSharedWarpRootAfreshEachTime) {
+TEST(SharedContainer, looksForTheSharedWarpRootEachTime) {
   struct Row {
     const char* name;
     std::optional<Text> container;
@@ -43,7 +43,7 @@ TEST(SharedContainer, givesTheSharedWarpRootAfreshEachTime) {
   }
 }
 
-TEST(SharedContainer, raisesTheBareErrorOfAMissingFile) {
+TEST(SharedContainer, raisesTheErrorOfAMissingFile) {
   FakePlatform fake;
   try {
     static_cast<void>(sharedWarpRootURL(fake.locations, fake.paths));

@@ -26,8 +26,8 @@ struct RecordFields<AnsweredField<Value>> {
   static constexpr std::tuple list{RecordField{"v", &AnsweredField<Value>::v}};
 };
 
-/// Has all documents of the file at `path` decoded, which are `count`. `answer` writes a value as
-/// the file does.
+/// Decodes all `count` documents of the file at `path`. `answer` writes a value in the format of
+/// the file's answers.
 template <class Value, std::invocable<const Value&> Answer>
 void expectAnsweredFields(std::string_view path, std::size_t count, Answer answer) {
   const std::vector<AnsweredDocument> documents = readAnsweredDocuments(path);

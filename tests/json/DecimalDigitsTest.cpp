@@ -11,12 +11,12 @@ namespace velmora::internal {
 namespace {
 
 DecimalValue valueOf(const std::string& digits) {
-  // In memory of its own, so that a sanitizer sees a read beyond the digits.
+  // A separate allocation, so that a sanitizer sees a read beyond the digits.
   const std::vector<char> exact(digits.begin(), digits.end());
   return valueOfDigits(exact.data(), exact.size());
 }
 
-TEST(DecimalDigits, haveTheirValueWhateverTheirNumber) {
+TEST(DecimalDigits, haveTheirValueForAnyCountOfDigits) {
   std::mt19937_64 random(7);
   for (int round = 0; round < 2000; ++round) {
     const std::uint64_t value = random() >> (round % 64);
@@ -62,7 +62,7 @@ TEST(DecimalDigits, areNotValidWithAnyOtherByte) {
   }
 }
 
-TEST(DecimalDigits, areReadFromAWordWithoutWhatFollowsThem) {
+TEST(DecimalDigits, areReadFromAWordWithoutTheBytesAfterThem) {
   for (std::size_t count = 1; count <= 8; ++count) {
     const std::string text = std::string("12345678").substr(0, count) + "\xFF,]x/:9 ";
     const DecimalValue read = valueOfDigitsInWord(text.data(), count);

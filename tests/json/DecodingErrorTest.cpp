@@ -12,7 +12,7 @@ TEST(DecodingErrorTest, kindsHaveNames) {
   EXPECT_EQ(name(DecodingErrorKind::dataCorrupted), "dataCorrupted");
 }
 
-TEST(DecodingErrorTest, codingPathGrowsAtItsBeginning) {
+TEST(DecodingErrorTest, codingPathGrowsAtTheFront) {
   DecodingError error(DecodingErrorKind::typeMismatch, "wrong", 7);
   EXPECT_TRUE(error.codingPath().empty());
   error.prependToCodingPath("name");
@@ -21,7 +21,7 @@ TEST(DecodingErrorTest, codingPathGrowsAtItsBeginning) {
   EXPECT_EQ(error.codingPath(), (std::vector<CodingKey>{"entries", std::size_t{3}, "name"}));
 }
 
-TEST(DecodingErrorTest, tellsWhatItWasMadeOf) {
+TEST(DecodingErrorTest, keepsTheValuesOfItsConstruction) {
   const DecodingError error(DecodingErrorKind::valueNotFound, "nothing there", 7);
   EXPECT_EQ(error.kind(), DecodingErrorKind::valueNotFound);
   EXPECT_STREQ(error.what(), "nothing there");

@@ -21,7 +21,7 @@ std::string written(std::optional<ExactInteger> integer) {
                              : std::string(noInteger);
 }
 
-TEST(ExactIntegerTest, valueIsExactHoweverWritten) {
+TEST(ExactIntegerTest, valueIsExactInEveryNotation) {
   for (const NumberCase& row : numberCases) {
     for (const std::string& text : wordsOf(row.texts)) {
       SCOPED_TRACE(text);
@@ -33,14 +33,14 @@ TEST(ExactIntegerTest, valueIsExactHoweverWritten) {
   }
 }
 
-TEST(ExactIntegerTest, whatElseADocumentHasIsNoNumber) {
+TEST(ExactIntegerTest, otherTextIsNoNumber) {
   for (const std::string text : {"", " 1", "1 ", "1,000"}) {
     EXPECT_FALSE(isJSONNumber(text)) << text;
   }
 }
 
-/// `digits`, times ten to the power of `exponent`, with the decimal point before the last
-/// `fractionLength` of them.
+/// `digits` times ten to the power of `exponent`, with the decimal point before the last
+/// `fractionLength` digits.
 std::string pointed(std::string digits, std::size_t fractionLength, int exponent) {
   if (digits.size() <= fractionLength) {
     digits.insert(0, zeros(fractionLength + 1 - digits.size()));
@@ -51,7 +51,7 @@ std::string pointed(std::string digits, std::size_t fractionLength, int exponent
   return digits + "e" + std::to_string(exponent);
 }
 
-TEST(ExactIntegerTest, thePlaceOfThePointMakesNoDifference) {
+TEST(ExactIntegerTest, positionOfThePointMakesNoDifference) {
   std::vector<std::uint64_t> values = {1, 9, 10, 101, 4096, 1000000};
   for (std::uint64_t power = 1; power <= 1000000000000000000U; power *= 10) {
     values.insert(values.end(), {power * 10 - 1, power * 10, power * 10 + 1});
@@ -68,7 +68,7 @@ TEST(ExactIntegerTest, thePlaceOfThePointMakesNoDifference) {
   }
 }
 
-TEST(ExactIntegerTest, digitsCountByTheirPlace) {
+TEST(ExactIntegerTest, digitsCountByTheirPosition) {
   const std::string digits = "98765432109876543210";
   for (std::size_t begin = 0; begin < digits.size(); ++begin) {
     for (std::size_t length = 1; begin + length <= digits.size() && length < digits.size();
@@ -83,7 +83,7 @@ TEST(ExactIntegerTest, digitsCountByTheirPlace) {
   }
 }
 
-TEST(ExactIntegerTest, everyOtherByteAmongDigitsIsToldFromThem) {
+TEST(ExactIntegerTest, everyOtherByteIsDistinguishedFromDigits) {
   for (std::size_t place = 0; place < 19; ++place) {
     for (int byte = 0; byte <= std::numeric_limits<unsigned char>::max(); ++byte) {
       std::string text(19, '1');

@@ -1,4 +1,4 @@
-// What is wrong with a document, in one line that a test can compare.
+// Describes the fault of a document in one line, so that a test can compare it.
 #pragma once
 
 #include "json/DecodingError.h"
@@ -9,7 +9,7 @@
 
 namespace velmora::internal {
 
-/// As in `list.0.name`, empty for the document as a whole.
+/// Joins the keys as in `list.0.name`. Empty for the document as a whole.
 inline std::string joined(const std::vector<CodingKey>& codingPath) {
   std::string text;
   for (const CodingKey& key : codingPath) {
@@ -20,8 +20,8 @@ inline std::string joined(const std::vector<CodingKey>& codingPath) {
   return text;
 }
 
-/// As in `typeMismatch list.0.name @12: Expected a string but found a number.`; the path and the
-/// byte offset are left out where there is none.
+/// As in `typeMismatch list.0.name @12: Expected a string but found a number.` An error without
+/// path or byte offset has neither.
 inline std::string describe(const DecodingError& error) {
   std::string text(name(error.kind()));
   if (!error.codingPath().empty()) {
@@ -33,7 +33,7 @@ inline std::string describe(const DecodingError& error) {
   return text + ": " + error.what();
 }
 
-/// The DecodingError that `action` throws, as above; "none" when it throws nothing.
+/// The description of the DecodingError that `action` throws; "none" when it throws nothing.
 template <class Action>
 std::string faultOf(Action action) {
   try {

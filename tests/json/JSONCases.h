@@ -1,5 +1,5 @@
-// Documents and numbers that are tried on everything that reads them: on the strict reader, which
-// tells faults, and on the quick one, which accepts or gives up.
+// Documents and numbers for all readers of JSON. The strict reader reports each fault. The
+// streaming reader accepts or gives up.
 #pragma once
 
 #include "json/TokenFinder.h"
@@ -23,7 +23,7 @@ inline std::string repeated(std::string_view text, std::size_t count) {
 struct ReadCase {
   const char* name;
   std::string document;
-  /// The value written anew without blanks.
+  /// The value written again without blanks.
   std::string rewritten;
 };
 
@@ -74,10 +74,10 @@ inline const ReadCase readCases[] = {
 struct RefusedCase {
   const char* name;
   std::string document;
-  /// As the strict reader tells it; none of the document as a whole.
+  /// As the strict reader reports it; `nowhere` for a fault of the whole document.
   std::size_t byteOffset;
   const char* what;
-  /// What the search for tokens says already.
+  /// The fault that the search for tokens already finds.
   TokenFault tokens = TokenFault::none;
 };
 
@@ -91,7 +91,7 @@ inline constexpr auto badEscape = "A string holds an escape that is none of JSON
 inline constexpr auto endsEarly = "The document ends early.";
 inline constexpr auto noValue = "Expected a value.";
 inline constexpr auto noKey = "Expected a key.";
-inline constexpr auto noColon = "Expected a colon behind the key.";
+inline constexpr auto noColon = "Expected a colon after the key.";
 inline constexpr auto noEndOfArray = "Expected a comma or the end of the array.";
 inline constexpr auto noEndOfObject = "Expected a comma or the end of the object.";
 inline constexpr auto goesOn = "Something follows the document's value.";
@@ -102,20 +102,20 @@ inline const RefusedCase refusedCases[] = {
     {"blanks", " \t\r\n" + repeated(" ", 200), nowhere, isEmpty, TokenFault::empty},
     {"onlyByteOrderMark", "\xEF\xBB\xBF", nowhere, isEmpty},
     {"twoByteOrderMarks", "\xEF\xBB\xBF\xEF\xBB\xBF[]", 3, noValue},
-    {"byteOrderMarkBehindBlank", " \xEF\xBB\xBF[]", 1, noValue},
+    {"byteOrderMarkAfterBlank", " \xEF\xBB\xBF[]", 1, noValue},
     {"byteOrderMarkAtEnd", "[]\xEF\xBB\xBF", 2, goesOn},
     {"utf16", "[\0]\0"s, 1, noValue},
     {"otherBlank", "[\f1]", 1, noValue},
     {"noBreakSpace", "[\u00a01]", 1, noValue},
-    {"nulBehindValue", "[]\0"s, 2, goesOn},
+    {"nulAfterValue", "[]\0"s, 2, goesOn},
     {"nulAsValue", "\0"s, 0, noValue},
     {"twoValues", "1 2", 2, goesOn},
     {"twoLines", "{}\n{}", 3, goesOn},
-    {"commaBehindValue", "[],", 2, goesOn},
-    {"closingBehindValue", "[]]", 2, goesOn},
-    {"stringBehindString", R"("a""b")", 3, goesOn},
-    {"wordBehindString", R"("a"b)", 3, goesOn},
-    {"stringBehindNumber", R"(1"a")", 0, noValue},
+    {"commaAfterValue", "[],", 2, goesOn},
+    {"closingAfterValue", "[]]", 2, goesOn},
+    {"stringAfterString", R"("a""b")", 3, goesOn},
+    {"wordAfterString", R"("a"b)", 3, goesOn},
+    {"stringAfterNumber", R"(1"a")", 0, noValue},
     {"onlyComma", ",", 0, noValue},
     {"onlyColon", ":", 0, noValue},
     {"onlyClosing", "]", 0, noValue},
@@ -135,8 +135,8 @@ inline const RefusedCase refusedCases[] = {
     {"literalsWithoutComma", "[null null]", 6, noEndOfArray},
     {"minusBlank", "[- 1]", 1, noValue},
     {"arrayOpen", "[", 1, endsEarly},
-    {"arrayOpenBehindElement", "[1", 2, endsEarly},
-    {"arrayOpenBehindComma", "[1, ", 4, endsEarly},
+    {"arrayOpenAfterElement", "[1", 2, endsEarly},
+    {"arrayOpenAfterComma", "[1, ", 4, endsEarly},
     {"arrayClosedAsObject", "[1}", 2, noEndOfArray},
     {"emptyArrayClosedAsObject", "[}", 1, noValue},
     {"trailingCommaInArray", "[1,]", 3, noValue},
@@ -144,10 +144,10 @@ inline const RefusedCase refusedCases[] = {
     {"twoCommasInArray", "[1,,2]", 3, noValue},
     {"colonInArray", R"(["a":1])", 4, noEndOfArray},
     {"objectOpen", "{", 1, endsEarly},
-    {"objectOpenBehindKey", R"({"a")", 4, endsEarly},
-    {"objectOpenBehindColon", R"({"a":)", 5, endsEarly},
-    {"objectOpenBehindValue", R"({"a":1)", 6, endsEarly},
-    {"objectOpenBehindComma", R"({"a":1,)", 7, endsEarly},
+    {"objectOpenAfterKey", R"({"a")", 4, endsEarly},
+    {"objectOpenAfterColon", R"({"a":)", 5, endsEarly},
+    {"objectOpenAfterValue", R"({"a":1)", 6, endsEarly},
+    {"objectOpenAfterComma", R"({"a":1,)", 7, endsEarly},
     {"objectClosedAsArray", R"({"a":1])", 6, noEndOfObject},
     {"emptyObjectClosedAsArray", "{]", 1, noKey},
     {"trailingCommaInObject", R"({"a":1,})", 7, noKey},
@@ -164,15 +164,15 @@ inline const RefusedCase refusedCases[] = {
     {"openString", R"(["a)", 1, hasNoEnd, TokenFault::brokenString},
     {"onlyQuote", "\"", 0, hasNoEnd, TokenFault::brokenString},
     {"escapedClosingQuote", R"(["a\"])", 1, hasNoEnd, TokenFault::brokenString},
-    {"openStringBehindOther", R"(["\"a", "b])", 8, hasNoEnd, TokenFault::brokenString},
+    {"openStringAfterOther", R"(["\"a", "b])", 8, hasNoEnd, TokenFault::brokenString},
     {"backslashAtEnd", R"(["\)", 1, hasNoEnd, TokenFault::brokenString},
     {"lineBreakInString", "[\"ab\n\"]", 4, hasControl, TokenFault::brokenString},
     {"tabInString", "[\"\\\"\t\"]", 4, hasControl, TokenFault::brokenString},
     {"nulInString", "[\"\0\"]"s, 2, hasControl, TokenFault::brokenString},
     {"controlInKey", "{\"\x1F\":1}", 2, hasControl, TokenFault::brokenString},
     {"controlInOpenString", "[\"\\\"\",\"b\n]", 8, hasControl, TokenFault::brokenString},
-    {"lineBreakBehindABackslash", "[\"a\\\nb\",1]", 4, hasControl, TokenFault::brokenString},
-    {"controlBehindABackslash", "[\"a\\\x01\"]", 4, hasControl, TokenFault::brokenString},
+    {"lineBreakAfterABackslash", "[\"a\\\nb\",1]", 4, hasControl, TokenFault::brokenString},
+    {"controlAfterABackslash", "[\"a\\\x01\"]", 4, hasControl, TokenFault::brokenString},
     {"backslashOutsideString", R"([\n])", 1, noValue},
     {"backslashBeforeString", R"([\"a"])", 1, hasBackslash, TokenFault::brokenString},
     {"backslashBeforeStringWithControl", "[\"\\\"\", \\\"a\", \"\n\"]", 7, hasBackslash,
@@ -187,7 +187,7 @@ inline const RefusedCase refusedCases[] = {
     {"loneContinuation", "[\"a\x80\"]", 3, isNotUTF8, TokenFault::notUTF8},
     {"cutCodePoint", "[\"\xE6\x97\"]", 2, isNotUTF8, TokenFault::notUTF8},
     {"cutCodePointAtEnd", "\xE6\x97", 0, isNotUTF8, TokenFault::notUTF8},
-    {"cutCodePointBehindString", "\"\" \xC3", 3, isNotUTF8, TokenFault::notUTF8},
+    {"cutCodePointAfterString", "\"\" \xC3", 3, isNotUTF8, TokenFault::notUTF8},
     {"overlongNUL", "\"\xC0\x80\"", 1, isNotUTF8, TokenFault::notUTF8},
     {"overlongSlash", "[\"\xC0\xAF\"]", 2, isNotUTF8, TokenFault::notUTF8},
     {"surrogateInUTF8", "[\"\xED\xA0\x80\"]", 2, isNotUTF8, TokenFault::notUTF8},
@@ -198,18 +198,18 @@ inline const RefusedCase refusedCases[] = {
     {"byteOrderMarkOfUTF16", "\xFE\xFF[]", 0, isNotUTF8, TokenFault::notUTF8},
 };
 
-/// Writings of numbers, and others.
+/// Texts that are numbers, and texts that are not.
 struct NumberCase {
-  /// What all of `texts` mean, or one of the following.
+  /// The value of all `texts`, or one of the constants below.
   std::string_view value;
-  /// Whether the quick reader takes them for that, where it fits; else it gives them up.
-  bool isQuick;
+  /// Whether the streaming reader accepts them when they fit the type; otherwise it gives up.
+  bool isStreamed;
   /// Separated by blanks (Words.h).
   std::string texts;
 };
 
 inline constexpr std::string_view itself = "itself";
-/// The value has a fraction or takes more than 64 bits.
+/// The value has a fraction, or needs more than 64 bits.
 inline constexpr std::string_view noInteger = "no integer";
 inline constexpr std::string_view noNumber = "no number";
 
@@ -241,7 +241,8 @@ inline const NumberCase numberCases[] = {
      "0.5 -0.5 -0.50 1.25e1 41e-1 9e-9 1E-05 -9.99E+99 1234.678 1e20 1e99 1e400 "
      "1e-400 1e9999 1e18446744073709551616 1e-18446744073709551616 "
      "4.00000000000000000000000001"},
-    // Around 64 bits, twice the least of 20 digits, and what wraps around to another 20 digits.
+    // Just over 64 bits, around twice the smallest number of 20 digits, and numbers that wrap
+    // around to 20 digits again.
     {noInteger, false,
      "18446744073709551616 -18446744073709551616 19999999999999999999 "
      "20000000000000000000 28446744073709551616 46893488147419103231 "

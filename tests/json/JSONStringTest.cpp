@@ -19,7 +19,7 @@ constexpr char guard = '\xFE';
 
 constexpr std::size_t margin = 16;
 
-/// Resolves `content` into a copy, between bytes that must stay as they are.
+/// Resolves `content` into a copy. The guard bytes around the copy must not change.
 std::optional<std::string> resolvedCopy(const std::string& content) {
   const std::size_t room = roomForResolved(content);
   std::string bytes(margin + room + margin, guard);
@@ -33,7 +33,7 @@ std::optional<std::string> resolvedCopy(const std::string& content) {
   return bytes.substr(margin, *length);
 }
 
-/// Resolves `content` in place, between bytes that must stay as they are; a copy gets the same.
+/// Resolves `content` in place. The guard bytes around it must not change. A copy must be equal.
 std::optional<std::string> resolved(const std::string& content) {
   std::string bytes = std::string(margin, guard) + content + std::string(margin, guard);
   const std::optional<std::size_t> length = resolveEscapes({bytes.data() + margin, content.size()});
@@ -79,20 +79,20 @@ constexpr EscapeCase escapes[] = {
     {"\\uDBFF\\uDFFF", "\U0010FFFF"},
 };
 
-TEST(JSONStringTest, textWithoutEscapesStays) {
+TEST(JSONStringTest, textWithoutEscapesIsUnchanged) {
   for (std::size_t length = 0; length <= 100; ++length) {
     EXPECT_EQ(resolved(std::string(length, 'x')), std::string(length, 'x'));
   }
   EXPECT_EQ(resolved("\u00e9/\u65e5 \x7F\U0001F600"), "\u00e9/\u65e5 \x7F\U0001F600");
 }
 
-TEST(JSONStringTest, escapesAreResolvedInEveryPlace) {
+TEST(JSONStringTest, escapesAreResolvedAtEveryPosition) {
   for (const EscapeCase& row : escapes) {
     SCOPED_TRACE(row.escape);
     for (std::size_t before = 0; before <= 17; ++before) {
-      for (std::size_t behind = 0; behind <= 17; ++behind) {
+      for (std::size_t after = 0; after <= 17; ++after) {
         const std::string left(before, 'l');
-        const std::string right(behind, 'r');
+        const std::string right(after, 'r');
         EXPECT_EQ(resolved(left + std::string(row.escape) + right),
                   left + std::string(row.text) + right);
       }
@@ -100,8 +100,8 @@ TEST(JSONStringTest, escapesAreResolvedInEveryPlace) {
   }
 }
 
-TEST(JSONStringTest, escapesAreResolvedBehindEachOther) {
-  // Bytes that look like the ones that are searched for, but for one bit.
+TEST(JSONStringTest, escapesAreResolvedInSequence) {
+  // Bytes that differ in one bit from those that the search looks for.
   constexpr std::string_view between = "[]{|}~\xC3\x9C\xDC\x8C";
   for (const EscapeCase& first : escapes) {
     for (const EscapeCase& second : escapes) {
@@ -162,7 +162,7 @@ TEST(JSONStringTest, pairsOfSurrogatesAreResolved) {
   }
 }
 
-TEST(JSONStringTest, everyOtherCharacterBehindABackslashIsRefused) {
+TEST(JSONStringTest, everyOtherCharacterAfterABackslashIsRefused) {
   constexpr std::string_view allowed = "\"\\/bfnrt";
   for (int byte = 0; byte < 256; ++byte) {
     const char character = static_cast<char>(byte);
@@ -186,7 +186,7 @@ TEST(JSONStringTest, brokenEscapesAreRefused) {
   }
 }
 
-TEST(JSONStringTest, whatStandsBehindIsNotRead) {
+TEST(JSONStringTest, bytesAfterTheContentAreNotRead) {
   for (const std::string_view escape : {"\\/", "\\n", "\\u0041", "\\ud83d\\ude00"}) {
     for (std::size_t length = 1; length < escape.size(); ++length) {
       std::string bytes(escape);
@@ -197,7 +197,7 @@ TEST(JSONStringTest, whatStandsBehindIsNotRead) {
   }
 }
 
-TEST(JSONStringTest, everyByteThatIsNoDigitIsRefusedInEachPlace) {
+TEST(JSONStringTest, everyByteThatIsNoDigitIsRefusedAtEachPosition) {
   constexpr std::string_view digits = "0123456789abcdefABCDEF";
   for (std::size_t place = 2; place < 6; ++place) {
     for (int byte = 0; byte < 256; ++byte) {

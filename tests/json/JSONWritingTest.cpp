@@ -35,7 +35,7 @@ constexpr WritingCase writingCases[] = {
     {"markup", "<a href='&'>", R"("<a href='&'>")"},
 };
 
-TEST(JSONWritingTest, escapesWhatMustBeAndNothingElse) {
+TEST(JSONWritingTest, escapesOnlyTheRequiredCharacters) {
   for (const WritingCase& row : writingCases) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(written(row.text), row.json);
@@ -47,14 +47,14 @@ TEST(JSONWritingTest, escapesSlashesOnRequest) {
   EXPECT_EQ(written("/\\/", SlashStyle::escaped), R"("\/\\\/")");
 }
 
-TEST(JSONWritingTest, appends) {
+TEST(JSONWritingTest, appendsToTheText) {
   std::string json = "[";
   appendJSONString(json, "a");
   appendJSONString(json, "b");
   EXPECT_EQ(json, R"(["a""b")");
 }
 
-TEST(JSONWritingTest, whatIsWrittenReadsBack) {
+TEST(JSONWritingTest, writtenTextReadsBack) {
   std::string all;
   for (char character = 0; character < 0x7F; ++character) {
     all += character;

@@ -25,7 +25,7 @@ TEST(KeyTableTest, findsEachKey) {
   }
 }
 
-TEST(KeyTableTest, findsNothingElse) {
+TEST(KeyTableTest, findsNoOtherKey) {
   const std::string_view others[] = {
       "",           "x",     "Size",        "SIZE",    "siz",         "size ",
       " size",      "sizE",  "e",           "sixe",    "szie",        "sizesize",
@@ -36,7 +36,7 @@ TEST(KeyTableTest, findsNothingElse) {
   }
 }
 
-TEST(KeyTableTest, keysThatDifferInOneByteAreOtherKeys) {
+TEST(KeyTableTest, distinguishesKeysThatDifferInOneByte) {
   for (const std::string_view key : keys) {
     for (std::size_t position = 0; position < key.size(); ++position) {
       for (int change = 1; change < 256; ++change) {
@@ -49,8 +49,8 @@ TEST(KeyTableTest, keysThatDifferInOneByteAreOtherKeys) {
   }
 }
 
-// The table looks at the first, the middle and the last byte, and at the length's last byte.
-TEST(KeyTableTest, keysThatLookAlikeAreOtherKeys) {
+// The hash uses the first, the middle and the last byte, and the low byte of the length.
+TEST(KeyTableTest, distinguishesKeysWithTheSameHashedBytes) {
   EXPECT_EQ(table.find("storXdSize"), table.none);
   std::string longer(4 + 256, 's');
   longer[longer.size() / 2] = 'z';
@@ -58,7 +58,7 @@ TEST(KeyTableTest, keysThatLookAlikeAreOtherKeys) {
   EXPECT_EQ(table.find(longer), table.none);
 }
 
-TEST(KeyTableTest, noTextIsAKeyOfAnEmptyPlace) {
+TEST(KeyTableTest, findsNoKeyInAnEmptySlot) {
   for (int first = 0; first < 256; ++first) {
     for (int last = 0; last < 256; ++last) {
       const std::string text = {static_cast<char>(first), static_cast<char>(last)};

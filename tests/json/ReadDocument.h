@@ -8,7 +8,7 @@
 
 namespace velmora::internal {
 
-/// Keeps all that the values of a document need. Throws what reading raises.
+/// Owns all memory of the document's values. Throws the reader's errors.
 class ReadDocument {
  public:
   explicit ReadDocument(std::string bytes)

@@ -1,5 +1,5 @@
-// Documents of one kind of record, tried on everything that reads records: on the strict reader,
-// which tells faults, and on the quick one, which accepts or gives up.
+// Documents of one kind of record for all readers of records. The strict reader reports each fault.
+// The streaming reader accepts or gives up.
 #pragma once
 
 #include "json/RecordFields.h"
@@ -49,7 +49,7 @@ struct RecordFields<SampleRecord> {
   };
 };
 
-/// With something in every field, for what is read to take its place.
+/// A record with a value in every field, which reading must replace.
 inline SampleRecord usedRecord() {
   const SampleItem item = {.number = 7, .note = "before"};
   return {"before", 7, item, item, {item, item}, true, {{7}}};
@@ -58,17 +58,17 @@ inline SampleRecord usedRecord() {
 struct RecordCase {
   const char* name;
   std::string document;
-  /// The record written anew, compact and in the order of its fields; or the fault, as describe
-  /// (Faults.h) has it.
+  /// The record written again, compact and in the order of its fields; or the fault, as describe()
+  /// (Faults.h) writes it.
   std::string outcome;
-  /// Whether the quick reader takes it for the same; else it gives up.
-  bool isQuick = false;
+  /// Whether the streaming reader accepts it with the same result; otherwise it gives up.
+  bool isStreamed = false;
 };
 
-/// All that must be there.
+/// All required fields.
 inline const std::string required = R"("name":"n","count":2,"item":{"number":3},"list":[])";
 
-/// With other members before or behind those, which end the record or do not.
+/// The required fields, with other members before or after them. `rest` may end the record or not.
 inline std::string withFirst(std::string_view members) {
   return "{" + std::string(members) + "," + required + "}";
 }
@@ -176,21 +176,22 @@ inline const RecordCase recordCases[] = {
      "valueNotFound list @49: Expected an array but found null."},
     {"objectForArray", R"({"name":"n","count":2,"item":{"number":3},"list":{}})",
      "typeMismatch list @49: Expected an array but found an object."},
-    {"behindResolvedStrings", R"({"\u006eame":"\u006e","count":"\n\n"})",
+    {"afterResolvedStrings", R"({"\u006eame":"\u006e","count":"\n\n"})",
      "typeMismatch count @30: Expected a number but found a string."},
-    {"commaBehindElement", withLast(R"(,"numbers":[1,]})"), "dataCorrupted @65: Expected a value."},
+    {"commaAfterElement", withLast(R"(,"numbers":[1,]})"), "dataCorrupted @65: Expected a value."},
     {"commaBeforeElement", withLast(R"(,"numbers":[,1]})"), "dataCorrupted @63: Expected a value."},
     {"commaAlone", withLast(R"(,"numbers":[,]})"), "dataCorrupted @63: Expected a value."},
     {"noCommaBetweenElements", withLast(R"(,"numbers":[1 2]})"),
      "dataCorrupted @65: Expected a comma or the end of the array."},
-    {"commaBehindMember", withLast(",}"), "dataCorrupted @52: Expected a key."},
+    {"commaAfterMember", withLast(",}"), "dataCorrupted @52: Expected a key."},
     {"wrongBracket", withLast(R"(,"numbers":[1}})"),
      "dataCorrupted @64: Expected a comma or the end of the array."},
     {"wrongEnd", withLast("]"), "dataCorrupted @51: Expected a comma or the end of the object."},
     {"noEnd", withLast(""), "dataCorrupted @51: The document ends early."},
     {"noEndOfList", withLast(R"(,"numbers":[)"), "dataCorrupted @63: The document ends early."},
-    {"moreBehind", withLast("} {}"), "dataCorrupted @53: Something follows the document's value."},
-    {"braceBehind", withLast("}}"), "dataCorrupted @52: Something follows the document's value."},
+    {"moreTextAfter", withLast("} {}"),
+     "dataCorrupted @53: Something follows the document's value."},
+    {"braceAfter", withLast("}}"), "dataCorrupted @52: Something follows the document's value."},
 };
 
 }  // namespace velmora::internal

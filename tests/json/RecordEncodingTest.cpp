@@ -11,7 +11,7 @@
 
 namespace velmora::internal {
 
-// Not in an unnamed namespace, where `encode` would not be found for them.
+// Not in an unnamed namespace, because argument-dependent lookup must find `encode`.
 
 struct Point {
   std::int64_t x = 0;
@@ -76,14 +76,14 @@ void expectToDecodeAsItself(const Value& value) {
   EXPECT_EQ(again, value);
 }
 
-TEST(RecordEncodingTest, keysStandInTheOrderOfTheirDeclaration) {
+TEST(RecordEncodingTest, keysHaveTheOrderOfTheirDeclaration) {
   EXPECT_EQ(encoded(Everything{}),
             R"({"smallest":-9223372036854775808,"largest":18446744073709551615,)"
             R"("narrow":65535,"isTrue":true,"isFalse":false,"\"text\"/":"","texts":[],)"
             R"("point":{"x":0},"points":[]})");
 }
 
-TEST(RecordEncodingTest, valuesLieInEachOther) {
+TEST(RecordEncodingTest, valuesAreNested) {
   Everything everything;
   everything.text = "a/\"\n\u00e9";
   everything.texts = {"", "x", "y"};
@@ -106,7 +106,7 @@ TEST(RecordEncodingTest, absentFieldsAreLeftOut) {
             R"({"first":false,"second":"","third":[]})");
 }
 
-TEST(RecordEncodingTest, whatIsEncodedDecodesAsItself) {
+TEST(RecordEncodingTest, encodedRecordDecodesToItself) {
   expectToDecodeAsItself(Everything{});
   expectToDecodeAsItself(Optionals{});
   expectToDecodeAsItself(Optionals{.first = true, .second = std::nullopt, .third = {{"", "\n"}}});

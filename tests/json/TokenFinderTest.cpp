@@ -32,7 +32,7 @@ const FoundCase foundCases[] = {
     {"escapedQuote", R"("a\"b" 1)", {0, 7}},
     {"escapedBackslash", R"("a\\" 1)", {0, 6}},
     {"literals", "true false null", {0, 5, 11}},
-    {"lettersBehindAString", R"("a"b)", {0, 3}},
+    {"lettersAfterAString", R"("a"b)", {0, 3}},
     {"stringsInARow", R"("a""b")", {0, 3}},
     {"backslashOutside", R"(\"a 1)", {0, 4}},
     {"NULOutside", "\0 1"s, {0, 2}},
@@ -41,7 +41,7 @@ const FoundCase foundCases[] = {
     {"nonASCII", "\"\u00e9\U0001F600\",1", {0, 8, 9}},
 };
 
-TEST(TokenFinderTest, findsWhereTokensBeginAndTheLengthBehindThem) {
+TEST(TokenFinderTest, findsTheStartsOfTokensAndThenTheLength) {
   TokenFinder finder;
   for (const FoundCase& row : foundCases) {
     SCOPED_TRACE(row.name);
@@ -54,8 +54,8 @@ TEST(TokenFinderTest, findsWhereTokensBeginAndTheLengthBehindThem) {
   }
 }
 
-/// Where the fault stands must make no difference: the search goes by blocks.
-TEST(TokenFinderTest, findsNoneInFaultyTextsWhereverTheFaultIs) {
+/// The position of the fault must make no difference, because the search goes by blocks.
+TEST(TokenFinderTest, findsNoneInAFaultyTextWithTheFaultAnywhere) {
   TokenFinder finder;
   for (const RefusedCase& row : refusedCases) {
     SCOPED_TRACE(row.name);
@@ -67,7 +67,7 @@ TEST(TokenFinderTest, findsNoneInFaultyTextsWhereverTheFaultIs) {
   }
 }
 
-TEST(TokenFinderTest, findsInOneTextAfterTheOther) {
+TEST(TokenFinderTest, findsTokensOfSeveralTextsInTurn) {
   TokenFinder finder;
   for (const std::size_t count : {1U, 5000U, 3U, 100000U, 0U, 40U}) {
     std::string text;
@@ -85,7 +85,7 @@ TEST(TokenFinderTest, findsInOneTextAfterTheOther) {
 
 TEST(TokenFinderTest, findsAsManyTokensAsBytes) {
   TokenFinder finder;
-  // As long as the memory for them is, and around.
+  // Lengths around the capacity of the finder's memory.
   for (const std::size_t length : {63U, 64U, 65U, 1023U, 1024U, 1025U, 4096U}) {
     const FoundTokens tokens = finder.find(std::string(length, '['));
     ASSERT_EQ(tokens.count, length);

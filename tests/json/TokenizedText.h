@@ -1,4 +1,4 @@
-// A text and its tokens, for tests of those who take them.
+// A text and its tokens, for tests of code that reads tokens.
 #pragma once
 
 #include "json/TokenFinder.h"
@@ -14,7 +14,7 @@ namespace velmora::internal {
 
 class TokenizedText {
  public:
-  /// Throws std::invalid_argument where no tokens are found.
+  /// Throws std::invalid_argument when the search finds no tokens.
   explicit TokenizedText(std::string text)
       : text_(std::move(text)), tokens_(text_, find(), arena_) {}
   TokenizedText(const TokenizedText&) = delete;

@@ -35,7 +35,7 @@ const Situation situations[] = {
 const std::pair<std::string, std::string> choice = {"group.io.tolvane.Velmora",
                                                     "VelmoraSelectedLanguage.v1"};
 
-TEST(Errors, carryDomainCodeAndEnglishTextWithoutResources) {
+TEST(Errors, haveDomainCodeAndEnglishTextWithoutResources) {
   for (const Situation& row : situations) {
     FakePlatform fake;
     EXPECT_EQ(row.makeError(row.action, fake.platform()),
@@ -46,7 +46,7 @@ TEST(Errors, carryDomainCodeAndEnglishTextWithoutResources) {
   }
 }
 
-TEST(Errors, carryTheTextOfTheLanguageOrTheirEnglishText) {
+TEST(Errors, haveTheTextOfTheLanguageOrTheirEnglishText) {
   struct Row {
     const char* chosen;
     const char* preferred;
@@ -55,7 +55,7 @@ TEST(Errors, carryTheTextOfTheLanguageOrTheirEnglishText) {
   };
   const Row rows[] = {{"ja", "en-US", "ja", true},
                       {"system", "ja-JP", "ja", true},
-                      // Not the English table in the place of one that is missing.
+                      // The English table does not replace a missing table.
                       {"", "pt-BR", "en", false},
                       {"", "es", "es", true}};
   for (const Situation& situation : situations) {

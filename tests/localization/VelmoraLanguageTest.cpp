@@ -46,7 +46,7 @@ TEST(SelectedLanguage, isSystemWithoutAValueUnderSuiteAndKey) {
   EXPECT_EQ(selectedLanguage(defaults), system);
 }
 
-TEST(LanguageForPreferredLanguage, servesTheTagOrNot) {
+TEST(LanguageForPreferredLanguage, isTheSupportedLanguageOfTheTag) {
   const std::pair<std::optional<VelmoraLanguage>, std::vector<std::string>> rows[] = {
       {english, {"en", "en-GB", "EN-US", "-en"}},
       {japanese, {"ja-JP"}},
@@ -66,7 +66,7 @@ TEST(LanguageForPreferredLanguage, servesTheTagOrNot) {
   }
 }
 
-TEST(ResolvedLanguage, isTheChoiceOrTheFirstServedPreference) {
+TEST(ResolvedLanguage, isTheChoiceOrTheFirstSupportedPreference) {
   struct Row {
     const char* name;
     VelmoraLanguage choice;
@@ -77,7 +77,7 @@ TEST(ResolvedLanguage, isTheChoiceOrTheFirstServedPreference) {
                       {"choiceNeedsNoPreference", spanish, {}, spanish},
                       {"systemFollows", system, {"ja-JP"}, japanese},
                       {"firstDecides", system, {"es-ES", "ja-JP"}, spanish},
-                      {"notServedIsPassedOver", system, {"zh-Hant-TW", "pt-PT", "es-ES"}, spanish},
+                      {"unsupportedIsSkipped", system, {"zh-Hant-TW", "pt-PT", "es-ES"}, spanish},
                       {"taiwanAloneIsEnglish", system, {"zh-TW"}, english},
                       {"nothingIsEnglish", system, {}, english}};
   for (const Row& row : rows) {

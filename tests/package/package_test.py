@@ -1,4 +1,4 @@
-"""The installed package: its headers, and the program of docs/library.md built against it."""
+"""Tests the installed package: its headers, and the program of docs/library.md built with it."""
 
 import json
 import os

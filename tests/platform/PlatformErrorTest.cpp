@@ -9,7 +9,7 @@
 namespace velmora {
 namespace {
 
-TEST(PlatformErrors, sayWhatAndNoMore) {
+TEST(PlatformErrors, haveDomainCodeAndDescription) {
   const struct {
     PlatformError error;
     std::string domain;

@@ -1,5 +1,5 @@
-// The two programs agree with each other, and with a plain computation of what is warped, on random
-// trees of folders: nested, restored, destroyed and corrupted Warps in every mixture.
+// The two programs agree with each other, and with a simple model of the warped folders. The trees
+// of folders are random, with nested, restored, destroyed and corrupted Warps in every mixture.
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/JSONLine.h"
@@ -23,7 +23,7 @@ namespace velmora::process {
 
 namespace {
 
-/// Two spellings of one name are one letter here; the letter is what the model compares.
+/// A spelling of a folder name. Spellings of one name have one letter, which the model compares.
 struct Spelling {
   char letter;
   const char* name;
@@ -34,11 +34,11 @@ constexpr std::array<Spelling, 5> spellings = {
 
 struct Folder {
   std::string path;
-  /// The letters of the names from the tree's root down.
+  /// The letters of the names from the tree's root to this folder.
   std::string letters;
 };
 
-/// A Warp that counts.
+/// A folder that counts as warped.
 struct Root {
   Folder folder;
   double createdAt;
@@ -57,7 +57,7 @@ std::ostream& operator<<(std::ostream& stream, const Answer& answer) {
   return stream << answer.reason << " in " << answer.root.value_or("none");
 }
 
-/// A random tree on disk, and what a person who made it would say of its folders.
+/// A random tree on disk, and the expected answers for its folders.
 class RandomTree {
  public:
   RandomTree(std::uint32_t seed, std::filesystem::path top, std::filesystem::path sharedRoot)
@@ -68,7 +68,8 @@ class RandomTree {
     makeStrays();
   }
 
-  /// Paths to ask for: folders of the tree, files, what is missing, some in roundabout ways.
+  /// Operands: folders of the tree, files, and missing paths, some of them not in standardised
+  /// form.
   std::vector<std::string> items() {
     std::vector<std::string> chosen;
     for (int count = below(6) + 1; count > 0; --count) {
@@ -152,9 +153,9 @@ class RandomTree {
       std::string bytes = encodeManifest(manifest);
       Root root{folder, manifest.createdAt.secondsSinceReferenceDate, warpID + ".json"};
       switch (below(8)) {
-        case 0:  // restored: the marker is gone
+        case 0:  // restored: no marker
           break;
-        case 1:  // destroyed, by the one name or the other
+        case 1:  // destroyed, by Warp ID or by manifest key
           mark(folder, markerJSON(warpID));
           tombstones.push_back(tombstoneOf(manifest));
           (below(2) == 0 ? tombstones.back().warpID : tombstones.back().manifestKey) =
@@ -168,7 +169,7 @@ class RandomTree {
         case 3:  // a corrupted marker
           mark(folder, "{\"warpID\":\"" + warpID);
           break;
-        case 4:  // warped anew, by another Warp
+        case 4:  // warped again by another Warp
           mark(folder, markerJSON("newer"));
           break;
         default:
@@ -185,11 +186,11 @@ class RandomTree {
                  const std::vector<Root>& tombstoned) {
     std::string bytes = indexJSON(std::move(tombstones));
     if (below(5) == 0) {
-      // A corrupted index counts as none: nothing is destroyed.
+      // A corrupted index counts as absent, so nothing is destroyed.
       bytes.pop_back();
       roots_.insert(roots_.end(), tombstoned.begin(), tombstoned.end());
     }
-    // The newest first; of one instant, by the names of their files.
+    // The newest come first; those of one instant are in the order of their file names.
     std::ranges::sort(roots_, {},
                       [](const Root& root) { return std::pair(-root.createdAt, root.fileName); });
     writeFile(sharedRoot_ / "destroyed-manifest-index.json", bytes);
@@ -213,8 +214,8 @@ class RandomTree {
     return found != folders_.end() ? std::optional(*found) : std::nullopt;
   }
 
-  /// The innermost folder that counts as warped and is, or is around, the one with these letters.
-  /// Of two spellings of one folder, the one whose manifest is newer.
+  /// The innermost warped folder that is the folder with these letters, or contains it. Of two
+  /// spellings, the one with the newer manifest.
   [[nodiscard]] const Root* innermostRoot(const std::string& letters) const {
     const Root* innermost = nullptr;
     for (const Root& root : roots_) {
@@ -235,8 +236,8 @@ class RandomTree {
   std::vector<Root> roots_;
 };
 
-/// Few, because each tree takes six processes, whose start takes many times as long with
-/// sanitizers.
+/// A small number, because each tree needs six processes, and sanitizers make their start much
+/// slower.
 std::uint32_t treeCount() {
 #ifdef VELMORA_TEST_WITH_SANITIZERS
   return randomTreeCount(40);
@@ -247,7 +248,7 @@ std::uint32_t treeCount() {
 
 class AgreementTest : public ProcessTest {
  protected:
-  /// Runs a program in the tree's surroundings.
+  /// Runs a program in the environment of the tree.
   Outcome runIn(const char* program, std::vector<std::string> arguments,
                 const std::vector<std::string>& items) {
     arguments.insert(arguments.begin(), program);
@@ -299,7 +300,7 @@ class AgreementTest : public ProcessTest {
   }
 };
 
-// In two halves, because the runner can run two tests at a time.
+// Two tests, because the test runner can run them at the same time.
 TEST_F(AgreementTest, holdsOnRandomTrees) { expectAgreementOnTrees(0, treeCount() / 2); }
 
 TEST_F(AgreementTest, holdsOnOtherRandomTrees) {

@@ -1,4 +1,4 @@
-// The signal is a hint: without a bus, or with one that does not answer, the request is the same.
+// The signal is only a hint: a missing or broken bus does not change the request.
 
 #include "tests/process/ProcessTest.h"
 
@@ -10,13 +10,13 @@ namespace {
 
 class BrokenBusTest : public ProcessTest {
  protected:
-  /// One request that succeeds and one that does not, which tries to show a notification.
-  void expectServedAsEver() {
+  /// Expects one request to succeed. Another fails and tries to show a notification.
+  void expectServedAsUsual() {
     expectHandedOver(run({folder}), {folder});
     expectCancelled(run({home.makeFile("file")}), 1, message("en", chooseWarpFolders) + "\n");
   }
 
-  /// The application is started nevertheless, and finds the bus that it would find without us.
+  /// Expects the application to start with the same bus address as without this program.
   void expectLaunchedWithAddress(const std::optional<std::string>& address) {
     installApplication("DBusActivatable=true\n" + execLine());
     expectCompleted(run({folder}));
@@ -29,31 +29,31 @@ class BrokenBusTest : public ProcessTest {
 };
 
 TEST_F(BrokenBusTest, noBus) {
-  // Where there is a display, libraries like to start a bus of their own.
+  // With a display, libraries may start a bus of their own.
   command.environment["DISPLAY"] = ":99";
-  expectServedAsEver();
+  expectServedAsUsual();
   writeFile(home.runtimeDirectory() / "bus", "");
-  expectServedAsEver();
+  expectServedAsUsual();
   command.environment.erase("XDG_RUNTIME_DIR");
-  expectServedAsEver();
+  expectServedAsUsual();
   expectLaunchedWithAddress(std::nullopt);
 }
 
-TEST_F(BrokenBusTest, addressOfNoKind) {
+TEST_F(BrokenBusTest, invalidAddress) {
   for (const char* address : {"nonsense", "unix:", "disabled:", "unix:path=", ";", "tcp:port=0"}) {
     SCOPED_TRACE(address);
     setBus(address);
-    expectServedAsEver();
+    expectServedAsUsual();
   }
 }
 
-TEST_F(BrokenBusTest, busInAnyStateOfDecay) {
+TEST_F(BrokenBusTest, brokenBus) {
   for (const BusFault fault :
        {BusFault::crashed, BusFault::letsNobodyIn, BusFault::answersNothing, BusFault::hangsUp}) {
     SCOPED_TRACE(static_cast<int>(fault));
     const BrokenBus bus(fault);
     setBus(bus.address());
-    // There is a notification to show.
+    // This failure tries to show a notification.
     expectCancelled(run({home.makeFile("file")}), 1, message("en", chooseWarpFolders) + "\n");
     EXPECT_TRUE(fault != BusFault::letsNobodyIn || bus.hasCaller());
     expectLaunchedWithAddress(bus.address());

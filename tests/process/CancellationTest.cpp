@@ -1,4 +1,5 @@
-// Selections that do not suit the action: the sentence in the user's language, and nothing else.
+// Unsuitable selections: the program shows the message in the user's language, and does nothing
+// else.
 
 #include "tests/process/ProcessTest.h"
 
@@ -6,10 +7,10 @@ namespace velmora::process {
 
 namespace {
 
-constexpr const char* warpSentence = "Select one or more normal folders to Warp to Velmora.";
-constexpr const char* restoreSentence = "Select a warped Velmora item to restore.";
+constexpr const char* warpMessage = "Select one or more normal folders to Warp to Velmora.";
+constexpr const char* restoreMessage = "Select a warped Velmora item to restore.";
 
-/// With a bus to signal on and an application to launch, so that doing so would be noticed.
+/// The bus and the application would show a signal or a launch.
 class CancellationTest : public ProcessTest {
  protected:
   CancellationTest() {
@@ -18,8 +19,8 @@ class CancellationTest : public ProcessTest {
     installApplication(execLine());
   }
 
-  void expectNothingSuits(const Outcome& outcome, const std::string& sentence) {
-    expectCancelled(outcome, 1, sentence + "\n");
+  void expectUnsuitable(const Outcome& outcome, const std::string& text) {
+    expectCancelled(outcome, 1, text + "\n");
     EXPECT_TRUE(receiver.receivedUntilGone(outcome.process).empty());
   }
 
@@ -29,29 +30,29 @@ class CancellationTest : public ProcessTest {
 };
 
 TEST_F(CancellationTest, selectionThatDoesNotSuitTheAction) {
-  expectNothingSuits(run({file}), warpSentence);
-  expectNothingSuits(run({home.path() / "missing"}), warpSentence);
+  expectUnsuitable(run({file}), warpMessage);
+  expectUnsuitable(run({home.path() / "missing"}), warpMessage);
   const std::string folder = home.makeFolder("A");
-  expectNothingSuits(run({"--restore", folder}), restoreSentence);
+  expectUnsuitable(run({"--restore", folder}), restoreMessage);
   writeFile(folder + "/.velmora-warped.json", "{\"warpID\":\"1\"}");
-  expectNothingSuits(run({"--restore", folder}), restoreSentence);
+  expectUnsuitable(run({"--restore", folder}), restoreMessage);
 }
 
 TEST_F(CancellationTest, identifierDecidesTheAction) {
-  expectNothingSuits(
+  expectUnsuitable(
       run({"--bundle-identifier", "io.tolvane.Velmora.FinderRestoreAction", home.makeFolder("A")}),
-      restoreSentence);
+      restoreMessage);
   for (const char* identifier : {"io.tolvane.velmora.finderrestoreaction", "", "-dash"}) {
     SCOPED_TRACE(identifier);
-    expectNothingSuits(run({"--bundle-identifier=" + std::string(identifier), file}), warpSentence);
+    expectUnsuitable(run({"--bundle-identifier=" + std::string(identifier), file}), warpMessage);
   }
 }
 
-TEST_F(CancellationTest, sentenceIsFoundBesideTheProgram) {
+TEST_F(CancellationTest, messageIsFoundBesideTheProgram) {
   command.environment.erase("VELMORA_RESOURCE_DIR");
   command.environment["LANG"] = "ja_JP.UTF-8";
-  expectNothingSuits(run({file}), message("ja", chooseWarpFolders));
-  // And beside one that was moved.
+  expectUnsuitable(run({file}), message("ja", chooseWarpFolders));
+  // The moved program finds the messages beside its new place.
   const std::filesystem::path moved = home.path() / "moved";
   std::filesystem::create_directories(moved / "bin");
   std::filesystem::create_directories(moved / "share");
@@ -61,10 +62,10 @@ TEST_F(CancellationTest, sentenceIsFoundBesideTheProgram) {
             "\"" + std::string(chooseWarpFolders) + "\" = \"moved\";");
   command.arguments = {moved / "bin" / "velmora-finder-action"};
   std::filesystem::copy_file(VELMORA_TEST_PROGRAM, command.arguments.front());
-  expectNothingSuits(run({file}), "moved");
+  expectUnsuitable(run({file}), "moved");
 }
 
-TEST_F(CancellationTest, sentenceIsInTheUsersLanguage) {
+TEST_F(CancellationTest, messageIsInTheUsersLanguage) {
   const auto stored = [](const std::string& language) {
     return "[Defaults]\nVelmoraSelectedLanguage.v1=" + language + "\n";
   };
@@ -96,12 +97,12 @@ TEST_F(CancellationTest, sentenceIsInTheUsersLanguage) {
       command.environment[name] = value;
     }
     writeFile(home.configHome() / "group.io.tolvane.Velmora" / "defaults.conf", row.settings);
-    expectNothingSuits(run({file}), message(row.language, chooseWarpFolders));
-    expectNothingSuits(run({"--restore", file}), message(row.language, chooseWarpedItem));
+    expectUnsuitable(run({file}), message(row.language, chooseWarpFolders));
+    expectUnsuitable(run({"--restore", file}), message(row.language, chooseWarpedItem));
   }
 }
 
-TEST_F(CancellationTest, sentencesOfDifferentLanguagesDiffer) {
+TEST_F(CancellationTest, messagesOfDifferentLanguagesDiffer) {
   for (const std::string_view key : {chooseWarpFolders, chooseWarpedItem}) {
     std::set<std::string> sentences;
     for (const char* language : {"en", "ja", "zh-Hans", "es", "pt-BR"}) {

@@ -1,4 +1,4 @@
-// --check: an answer by the exit status, and no trace of the question.
+// --check answers by the exit status and changes nothing.
 
 #include "tests/process/ProcessTest.h"
 

@@ -1,4 +1,4 @@
-// The command line: what is understood, and how misunderstandings are told.
+// The command line: accepted arguments, and messages for wrong ones.
 
 #include "tests/process/ProcessTest.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 class CommandLineTest : public ProcessTest {};
 
-TEST_F(CommandLineTest, misunderstandingsAreErrorsOfOneLine) {
+TEST_F(CommandLineTest, usageErrorsAreOneLine) {
   home.makeFolder("A");
   command.workingDirectory = home.folders();
   installApplication(execLine());
@@ -31,7 +31,7 @@ TEST_F(CommandLineTest, misunderstandingsAreErrorsOfOneLine) {
   }
 }
 
-TEST_F(CommandLineTest, helpAndVersionArePrintedAndNothingDone) {
+TEST_F(CommandLineTest, helpAndVersionArePrintedOnly) {
   const Outcome help = run({"--help"});
   EXPECT_EQ(help.exitStatus, 0);
   EXPECT_EQ(help.error, "");
@@ -50,7 +50,7 @@ TEST_F(CommandLineTest, optionsOfASuccessfulRequestMayBeCombined) {
 }
 
 TEST_F(CommandLineTest, listOfManyFoldersArrivesInOrder) {
-  // More than a pipe holds, the last without its end.
+  // The list is longer than a pipe holds, and its last item has no NUL.
   std::vector<std::string> folders;
   std::string list;
   for (int number = 0; number < 1000; ++number) {

@@ -1,4 +1,4 @@
-// Many requests at once into one container: each leaves its file, and none is seen unfinished.
+// Many concurrent requests in one container: each writes its file, and no file is seen unfinished.
 
 #include "tests/process/ProcessTest.h"
 
@@ -15,7 +15,7 @@ namespace velmora::process {
 
 namespace {
 
-/// Reads every request at the moment at which its name appears.
+/// Reads every request as soon as its name appears.
 class RequestWatcher {
  public:
   explicit RequestWatcher(std::filesystem::path directory)
@@ -43,7 +43,7 @@ class RequestWatcher {
   }
 
   const std::set<std::string>& names() const { return names_; }
-  /// What was read and was not a whole request, with the reason.
+  /// The files that were no whole request when read, with the reason.
   const std::vector<std::string>& faults() const { return faults_; }
 
  private:
@@ -68,7 +68,7 @@ class RequestWatcher {
 
 class ConcurrencyTest : public ProcessTest {
  protected:
-  /// How many of `count` requests for `folder`, one after the other, did not end as they should.
+  /// The number of failed requests among `count` successive requests for `folder`.
   int failures(const std::string& folder, int count) const {
     Command complete = command;
     complete.arguments.insert(complete.arguments.end(), {"--no-notify", "--", folder});

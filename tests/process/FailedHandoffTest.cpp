@@ -1,4 +1,4 @@
-// Requests that cannot be written: one line for the log, the sentence, and nothing left behind.
+// Requests that cannot be written: one line for the log, the message, and no remaining file.
 
 #include "tests/process/ProcessTest.h"
 
@@ -12,10 +12,10 @@ namespace {
 
 namespace filesystem = std::filesystem;
 
-/// A user whom the system has no entry for.
+/// A user without an entry in the system.
 constexpr unsigned stranger = 54321;
 
-/// With a bus to signal on and an application to launch, so that doing so would be noticed.
+/// The bus and the application would show a signal or a launch.
 class FailedHandoffTest : public ProcessTest {
  protected:
   FailedHandoffTest() {
@@ -27,7 +27,7 @@ class FailedHandoffTest : public ProcessTest {
 
   void expectHandoffFails(int error) { expectHandoffFails(std::strerror(error)); }
 
-  /// The sentence is in the user's language, the line for the log in the system's.
+  /// Expects the message in the user's language, and the line for the log in the system's language.
   void expectHandoffFails(const std::string& description, const std::string& language = "en") {
     const Outcome outcome = run({folder});
     expectCancelled(outcome, 2,
@@ -37,7 +37,7 @@ class FailedHandoffTest : public ProcessTest {
     EXPECT_TRUE(receiver.receivedUntilGone(outcome.process).empty());
   }
 
-  /// A directory that only its owner may write to, and only that user owns.
+  /// Creates a directory without write permission. The user `nobody` owns it if root runs the test.
   void makeReadOnly(const filesystem::path& directory) const {
     filesystem::create_directories(directory);
     if (::geteuid() == 0) {
@@ -51,7 +51,7 @@ class FailedHandoffTest : public ProcessTest {
   BusPeer receiver{bus.address()};
 };
 
-TEST_F(FailedHandoffTest, somethingElseIsInTheWay) {
+TEST_F(FailedHandoffTest, fileIsInPlaceOfADirectory) {
   const struct {
     filesystem::path file;
     int error;
@@ -69,13 +69,13 @@ TEST_F(FailedHandoffTest, somethingElseIsInTheWay) {
   expectHandoffFails(std::strerror(ENOTDIR), "ja");
 }
 
-TEST_F(FailedHandoffTest, sharedRootLeadsNowhere) {
+TEST_F(FailedHandoffTest, sharedRootIsADanglingLink) {
   filesystem::create_directory(home.container());
   filesystem::create_symlink(home.path() / "missing" / "Warp", home.container() / "Warp");
   expectHandoffFails(EEXIST);
 }
 
-TEST_F(FailedHandoffTest, containerCannotBeMade) {
+TEST_F(FailedHandoffTest, containerCannotBeCreated) {
   makeReadOnly(home.path() / "locked");
   command.environment["VELMORA_GROUP_CONTAINER"] = home.path() / "locked" / "container";
   runAs(nobody);
@@ -89,9 +89,9 @@ TEST_F(FailedHandoffTest, requestDirectoryIsReadOnly) {
 }
 
 #ifndef VELMORA_TEST_WITH_THREAD_SANITIZER
-// ThreadSanitizer writes a file of its own before the program begins, and would end there.
-TEST_F(FailedHandoffTest, filesMustNotGrow) {
-  // As by the shell's "ulimit -f 0", whose signal would end the program.
+// ThreadSanitizer writes a file before the program begins, which the limit would refuse.
+TEST_F(FailedHandoffTest, fileSizeLimitIsZero) {
+  // The limit of the shell's "ulimit -f 0". The signal of the limit would end the program.
   filesystem::create_directories(home.requestDirectory());
   command.arguments = {"prlimit", "--fsize=0", "--", VELMORA_TEST_PROGRAM};
   expectHandoffFails(EFBIG);

@@ -1,5 +1,5 @@
-// One fault in each system call that writes a request, in turn: whatever happens, there is either
-// no request or a whole one, and the program says which.
+// Each system call that writes a request fails in turn. Then there is either no request or a whole
+// one, and the exit status says which.
 
 #include "tests/process/ProcessTest.h"
 #include "tests/process/Trace.h"
@@ -12,19 +12,19 @@ namespace velmora::process {
 
 namespace {
 
-/// What can make, fill, name, or keep a file. "?" lets strace pass over what a processor's system
-/// does not have.
+/// The calls that create, fill, name, or keep a file. strace ignores a call with "?" that the
+/// processor's system lacks.
 const std::string writingCalls =
     "?mkdir,mkdirat,?open,openat,?creat,write,writev,pwrite64,fsync,fdatasync,ftruncate,fchmod,"
     "?link,linkat,?rename,?renameat,renameat2,close";
 
-/// The roads that a request takes to its name. Named files are what is left when a file without a
-/// name cannot be given one.
-enum class Road { unnamedFile, partialFile };
+/// The ways to write a request. The writer uses a partial file when an unnamed file cannot get a
+/// name.
+enum class WritingWay { unnamedFile, partialFile };
 
-std::vector<std::string> diversions(Road road) {
-  return road == Road::partialFile ? std::vector<std::string>{"linkat:error=EOPNOTSUPP"}
-                                   : std::vector<std::string>();
+std::vector<std::string> injectionsFor(WritingWay way) {
+  return way == WritingWay::partialFile ? std::vector<std::string>{"linkat:error=EOPNOTSUPP"}
+                                        : std::vector<std::string>();
 }
 
 bool beginsWithAny(const std::string& text, std::initializer_list<std::string_view> beginnings) {
@@ -36,8 +36,7 @@ std::string injection(const TracedCall& call, const std::string& fault) {
   return call.name + ":" + fault + ":when=" + std::to_string(call.occurrence);
 }
 
-/// Whether what the call does is part of keeping the content of a request: it cannot fail without
-/// the request failing.
+/// Whether the call writes the content of a request, so that its failure must fail the request.
 bool keepsContent(const TracedCall& call) {
   const bool concernsDirectory = call.text.find("FinderHandoff>") != std::string::npos;
   return beginsWithAny(call.name, {"write", "pwrite", "fsync", "fdatasync", "ftruncate"}) &&
@@ -47,11 +46,11 @@ bool keepsContent(const TracedCall& call) {
 class FaultWalkTest : public ProcessTest {
  protected:
   FaultWalkTest() {
-    // The leak checker cannot work in a traced process.
+    // The leak checker does not work in a traced process.
     command.environment["ASAN_OPTIONS"] += ":detect_leaks=0";
   }
 
-  /// Runs the program with faults, in a container of its own.
+  /// Runs the program with faults, in a new container.
   Outcome runTraced(const std::string& calls, const std::vector<std::string>& injections) {
     container_ = home.path() / ("container " + std::to_string(++runs_));
     Command complete = command;
@@ -62,7 +61,7 @@ class FaultWalkTest : public ProcessTest {
     return process::run(complete);
   }
 
-  /// The requests of the last run, each checked to be whole.
+  /// The number of requests of the last run. Expects each of them to be whole.
   std::size_t requests() const {
     std::size_t count = 0;
     for (const std::string& name : names()) {
@@ -76,7 +75,7 @@ class FaultWalkTest : public ProcessTest {
     return count;
   }
 
-  /// Everything that is no request in the request directory of the last run.
+  /// The other files in the request directory of the last run.
   std::vector<std::string> remains() const {
     std::vector<std::string> result = names();
     std::erase_if(result, [](const std::string& name) { return name.ends_with(".json"); });
@@ -91,15 +90,15 @@ class FaultWalkTest : public ProcessTest {
     EXPECT_EQ(remains(), std::vector<std::string>());
   }
 
-  /// Runs the program without a fault. Of `calls`, those that it makes for the request.
-  std::vector<TracedCall> callsOfAGoodRun(const std::string& calls, Road road) {
-    expectWholeRequest(runTraced(calls, diversions(road)));
+  /// Runs the program without a fault. Returns those of its `calls` that belong to the request.
+  std::vector<TracedCall> callsOfASuccessfulRun(const std::string& calls, WritingWay way) {
+    expectWholeRequest(runTraced(calls, injectionsFor(way)));
     std::vector<TracedCall> result = callsIn(trace);
     std::erase_if(result, [this](const TracedCall& call) {
       return !beginsWithAny(call.name, {"mkdir", "link", "rename"}) &&
              call.text.find(container_.native()) == std::string::npos;
     });
-    // Without these there would be nothing to walk through.
+    // Expects a call of each kind, because the walk would otherwise test nothing.
     const std::initializer_list<std::string_view> kinds[] = {
         {"mkdir"},          {"open"}, {"write", "pwrite"}, {"fsync", "fdatasync"},
         {"link", "rename"}, {"close"}};
@@ -111,18 +110,19 @@ class FaultWalkTest : public ProcessTest {
     return result;
   }
 
-  /// Each call fails, by one error after the other: none is more than a failure.
-  void walkThroughErrors(Road road, std::size_t firstError) {
+  /// Lets each call fail with one of the errors. A failed call must not do more than fail the
+  /// request.
+  void walkThroughErrors(WritingWay way, std::size_t firstError) {
     constexpr std::pair<const char*, int> errors[] = {
         {"EACCES", EACCES}, {"ENOSPC", ENOSPC}, {"EIO", EIO}, {"EROFS", EROFS}, {"EMFILE", EMFILE}};
     std::size_t number = firstError;
-    for (const TracedCall& call : callsOfAGoodRun(writingCalls, road)) {
-      if (road == Road::partialFile && call.name == "linkat") {
+    for (const TracedCall& call : callsOfASuccessfulRun(writingCalls, way)) {
+      if (way == WritingWay::partialFile && call.name == "linkat") {
         continue;
       }
       const auto& [errorName, error] = errors[number++ % std::size(errors)];
       SCOPED_TRACE(call.text + " " + errorName);
-      std::vector<std::string> injections = diversions(road);
+      std::vector<std::string> injections = injectionsFor(way);
       injections.push_back(injection(call, std::string("error=") + errorName));
       const Outcome outcome = runTraced(writingCalls, injections);
       EXPECT_GE(injectedFaults(trace), 1);
@@ -146,23 +146,23 @@ class FaultWalkTest : public ProcessTest {
     EXPECT_EQ(std::ranges::count(outcome.error, '\n'), 2) << outcome.error;
   }
 
-  /// The program is killed at each call that has to do with the container, whatever it does.
-  void walkThroughKills(Road road) {
-    const std::vector<TracedCall> calls = callsOfAGoodRun("%file,%desc", road);
+  /// Kills the program at each call that concerns the container.
+  void walkThroughKills(WritingWay way) {
+    const std::vector<TracedCall> calls = callsOfASuccessfulRun("%file,%desc", way);
     std::size_t left = 0;
     for (const TracedCall& call : calls) {
       SCOPED_TRACE(call.text);
-      std::vector<std::string> injections = diversions(road);
+      std::vector<std::string> injections = injectionsFor(way);
       const std::string diverted = call.name == "linkat" && !injections.empty() ? "error=EIO:" : "";
       injections.push_back(injection(call, diverted + "signal=SIGKILL"));
       EXPECT_EQ(runTraced("%file,%desc", injections).signal, SIGKILL);
       EXPECT_LE(requests(), 1U);
       left += requests();
-      if (road == Road::unnamedFile) {
+      if (way == WritingWay::unnamedFile) {
         EXPECT_EQ(remains(), std::vector<std::string>());
       }
     }
-    // Killed at its first call it has written nothing, at its last everything.
+    // The program has written nothing at its first call, and everything at its last call.
     EXPECT_GT(left, 0U);
     EXPECT_LT(left, calls.size());
   }
@@ -182,23 +182,23 @@ class FaultWalkTest : public ProcessTest {
   int runs_ = 0;
 };
 
-TEST_F(FaultWalkTest, errorOnTheWayOfAnUnnamedFileLeavesNothingOrAWholeRequest) {
-  walkThroughErrors(Road::unnamedFile, 0);
+TEST_F(FaultWalkTest, errorWithAnUnnamedFileLeavesNothingOrAWholeRequest) {
+  walkThroughErrors(WritingWay::unnamedFile, 0);
 }
 
-TEST_F(FaultWalkTest, errorOnTheWayOfAPartialFileLeavesNothingOrAWholeRequest) {
-  walkThroughErrors(Road::partialFile, 2);
+TEST_F(FaultWalkTest, errorWithAPartialFileLeavesNothingOrAWholeRequest) {
+  walkThroughErrors(WritingWay::partialFile, 2);
 }
 
-TEST_F(FaultWalkTest, killOnTheWayOfAnUnnamedFileLeavesNothingOrAWholeRequest) {
-  walkThroughKills(Road::unnamedFile);
+TEST_F(FaultWalkTest, killWithAnUnnamedFileLeavesNothingOrAWholeRequest) {
+  walkThroughKills(WritingWay::unnamedFile);
 }
 
-TEST_F(FaultWalkTest, killOnTheWayOfAPartialFileLeavesNothingOrAWholeRequest) {
-  walkThroughKills(Road::partialFile);
+TEST_F(FaultWalkTest, killWithAPartialFileLeavesNothingOrAWholeRequest) {
+  walkThroughKills(WritingWay::partialFile);
 }
 
-TEST_F(FaultWalkTest, directoriesAreMadeWithoutALookAboveTheNearestOneThatIsThere) {
+TEST_F(FaultWalkTest, mkdirIsCalledOnlyFromTheContainerDownwards) {
   EXPECT_EQ(runTraced("?mkdir,mkdirat", {}).exitStatus, 0);
   const std::vector<TracedCall> calls = callsIn(trace);
   EXPECT_FALSE(calls.empty());
@@ -208,8 +208,9 @@ TEST_F(FaultWalkTest, directoriesAreMadeWithoutALookAboveTheNearestOneThatIsTher
   }
 }
 
-TEST_F(FaultWalkTest, requestIsWrittenWhereFilesCannotBeUnnamed) {
-  const std::vector<TracedCall> calls = callsOfAGoodRun(writingCalls, Road::unnamedFile);
+TEST_F(FaultWalkTest, requestIsWrittenWithoutUnnamedFiles) {
+  const std::vector<TracedCall> calls =
+      callsOfASuccessfulRun(writingCalls, WritingWay::unnamedFile);
   const auto unnamed = std::ranges::find_if(calls, [](const TracedCall& call) {
     return call.text.find("O_TMPFILE") != std::string::npos;
   });
@@ -224,7 +225,7 @@ TEST_F(FaultWalkTest, requestIsWrittenWhereFilesCannotBeUnnamed) {
 }
 
 TEST_F(FaultWalkTest, interruptedCallsAreRepeated) {
-  for (const TracedCall& call : callsOfAGoodRun(writingCalls, Road::unnamedFile)) {
+  for (const TracedCall& call : callsOfASuccessfulRun(writingCalls, WritingWay::unnamedFile)) {
     if (beginsWithAny(call.name, {"open", "write", "fsync"})) {
       SCOPED_TRACE(call.text);
       const Outcome outcome = runTraced(writingCalls, {injection(call, "error=EINTR")});

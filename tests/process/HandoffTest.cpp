@@ -1,4 +1,4 @@
-// A good request from end to end: the file, the signal after it, the application.
+// A successful request from end to end: the file, then the signal, then the application.
 
 #include "tests/process/ProcessTest.h"
 
@@ -25,7 +25,7 @@ void expectHandoffSignal(const BusMessage& signal) {
   EXPECT_EQ(signal.arguments, "()");
 }
 
-TEST_F(HandoffTest, foldersAreWrittenSignalledAndOpened) {
+TEST_F(HandoffTest, requestIsWrittenThenSignalledThenOpened) {
   installApplication(execLine());
   receiver.watch(home.requestDirectory());
   const std::vector<std::string> folders = {home.makeFolder("A"), home.makeFolder("b c"),
@@ -70,7 +70,7 @@ TEST_F(HandoffTest, senderOwnsANameBelowTheApplicationsWhileItSignals) {
 }
 
 TEST_F(HandoffTest, eachRequestIsAFileAndASignalOfItsOwn) {
-  // The bus of the session is found without an address, too.
+  // An empty address also leads to the session's bus.
   for (const char* address : {bus.address().c_str(), ""}) {
     setBus(address);
     const std::string folder = home.makeFolder("A");
@@ -82,7 +82,7 @@ TEST_F(HandoffTest, eachRequestIsAFileAndASignalOfItsOwn) {
   EXPECT_EQ(namesIn(home.requestDirectory()).size(), 2U);
 }
 
-TEST_F(HandoffTest, refusedItemsAreLeftOutInSilence) {
+TEST_F(HandoffTest, refusedItemsAreLeftOutWithoutAMessage) {
   const std::string first = home.makeFolder("first");
   const std::string second = home.makeFolder("second");
   expectHandedOver(run({home.makeFile("file"), first, home.path() / "missing", second}),

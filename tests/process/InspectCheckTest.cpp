@@ -1,4 +1,4 @@
-// velmora-warp-inspect check: real files, sound and hostile.
+// velmora-warp-inspect check: real files, valid and hostile.
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/InspectTest.h"
@@ -62,7 +62,7 @@ TEST_F(InspectCheckTest, oneInvalidFileAmongValidOnesIsEnough) {
   EXPECT_TRUE(lines[2].flag("/valid"));
 }
 
-TEST_F(InspectCheckTest, whatIsNoRegularFileIsUnreadable) {
+TEST_F(InspectCheckTest, otherThanARegularFileIsUnreadable) {
   const std::string fifo = home.path() / "fifo.json";
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
   expectUnreadable(fifo, "Invalid argument");
@@ -76,14 +76,14 @@ TEST_F(InspectCheckTest, whatIsNoRegularFileIsUnreadable) {
   expectUnreadable(huge, "File too large");
 }
 
-TEST_F(InspectCheckTest, fileThatMayNotBeReadIsUnreadable) {
+TEST_F(InspectCheckTest, fileWithoutPermissionIsUnreadable) {
   const std::string file = write("a.json", "{}");
   std::filesystem::permissions(file, std::filesystem::perms::none);
   runAs(nobody);
   expectUnreadable(file, "Permission denied");
 }
 
-TEST_F(InspectCheckTest, hostileNamesAndContentsSteerNothing) {
+TEST_F(InspectCheckTest, hostileNamesAndContentsAreEscaped) {
   const std::string name =
       "a\n\x1b[2J\x9b"
       "31m\xff.json";
@@ -95,7 +95,7 @@ TEST_F(InspectCheckTest, hostileNamesAndContentsSteerNothing) {
             "a\n\x1b[2J\uFFFD31m\uFFFD.json");
 }
 
-TEST_F(InspectCheckTest, namesAreTakenByTheirBytesAndLinksFollowedAsTheSystemDoes) {
+TEST_F(InspectCheckTest, pathsAreUsedByTheirBytesAndLinksAreFollowed) {
   write("cafe\u0301.json", markerJSON("decomposed"));
   write("caf\u00e9.json", markerJSON("composed"));
   home.makeFolder("deep/inner");

@@ -1,4 +1,4 @@
-// velmora-warp-inspect doctor: what the actions find on this system, found out without a trace.
+// velmora-warp-inspect doctor: describes the system as the actions find it, and changes nothing.
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/InspectTest.h"
@@ -31,7 +31,7 @@ TEST_F(InspectDoctorTest, bareSystemIsReadyWithNotes) {
   EXPECT_TRUE(output.ends_with("Nothing stands in the way of an action.\n")) << output;
 }
 
-TEST_F(InspectDoctorTest, completeSystemHasNoNotesAndHearsOfNothing) {
+TEST_F(InspectDoctorTest, completeSystemHasNoNotesAndGetsNoSignal) {
   const PrivateBus bus(home.runtimeDirectory());
   BusPeer receiver(bus.address());
   receiver.listen("io.tolvane.Velmora");
@@ -68,7 +68,7 @@ TEST_F(InspectDoctorTest, stuckBusIsNotReachable) {
   EXPECT_FALSE(look(0).flag("/bus/reachable"));
 }
 
-TEST_F(InspectDoctorTest, groupContainerIsTold) {
+TEST_F(InspectDoctorTest, groupContainerIsReported) {
   command.environment.erase("VELMORA_GROUP_CONTAINER");
   for (const auto& [source, root] : {std::pair("fallback", "Velmora"),
                                      std::pair("groupContainer", "group.io.tolvane.Velmora")}) {
@@ -79,7 +79,7 @@ TEST_F(InspectDoctorTest, groupContainerIsTold) {
   }
 }
 
-TEST_F(InspectDoctorTest, filesInThePlaceOfDirectoriesAreObstacles) {
+TEST_F(InspectDoctorTest, filesInPlaceOfDirectoriesAreObstacles) {
   writeFile(home.requestDirectory(), "");
   writeFile(mirror(), "");
   const JSONLine line = look(1);
@@ -89,7 +89,7 @@ TEST_F(InspectDoctorTest, filesInThePlaceOfDirectoriesAreObstacles) {
   EXPECT_EQ(line.text("/mirror/error/message"), "Not a directory");
 }
 
-TEST_F(InspectDoctorTest, requestDirectoryThatMayNotBeWrittenToIsAnObstacle) {
+TEST_F(InspectDoctorTest, unwritableRequestDirectoryIsAnObstacle) {
   std::filesystem::create_directories(home.requestDirectory());
   std::filesystem::permissions(home.requestDirectory(), std::filesystem::perms(0555));
   runAs(nobody);

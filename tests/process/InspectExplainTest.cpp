@@ -1,4 +1,4 @@
-// velmora-warp-inspect explain: the same answers as the actions', with their reasons.
+// velmora-warp-inspect explain: the answers of the actions, with their reasons.
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/InspectTest.h"
@@ -34,7 +34,7 @@ class InspectExplainTest : public InspectTest {
   }
 };
 
-TEST_F(InspectExplainTest, everyReasonIsTold) {
+TEST_F(InspectExplainTest, everyReasonIsReported) {
   makeWarpedFolder("caf\u00e9", "W2");
   home.makeFolder("cafe\u0301");
   const std::vector<JSONLine> lines =
@@ -57,7 +57,7 @@ TEST_F(InspectExplainTest, everyReasonIsTold) {
             (Names{"accepted", "noMarker", "notWarped", "insideWarpedFolder"}));
 }
 
-TEST_F(InspectExplainTest, answersAreThoseOfTheActions) {
+TEST_F(InspectExplainTest, answersEqualThoseOfTheActions) {
   for (const char* action : {"--warp", "--restore"}) {
     for (const char* item : {"stray", "http://host/a", "", "file:///", "."}) {
       Command check = command;
@@ -73,7 +73,7 @@ TEST_F(InspectExplainTest, answersAreThoseOfTheActions) {
   }
 }
 
-TEST_F(InspectExplainTest, acceptedItemsOnlyAreAYes) {
+TEST_F(InspectExplainTest, onlyAcceptedItemsGiveExitStatusZero) {
   const std::string name = "a\n\x1b[2J";
   home.makeFolder(name);
   EXPECT_EQ(
@@ -89,7 +89,7 @@ TEST_F(InspectExplainTest, itemsMayComeFromStandardInput) {
   EXPECT_TRUE(inspectAsJSON({"explain", "--restore", "--files0-from=-"}, 0).empty());
 }
 
-TEST_F(InspectExplainTest, whatTheAnswerLacksIsSaid) {
+TEST_F(InspectExplainTest, missingInformationIsReported) {
   std::filesystem::remove_all(mirror());
   writeFile(mirror(), "");
   writeFile(index(), "[]");

@@ -27,7 +27,7 @@ TEST_F(InspectListTest, newestManifestIsFirst) {
   EXPECT_EQ(listed, (Names{moments[2], moments[0], moments[1]}));
 }
 
-TEST_F(InspectListTest, everyVerdictIsTold) {
+TEST_F(InspectListTest, everyVerdictIsReported) {
   makeWarpedFolder("1", "W1");
   makeWarpedFolder("2", "W2");
   const std::string destroyed = makeWarpedFolder("3", "W3");
@@ -75,7 +75,7 @@ TEST_F(InspectListTest, refusedFilesComeLast) {
   EXPECT_NE(output.find("/A\\n\\u{1b}[2J\uFFFD.json\n"), std::string::npos) << output;
 }
 
-TEST_F(InspectListTest, peopleGetTheFolderAndTheReason) {
+TEST_F(InspectListTest, textHasTheFolderAndTheReason) {
   const std::string folder = makeWarpedFolder("a", "W1");
   EXPECT_EQ(inspect({"list"}, 0).output,
             "warped      " + folder +
@@ -87,7 +87,7 @@ TEST_F(InspectListTest, peopleGetTheFolderAndTheReason) {
                 (mirror() / "W1.json").native() + "\n1 file: 1 warped, 0 not warped, 0 invalid\n");
 }
 
-TEST_F(InspectListTest, unusableIndexIsToldAndNothingElseChanges) {
+TEST_F(InspectListTest, unusableIndexIsReportedAndNothingElseChanges) {
   makeWarpedFolder("a", "W1");
   writeFile(index(), "{\"version\":2}");
   const std::vector<JSONLine> lines = inspectAsJSON({"list"}, 0);
@@ -98,7 +98,7 @@ TEST_F(InspectListTest, unusableIndexIsToldAndNothingElseChanges) {
   EXPECT_EQ(lines[1].number("/error/column"), 12U);
 }
 
-TEST_F(InspectListTest, mirrorMayBeMissingButMustBeADirectoryThatMayBeRead) {
+TEST_F(InspectListTest, mirrorMayBeMissingButMustBeAReadableDirectory) {
   EXPECT_TRUE(inspectAsJSON({"list"}, 0).empty());
   EXPECT_EQ(inspect({"list"}, 0).output, "There is no mirror at " + mirror().native() + "\n");
   writeFile(mirror(), "");
@@ -111,7 +111,7 @@ TEST_F(InspectListTest, mirrorMayBeMissingButMustBeADirectoryThatMayBeRead) {
   runAs(nobody);
   EXPECT_EQ(jsonLines(run({"list", "--json"}).output).at(0).text("/error/message"),
             "Permission denied");
-  // For whoever takes the home away.
+  // The home can only be removed with these permissions.
   std::filesystem::permissions(mirror(), std::filesystem::perms::owner_all);
 }
 

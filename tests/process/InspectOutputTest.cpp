@@ -1,4 +1,4 @@
-// velmora-warp-inspect: where its answers go, and how its command line is answered.
+// velmora-warp-inspect: its output streams and its command line.
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/InspectTest.h"
@@ -11,7 +11,7 @@ namespace {
 
 class InspectOutputTest : public InspectTest {};
 
-TEST_F(InspectOutputTest, misunderstandingsAreErrorsOfOneLine) {
+TEST_F(InspectOutputTest, usageErrorsAreOneLine) {
   const std::vector<std::string> rows[] = {
       {}, {"bo\ngus\x1b[2J"}, {"check", "--kind=\n", "a"}, {"list", "a\nb"}};
   for (const std::vector<std::string>& arguments : rows) {
@@ -29,7 +29,7 @@ TEST_F(InspectOutputTest, helpAndVersionArePrinted) {
   EXPECT_NE(inspect({"--help"}, 0).output.find("doctor"), std::string::npos);
 }
 
-TEST_F(InspectOutputTest, readerThatHasGoneEndsItQuietly) {
+TEST_F(InspectOutputTest, closedOutputEndsItWithoutAMessage) {
   makeWarpedFolder("a", "W1");
   command.standardOutput = StandardOutput::brokenPipe;
   for (const std::vector<std::string>& arguments : {std::vector<std::string>{"check", "a", "b"},
@@ -42,7 +42,7 @@ TEST_F(InspectOutputTest, readerThatHasGoneEndsItQuietly) {
   }
 }
 
-TEST_F(InspectOutputTest, readerThatGoesMidwayEndsItSoon) {
+TEST_F(InspectOutputTest, outputClosedMidwayEndsItSoon) {
   std::string files;
   for (int number = 0; number < 100'000; ++number) {
     files += "missing" + std::to_string(number) + '\0';
@@ -53,19 +53,19 @@ TEST_F(InspectOutputTest, readerThatGoesMidwayEndsItSoon) {
   EXPECT_EQ(run({"check", "--files0-from=-"}).output, "invalid  manifest  missing0\n74\n");
 }
 
-TEST_F(InspectOutputTest, answerThatFindsNoRoomIsAnError) {
+TEST_F(InspectOutputTest, outputToAFullDeviceIsAnError) {
   command.arguments = {"sh", "-c", R"(exec "$0" "$@" >/dev/full)", VELMORA_TEST_INSPECT_PROGRAM};
   expectCancelled(run({"doctor"}), 74,
                   "velmora-warp-inspect: cannot write the answer: No space left on device\n");
 }
 
-TEST_F(InspectOutputTest, missingStreamsAreNoMatter) {
+TEST_F(InspectOutputTest, missingStreamsMakeNoDifference) {
   command.arguments = {"sh", "-c", R"(exec "$0" "$@" <&- >&- 2>&-)", VELMORA_TEST_INSPECT_PROGRAM};
   EXPECT_EQ(run({"check", "missing"}).exitStatus, 1);
   EXPECT_EQ(run({"check", "--files0-from=-"}).exitStatus, 0);
 }
 
-TEST_F(InspectOutputTest, coloursAreForTerminalsThatWantThem) {
+TEST_F(InspectOutputTest, coloursAreForTerminalsThatAcceptThem) {
   writeFile(home.path() / "m", markerJSON("W1"));
   const std::string plain = "valid    marker    m\n         Warp W1\n";
   const std::string coloured = "\x1b[32mvalid\x1b[0m    marker    m\n         Warp W1\n";

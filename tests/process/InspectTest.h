@@ -1,4 +1,4 @@
-// What every test of velmora-warp-inspect as a process starts from: warped folders on disk.
+// The fixture of tests of velmora-warp-inspect as a process: warped folders on disk.
 #pragma once
 
 #include "tests/process/JSONLine.h"
@@ -16,12 +16,11 @@ class InspectTest : public ProcessTest {
  protected:
   InspectTest() { command.arguments = {VELMORA_TEST_INSPECT_PROGRAM}; }
 
-  /// Runs the program, which must leave no trace, whatever it is asked. Nothing goes to standard
-  /// error.
+  /// Runs the program. Expects that it changes nothing and writes nothing to standard error.
   Outcome inspect(const std::vector<std::string>& arguments, int exitStatus);
-  /// The same with "--json" after the command; the answer's lines.
+  /// Runs it with "--json" after the command. Returns the lines of the answer.
   std::vector<JSONLine> inspectAsJSON(std::vector<std::string> arguments, int exitStatus);
-  /// The same of an answer of one line.
+  /// The same for an answer of one line.
   JSONLine onlyLine(const std::vector<std::string>& arguments, int exitStatus);
 
   std::filesystem::path sharedRoot() const { return home.container() / "Warp"; }
@@ -30,7 +29,7 @@ class InspectTest : public ProcessTest {
 
   /// Puts a manifest into the mirror.
   void mirrorManifest(const VelmoraWarpSharedManifest& manifest, std::string_view fileName) const;
-  /// Makes a folder that is warped by `warpID`, whose manifest is `<warpID>.json`.
+  /// Creates a folder with the marker and the manifest `<warpID>.json` of a Warp.
   std::string makeWarpedFolder(std::string_view name, std::string_view warpID) const;
 };
 

@@ -1,4 +1,4 @@
-// The answers of a program to programs: one JSON object a line.
+// The JSON output of a program: one object per line.
 #pragma once
 
 #include <cstdint>
@@ -9,8 +9,8 @@
 
 namespace velmora::process {
 
-/// One object. Values are named by JSON pointers (RFC 6901); asking for what is not there, or is of
-/// another type, throws simdjson::simdjson_error.
+/// One object. JSON pointers (RFC 6901) name its values. A missing value, or one of another type,
+/// throws simdjson::simdjson_error.
 class JSONLine {
  public:
   /// Throws simdjson::simdjson_error unless `line` is JSON in UTF-8.
@@ -22,17 +22,17 @@ class JSONLine {
   bool flag(std::string_view pointer) const;
   bool isNull(std::string_view pointer) const;
   std::vector<std::string> texts(std::string_view pointer) const;
-  /// The keys of an object in their order; of the whole one without a pointer.
+  /// The keys of an object in their order. An empty pointer means the whole object.
   std::vector<std::string> keys(std::string_view pointer = "") const;
 
  private:
-  // Declared here only: the parser's header takes as long to compile as a test.
+  // Only declared here, because the parser's header compiles as slowly as a test.
   struct Document;
 
   std::shared_ptr<const Document> document_;
 };
 
-/// The objects of an output. Throws std::runtime_error when it does not end with a line.
+/// The objects of an output. Throws std::runtime_error when the last line does not end.
 std::vector<JSONLine> jsonLines(std::string_view output);
 
 }  // namespace velmora::process

@@ -1,4 +1,4 @@
-// The application is opened after the handoff: started, or told to come to the front.
+// After the handoff the program starts the application, or activates the running one.
 
 #include "tests/process/ProcessTest.h"
 
@@ -21,7 +21,7 @@ class LaunchTest : public ProcessTest {
   }
 
   void expectLaunchedWithTokens() {
-    // Nobody else has the program's output open while the application runs.
+    // No other process has the program's output open while the application runs.
     expectCompleted(run({folder}));
     const auto application = launched();
     ASSERT_NE(application, nullptr);
@@ -38,7 +38,7 @@ class LaunchTest : public ProcessTest {
 TEST_F(LaunchTest, applicationIsStarted) {
   installApplication(execLine("%U"));
   expectLaunchedWithTokens();
-  // Outside the menus, too.
+  // An application outside the menus is started, too.
   installApplication("NoDisplay=true\n" + execLine());
   expectLaunchedWithTokens();
 }
@@ -47,7 +47,7 @@ TEST_F(LaunchTest, runningApplicationIsActivated) {
   installApplication("DBusActivatable=true\n" + execLine());
   BusPeer application(bus.address());
   application.own(applicationName);
-  // Whether or not it answers.
+  // The result does not depend on the answer.
   for (const char* answer : {"()", ""}) {
     application.answerWith(answer);
     const Outcome outcome = run({folder});
@@ -65,7 +65,7 @@ TEST_F(LaunchTest, runningApplicationIsActivated) {
 }
 
 TEST_F(LaunchTest, activatableApplicationThatDoesNotRunIsStartedByItsCommand) {
-  // The service must stay out of it: a call to it could be lost with its sender.
+  // The program must not call the service, because the bus may lose a call whose sender ends.
   const Listener service(home.runtimeDirectory() / "service");
   bus.addService(applicationName, applicationCommand(service));
   installApplication("DBusActivatable=true\n" + execLine());
@@ -95,7 +95,7 @@ TEST_F(LaunchTest, applicationThatCannotBeLaunchedIsNoError) {
   }
 }
 
-TEST_F(LaunchTest, entryThatIsAPipeIsNotWaitedFor) {
+TEST_F(LaunchTest, desktopEntryThatIsAPipeIsNotWaitedFor) {
   const std::filesystem::path entry =
       home.dataHome() / "applications" / "io.tolvane.Velmora.desktop";
   std::filesystem::create_directories(entry.parent_path());

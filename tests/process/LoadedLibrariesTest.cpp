@@ -1,5 +1,5 @@
-// Which libraries the programs load, and when: loading those of the desktop would be most of what a
-// --check costs.
+// The libraries that the programs load, and when. Loading the desktop's libraries would take most
+// of the time of --check.
 
 #include "tests/process/ProcessTest.h"
 #include "tests/process/Trace.h"
@@ -13,11 +13,11 @@ namespace {
 class LoadedLibrariesTest : public ProcessTest {
  protected:
   LoadedLibrariesTest() {
-    // The leak checker cannot work in a traced process.
+    // The leak checker does not work in a traced process.
     command.environment["ASAN_OPTIONS"] += ":detect_leaks=0";
   }
 
-  /// The files that the program opens on the way to this exit status.
+  /// The files that the program opens. Expects this exit status.
   std::vector<TracedCall> opened(const std::vector<std::string>& programAndArguments,
                                  int exitStatus) {
     const std::filesystem::path trace = home.path() / "trace";
@@ -39,8 +39,8 @@ class LoadedLibrariesTest : public ProcessTest {
     }
   }
 
-  /// Lets the system's loader find a file that is no library under GIO's name.
-  std::string spoilGIO() {
+  /// Lets the system's loader find an empty file under GIO's name.
+  std::string replaceGIO() {
     const std::filesystem::path library = home.path() / "lib" / "libgio-2.0.so.0";
     writeFile(library, "");
     command.environment["LD_LIBRARY_PATH"] = library.parent_path();
@@ -50,25 +50,25 @@ class LoadedLibrariesTest : public ProcessTest {
   const std::string folder = home.makeFolder("A");
 };
 
-TEST_F(LoadedLibrariesTest, questionsAboutFoldersLoadNoneOfTheDesktop) {
+TEST_F(LoadedLibrariesTest, queriesLoadNoDesktopLibrary) {
   expectNoneOfTheDesktop(opened({VELMORA_TEST_PROGRAM, "--check", folder}, 0));
   expectNoneOfTheDesktop(opened({VELMORA_TEST_PROGRAM, "--check", "--restore", folder}, 1));
   expectNoneOfTheDesktop(opened({VELMORA_TEST_INSPECT_PROGRAM, "list"}, 0));
   expectNoneOfTheDesktop(opened({VELMORA_TEST_INSPECT_PROGRAM, "explain", "--warp", folder}, 0));
 }
 
-TEST_F(LoadedLibrariesTest, handoffLoadsThoseOfTheDesktop) {
+TEST_F(LoadedLibrariesTest, handoffLoadsTheDesktopLibraries) {
   EXPECT_TRUE(isAnyOf(opened({VELMORA_TEST_PROGRAM, folder}, 0), "libgio-"));
 }
 
-TEST_F(LoadedLibrariesTest, checkDoesWithoutGIO) {
-  spoilGIO();
+TEST_F(LoadedLibrariesTest, checkWorksWithoutGIO) {
+  replaceGIO();
   expectCancelled(run({"--check", folder}), 0, "");
   expectCancelled(run({"--check", "--restore", folder}), 1, "");
 }
 
-TEST_F(LoadedLibrariesTest, handoffFailsWithoutGIOAndSaysWhy) {
-  const std::string library = spoilGIO();
+TEST_F(LoadedLibrariesTest, handoffReportsThatGIOIsUnusable) {
+  const std::string library = replaceGIO();
   const Outcome outcome = run({folder});
   expectCancelled(outcome, 2,
                   "velmora-finder-action[" + std::to_string(outcome.process) +
@@ -76,8 +76,8 @@ TEST_F(LoadedLibrariesTest, handoffFailsWithoutGIOAndSaysWhy) {
                       message("en", warpHandoffFailed) + "\n");
 }
 
-TEST_F(LoadedLibrariesTest, diagnosisIsIncompleteWithoutGIOAndSaysWhy) {
-  const std::string library = spoilGIO();
+TEST_F(LoadedLibrariesTest, doctorReportsThatGIOIsUnusable) {
+  const std::string library = replaceGIO();
   command.arguments = {VELMORA_TEST_INSPECT_PROGRAM};
   expectCancelled(run({"doctor"}), 74, "velmora-warp-inspect: " + library + ": file too short\n");
 }

@@ -1,4 +1,4 @@
-// Failures are shown on the desktop where no terminal shows them.
+// Failures without a terminal are shown on the desktop.
 
 #include "tests/process/ProcessTest.h"
 
@@ -14,34 +14,34 @@ class NotificationTest : public ProcessTest {
     notifications.own("org.freedesktop.Notifications");
   }
 
-  /// What was shown by a run that has ended so.
+  /// The notifications of a run. Expects this exit status.
   std::vector<BusMessage> shown(const Outcome& outcome, int exitStatus) {
     EXPECT_EQ(outcome.exitStatus, exitStatus);
     return notifications.receivedUntilGone(outcome.process);
   }
 
   const std::string file = home.makeFile("file");
-  const std::string sentence = message("en", chooseWarpFolders);
+  const std::string text = message("en", chooseWarpFolders);
   PrivateBus bus;
   BusPeer notifications{bus.address()};
 };
 
-void expectNotification(const std::vector<BusMessage>& shown, const std::string& sentence) {
+void expectNotification(const std::vector<BusMessage>& shown, const std::string& text) {
   ASSERT_EQ(shown.size(), 1U);
   EXPECT_TRUE(shown.front().isCall);
   EXPECT_EQ(shown.front().path, "/org/freedesktop/Notifications");
   EXPECT_EQ(shown.front().interface, "org.freedesktop.Notifications");
   EXPECT_EQ(shown.front().member, "Notify");
   EXPECT_EQ(shown.front().arguments,
-            "('Velmora', uint32 0, 'io.tolvane.Velmora', '" + sentence +
+            "('Velmora', uint32 0, 'io.tolvane.Velmora', '" + text +
                 "', '', @as [], {'urgency': <byte 0x01>, 'desktop-entry': <'io.tolvane.Velmora'>}, "
                 "-1)");
 }
 
-TEST_F(NotificationTest, sentenceIsShownWhereStandardErrorIsNoTerminal) {
+TEST_F(NotificationTest, messageIsShownWhenStandardErrorIsNoTerminal) {
   const Outcome outcome = run({file});
-  expectCancelled(outcome, 1, sentence + "\n");
-  expectNotification(shown(outcome, 1), sentence);
+  expectCancelled(outcome, 1, text + "\n");
+  expectNotification(shown(outcome, 1), text);
 }
 
 TEST_F(NotificationTest, failedHandoffIsShownInTheUsersLanguage) {
@@ -56,14 +56,14 @@ TEST_F(NotificationTest, nothingElseIsShown) {
   EXPECT_TRUE(shown(run({}), 64).empty());
   command.standardError = StandardError::terminal;
   const Outcome outcome = run({file});
-  expectCancelled(outcome, 1, sentence + "\n");
+  expectCancelled(outcome, 1, text + "\n");
   EXPECT_TRUE(shown(outcome, 1).empty());
 }
 
-TEST_F(NotificationTest, serviceThatNeverAnswersIsNotWaitedForForEver) {
+TEST_F(NotificationTest, programEndsWhenTheServiceNeverAnswers) {
   notifications.answerWith("");
   const Outcome outcome = run({file});
-  expectCancelled(outcome, 1, sentence + "\n");
+  expectCancelled(outcome, 1, text + "\n");
   EXPECT_EQ(shown(outcome, 1).size(), 1U);
 }
 

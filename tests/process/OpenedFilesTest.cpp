@@ -1,5 +1,5 @@
-// Which of the shared files a question about a folder opens: it must not wait for a marker on a
-// disk that sleeps, nor read what cannot matter.
+// The shared files that a query about a folder opens. It must not wait for a marker on a sleeping
+// disk, nor read files that cannot matter.
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/ProcessTest.h"
@@ -26,11 +26,11 @@ class OpenedFilesTest : public ProcessTest {
       writeFile(mirror / (std::string(name) + ".json"), encodeManifest(manifestOf(folder, name)));
       writeFile(folder + markerName, markerJSON(name));
     }
-    // The leak checker cannot work in a traced process.
+    // The leak checker does not work in a traced process.
     command.environment["ASAN_OPTIONS"] += ":detect_leaks=0";
   }
 
-  /// The paths that `--check` with `options` opens, or tries to.
+  /// The paths that `--check` with `options` opens or tries to open.
   std::set<std::string> openedFor(const std::string& item, std::vector<std::string> options,
                                   int exitStatus) {
     const std::filesystem::path trace = home.path() / "trace";
@@ -46,7 +46,7 @@ class OpenedFilesTest : public ProcessTest {
     return paths;
   }
 
-  /// Expects no marker but those in the item and above it.
+  /// Expects only the markers in the item and above it.
   static void expectMarkersAround(const std::string& item, const std::set<std::string>& opened) {
     std::set<std::string> markers;
     for (const std::string& path : opened) {
@@ -67,7 +67,7 @@ class OpenedFilesTest : public ProcessTest {
   }
 };
 
-TEST_F(OpenedFilesTest, ofAnOrdinaryFolderAreNoManifests) {
+TEST_F(OpenedFilesTest, excludeManifestsForAnOrdinaryFolder) {
   const std::string item = home.makeFolder("plain");
   const std::set<std::string> opened = openedFor(item, {}, 0);
   expectMarkersAround(item, opened);
@@ -75,7 +75,7 @@ TEST_F(OpenedFilesTest, ofAnOrdinaryFolderAreNoManifests) {
   EXPECT_FALSE(hasMirror(openedFor(item, {"--restore"}, 1)));
 }
 
-TEST_F(OpenedFilesTest, ofAWarpedFolderAreNoMarkersOfOthers) {
+TEST_F(OpenedFilesTest, excludeOtherMarkersForAWarpedFolder) {
   const std::string item = home.folders() / "warped";
   for (const bool isRestore : {false, true}) {
     const std::set<std::string> opened = openedFor(

@@ -1,4 +1,4 @@
-// Items as file managers and people write them: hostile names, relative paths, file URLs.
+// Operands as file managers and people write them: hostile names, relative paths, file URLs.
 
 #include "tests/process/ProcessTest.h"
 
@@ -13,8 +13,8 @@ class OperandTest : public ProcessTest {
     command.workingDirectory = home.folders();
   }
 
-  /// Runs the program with operands in which "@" stands for the working directory. All that arrives
-  /// are these folders below it, which are made together with the `others`.
+  /// Runs the program with `operands`, in which "@" stands for the working directory. Expects
+  /// exactly these folders below it to arrive. Creates the folders and the `others` first.
   void expectArrival(const std::vector<std::string>& operands,
                      const std::vector<std::string>& folders,
                      const std::vector<std::string>& others = {}) {
@@ -66,7 +66,7 @@ TEST_F(OperandTest, hostileNamesArrive) {
   expectArrival(twice, names);
 }
 
-TEST_F(OperandTest, pathsArriveAbsoluteOnceAndByTheirFirstSpelling) {
+TEST_F(OperandTest, pathsArriveAbsoluteAndUniqueInTheirFirstSpelling) {
   expectArrival({"A/B", "", "./A/../C/.", "@/A/../D", "\xff\xfe", "A//B/", "D", "file", "missing",
                  "file/", "cafe\u0301", "caf\u00e9", "\u00fc", "u\u0308"},
                 {"A/B", "C", "D", "cafe\u0301", "\u00fc"}, {"\xff\xfe", "caf\u00e9", "u\u0308"});
@@ -78,7 +78,7 @@ TEST_F(OperandTest, fileURLsArriveAsPaths) {
                 {"A", "C", "b c", "a#b?c", "D"}, {"A/B", "E"});
 }
 
-TEST_F(OperandTest, whatNamesNoFolderIsNothing) {
+TEST_F(OperandTest, operandsThatNameNoFolderAreIgnored) {
   home.makeFolder("A");
   home.makeFolder("caf\xe9");
   expectCancelled(run({"--", "", "caf\xe9", "http://localhost" + home.folders().native() + "/A"}),

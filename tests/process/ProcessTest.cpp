@@ -102,8 +102,8 @@ void ProcessTest::runAs(unsigned user) {
     return home.path() / name;
   };
   command.environment["VELMORA_RESOURCE_DIR"] = copy(VELMORA_TEST_RESOURCES, "resources");
-  // A build that counts lines puts its counts there. In the home they would be a trace, and where
-  // they cannot be written a line of the standard error says so.
+  // A coverage build writes its counts there. In the home, the test would take them for changes. If
+  // they cannot be written, standard error gets a message.
   filesystem::permissions(countsOfOthers_.path(), filesystem::perms(0777));
   command.environment["GCOV_PREFIX"] = countsOfOthers_.path();
   const std::string number = std::to_string(user);

@@ -1,4 +1,4 @@
-// What every test of the built program starts from: a home, and the program run in it.
+// The fixture of tests of the built program: a home, and the program that runs in it.
 #pragma once
 
 #include "tests/process/Expectations.h"
@@ -20,50 +20,50 @@
 
 namespace velmora::process {
 
-/// The user who owns nothing.
+/// A user who owns nothing.
 inline constexpr unsigned nobody = 65534;
 
 class ProcessTest : public ::testing::Test {
  protected:
   ProcessTest();
 
-  /// Runs the program with these arguments, by `command` otherwise: from the home's directory, in
-  /// `command.environment`.
+  /// Runs the program with these arguments and otherwise as `command` says: in the home's directory
+  /// with `command.environment`.
   Outcome run(const std::vector<std::string>& arguments);
 
-  /// What the last run has made below the home. Empty when something has gone as well.
+  /// The paths that the last run has created below the home. Empty when a path was removed.
   std::set<std::string> made() const;
-  /// The processes that the last run has left behind.
+  /// The processes of the last run that still run.
   std::set<pid_t> leftRunning() const;
 
-  /// The only request in the container, of which the last run has made nothing else. Reports a
-  /// failure of the test, and returns an empty request, when that is not so.
+  /// The only request in the container. Expects that the last run has created nothing else there;
+  /// otherwise it fails the test and returns an empty request.
   Request onlyRequest();
 
-  /// The request was handed over without a word.
+  /// Expects a successful request without output.
   void expectCompleted(const Outcome& outcome);
-  /// The same of a request for these folders alone.
+  /// Expects a successful request for exactly these folders.
   void expectHandedOver(const Outcome& outcome, const std::vector<std::string>& folders);
-  /// Nothing was written, signalled by a new process, or launched, and `error` is all that was
-  /// said.
+  /// Expects that nothing was written, that no new process runs, and that standard error is
+  /// `error`.
   void expectCancelled(const Outcome& outcome, int exitStatus, const std::string& error);
 
-  /// Lets the program find that bus.
+  /// Lets the program find this bus.
   void setBus(const std::string& address) {
     command.environment["DBUS_SESSION_BUS_ADDRESS"] = address;
   }
 
-  /// Makes the application known to the desktop: a desktop entry with these further lines.
+  /// Installs the application with a desktop entry that has these further lines.
   void installApplication(const std::string& lines);
-  /// The application that the last run has started, and that is all that it has left running; null
-  /// when that is not so, which is a failure of the test.
+  /// The application that the last run has started. Fails the test and returns null when there is
+  /// none, or when another process runs.
   std::unique_ptr<LaunchedApplication> launched();
-  /// A line of a desktop entry: starts an application that reports to `launches`.
+  /// A line of a desktop entry that starts an application. The application reports to `launches`.
   std::string execLine(const std::string& arguments = "") const {
     return "Exec=" + applicationCommand(launches, arguments) + "\n";
   }
 
-  /// Lets a copy of the program, all that this user is sure to reach, run as that user.
+  /// Runs a copy of the program as `user`, who may be unable to reach the built one.
   void runAs(unsigned user);
 
   ScratchHome home;
@@ -71,7 +71,7 @@ class ProcessTest : public ::testing::Test {
   Listener launches{home.runtimeDirectory() / "launches"};
 
  private:
-  /// For programs that run as another user than the test's.
+  /// The coverage counts of programs that run as another user.
   ScratchDirectory countsOfOthers_;
   std::set<std::string> listingBefore_;
   std::set<pid_t> childrenBefore_;

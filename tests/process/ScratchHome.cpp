@@ -7,7 +7,7 @@
 
 namespace velmora::process {
 
-// Programs report paths with their symbolic links resolved.
+// The path has no symbolic links, because programs report resolved paths.
 ScratchHome::ScratchHome() : path_(std::filesystem::canonical(directory_.path())) {
   std::filesystem::create_directory(runtimeDirectory());
   std::filesystem::permissions(runtimeDirectory(), std::filesystem::perms::owner_all);

@@ -1,5 +1,5 @@
-// A home directory for one test: the folders to select, the places of the XDG Base Directory
-// Specification, and the application's container.
+// A home directory for one test: folders to select, the XDG directories, and the application's
+// container.
 #pragma once
 
 #include "tests/support/Process.h"
@@ -24,14 +24,14 @@ class ScratchHome {
   std::filesystem::path container() const { return path_ / "container"; }
   std::filesystem::path requestDirectory() const { return container() / "Warp" / "FinderHandoff"; }
 
-  /// For a program that lives in this home, has no bus, and prefers no language.
+  /// The environment of a program in this home, without a bus and without a preferred language.
   Environment environment() const;
 
-  /// Make a folder or file to select; return its absolute path.
+  /// Create a folder or a file to select; return its absolute path.
   std::string makeFolder(std::string_view name) const;
   std::string makeFile(std::string_view name) const;
 
-  /// Everything below the home, relative to it; directories end in "/".
+  /// All paths below the home, relative to it. Directories end in "/".
   std::set<std::string> listing() const;
 
  private:
@@ -39,7 +39,7 @@ class ScratchHome {
   std::filesystem::path path_;
 };
 
-/// Writes a file and the directories above it.
+/// Writes a file and creates the directories above it.
 void writeFile(const std::filesystem::path& path, std::string_view text);
 std::string readFile(const std::filesystem::path& path);
 

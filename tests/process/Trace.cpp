@@ -9,7 +9,7 @@ namespace velmora::process {
 
 namespace {
 
-/// The lines of the main thread without the thread's number.
+/// The lines of the main thread, without the thread's number.
 std::vector<std::string> linesOfMainThread(const std::filesystem::path& trace) {
   std::istringstream lines(readFile(trace));
   std::vector<std::string> result;

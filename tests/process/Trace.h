@@ -1,4 +1,4 @@
-// The system calls of a program, as strace tells them, and faults put into them.
+// The system calls of a program as strace prints them, and injected faults.
 #pragma once
 
 #include <filesystem>
@@ -8,17 +8,17 @@
 
 namespace velmora::process {
 
-/// A call of a program's main thread.
+/// A call of the program's main thread.
 struct TracedCall {
   std::string name;
-  /// Counts the calls of that name in that thread, from 1.
+  /// The number of this call among the main thread's calls of this name, from 1.
   int occurrence = 0;
-  /// The line that tells of it, with the paths of its descriptors.
+  /// The line of the trace, with the paths of its descriptors.
   std::string text;
 };
 
-/// The command that runs a program with `injections` and writes its `calls` to `trace`, both in
-/// strace's syntax. The program and its arguments come after it.
+/// The command that traces a program's `calls` into `trace` and applies `injections`, both in
+/// strace's syntax. The program and its arguments follow the command.
 std::vector<std::string> tracingCommand(const std::filesystem::path& trace,
                                         const std::string& calls,
                                         const std::vector<std::string>& injections);
@@ -26,7 +26,7 @@ std::vector<std::string> tracingCommand(const std::filesystem::path& trace,
 /// The calls of the main thread, which is the thread of the first call.
 std::vector<TracedCall> callsIn(const std::filesystem::path& trace);
 
-/// How many calls of the main thread failed because a fault was put into them.
+/// The number of the main thread's calls that an injected fault made fail.
 int injectedFaults(const std::filesystem::path& trace);
 
 }  // namespace velmora::process

@@ -8,7 +8,7 @@ namespace velmora::process {
 
 namespace {
 
-/// With a folder that is warped, as the application leaves it, and one inside.
+/// Has a folder that is warped as the application warps it, and a folder inside.
 class WarpedFoldersTest : public ProcessTest {
  protected:
   WarpedFoldersTest() {
@@ -17,7 +17,7 @@ class WarpedFoldersTest : public ProcessTest {
     writeFile(marker, markerJSON("warped"));
   }
 
-  /// What --check says of the folder, for Warp and for Restore.
+  /// Expects these exit statuses of --check for Warp and for Restore.
   void expectChecks(int warp, int restore) {
     expectCancelled(run({"--check", folder}), warp, "");
     expectCancelled(run({"--check", "--restore", folder}), restore, "");
@@ -34,7 +34,7 @@ TEST_F(WarpedFoldersTest, cannotBeWarpedAgain) {
                   message("en", chooseWarpFolders) + "\n");
 }
 
-TEST_F(WarpedFoldersTest, leaveTheOthersOfASelection) {
+TEST_F(WarpedFoldersTest, areLeftOutOfASelection) {
   expectCompleted(run({folder, plain, inside, home.path().string()}));
   const Request request = onlyRequest();
   EXPECT_EQ(request.action, "warpFolder");
@@ -48,7 +48,7 @@ TEST_F(WarpedFoldersTest, canBeRestored) {
   EXPECT_EQ(request.folderPaths, std::vector<std::string>{folder});
 }
 
-TEST_F(WarpedFoldersTest, areCheckedWithoutATrace) {
+TEST_F(WarpedFoldersTest, areCheckedWithoutChanges) {
   expectChecks(1, 0);
   const std::filesystem::path index = home.container() / "Warp" / "destroyed-manifest-index.json";
   writeFile(index, indexJSON({tombstoneOf(manifestOf(folder, "warped"))}));

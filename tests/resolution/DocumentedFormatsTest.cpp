@@ -1,4 +1,4 @@
-// The examples of docs/formats.md are what they say.
+// The examples of docs/formats.md are valid.
 
 #include "json/strict/JSONReader.h"
 #include "resolution/WarpMarker.h"

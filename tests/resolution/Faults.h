@@ -1,4 +1,4 @@
-// What a kept error says.
+// The message of a stored exception.
 #pragma once
 
 #include <exception>
@@ -6,7 +6,7 @@
 
 namespace velmora {
 
-/// The message of a std::exception; "none" where there is none.
+/// The message of a std::exception; "none" for a null pointer.
 inline std::string messageOf(const std::exception_ptr& fault) {
   if (!fault) {
     return "none";

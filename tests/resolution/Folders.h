@@ -1,4 +1,4 @@
-// The paths of folders, as tests compare them.
+// The paths of folders, for comparisons in tests.
 #pragma once
 
 #include "resolution/StandardizedPath.h"
@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-/// Byte for byte.
+/// The bytes of the paths.
 inline std::vector<std::string> bytesOf(const std::vector<StandardizedPath>& paths) {
   std::vector<std::string> bytes;
   for (const StandardizedPath& path : paths) {

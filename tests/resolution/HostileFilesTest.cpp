@@ -1,5 +1,5 @@
-// Real files of every wrong kind where the application's files should be: each only shrinks the
-// list, and nothing waits, grows without bound or ends the program.
+// Real files of every wrong kind in place of the application's files. Each only shortens the list.
+// Nothing waits, grows without bound or ends the program.
 
 #include "platform/Platform.h"
 #include "platform/posix/PosixFileReader.h"
@@ -25,7 +25,7 @@ namespace {
 
 using Paths = std::vector<std::string>;
 
-/// Two warped folders, a and b, on disk.
+/// Two warped folders on disk, a and b.
 class WarpedDirectories {
  public:
   WarpedDirectories() {
@@ -56,7 +56,7 @@ constexpr off_t eightGiB = off_t{8} << 30;
 
 struct HostileCase {
   const char* name;
-  /// Makes it at a path where nothing is.
+  /// Creates the file at a path where nothing exists.
   void (*make)(const std::string& path);
 };
 
@@ -77,7 +77,7 @@ const HostileCase hostileCases[] = {
      [](const std::string& path) { makeFile(path, R"({"version":4,"warpID":"b)"); }},
 };
 
-TEST(HostileFiles, onlyShrinkTheList) {
+TEST(HostileFiles, onlyShortenTheList) {
   for (const HostileCase& row : hostileCases) {
     for (const char* const name : {"Warp/ManifestMirror/b.json", "b/.velmora-warped.json",
                                    "Warp/destroyed-manifest-index.json", "Warp/ManifestMirror"}) {
@@ -109,7 +109,7 @@ TEST(HostileFiles, onlyShrinkTheList) {
   }
 }
 
-TEST(ChangingFiles, areReadAsTheyAreAtSomeMoment) {
+TEST(ChangingFiles, haveTheirContentOfSomeMoment) {
   WarpedDirectories warped;
   const std::string manifestPath = warped.scratch.path("Warp/ManifestMirror/b.json");
   const std::string markerPath = warped.scratch.path("b/.velmora-warped.json");

@@ -35,7 +35,7 @@ class Mirror : public testing::Test {
     return mirroredManifests(root, fake.fileSystem, fake.paths);
   }
 
-  /// The names of the files whose manifests were taken, in order.
+  /// The names of the files with accepted manifests, in order.
   static Names names(const ManifestMirror& mirror) {
     Names names;
     for (const MirroredManifest& mirrored : mirror.manifests) {
@@ -48,7 +48,7 @@ class Mirror : public testing::Test {
   FakePlatform fake;
 };
 
-TEST_F(Mirror, givesWhatTheManifestsSayReadAfreshUnderTheStandardisedRoot) {
+TEST_F(Mirror, readsTheManifestsUnderTheStandardisedRoot) {
   EXPECT_TRUE(read().manifests.empty());
   VelmoraWarpSharedManifest manifest = manifestOf("/a", "warp");
   manifest.entries.append(entryOf("/a/b"));
@@ -62,7 +62,7 @@ TEST_F(Mirror, givesWhatTheManifestsSayReadAfreshUnderTheStandardisedRoot) {
   EXPECT_EQ(manifests[0].manifest.entryCount, 1);
 }
 
-TEST_F(Mirror, takesFilesByTheirExtensionAndNoneOfADirectory) {
+TEST_F(Mirror, readsFilesByTheirExtensionAndNoSubdirectory) {
   fake.fileSystem.createDirectories(pathOf("inner"));
   for (const char* name :
        {"b.json", "a.json", ".x.json", "a.JSON", "a.json.bak", ".json", "json", "inner/c.json"}) {
@@ -73,7 +73,7 @@ TEST_F(Mirror, takesFilesByTheirExtensionAndNoneOfADirectory) {
   EXPECT_TRUE(mirror.refused.empty());
 }
 
-TEST_F(Mirror, givesTheNewestFirstAndThoseOfOneInstantInTheOrderOfTheirNames) {
+TEST_F(Mirror, ordersManifestsByInstantThenByName) {
   const std::map<std::string, double> instants = {{"a.json", 50},  {"b.json", 100},
                                                   {"c.json", 100}, {"d.json", 100},
                                                   {"e.json", 150}, {"f.json", 120}};
@@ -85,7 +85,7 @@ TEST_F(Mirror, givesTheNewestFirstAndThoseOfOneInstantInTheOrderOfTheirNames) {
   EXPECT_EQ(names(read()), (Names{"e.json", "f.json", "b.json", "c.json", "d.json", "a.json"}));
 }
 
-TEST_F(Mirror, leavesOutWhatIsNoManifest) {
+TEST_F(Mirror, refusesFilesThatAreNoManifests) {
   add("good.json", manifestOf("/a", "warp"));
   VelmoraWarpSharedManifest relative = manifestOf("/a", "relative");
   relative.originalFolderPath = "a";
@@ -127,7 +127,7 @@ TEST_F(Mirror, isEmptyWithoutADirectory) {
   EXPECT_EQ(messageOf(mirror.fault), "No such file or directory");
 }
 
-TEST_F(Mirror, isNotTakenForEmptyWhenMemoryRunsOut) {
+TEST_F(Mirror, isNotReportedAsEmptyWhenMemoryRunsOut) {
   add("a.json", manifestOf("/a", "warp"));
   fake.fileSystem.readFailure = throwing(std::bad_alloc());
   const ManifestMirror mirror = read();
@@ -137,7 +137,7 @@ TEST_F(Mirror, isNotTakenForEmptyWhenMemoryRunsOut) {
   EXPECT_THROW(static_cast<void>(read()), std::bad_alloc);
 }
 
-TEST_F(Mirror, givesTheManifestsOfTheWarpsThatAreAskedFor) {
+TEST_F(Mirror, readsOnlyTheManifestsOfTheGivenWarps) {
   add("a.json", manifestOf("/a", "0-A"));
   add("b.json", manifestOf("/b", "B"));
   fake.fileSystem.files[pathOf("broken.json")] = "{\"warpID\":\"0-A\"";
@@ -149,7 +149,7 @@ TEST_F(Mirror, givesTheManifestsOfTheWarpsThatAreAskedFor) {
   EXPECT_EQ(mirror.refused[0].filePath, pathOf("broken.json"));
 }
 
-TEST_F(Mirror, tellsHowFarItIsRead) {
+TEST_F(Mirror, reportsItsProgress) {
   add("a.json", manifestOf("/a", "A"));
   fake.fileSystem.files[pathOf("b.json")] = "{";
   std::vector<std::pair<std::size_t, std::size_t>> steps;
@@ -160,7 +160,7 @@ TEST_F(Mirror, tellsHowFarItIsRead) {
   EXPECT_EQ(steps, expected);
 }
 
-TEST(ManifestFileName, isToldByItsExtension) {
+TEST(ManifestFileName, isRecognisedByItsExtension) {
   const auto cases = readAnsweredCases("resolution/pathExtension.jsonl");
   EXPECT_EQ(cases.size(), 7);
   for (const AnsweredCase& row : cases) {

@@ -1,4 +1,4 @@
-// Manifests as they come from the mirror.
+// Manifests as the mirror delivers them.
 #pragma once
 
 #include "resolution/ManifestMirror.h"
@@ -9,7 +9,7 @@
 
 namespace velmora {
 
-/// The manifest of a folder with nothing in it, from a file that has the Warp's name.
+/// The manifest of an empty folder, from a file with the Warp's name.
 inline MirroredManifest mirroredManifestOf(std::string_view folderPath, std::string_view warpID) {
   const VelmoraWarpSharedManifest manifest = manifestOf(folderPath, warpID);
   return {.filePath = "/mirror/" + std::string(warpID) + ".json",

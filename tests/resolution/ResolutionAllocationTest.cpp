@@ -1,5 +1,5 @@
-// Screens items while memory runs out: the caller hears of it, or every warped folder is found. A
-// warped folder must not be taken for an ordinary one.
+// Screens items while memory runs out. Either the caller gets the error or every warped folder is
+// found, because a warped folder must not count as an ordinary one.
 
 #include "resolution/WarpedFolders.h"
 #include "tests/fakes/RecordedWarps.h"
@@ -15,7 +15,7 @@
 namespace velmora {
 namespace {
 
-bool isForWantOfMemory(const std::exception_ptr& fault) {
+bool isOutOfMemory(const std::exception_ptr& fault) {
   try {
     std::rethrow_exception(fault);
   } catch (const std::bad_alloc&) {
@@ -25,7 +25,7 @@ bool isForWantOfMemory(const std::exception_ptr& fault) {
   }
 }
 
-TEST(ResolutionShortOfMemory, losesNoManifestUntold) {
+TEST(ResolutionShortOfMemory, losesNoManifestSilently) {
   FakePlatform fake;
   std::vector<StandardizedPath> items;
   for (int number = 0; number < 3; ++number) {
@@ -44,7 +44,7 @@ TEST(ResolutionShortOfMemory, losesNoManifestUntold) {
         throwCount += attempt.hasThrown ? 1 : 0;
         refusalCount += static_cast<int>(resolution.refused.size());
         for (const RefusedManifest& refused : resolution.refused) {
-          EXPECT_TRUE(isForWantOfMemory(refused.fault));
+          EXPECT_TRUE(isOutOfMemory(refused.fault));
         }
         if (!attempt.hasThrown) {
           EXPECT_EQ(confirmedWarpManifests(resolution).size() + resolution.refused.size(), 3U);

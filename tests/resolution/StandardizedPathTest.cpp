@@ -11,7 +11,7 @@ namespace {
 
 using Paths = std::vector<Text>;
 
-TEST(StandardizedPath, isWhatThePlatformMakesOfAPath) {
+TEST(StandardizedPath, isMadeByThePlatform) {
   EXPECT_EQ(standardized("/a/../b/", PosixPathStandardizer()), StandardizedPath{"/b"});
   EXPECT_EQ(standardized("/caf\u00e9", PosixPathStandardizer()), StandardizedPath{"/cafe\u0301"});
 }

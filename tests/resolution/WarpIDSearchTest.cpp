@@ -18,7 +18,7 @@ bool mayBe(const std::vector<Text>& warpIDs, const std::string& content) {
   return WarpIDSearch(warpIDs).mayBeManifest("/file", fake.fileSystem);
 }
 
-TEST(WarpIDSearches, passOverFilesThatCannotHoldAnIdentifier) {
+TEST(WarpIDSearches, skipFilesThatCannotHoldAnIdentifier) {
   const struct {
     const char* name;
     std::vector<Text> warpIDs;
@@ -34,7 +34,7 @@ TEST(WarpIDSearches, passOverFilesThatCannotHoldAnIdentifier) {
       {"otherEscape", {"A-1"}, R"({"warpID":"A\/-1\n"})", false},
       {"emptyFile", {"A-1"}, "", false},
       {"emptyIdentifier", {""}, R"({"warpID":"X"})", true},
-      // Not searched for, because other bytes may mean the same.
+      // These identifiers are not searched for, because other bytes may be equal to them.
       {"kelvin", {"K"}, "{\"warpID\":\"\u212a\"}", true},
       {"punctuation", {"a;b"}, "{}", true},
       {"noASCII", {"\u00e9"}, "{}", true},
@@ -46,7 +46,7 @@ TEST(WarpIDSearches, passOverFilesThatCannotHoldAnIdentifier) {
   }
 }
 
-TEST(WarpIDSearches, findWhatLiesAcrossTwoChunks) {
+TEST(WarpIDSearches, findAnIdentifierAcrossTwoChunks) {
   constexpr std::size_t chunk = std::size_t{256} << 10;
   const std::string identifier = "0123-4567";
   for (std::size_t position = chunk - 12; position < chunk + 12; ++position) {
@@ -61,7 +61,7 @@ TEST(WarpIDSearches, findWhatLiesAcrossTwoChunks) {
   }
 }
 
-TEST(WarpIDSearches, failWhereTheFileCannotBeRead) {
+TEST(WarpIDSearches, raiseTheErrorOfReading) {
   const ScratchDirectory scratch;
   const PosixFileReader files;
   WarpIDSearch search({"A"});

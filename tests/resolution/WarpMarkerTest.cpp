@@ -23,7 +23,7 @@ TEST(WarpMarkers, areReadFromTheirFolder) {
   EXPECT_EQ(readWarpMarker("/b", fake.fileSystem, reader), std::nullopt);
 }
 
-TEST(WarpMarkers, areUnreadableOnlyWhereTheyAre) {
+TEST(WarpMarkers, areUnreadableOnlyIfTheyExist) {
   FakePlatform fake;
   internal::JSONReader reader;
   fake.fileSystem.readFailure = throwing(posixError(EIO));

@@ -31,7 +31,7 @@ std::optional<Text> rootAround(const Text& item, const WarpRoots& roots) {
   return roots.enclosingWarpRoot(standardized(item, standardizer));
 }
 
-TEST(WarpRoots, areTheStandardisedAbsolutePathsInTheirFirstSpelling) {
+TEST(WarpRoots, areStandardisedAbsolutePathsInTheirFirstSpelling) {
   struct Row {
     const char* name;
     Paths paths;
@@ -58,7 +58,7 @@ TEST(WarpRoots, areTheStandardisedAbsolutePathsInTheirFirstSpelling) {
   }
 }
 
-TEST(WarpRoots, agreeWithEveryAnswer) {
+TEST(WarpRoots, agreeWithTheAnsweredCases) {
   const std::vector<AnsweredCase> cases = readAnsweredCases("extension/roots.jsonl");
   ASSERT_FALSE(cases.empty());
   for (const AnsweredCase& answered : cases) {
@@ -69,7 +69,7 @@ TEST(WarpRoots, agreeWithEveryAnswer) {
   }
 }
 
-TEST(EnclosingWarpRoot, isTheItemOrTheInnermostRootAround) {
+TEST(EnclosingWarpRoot, isTheItemOrItsInnermostEnclosingRoot) {
   struct Row {
     const char* name;
     Paths roots;
@@ -95,7 +95,7 @@ TEST(EnclosingWarpRoot, isTheItemOrTheInnermostRootAround) {
                       {"otherNormalForm", {"/caf\u00e9"}, "/cafe\u0301/x", "/caf\u00e9"},
                       {"otherNormalFormBack", {"/cafe\u0301"}, "/caf\u00e9/x", "/cafe\u0301"},
                       {"letterCase", {"/a"}, "/A/b", std::nullopt},
-                      {"accentBehindTheRoot", {"/e"}, "/e\u0301/x", std::nullopt},
+                      {"accentAfterTheRoot", {"/e"}, "/e\u0301/x", std::nullopt},
                       {"markOnTheSlash", {"/a"}, "/a/\u0301b", std::nullopt},
                       {"markOnALaterSlash", {"/a"}, "/a/b/\u0301c", "/a"},
                       {"joinerOnTheSlash", {"/a"}, "/a/\u200db", std::nullopt},
@@ -106,7 +106,7 @@ TEST(EnclosingWarpRoot, isTheItemOrTheInnermostRootAround) {
   }
 }
 
-TEST(EnclosingWarpRoot, isTheFirstOfEqualOnesAsItIsSpelled) {
+TEST(EnclosingWarpRoot, hasTheFirstSpellingOfEqualRoots) {
   const Paths spellings = {"/e\u0301\u0323", "/\u1eb9\u0301", "/e\u0323\u0301"};
   for (const Text& first : spellings) {
     Paths paths = {"/e", first};
@@ -120,7 +120,7 @@ TEST(EnclosingWarpRoot, isTheFirstOfEqualOnesAsItIsSpelled) {
   }
 }
 
-TEST(EnclosingWarpRoot, agreesWithEveryAnswer) {
+TEST(EnclosingWarpRoot, agreesWithTheAnsweredCases) {
   const std::vector<AnsweredCase> cases = readAnsweredCases("extension/enclosing.jsonl");
   ASSERT_FALSE(cases.empty());
   for (const AnsweredCase& answered : cases) {
@@ -130,8 +130,8 @@ TEST(EnclosingWarpRoot, agreesWithEveryAnswer) {
   }
 }
 
-/// The rule as it is told: of the roots that match, the one of the most characters.
-std::optional<Text> enclosingRootByWalking(const Text& item, const Paths& paths) {
+/// The rule as documented: the matching root with the most characters.
+std::optional<Text> enclosingRootBySearch(const Text& item, const Paths& paths) {
   const Text path = standardizer.standardizedPath(item);
   std::optional<Text> longest;
   for (const Text& given : paths) {
@@ -146,7 +146,7 @@ std::optional<Text> enclosingRootByWalking(const Text& item, const Paths& paths)
   return longest;
 }
 
-TEST(EnclosingWarpRoot, agreesWithTheWalkOverAllRoots) {
+TEST(EnclosingWarpRoot, agreesWithASearchOfAllRoots) {
   const std::vector<std::string> names = {"a",       "ab",     "e",       "e\u0301", "\u00e9",
                                           "\u0301b", "\u0600", "x\u0600", "日",      "\u200d"};
   std::mt19937 random(20260301);
@@ -164,7 +164,7 @@ TEST(EnclosingWarpRoot, agreesWithTheWalkOverAllRoots) {
       paths.push_back(randomPath(3));
     }
     const Text item = randomPath(5);
-    const std::optional<Text> expected = enclosingRootByWalking(item, paths);
+    const std::optional<Text> expected = enclosingRootBySearch(item, paths);
     ASSERT_EQ(rootAround(item, rootsAt(paths)), expected) << item.utf8();
     enclosedCount += expected.has_value() ? 1 : 0;
   }

@@ -24,7 +24,7 @@ using Paths = std::vector<std::string>;
 
 const std::string markerOfA = "/a/.velmora-warped.json";
 
-/// A folder /a whose manifest is of the Warp "W".
+/// A folder /a with a manifest of the Warp "W".
 class MarkedFolder {
  public:
   explicit MarkedFolder(std::string_view warpID = "W") {
@@ -34,8 +34,8 @@ class MarkedFolder {
 
   Resolution resolve() { return resolveWarpedFolders(fake.platform()); }
 
-  /// The verdict on the only manifest. Expects its folder to be warped exactly when it is
-  /// confirmed.
+  /// The verdict on the only manifest. Expects the folder to be warped if and only if the verdict
+  /// is `confirmed`.
   ManifestVerdict verdict() {
     const Resolution resolution = resolve();
     EXPECT_EQ(resolution.judged.size(), 1);
@@ -80,23 +80,23 @@ TEST(MarkerContents, decideWhetherTheFolderIsWarped) {
     folder.fake.fileSystem.files[markerOfA] = row.content;
     EXPECT_EQ(folder.verdict(), row.verdict) << row.name;
   }
-  // In the other normal form.
+  // The same identifier in another normal form.
   MarkedFolder folder("e\u0301");
   mark(folder.fake, "/a", "\u00e9");
   EXPECT_EQ(folder.verdict(), confirmed);
 }
 
-TEST_F(Markers, confirmNothingWhereTheyCannotBeRead) {
+TEST_F(Markers, confirmNothingIfTheyCannotBeRead) {
   fake.fileSystem.createDirectories(markerOfA);
   const Resolution resolution = resolve();
   EXPECT_EQ(resolution.judged.at(0).verdict, unreadableMarker);
   EXPECT_EQ(messageOf(resolution.judged.at(0).markerFault), "Is a directory");
 }
 
-TEST_F(Markers, areNotTakenForMissingWhenMemoryRunsOut) {
+TEST_F(Markers, areNotReportedAsMissingWhenMemoryRunsOut) {
   mark(fake, "/a", "W");
   fake.fileSystem.readFailure = [this] {
-    // Manifest and index have been read by then.
+    // The first read was that of the manifest.
     if (++readCount == 2) {
       throw std::bad_alloc();
     }
@@ -104,7 +104,7 @@ TEST_F(Markers, areNotTakenForMissingWhenMemoryRunsOut) {
   EXPECT_THROW(static_cast<void>(resolve()), std::bad_alloc);
 }
 
-TEST_F(Markers, judgeEachManifestOfAFolderOnItsOwn) {
+TEST_F(Markers, decideOnEachManifestOfAFolder) {
   VelmoraWarpSharedManifest newer = manifestOf("/a", "new");
   newer.createdAt.secondsSinceReferenceDate = 1;
   mirror(fake, newer);
@@ -117,10 +117,10 @@ TEST_F(Markers, judgeEachManifestOfAFolderOnItsOwn) {
   EXPECT_EQ(bytesOf(warpedFolderPaths(resolution)), Paths{"/a"});
 }
 
-TEST(Tombstones, takeTheFolderFromItsWarp) {
+TEST(Tombstones, removeTheFolderFromItsWarp) {
   struct Row {
     const char* warpID;
-    /// For each tombstone, the Warp that it names and the Warp whose manifest key it names.
+    /// For each tombstone, its Warp and the Warp whose manifest key it has.
     std::vector<std::pair<std::string, std::string>> tombstones;
     ManifestVerdict verdict;
   };
@@ -144,7 +144,7 @@ TEST(Tombstones, takeTheFolderFromItsWarp) {
   }
 }
 
-TEST_F(Markers, countWhenTheTombstonesAreCorrupt) {
+TEST_F(Markers, countIfTheTombstonesAreCorrupt) {
   mark(fake, "/a", "W");
   VelmoraWarpSharedDestroyedManifestRecord unsafe = tombstoneOf(manifestOf("/b", "x"));
   unsafe.manifestKey = "/unsafe";
@@ -162,7 +162,7 @@ TEST(Resolutions, endWithoutASharedRoot) {
   EXPECT_TRUE(warpedFolderPaths(resolution).empty());
 }
 
-TEST(Resolutions, keepWhatIsWrongWithTheMirror) {
+TEST(Resolutions, reportTheFaultsOfTheMirror) {
   FakePlatform fake;
   recordWarp(fake, "/a", "W");
   fake.fileSystem.files[std::string(recordedWarpRoot) + "/ManifestMirror/bad.json"] = "{";
@@ -171,7 +171,7 @@ TEST(Resolutions, keepWhatIsWrongWithTheMirror) {
   EXPECT_EQ(messageOf(resolveWarpedFolders(fake.platform()).mirrorFault), "Permission denied");
 }
 
-TEST(WarpedFolderPaths, areThoseOfTheNewestManifestsFirst) {
+TEST(WarpedFolderPaths, areInTheOrderOfTheNewestManifests) {
   FakePlatform fake;
   recordWarp(fake, "/old", "1");
   VelmoraWarpSharedManifest manifest = manifestOf("/new", "2");
@@ -193,11 +193,11 @@ TEST(ResolutionsAroundItems, judgeTheManifestsAroundThem) {
   for (const JudgedManifest& judged : resolution.judged) {
     verdicts.emplace_back(judged.manifest.originalFolderPath.utf8(), judged.verdict);
   }
-  // Those of another Warp are not even decoded.
+  // A manifest of another Warp is not decoded at all.
   EXPECT_EQ(verdicts, (decltype(verdicts){{"/a", confirmed}, {"/elsewhere", aroundNoItem}}));
 }
 
-TEST(ResolutionsAroundItems, doWithoutTheMirrorWhereThereIsNoMarker) {
+TEST(ResolutionsAroundItems, readNoMirrorWithoutAMarker) {
   FakePlatform fake;
   recordWarp(fake, "/a", "W");
   fake.fileSystem.entryNamesFailure = throwing(posixError(EACCES));

@@ -31,7 +31,7 @@ class WarpsAround : public testing::Test {
   FakePlatform fake;
 };
 
-TEST_F(WarpsAround, areNamedByTheMarkersInAndAboveTheItems) {
+TEST_F(WarpsAround, areThoseOfTheMarkersInAndAboveTheItems) {
   mark(fake, "/", "root");
   mark(fake, "/a", "A");
   mark(fake, "/a/b/c", "C");
@@ -44,14 +44,14 @@ TEST_F(WarpsAround, areNamedByTheMarkersInAndAboveTheItems) {
   EXPECT_EQ(around({}), Warps{std::vector<Text>()});
 }
 
-TEST_F(WarpsAround, areNoneOfAMarkerThatIsNone) {
+TEST_F(WarpsAround, areAbsentForAnInvalidMarker) {
   fake.fileSystem.createDirectories("/a/.velmora-warped.json");
   fake.fileSystem.createDirectories("/a/b");
   fake.fileSystem.files["/a/b/.velmora-warped.json"] = "{}";
   EXPECT_EQ(around({"/a/b"}), Warps{std::vector<Text>()});
 }
 
-TEST_F(WarpsAround, mayBeAnyWhereANameIsThereInAnotherSpelling) {
+TEST_F(WarpsAround, mayBeAnyWhenANameHasAnotherSpelling) {
   const struct {
     const char* name;
     const char* entry;
@@ -71,7 +71,7 @@ TEST_F(WarpsAround, mayBeAnyWhereANameIsThereInAnotherSpelling) {
     world.fileSystem.createDirectories("/x/" + std::string(row.entry) + "/below");
     EXPECT_EQ(around("/x/" + std::string(row.entry) + "/below"), Warps{std::vector<Text>()})
         << row.name;
-    // A file will do: it may be a link to a folder.
+    // A file is enough, because it may be a link to a folder.
     world.fileSystem.files["/x/" + std::string(row.twin)] = "";
     for (const std::string& path : {std::string(row.entry), row.entry + std::string("/below")}) {
       EXPECT_EQ(around("/x/" + path), anyWarp) << row.name;
@@ -80,7 +80,7 @@ TEST_F(WarpsAround, mayBeAnyWhereANameIsThereInAnotherSpelling) {
   }
 }
 
-TEST_F(WarpsAround, areToldWithoutListingsWhereNamesHaveOneSpelling) {
+TEST_F(WarpsAround, needNoListingsForNamesWithOneSpelling) {
   fake.fileSystem.createDirectories("/Users/a.b (1)/x~y");
   fake.fileSystem.entryNamesFailure = throwing(posixError(EACCES));
   EXPECT_EQ(around({"/Users/a.b (1)/x~y"}), Warps{std::vector<Text>()});
@@ -99,7 +99,7 @@ TEST_F(WarpsAround, mayBeAnyInAFolderOfTooManyNames) {
   EXPECT_EQ(around({"/x/\u00e9"}), anyWarp);
 }
 
-TEST_F(WarpsAround, areNotTakenForNoneWhenMemoryRunsOut) {
+TEST_F(WarpsAround, areNotReportedAsNoneWhenMemoryRunsOut) {
   fake.fileSystem.entryNamesFailure = throwing(std::bad_alloc());
   EXPECT_THROW(static_cast<void>(around({"/\u00e9"})), std::bad_alloc);
   mark(fake, "/a", "A");
@@ -107,7 +107,7 @@ TEST_F(WarpsAround, areNotTakenForNoneWhenMemoryRunsOut) {
   EXPECT_THROW(static_cast<void>(around({"/a"})), std::bad_alloc);
 }
 
-/// As macOS, where a path may have a prefix that its standardised form lacks.
+/// Behaves like macOS, where a path may have a prefix that its standardised form lacks.
 class PrefixingStandardizer final : public PathStandardizer {
  public:
   Text standardizedFileURLPath(const Text& path) const override { return path; }
@@ -117,7 +117,7 @@ class PrefixingStandardizer final : public PathStandardizer {
   }
 };
 
-TEST_F(WarpsAround, areLookedForUnderEveryPathThatIsStandardisedToTheItems) {
+TEST_F(WarpsAround, includeThoseOfEveryPathThatStandardisesToAnItem) {
   mark(fake, "/private/tmp", "P");
   EXPECT_EQ(warpsAround({{"/tmp/a"}}, fake.fileSystem, PrefixingStandardizer()), Warps{{"P"}});
 }

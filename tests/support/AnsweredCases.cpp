@@ -62,7 +62,7 @@ std::vector<AnsweredCase> readAnsweredCases(std::string_view path) {
   for (const element row : rows) {
     cases.push_back(caseOf(row.get_object().value()));
   }
-  // The stream ends without an error before a row that is cut off.
+  // A stream that ends in an incomplete row has no error.
   if (rows.truncated_bytes() != 0) {
     throw std::invalid_argument("the last row is incomplete");
   }

@@ -47,7 +47,8 @@ std::string contentOf(const std::string& file) {
   return content;
 }
 
-// Adds the piece up to `end`, if there is something in it, and begins the next one there.
+// Adds the text from `begin` to `end` as a piece, unless it is empty. The next piece begins at
+// `end`.
 void cut(Pieces& pieces, std::string_view document, std::size_t& begin, std::size_t end) {
   if (end > begin) {
     pieces.emplace_back(document.substr(begin, end - begin));
@@ -84,7 +85,7 @@ Pieces piecesOf(std::string_view document) {
   return pieces;
 }
 
-// The bases of one file of rows, each read when it is first named.
+// The bases of one file of rows, each read at its first use.
 class Bases {
  public:
   explicit Bases(std::string_view rows) : stem_(rows.substr(0, rows.rfind('.'))) {}
@@ -280,7 +281,7 @@ std::vector<AnsweredDocument> readAnsweredDocuments(std::string_view path) {
   for (const element row : rows) {
     documents.push_back(answeredDocumentOf(row.get_object().value(), bases));
   }
-  // The stream ends without an error before a row that is cut off.
+  // A stream that ends in an incomplete row has no error.
   if (rows.truncated_bytes() != 0) {
     refuse("the last row is incomplete");
   }

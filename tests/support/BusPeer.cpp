@@ -17,9 +17,9 @@ namespace {
 
 constexpr const char* busName = "org.freedesktop.DBus";
 
-/// Guards what every peer shares with GIO's thread. It outlives them all, so that ThreadSanitizer,
-/// which does not see GLib's locks, sees that a peer is made before it is used and used before it
-/// ends.
+/// Guards the state that peers share with GIO's thread, and outlives all peers. ThreadSanitizer
+/// does not see GLib's locks. By this lock it sees that a peer is used only between its start and
+/// its end.
 std::mutex mutex;
 
 struct Release {
@@ -28,7 +28,7 @@ struct Release {
 };
 using Variant = std::unique_ptr<GVariant, Release>;
 
-/// Throws what `error` says, when it says something.
+/// Throws std::runtime_error with the message of `error`, if there is an error.
 void raise(GError* error) {
   if (error != nullptr) {
     const std::string message = error->message;
@@ -69,7 +69,7 @@ struct BusPeer::State {
   guint filter = 0;
   bool isFilterGone = false;
 
-  // Under the lock, since messages come on GIO's thread.
+  // The lock guards these, because messages arrive on GIO's thread.
   std::condition_variable changed;
   std::vector<BusMessage> received;
   std::set<std::string> goneNames;
@@ -90,7 +90,7 @@ struct BusPeer::State {
     callBus("AddMatch", g_variant_new("(s)", ("type='signal'," + rule).c_str()));
   }
 
-  /// Empty when it has left meanwhile.
+  /// Empty when the connection has left meanwhile.
   std::string processOf(const std::string& name) {
     try {
       return printed(
@@ -100,7 +100,7 @@ struct BusPeer::State {
     }
   }
 
-  /// Runs on GIO's thread, for each message as it arrives and in that order.
+  /// Runs on GIO's thread for each message, in the order of arrival.
   static GDBusMessage* take(GDBusConnection*, GDBusMessage* message, gboolean isIncoming,
                             gpointer self) {
     const GDBusMessageType type = g_dbus_message_get_message_type(message);
@@ -127,7 +127,8 @@ struct BusPeer::State {
     return nullptr;
   }
 
-  /// Of the bus's own signals, takes note of those who leave.
+  /// Whether the test gets the signal. Among the bus's own signals, records the names that have
+  /// left.
   bool concernsTest(GDBusMessage* signal) {
     if (orEmpty(g_dbus_message_get_sender(signal)) != busName) {
       return true;
@@ -166,11 +167,11 @@ BusPeer::BusPeer(const std::string& address) : state_(std::make_unique<State>())
       nullptr, nullptr, &error);
   raise(error);
   {
-    // GIO's thread sees under the lock what was made under it.
+    // The lock orders this write before the reads of GIO's thread.
     const std::lock_guard lock(mutex);
     state_->connection = connection;
   }
-  // That the filter runs no more is told there.
+  // This context reports that the filter runs no more.
   g_main_context_push_thread_default(state_->context);
   state_->filter = g_dbus_connection_add_filter(
       connection, &State::take, state_.get(),
@@ -229,7 +230,7 @@ void BusPeer::emitSignal(const std::string& path, const std::string& interface,
                          const std::string& member) {
   g_dbus_connection_emit_signal(state_->connection, nullptr, path.c_str(), interface.c_str(),
                                 member.c_str(), nullptr, nullptr);
-  // The bus takes messages in their order, so with the answer it has the signal, too.
+  // The bus keeps the order of messages, so its answer shows that it has the signal.
   state_->callBus("GetId", nullptr);
 }
 
@@ -247,7 +248,7 @@ std::vector<BusMessage> BusPeer::receivedUntilGone(pid_t process) {
     const char* name = nullptr;
     g_variant_get_child(names.get(), index, "&s", &name);
     if (*name == ':' && state_->processOf(name) == number) {
-      // What a process has sent comes before the news that it has left.
+      // The bus delivers the messages of a process before the signal that it has left.
       std::unique_lock lock(mutex);
       state_->changed.wait(lock, [&] { return state_->goneNames.contains(name); });
     }

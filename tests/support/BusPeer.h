@@ -1,6 +1,4 @@
-// Another program on the bus, as far as a test needs one: it hears signals and takes calls.
-//
-// Both are taken as they come, on a thread of GIO's.
+// Another program on the bus, which receives signals and calls. Both arrive on a thread of GIO's.
 #pragma once
 
 #include <sys/types.h>
@@ -12,7 +10,7 @@
 
 namespace velmora {
 
-/// A signal or a call, as it arrived.
+/// A signal or a call that has arrived.
 struct BusMessage {
   bool isCall = false;
   std::string sender;
@@ -21,7 +19,7 @@ struct BusMessage {
   std::string member;
   /// In the text format of GVariant, with types.
   std::string arguments;
-  /// What lay in the watched directory: names and contents, by turns.
+  /// The content of the watched directory at that time: names and contents in turn.
   std::vector<std::string> files;
 };
 
@@ -31,37 +29,37 @@ class BusPeer {
   explicit BusPeer(const std::string& address);
   BusPeer(const BusPeer&) = delete;
   BusPeer& operator=(const BusPeer&) = delete;
-  /// Waits until all that it has to say has left.
+  /// Waits until everything has been sent.
   ~BusPeer();
 
-  /// Hears every signal of `interface` from here on.
+  /// Receives every later signal of `interface`.
   void listen(const std::string& interface);
 
-  /// Hears of every name of that beginning which gets another owner.
+  /// Receives every later change of owner of a name that begins with `namesBeginning`.
   void listenForOwners(const std::string& namesBeginning);
 
-  /// Answers calls with `answer`, a tuple in the text format of GVariant, instead of "()"; when
-  /// that is empty, never.
+  /// Answers calls with `answer`, a tuple in the text format of GVariant, instead of "()". An empty
+  /// `answer` means that it never answers.
   void answerWith(const std::string& answer);
 
-  /// Looks from here on into `directory` whenever a message comes.
+  /// Records the content of `directory` with every later message.
   void watch(const std::string& directory);
 
   /// Becomes the owner of `name`.
   void own(const std::string& name);
 
-  /// The unique name of the connection that owns `name`; empty when there is none.
+  /// The unique name of the connection that owns `name`; empty when nobody owns it.
   std::string ownerOf(const std::string& name);
 
-  /// Sends the bus a signal without arguments, under no name.
+  /// Sends a signal without arguments from its unique name.
   void emitSignal(const std::string& path, const std::string& interface, const std::string& member);
 
-  /// Waits until `count` signals and calls have come since the beginning. Returns all that came,
-  /// in order.
+  /// Waits until `count` signals and calls have arrived since the start. Returns all that have
+  /// arrived, in order.
   std::vector<BusMessage> received(std::size_t count);
 
-  /// Waits until `process` has left the bus, so that nothing that it has sent can follow. Returns
-  /// all that has come since the beginning.
+  /// Waits until `process` has left the bus, so that no further message of it can arrive. Returns
+  /// all messages since the start.
   std::vector<BusMessage> receivedUntilGone(pid_t process);
 
  private:

@@ -12,7 +12,7 @@
 namespace velmora {
 namespace {
 
-/// The next line without its end; none when the other side has closed.
+/// The next line without its end; std::nullopt when the other side has closed.
 std::optional<std::string> readLine(const FileDescriptor& source) {
   std::string line;
   for (char character = 0; ::recv(source.get(), &character, 1, 0) == 1;) {
@@ -42,9 +42,9 @@ std::string authenticationAnswer(std::string_view line) {
   return line.starts_with("NEGOTIATE_UNIX_FD") ? "AGREE_UNIX_FD\r\n" : "REJECTED EXTERNAL\r\n";
 }
 
-/// Plays the bus's part of the authentication.
+/// Performs the bus's part of the authentication.
 void authenticate(const FileDescriptor& client) {
-  // The NUL that passes the client's credentials.
+  // A NUL byte passes the client's credentials.
   char first = 0;
   ::recv(client.get(), &first, 1, 0);
   for (auto line = readLine(client); line && !line->starts_with("BEGIN"); line = readLine(client)) {
@@ -88,7 +88,7 @@ FilteringProxy::FilteringProxy(const std::string& busAddress,
   arguments.insert(arguments.end(), policy.begin(), policy.end());
   proxy_.emplace(std::move(arguments), theirs);
   theirs = FileDescriptor::adopt(-1);
-  // It writes one byte when it listens.
+  // The proxy writes one byte when it listens.
   char ready = 0;
   if (::recv(lifeline_.get(), &ready, 1, 0) != 1) {
     throw std::runtime_error("xdg-dbus-proxy does not start");
@@ -106,14 +106,14 @@ BrokenBus::BrokenBus(BusFault fault) {
   }
 }
 
-BrokenBus::~BrokenBus() { lastWords(); }
+BrokenBus::~BrokenBus() { receivedBytes(); }
 
-const std::string& BrokenBus::lastWords() {
+const std::string& BrokenBus::receivedBytes() {
   if (server_.joinable()) {
     listener_->close();
     server_.join();
   }
-  return lastWords_;
+  return receivedBytes_;
 }
 
 void BrokenBus::serve(bool hangsUp) {
@@ -123,7 +123,7 @@ void BrokenBus::serve(bool hangsUp) {
     ssize_t count = 0;
     do {
       count = ::recv(client.get(), message.data(), message.size(), 0);
-      lastWords_.append(message.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+      receivedBytes_.append(message.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     } while (count > 0 && !hangsUp);
     client = FileDescriptor::adopt(-1);
   }

@@ -1,4 +1,4 @@
-// Session buses for tests: a real one, a proxy that filters its messages, and broken ones.
+// Session buses for tests: a real one, a filtering proxy, and broken ones.
 #pragma once
 
 #include "tests/support/Listener.h"
@@ -12,19 +12,19 @@
 
 namespace velmora {
 
-/// A message bus with no other services than those given. Ends with its owner.
+/// A message bus with only the services that the test adds. Ends with its owner.
 class PrivateBus {
  public:
-  /// At the place in `runtimeDirectory` where a session's bus is found without an address; without
-  /// one, in a directory of its own.
+  /// Listens in `runtimeDirectory`, where programs find the session bus without an address. An
+  /// empty path means a directory of its own.
   explicit PrivateBus(const std::string& runtimeDirectory = {});
 
   const std::string& address() const { return address_; }
 
-  /// Lets the bus start `command` for the name. Before the first call to that name.
+  /// Lets the bus start `command` for this name. Must be called before the first call to the name.
   void addService(const std::string& name, const std::string& command) const;
 
-  /// Stops the bus in the middle of whatever it does: connections stay, answers do not come.
+  /// Stops the process of the bus: connections stay open, and answers do not arrive.
   void freeze() const;
   void thaw() const;
 
@@ -37,10 +37,10 @@ class PrivateBus {
   std::optional<process::HelperProcess> daemon_;
 };
 
-/// The proxy through which a sandboxed application uses the bus.
+/// The proxy between a sandboxed application and the bus.
 class FilteringProxy {
  public:
-  /// Lets through what `policy` allows, options of xdg-dbus-proxy.
+  /// `policy` has options of xdg-dbus-proxy, which name the messages that may pass.
   FilteringProxy(const std::string& busAddress, const std::vector<std::string>& policy);
 
   std::string address() const { return "unix:path=" + directory_.path("proxy"); }
@@ -52,17 +52,17 @@ class FilteringProxy {
 };
 
 enum class BusFault {
-  /// Has left its socket's file behind.
+  /// The bus has ended and left its socket's file.
   crashed,
-  /// Connections are made, and nobody says anything, not even that the user may come in.
+  /// Clients can connect and get no answer, not even to the authentication.
   letsNobodyIn,
-  /// Lets users in and answers nothing from then on, not even their greeting.
+  /// Clients can authenticate and then get no answer, not even to their greeting.
   answersNothing,
-  /// Lets users in and hangs up at the first message.
+  /// Clients can authenticate. The bus closes the connection after the first message.
   hangsUp,
 };
 
-/// What passes for a bus until it is asked something.
+/// Behaves like a bus up to its fault.
 class BrokenBus {
  public:
   explicit BrokenBus(BusFault fault);
@@ -70,23 +70,23 @@ class BrokenBus {
   BrokenBus& operator=(const BrokenBus&) = delete;
   ~BrokenBus();
 
-  /// The directory of the socket, which has the name of a session's bus.
+  /// The directory of the socket, which has the name of the session bus's socket.
   std::string directory() const { return directory_.path(); }
   std::string address() const { return "unix:path=" + directory_.path("bus"); }
 
-  /// Whether someone has called who was not even accepted.
+  /// Whether a client has tried to connect and was not accepted.
   bool hasCaller() const { return listener_->hasCaller(); }
 
-  /// Waits until its clients have gone, and takes no other. Everything that they said after they
-  /// were let in.
-  const std::string& lastWords();
+  /// Waits until its clients have left, and accepts no other client. Returns everything that
+  /// clients sent after the authentication.
+  const std::string& receivedBytes();
 
  private:
   void serve(bool hangsUp);
 
   ScratchDirectory directory_;
   std::optional<Listener> listener_;
-  std::string lastWords_;
+  std::string receivedBytes_;
   std::thread server_;
 };
 

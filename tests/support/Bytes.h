@@ -1,4 +1,4 @@
-// Texts by their bytes, for tests that tell canonically equal ones apart.
+// Texts compared by their bytes, for tests that distinguish canonically equal texts.
 #pragma once
 
 #include "text/Text.h"

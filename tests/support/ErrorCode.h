@@ -1,4 +1,4 @@
-// The error of an operation on files.
+// The error code of an operation on files.
 #pragma once
 
 #include "platform/PlatformError.h"
@@ -11,7 +11,7 @@
 
 namespace velmora {
 
-/// The code of the system's error that `operation` raises; 0 without one.
+/// The code of the system's error that `operation` raises; 0 without an error.
 template <std::invocable Operation>
 int errorCodeOf(Operation operation) {
   try {

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// How many more allocations succeed; negative: all.
+/// The number of further allocations that succeed. A negative number means all.
 std::atomic<long> allocationsUntilFailure = -1;
 std::atomic<bool> failsFromThenOn = false;
 std::atomic<bool> hasFailed = false;
@@ -47,7 +47,7 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   }
 }
 
-// As a library's forms for arrays do; those of a sanitizer's runtime do not come here.
+// Replaced explicitly, because a sanitizer's array forms do not call the operators above.
 void* operator new[](std::size_t size) { return operator new(size); }
 void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
   return operator new(size, tag);

@@ -1,5 +1,5 @@
-// Counts allocations, and lets memory run out at each one of an operation. A program that links
-// velmora_failing_allocations has its operator new replaced, so it should hold no other tests.
+// Counts allocations, and lets memory run out at each allocation of an operation. Linking
+// velmora_failing_allocations replaces operator new, so such a program should have no other tests.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,17 +12,17 @@ namespace velmora {
 
 enum class MemoryShortage { once, forGood };
 
-/// The first allocation after `successfulAllocations` of them, on whatever thread, throws
-/// std::bad_alloc; so do all later ones when the shortage is for good.
+/// The allocation after `successfulAllocations` others throws std::bad_alloc, on any thread. With
+/// MemoryShortage::forGood, so do all later allocations.
 void failAllocations(long successfulAllocations, MemoryShortage shortage);
 
-/// How many there were since the start of the program.
+/// The number of allocations since the start of the program.
 long allocationCount();
 
-/// Back to normal. Returns whether an allocation has failed since failAllocations.
+/// Lets all allocations succeed. Returns whether one has failed since failAllocations.
 bool letAllocationsSucceed();
 
-/// How many allocations `operation` makes.
+/// The number of allocations that `operation` makes.
 template <class Operation>
 std::size_t allocationsOf(Operation operation) {
   const long before = allocationCount();
@@ -30,20 +30,20 @@ std::size_t allocationsOf(Operation operation) {
   return static_cast<std::size_t>(allocationCount() - before);
 }
 
-/// How an operation got on.
+/// The result of an operation.
 struct Attempt {
   MemoryShortage shortage = MemoryShortage::once;
-  /// An allocation of it has failed.
+  /// One of its allocations has failed.
   bool hasFailed = false;
   /// It has thrown std::bad_alloc.
   bool hasThrown = false;
 };
 
 /// Lets memory run out at each allocation of `operation` in turn, first for one allocation, then
-/// for all that follow. After the first `density` allocations it leaves out ever more of them. The
-/// operation gets what `prepare` makes; `check` then gets the same, and the attempt. `prepare` and
-/// `check` run without a shortage. Returns how many allocations there are; with a `density`, about
-/// how many.
+/// also for all later ones. After the first `density` allocations it skips more and more of them.
+/// `operation` gets the result of `prepare`. `check` then gets the same object and the attempt.
+/// Both `prepare` and `check` run without a shortage. Returns the number of allocations, which is
+/// approximate with a `density`.
 template <class Prepare, class Operation, class Check>
 long failEachAllocation(Prepare prepare, Operation operation, Check check,
                         long density = std::numeric_limits<long>::max()) {
@@ -66,7 +66,7 @@ long failEachAllocation(Prepare prepare, Operation operation, Check check,
     check(subject, attempted);
     return attempted.hasFailed && !testing::Test::HasFailure();
   };
-  // simdjson ends a process that has no memory when it is used for the first time.
+  // simdjson ends the process when its first use runs out of memory, so it is used here first.
   attempt(std::numeric_limits<long>::max(), MemoryShortage::once);
   long number = 0;
   for (const MemoryShortage shortage : {MemoryShortage::once, MemoryShortage::forGood}) {

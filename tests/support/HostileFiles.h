@@ -1,4 +1,4 @@
-// What else than a plain file may lie where one is expected.
+// Things other than a regular file that may lie at a file's path.
 #pragma once
 
 #include "platform/posix/FileDescriptor.h"
@@ -34,7 +34,7 @@ inline void makeSocket(const std::string& path) {
   require(::bind(socket.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0, path);
 }
 
-/// Makes the file `path` so long, without filling it.
+/// Creates a file of this length at `path`, without allocating its blocks.
 inline void makeSparseFile(const std::string& path, off_t length) {
   const FileDescriptor file =
       FileDescriptor::adopt(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));

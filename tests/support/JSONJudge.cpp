@@ -41,7 +41,7 @@ bool fitsTheJudge(std::string_view number) {
   return parsed<std::int64_t>(number).has_value() || parsed<std::uint64_t>(number).has_value();
 }
 
-/// Writes 0 into `document` in place of all numbers below `root` that are too large for the judge.
+/// Replaces all numbers below `root` in `document` that are too large for the judge by 0.
 void clearLargeNumbers(internal::JSONValue root, std::string& document) {
   std::vector<internal::JSONValue> pending = {root};
   while (!pending.empty()) {
@@ -109,7 +109,7 @@ bool isSameNumber(std::string_view number, element judged) {
 
 using Pairs = std::vector<std::pair<internal::JSONValue, element>>;
 
-/// Whether both arrays have as many elements, which are then added to `pairs`.
+/// Whether both arrays have equally many elements. Adds the elements to `pairs`.
 bool addElements(internal::JSONValue value, const simdjson::dom::array& judged, Pairs& pairs) {
   internal::JSONElements elements(value);
   for (const element child : judged) {
@@ -122,7 +122,7 @@ bool addElements(internal::JSONValue value, const simdjson::dom::array& judged, 
   return elements.atEnd();
 }
 
-/// Whether both objects have the same keys in the same order; the values are then added.
+/// Whether both objects have the same keys in the same order. Adds the values to `pairs`.
 bool addMembers(internal::JSONValue value, const simdjson::dom::object& judged, Pairs& pairs) {
   internal::JSONMembers members(value);
   for (const simdjson::dom::key_value_pair field : judged) {

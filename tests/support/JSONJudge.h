@@ -1,5 +1,5 @@
-// A second opinion on documents: that of simdjson's DOM parser, which has nothing in common with
-// JSONReader but the search for tokens.
+// A second opinion on documents, from simdjson's DOM parser. It shares only the search for tokens
+// with JSONReader.
 #pragma once
 
 #include "json/strict/JSONReader.h"
@@ -11,13 +11,11 @@ namespace velmora {
 
 enum class JSONAgreement { bothRead, bothRefuse, differ };
 
-/// Reads documents in both ways and compares. The two differ on purpose in three things, and count
-/// as agreeing there:
+/// Reads documents with both parsers and compares. These intended differences count as agreement:
 ///
-/// - The judge refuses numbers that fit neither 64 bits nor a double. It is given 0 instead of
-/// each.
-/// - The judge takes a byte-order mark for a fault. It is given blanks instead.
-/// - The judge reads up to 1024 levels. What it reads deeper than JSONReader may be refused.
+/// - The judge refuses numbers that fit neither 64 bits nor a double, so it gets 0 in their place.
+/// - The judge refuses a byte-order mark, so it gets blanks in its place.
+/// - The judge reads up to 1024 levels. JSONReader may refuse deeper levels than its own limit.
 class JSONJudge {
  public:
   JSONJudge();
@@ -25,7 +23,7 @@ class JSONJudge {
   JSONJudge& operator=(const JSONJudge&) = delete;
   ~JSONJudge();
 
-  /// Agreement on a document that both read is one on all its values.
+  /// Agreement on an accepted document includes all of its values.
   JSONAgreement ask(const std::string& document);
 
  private:

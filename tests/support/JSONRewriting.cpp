@@ -17,7 +17,7 @@ struct Member {
   internal::JSONValue value;
 };
 
-/// Puts the members that `shuffled` has for a key into the order in which `members` has them.
+/// Orders the members of each key in `shuffled` as in `members`.
 void keepDuplicatesInOrder(const std::vector<Member>& members, std::vector<Member>& shuffled) {
   std::map<std::string_view, std::vector<internal::JSONValue>> values;
   for (const Member& member : members) {
@@ -29,7 +29,7 @@ void keepDuplicatesInOrder(const std::vector<Member>& members, std::vector<Membe
   }
 }
 
-/// Writes without recursion: what is still to write lies on a stack.
+/// Keeps the remaining work on a stack instead of recursing.
 class Rewriter {
  public:
   explicit Rewriter(const JSONRewriting& rewriting)

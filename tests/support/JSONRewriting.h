@@ -1,5 +1,5 @@
-// The same document in other words: for tests and fuzz targets, to which its layout and the order
-// of its keys must make no difference.
+// Rewrites a document with another layout or another order of keys. Tests and fuzz targets require
+// that neither makes a difference.
 #pragma once
 
 #include "json/JSONWriting.h"
@@ -12,15 +12,15 @@
 namespace velmora {
 
 struct JSONRewriting {
-  /// Blanks and line breaks wherever they may stand.
+  /// Blanks and line breaks at every allowed position.
   bool isSpacious = false;
   internal::SlashStyle slashes = internal::SlashStyle::plain;
-  /// Shuffles the members of every object when given. Members of one key keep their order, as the
-  /// first of them counts.
+  /// With a seed, shuffles the members of every object. Members of one key keep their order,
+  /// because the first of them counts.
   std::optional<std::uint64_t> shuffleSeed;
 };
 
-/// Numbers stay as they are written.
+/// Numbers are copied unchanged.
 [[nodiscard]] std::string rewritten(internal::JSONValue value, const JSONRewriting& rewriting = {});
 
 }  // namespace velmora

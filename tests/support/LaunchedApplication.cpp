@@ -32,7 +32,7 @@ LaunchedApplication::LaunchedApplication(const Listener& listener)
 
 LaunchedApplication::~LaunchedApplication() {
   connection_ = FileDescriptor::adopt(-1);
-  // The child of a bus is not ours to wait for.
+  // Fails for an application that the bus has started, because only the bus can wait for its child.
   ::waitpid(process(), nullptr, 0);
 }
 

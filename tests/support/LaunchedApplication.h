@@ -1,7 +1,7 @@
-// The running application that a launcher or a bus has started: the program launched_application,
-// which tells the test of itself.
+// A running application that a launcher or a bus has started. The program launched_application
+// describes itself to the test.
 //
-// On the wire is a row of "name=value" fields, each ended by NUL, and an empty field.
+// It sends "name=value" fields, each ended by NUL, and then an empty field.
 #pragma once
 
 #include "tests/support/Listener.h"
@@ -16,11 +16,12 @@
 namespace velmora {
 
 /// The command of a desktop entry or service file that starts the application, which reports to
-/// `listener`; when it has a `name`, once it has that on the bus and the calls that waited for it.
+/// `listener`. An application with a `name` first owns this name, and takes the calls that waited
+/// for it.
 std::string applicationCommand(const Listener& listener, const std::string& arguments = "",
                                const std::string& name = "-");
 
-/// Ends with its owner.
+/// The application ends with its owner.
 class LaunchedApplication {
  public:
   /// Waits for an application that reports to `listener`.
@@ -29,9 +30,9 @@ class LaunchedApplication {
   LaunchedApplication& operator=(const LaunchedApplication&) = delete;
   ~LaunchedApplication();
 
-  /// The values of that name, which are those that the program writes.
+  /// The values of all fields with this name.
   std::vector<std::string> values(std::string_view name) const;
-  /// The only one.
+  /// The value of the only field with this name.
   std::string value(std::string_view name) const { return values(name).at(0); }
   pid_t process() const { return std::stoi(value("process")); }
   std::optional<std::string> variable(const std::string& name) const;

@@ -18,7 +18,7 @@ FileDescriptor socketAt(const std::string& path, SocketCall call) {
   FileDescriptor result = FileDescriptor::adopt(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
-  // One that is too long leads elsewhere than the path: nobody is there.
+  // A path that is too long is truncated, and nobody listens at the truncated path.
   path.copy(address.sun_path, sizeof address.sun_path - 1);
   require(call(result.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0,
           path);

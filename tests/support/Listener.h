@@ -10,17 +10,17 @@ namespace velmora {
 /// Connects to the local socket `path`. Throws std::exception.
 FileDescriptor connectTo(const std::string& path);
 
-/// A local socket on which nobody answers unless asked to.
+/// A local socket that accepts no connection until asked to.
 class Listener {
  public:
   explicit Listener(std::string path);
 
   const std::string& path() const { return path_; }
-  /// Waits for a connection; none once closed.
+  /// Waits for a connection. Returns a closed descriptor after close().
   FileDescriptor accept() const;
-  /// Turns away whoever connects. May be called on another thread.
+  /// Refuses all further connections. May be called on another thread.
   void close() const;
-  /// Whether someone has connected whom nobody accepted.
+  /// Whether a client waits to be accepted.
   bool hasCaller() const;
 
  private:

@@ -1,4 +1,4 @@
-// Another process, which says whether it could lock a file.
+// Another process, which reports whether it could lock a file.
 #pragma once
 
 #include "platform/posix/FileDescriptor.h"
@@ -14,7 +14,7 @@
 
 namespace velmora {
 
-/// Locks or unlocks the whole of an open file, without waiting. `type` is F_WRLCK or F_UNLCK.
+/// Locks or unlocks a whole open file, without waiting. `type` is F_WRLCK or F_UNLCK.
 inline bool setRecordLock(int fileDescriptor, short type) {
   struct flock wholeFile {};
   wholeFile.l_type = type;
@@ -22,7 +22,7 @@ inline bool setRecordLock(int fileDescriptor, short type) {
   return ::fcntl(fileDescriptor, F_SETLK, &wholeFile) == 0;
 }
 
-/// Made before the test starts a thread, since it forks.
+/// Must be constructed before the test starts a thread, because it forks.
 class LockProbe {
  public:
   explicit LockProbe(const std::string& path) {
@@ -33,7 +33,8 @@ class LockProbe {
       throw std::runtime_error("no process to probe with");
     }
     if (process_ == 0) {
-      // Or this process would wait for its own question.
+      // The child closes its copy of the writing end; otherwise it would never see the end of the
+      // pipe.
       questions.end = FileDescriptor::adopt(-1);
       serve(path, questions.beginning.get(), answers.end.get());
     }
@@ -47,7 +48,7 @@ class LockProbe {
     ::waitpid(process_, nullptr, 0);
   }
 
-  /// Whether the other process can lock the file now. It does not keep the lock.
+  /// Whether the other process can lock the file now. It releases the lock at once.
   bool canLock() {
     char answer = '?';
     if (::write(question_.get(), &answer, 1) != 1 || ::read(answer_.get(), &answer, 1) != 1 ||

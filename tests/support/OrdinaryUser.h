@@ -1,4 +1,4 @@
-// What the file system allows a user whom permissions hold back.
+// The result of file operations for a user without root's rights.
 #pragma once
 
 #include <sys/types.h>
@@ -9,8 +9,8 @@
 
 namespace velmora {
 
-/// The result of `operation` in a child process, which becomes the user nobody when this one is
-/// root's, because root may do everything. It must be from 0 to 253, to fit an exit status.
+/// The result of `operation` in a child process. A child of root becomes the user nobody, because
+/// permissions do not restrict root. The result must be from 0 to 253, to fit an exit status.
 template <class Operation>
 int resultForOrdinaryUser(Operation operation) {
   constexpr uid_t nobody = 65534;
@@ -18,7 +18,7 @@ int resultForOrdinaryUser(Operation operation) {
   constexpr int failed = 254;
   const pid_t child = ::fork();
   if (child == 0) {
-    // Nothing may leave the child: it would go on as a second test program.
+    // No exception may leave the child, because the child would continue as a second test program.
     try {
       ::_exit(::geteuid() == 0 && ::setuid(nobody) != 0 ? notNobody : operation());
     } catch (...) {

@@ -1,5 +1,5 @@
-// The headers that nearly every test includes, parsed once for all of them. A file includes what it
-// uses all the same: scripts/tidy reads each without this.
+// The headers that nearly every test includes, parsed once for all tests. A file still includes the
+// headers that it uses, because scripts/tidy reads each file without this one.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -37,7 +37,7 @@ void require(bool succeeded, const char* what) {
   }
 }
 
-/// The two ends of a pipe or of something like it: what the test keeps, what the program gets.
+/// The two ends of a pipe or a similar channel: the test's end and the program's end.
 struct Connection {
   FileDescriptor ours = FileDescriptor::adopt(-1);
   FileDescriptor theirs = FileDescriptor::adopt(-1);
@@ -70,7 +70,7 @@ Connection emptyInput() {
           FileDescriptor::adopt(::open("/dev/null", O_RDONLY | O_CLOEXEC))};
 }
 
-/// A terminal that passes everything on as it comes.
+/// A terminal that passes all bytes on unchanged.
 Connection terminal() {
   FileDescriptor master = FileDescriptor::adopt(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
   require(master.isOpen() && ::grantpt(master.get()) == 0 && ::unlockpt(master.get()) == 0,
@@ -120,7 +120,7 @@ class SpawnActions {
   posix_spawn_file_actions_t actions_{};
 };
 
-/// No signal blocked or ignored, whatever the test itself does with signals.
+/// The program starts without blocked or ignored signals, independently of the test's signals.
 class SpawnAttributes {
  public:
   SpawnAttributes() {
@@ -171,7 +171,7 @@ pid_t spawn(const Command& command, SpawnActions& actions) {
   return process;
 }
 
-/// What a program writes, collected until everyone has closed it.
+/// Collects the output of a program until all writers have closed it.
 struct Collector {
   FileDescriptor source;
   std::string text;
@@ -187,14 +187,14 @@ struct Collector {
       if (count < 0 && errno == EAGAIN) {
         return;
       }
-      // A terminal that its last user has closed answers EIO.
+      // A terminal that its last user has closed fails with EIO.
       ended = count <= 0;
       text.append(buffer.data(), ended ? 0 : static_cast<std::size_t>(count));
     }
   }
 };
 
-/// What a program gets to read, written as fast as it reads.
+/// Writes the input of a program as fast as the program reads it.
 struct Feeder {
   FileDescriptor target;
   std::string_view rest;
@@ -260,7 +260,8 @@ Environment inheritedEnvironment() {
       result[name] = value;
     }
   }
-  // ThreadSanitizer would make each of thousands of programs wait a second for its threads.
+  // Without this option, ThreadSanitizer lets each of thousands of programs wait a second at its
+  // end.
   result["TSAN_OPTIONS"] += ":atexit_sleep_ms=0";
   return result;
 }

@@ -1,7 +1,6 @@
-// Other programs, started by the tests as a file manager starts them and watched to their end.
+// Other programs, which tests start as a file manager does and wait for.
 //
-// A program gets exactly the environment that it is given. Nothing here limits how long it may
-// take: the test runner's own limit does.
+// A program gets exactly the given environment. Only the test runner limits its time.
 #pragma once
 
 #include "platform/posix/FileDescriptor.h"
@@ -20,12 +19,12 @@ namespace velmora::process {
 
 using Environment = std::map<std::string, std::string>;
 
-/// What a program needs to be found and, built with sanitizers, to report as the test run wants:
-/// the few variables of the test's own environment that every child gets.
+/// The variables of the test's own environment that every child gets. A program needs them to be
+/// found, and with sanitizers to report as the test run wants.
 Environment inheritedEnvironment();
 
-/// The same for helpers. They are not what is tested: races that ThreadSanitizer sees in libraries
-/// that it has not compiled, and what a helper leaves allocated, must not end them.
+/// The same for helpers, which are not tested. A helper must not end because of races that
+/// ThreadSanitizer sees in libraries not compiled for it, or because of leaks.
 Environment helperEnvironment();
 
 enum class StandardError { pipe, terminal };
@@ -33,53 +32,53 @@ enum class StandardError { pipe, terminal };
 enum class StandardOutput {
   pipe,
   terminal,
-  /// A pipe that its reader has closed.
+  /// A pipe whose reader has closed it.
   brokenPipe,
 };
 
 struct Command {
-  /// The program first. Without a slash it is looked up on the path.
+  /// The program first. A program without a slash is searched for on the path.
   std::vector<std::string> arguments;
   Environment environment;
-  /// Written to a pipe; without it, standard input is empty.
+  /// Written to a pipe. Without it, standard input is empty.
   std::optional<std::string> input;
   std::string workingDirectory = "/";
   StandardError standardError = StandardError::pipe;
   StandardOutput standardOutput = StandardOutput::pipe;
 };
 
-/// How a program ended.
+/// The end of a program, and its output.
 struct Outcome {
   pid_t process = 0;
-  /// None when a signal ended it.
+  /// std::nullopt when a signal ended the program.
   std::optional<int> exitStatus;
   int signal = 0;
   std::string output;
   std::string error;
-  /// At its end nobody else, such as a program that it started, had its output or errors open.
+  /// At its end, no other process had its output or errors open, such as a program that it started.
   bool released = false;
 };
 
-/// Runs a program to its end. Throws std::system_error when it cannot be started. May be called on
+/// Runs a program to its end. Throws std::system_error when the start fails. May be called on
 /// several threads.
 Outcome run(const Command& command);
 
-/// Two sockets, each the other's end.
+/// A pair of connected sockets.
 std::array<FileDescriptor, 2> makeSocketPair();
 
 /// Starts a program with `socket` as its standard input and output. Its errors go to a file, or
-/// without one to where the test's own go.
+/// without one to the test's own errors.
 pid_t start(const Command& command, const FileDescriptor& socket,
             const std::filesystem::path& errorFile = {});
 
-/// Waits for the end of a child. Returns its status as waitpid() tells it.
+/// Waits for the end of a child. Returns the status of waitpid().
 int awaitEnd(pid_t child);
 
-/// A helper that runs beside the test, at the longest as long as its owner; a test that is killed
-/// takes it along.
+/// A helper that runs beside the test and ends with its owner. It also ends with a test that is
+/// killed.
 class HelperProcess {
  public:
-  /// Starts it as start() does, in the environment of helpers.
+  /// Starts the helper like start(), with helperEnvironment().
   HelperProcess(std::vector<std::string> arguments, const FileDescriptor& socket,
                 const std::filesystem::path& errorFile = {});
   HelperProcess(const HelperProcess&) = delete;
@@ -87,17 +86,17 @@ class HelperProcess {
   ~HelperProcess() { end(); }
 
   void signal(int number) const;
-  /// Kills it and waits until it is gone.
+  /// Kills the helper and waits for its end.
   void end();
 
  private:
   pid_t process_;
 };
 
-/// From here on, programs whose parent has ended become children of this process.
+/// From now on, orphaned descendants become children of this process.
 void adoptOrphans();
 
-/// The children of this process, ended ones that nobody has waited for included.
+/// The children of this process, also ended ones that nobody has waited for.
 std::set<pid_t> children();
 
 }  // namespace velmora::process

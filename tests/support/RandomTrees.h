@@ -1,4 +1,4 @@
-// How many random worlds a test tries.
+// The number of random worlds that a test tries.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 namespace velmora {
 
-/// As many as VELMORA_RANDOM_TREES in the environment says, or else `fewest`.
+/// The number in VELMORA_RANDOM_TREES of the environment, or else `fewest`.
 inline std::uint32_t randomTreeCount(std::uint32_t fewest) {
   const char* const count = std::getenv("VELMORA_RANDOM_TREES");
   return count != nullptr ? static_cast<std::uint32_t>(std::stoul(count)) : fewest;

@@ -1,4 +1,4 @@
-// A directory of a test's own, removed with everything in it.
+// A test's own directory, removed with its content.
 #pragma once
 
 #include <algorithm>
@@ -33,8 +33,7 @@ class ScratchDirectory {
     return name.empty() ? path_ : path_ + "/" + std::string(name);
   }
 
-  /// Makes the file `name`, with the directories above it, in the place of what was there.
-  /// Returns its path.
+  /// Creates the file `name` and the directories above it, or replaces the file. Returns its path.
   std::string write(std::string_view name, std::string_view bytes) const {
     std::string file = path(name);
     std::filesystem::create_directories(std::filesystem::path(file).parent_path());
@@ -43,7 +42,7 @@ class ScratchDirectory {
     return file;
   }
 
-  /// The names in `directory` below this one, sorted.
+  /// The names in the subdirectory `directory`, sorted.
   std::vector<std::string> names(std::string_view directory = {}) const {
     std::vector<std::string> result;
     for (const auto& entry : std::filesystem::directory_iterator(path(directory))) {

@@ -1,4 +1,4 @@
-// Strings files, as tests write them.
+// Writes strings files for tests.
 #pragma once
 
 #include <string>

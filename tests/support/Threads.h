@@ -1,4 +1,4 @@
-// Threads that end with their scope. (Not every standard library has std::jthread yet.)
+// Threads that end with their scope, because some standard libraries lack std::jthread.
 #pragma once
 
 #include <atomic>
@@ -26,7 +26,7 @@ class JoiningThread {
   std::thread thread_;
 };
 
-/// Does `step` again and again on a thread of its own, for as long as it lives.
+/// Repeats `step` on its own thread until the end of its life.
 class RepeatingThread {
  public:
   explicit RepeatingThread(std::function<void()> step)

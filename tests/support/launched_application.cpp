@@ -1,9 +1,9 @@
-// An application that a launcher or a bus starts: it reports how, and runs until nobody listens to
-// it any more.
+// An application that a launcher or a bus starts. It reports its start, and runs until nobody
+// listens.
 //
 //   launched_application SOCKET NAME [ARGUMENT]...
 //
-// With another NAME than "-", it takes that on the bus, and reports the calls that have waited for
+// With a NAME other than "-", it owns this name on the bus and reports the calls that waited for
 // it.
 
 #include "tests/support/BusPeer.h"
@@ -56,7 +56,7 @@ void run(const std::string& socket, const std::string& name, std::span<char*> ar
   if (name != "-") {
     peer.emplace(::getenv("DBUS_SESSION_BUS_ADDRESS"));
     peer->own(name);
-    // Calls that waited for the name come before the answer to one made now.
+    // Calls that waited for the name arrive before the answer to this call.
     static_cast<void>(peer->ownerOf(name));
     for (const velmora::BusMessage& call : peer->received(0)) {
       report +=

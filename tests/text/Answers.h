@@ -1,4 +1,4 @@
-// Answered cases, each asked of a function.
+// Answered cases for a function.
 #pragma once
 
 #include "tests/support/AnsweredCases.h"
@@ -11,7 +11,7 @@
 
 namespace velmora::internal {
 
-/// Has all cases of the file at `path` asked, which are `count`.
+/// Compares the answers of `ask` with those of all `count` cases of the file at `path`.
 template <class Answer, class Ask>
 void expectAnswers(std::string_view path, std::size_t count, Ask ask) {
   const std::vector<AnsweredCase> cases = readAnsweredCases(path);

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int byteCount = 256;
 
-// Sixteen of the same, and whether all bits of the result are set; none may be where not.
+// For the comparison of a vector of equal bytes: whether all bits are set. Expects all or none.
 bool isSet(ByteVector vector) {
   EXPECT_NE(isAnySet(vector), isAnySet(~vector));
   return isAnySet(vector);
@@ -30,7 +30,7 @@ TEST(ByteVectorTest, comparesEachByte) {
   }
 }
 
-TEST(ByteVectorTest, knowsEachRangeOfTheSizesAllowed) {
+TEST(ByteVectorTest, findsEachByteOfARange) {
   for (const int last : {0x00, 0x01, 0x39, 0x7A, 0x7E, 0x7F, 0x80, 0x81, 0xFE, 0xFF}) {
     for (int first = std::max(0, last - 127); first <= last; ++first) {
       for (int byte = 0; byte < byteCount; ++byte) {
@@ -43,7 +43,7 @@ TEST(ByteVectorTest, knowsEachRangeOfTheSizesAllowed) {
   }
 }
 
-TEST(ByteVectorTest, seesAnyBit) {
+TEST(ByteVectorTest, detectsAnySetBit) {
   EXPECT_FALSE(isAnySet(ByteVector{}));
   for (std::size_t position = 0; position < byteVectorSize; ++position) {
     for (int bit = 0; bit < 8; ++bit) {
@@ -58,9 +58,9 @@ struct AreLetters {
   ByteVector operator()(ByteVector bytes) const { return areEqualTo(bytes, 'a'); }
 };
 
-TEST(ByteVectorTest, judgesEachByteOfTextsOfAnyLength) {
+TEST(ByteVectorTest, checksEachByteOfTextsOfAnyLength) {
   for (std::size_t length = 0; length < 70; ++length) {
-    // Exactly as much memory as that, for sanitizers to see what is read beyond.
+    // An allocation of exactly this length, so that sanitizers see a read beyond the end.
     std::vector<char> bytes(length, 'a');
     const std::string_view text(bytes.data(), bytes.size());
     EXPECT_TRUE(holdsForEachByte(text, 'a', AreLetters{})) << length;

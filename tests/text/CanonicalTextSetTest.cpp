@@ -30,7 +30,7 @@ TEST(CanonicalTextSetTest, holdsEachTextOnce) {
   EXPECT_FALSE(set.contains("/"));
 }
 
-TEST(CanonicalTextSetTest, equivalentTextsAreOne) {
+TEST(CanonicalTextSetTest, equivalentTextsAreOneElement) {
   for (const TextPair& row : textPairs) {
     SCOPED_TRACE(row.name);
     CanonicalTextSet set;
@@ -41,7 +41,7 @@ TEST(CanonicalTextSetTest, equivalentTextsAreOne) {
   }
 }
 
-TEST(CanonicalTextSetTest, emptyTextIsAText) {
+TEST(CanonicalTextSetTest, emptyTextIsAnElement) {
   CanonicalTextSet set;
   EXPECT_FALSE(set.contains(""));
   EXPECT_TRUE(set.insert(std::string_view()));
@@ -51,7 +51,7 @@ TEST(CanonicalTextSetTest, emptyTextIsAText) {
   EXPECT_EQ(set.size(), 2U);
 }
 
-// Paths as in one folder: all alike but for a few characters.
+// Paths of one folder, which differ in a few characters only.
 std::vector<std::string> numberedPaths(std::size_t count) {
   std::vector<std::string> paths;
   for (std::size_t number = 0; number < count; ++number) {
@@ -76,7 +76,7 @@ void expectAllThere(CanonicalTextSet& set, const std::vector<std::string>& paths
   EXPECT_EQ(set.size(), paths.size());
 }
 
-TEST(CanonicalTextSetTest, keepsWhatItHoldsWhenItGrows) {
+TEST(CanonicalTextSetTest, keepsItsTextsWhenItGrows) {
   const std::vector<std::string> paths = numberedPaths(200);
   CanonicalTextSet set;
   for (std::size_t count = 0; count < paths.size(); ++count) {
@@ -100,7 +100,7 @@ TEST(CanonicalTextSetTest, clearedSetHoldsNothing) {
   const std::vector<std::string> few = numberedPaths(50);
   CanonicalTextSet set;
   set.clear();
-  // Few texts leave a table that many have made by another road than many.
+  // Clearing works differently for a large table with few texts.
   for (const std::vector<std::string>* paths : {&many, &few, &few, &many}) {
     expectAllNew(set, *paths);
     expectAllThere(set, *paths);
@@ -112,7 +112,7 @@ TEST(CanonicalTextSetTest, clearedSetHoldsNothing) {
   }
 }
 
-TEST(CanonicalTextSetTest, roomThatWasMadeHoldsTexts) {
+TEST(CanonicalTextSetTest, reservedRoomHoldsTexts) {
   const std::vector<std::string> paths = numberedPaths(1'000);
   CanonicalTextSet set;
   set.reserve(10);
@@ -127,7 +127,7 @@ TEST(CanonicalTextSetTest, roomThatWasMadeHoldsTexts) {
   expectAllThere(set, paths);
 }
 
-TEST(CanonicalTextSetTest, roomForTooManyIsRefused) {
+TEST(CanonicalTextSetTest, refusesToReserveTooMuch) {
   CanonicalTextSet set;
   EXPECT_TRUE(set.insert("/a"));
   EXPECT_THROW(set.reserve((std::size_t{1} << 30U) + 1), std::length_error);
@@ -135,7 +135,7 @@ TEST(CanonicalTextSetTest, roomForTooManyIsRefused) {
   EXPECT_FALSE(set.insert("/a"));
 }
 
-TEST(CanonicalTextSetTest, isASetOfTexts) {
+TEST(CanonicalTextSetTest, agreesWithASetOfTexts) {
   RandomTexts texts({"a", "e", "\u00e9", "\u0301", "\u0323", "\u1e69", "\u212a", "K", "/", "\xFF"},
                     20240303);
   std::vector<std::string> all;

@@ -121,7 +121,7 @@ constexpr PrefixCase prefixCases[] = {
     {"crBeforeCR", "\r\r", "\r", true},
 };
 
-TEST(CharactersTest, prefixIsOfWholeCharacters) {
+TEST(CharactersTest, prefixConsistsOfWholeCharacters) {
   for (const PrefixCase& row : prefixCases) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(hasCharacterPrefix(row.text, row.prefix), row.isPrefix);
@@ -204,7 +204,7 @@ TEST(CharactersTest, countPrefixAndPartsAgreeOnRandomTextsAndTheirNormalForms) {
     const std::string text = texts.next(9);
     SCOPED_TRACE(text);
     const std::size_t count = characterCount(text);
-    // The beginnings of a text that are its prefixes are those that end where a character ends.
+    // A beginning of a text is a prefix exactly if a character ends at its end.
     std::size_t boundaries = 0;
     for (std::size_t length = 1; length <= text.size(); ++length) {
       boundaries += hasCharacterPrefix(text, text.substr(0, length)) ? 1U : 0U;
@@ -227,7 +227,7 @@ TEST(CharactersTest, countPrefixAndPartsAgreeOnRandomTextsAndTheirNormalForms) {
   }
 }
 
-TEST(CharactersTest, longCharactersAndRowsOfThemAreNotQuadratic) {
+TEST(CharactersTest, longCharactersAndTextsAreNotQuadratic) {
   constexpr std::size_t count = 100'000;
   std::string marks = "/a";
   std::string reversed = "/a";

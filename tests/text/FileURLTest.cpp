@@ -47,14 +47,14 @@ TEST(FileURLTest, readsFileURLs) {
   }
 }
 
-TEST(FileURLTest, readsNothingElse) {
+TEST(FileURLTest, refusesOtherTexts) {
   std::vector<std::string> refused = wordsOf(
-      // Of another form or scheme, or with an authority.
+      // Another form or scheme, or an authority.
       "file: file file:// file://localhost file://?/a file:a file://server/a file://localhosts/a "
       "file://localhost:80/a file://me@localhost/a https:///a files:///a f\u0131le:///a /a "
-      // What may not be encoded.
+      // Bytes that must not be encoded.
       "file:///a%2Fb file:///a%2fb file:%2Fa file:///a%00 file:///%FF file:///a%C0%AFb "
-      // Escapes that are none.
+      // Invalid escapes.
       "file:///a% file:///a%2 file:///a%2?0 file:///%g0 file:///%0G file:///%+1 file:///%/0 "
       "file:///%:0 file:///%`0 file:///\xFF");
   refused.insert(refused.end(), {"", " file:///a", {"file:///a\0b", 11}});
@@ -64,7 +64,7 @@ TEST(FileURLTest, readsNothingElse) {
   EXPECT_FALSE(fileURLFromURLText({"file:///a%20", 11}));
 }
 
-TEST(FileURLTest, namesAbsolutePathsAsTheyStand) {
+TEST(FileURLTest, keepsAbsolutePathsUnchanged) {
   for (const std::string_view path : {"/", "/a", "//a/../", "/100%25", "/e\u0301"}) {
     EXPECT_EQ(fileURLFromAbsolutePath(path).value_or(FileURL{}).path.utf8(), path);
   }
@@ -73,7 +73,7 @@ TEST(FileURLTest, namesAbsolutePathsAsTheyStand) {
   }
 }
 
-TEST(FileURLTest, everyByteComesBackFromItsEscape) {
+TEST(FileURLTest, everyByteIsReadFromItsEscape) {
   constexpr std::string_view digits = "0123456789ABCDEF";
   for (unsigned byte = 1; byte < 0x80; ++byte) {
     const std::string escape = {'%', digits[byte / 16], digits[byte % 16]};

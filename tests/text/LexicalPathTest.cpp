@@ -30,7 +30,7 @@ constexpr PathCase pathCases[] = {
     {"/a\\..\\b", "/a\\..\\b"},
     {{"/a\0/..", 6}, "/"},
     {"/\xFF/./\xFE", "/\xFF/\xFE"},
-    // A path is resolved by bytes: the mark after the "/" begins a name.
+    // The path is resolved by bytes, so a combining mark after "/" begins a name.
     {"/a//\u0301b", "/a/\u0301b"},
     {"/a/\u0301b/..", "/a"},
     {"/a/.\u0301/b", "/a/.\u0301/b"},
@@ -63,7 +63,7 @@ TEST(LexicalPathTest, standardizesAbsolutePathsAndKeepsRelativeOnesRelative) {
   });
 }
 
-TEST(LexicalPathTest, longChainsOfUpAreNotQuadratic) {
+TEST(LexicalPathTest, longChainsOfParentsAreNotQuadratic) {
   constexpr int steps = 300'000;
   std::string up;
   std::string downAndUp;

@@ -23,7 +23,7 @@ using CodePoints = std::vector<utf8proc_int32_t>;
 
 constexpr std::int32_t codePointLimit = 0x110000;
 
-// utf8proc takes it for the absent final consonant of a syllable, and drops it.
+// utf8proc treats it as an absent final consonant of a syllable, and removes it.
 constexpr std::int32_t droppedByUTF8Proc = 0x11A7;
 
 CodePoints nfd(const CodePoints& text) {
@@ -65,8 +65,8 @@ std::string encoded(const CodePoints& codePoints) {
   return text;
 }
 
-// The property by its definition: what composes with something before it is the last part of a
-// composition, or begins with such a part.
+// The property by its definition. A code point may compose with an earlier one if it is the last
+// part of a composition, or if its own decomposition begins with such a part.
 std::vector<NFCQuickCheck> quickChecksByTheirDefinition() {
   std::vector<NFCQuickCheck> checks(codePointLimit, NFCQuickCheck::yes);
   std::vector<CodePoints> compositions;
@@ -87,7 +87,7 @@ std::vector<NFCQuickCheck> quickChecksByTheirDefinition() {
   return checks;
 }
 
-TEST(NFCQuickCheckTest, everyCodePointHasThePropertiesThatItsNormalFormsGiveIt) {
+TEST(NFCQuickCheckTest, everyCodePointHasThePropertiesOfItsNormalForms) {
   const std::vector<NFCQuickCheck> checks = quickChecksByTheirDefinition();
   std::map<NFCQuickCheck, int> counts;
   for (std::int32_t codePoint = 0; codePoint < codePointLimit; ++codePoint) {
@@ -98,7 +98,7 @@ TEST(NFCQuickCheckTest, everyCodePointHasThePropertiesThatItsNormalFormsGiveIt) 
     ASSERT_EQ(properties.combiningClass, utf8proc_get_property(codePoint)->combining_class)
         << std::hex << codePoint;
   }
-  // Else the comparison would say little.
+  // Too few of a kind would make the comparison weak.
   EXPECT_GT(counts[NFCQuickCheck::no], 1'100);
   EXPECT_GT(counts[NFCQuickCheck::maybe], 100);
 }
@@ -111,12 +111,12 @@ struct PropertiesCase {
 TEST(NFCQuickCheckTest, knowsTheKindsOfCodePoints) {
   using enum NFCQuickCheck;
   const PropertiesCase cases[] = {
-      // Letters that are composed, and one that composes with the next; syllables; parts of
-      // syllables that compose with nothing before them: a consonant, an old vowel, the vowel
+      // Composed letters, and a letter that composes with the next one; syllables. Then parts of
+      // syllables that compose with nothing before them: a consonant, an old vowel, the code point
       // before the finals, an old final.
       {{yes, 0}, {'a', 0xE9, 0x439, 0x9C7, 0x65E5, 0xD55C, 0x1F600, 0x1109A, 0x10FFFF}},
       {{yes, 0}, {0x1112, 0x1176, 0x11A7, 0x11C3}},
-      // Marks that never compose, or into what is excluded only.
+      // Marks that never compose, or only into excluded code points.
       {{yes, 230}, {0x305}},
       {{yes, 9}, {0x94D}},
       {{yes, 21}, {0x5BC}},
@@ -124,7 +124,7 @@ TEST(NFCQuickCheckTest, knowsTheKindsOfCodePoints) {
       // A mark, vowels and finals that compose.
       {{maybe, 230}, {0x301}},
       {{maybe, 0}, {0x9BE, 0x1161, 0x1175, 0x11A8, 0x11C2}},
-      // Singletons, exclusions, a compatibility ideograph; what decomposes into marks only.
+      // Singletons, exclusions, a compatibility ideograph; then a decomposition into marks only.
       {{no, 0}, {0x212A, 0x212B, 0x958, 0x1D15E, 0xF900}},
       {{no, 230}, {0x344}},
   };
@@ -138,7 +138,7 @@ TEST(NFCQuickCheckTest, knowsTheKindsOfCodePoints) {
 struct PieceCase {
   std::string_view name;
   std::string_view before;
-  std::string_view piece;  // none when all is before it
+  std::string_view piece;  // empty when the whole text is in `before`
   std::string_view after;
 };
 
@@ -160,7 +160,7 @@ constexpr PieceCase pieceCases[] = {
     {"halfSyllable", "", "\ud558\u11ab", "\u11a7"},
 };
 
-TEST(NFCQuickCheckTest, pieceIsNoLongerThanWhatBelongsTogether) {
+TEST(NFCQuickCheckTest, pieceHoldsOnlyWhatNormalizesTogether) {
   for (const PieceCase& row : pieceCases) {
     SCOPED_TRACE(row.name);
     const std::string text = std::string(row.before).append(row.piece).append(row.after);
@@ -183,7 +183,7 @@ TEST(NFCQuickCheckTest, continuesAfterAPiece) {
   EXPECT_FALSE(findPieceNotInNFC(text, second->end));
 }
 
-// UAX #15 word by word: whether the quick check answers Yes for the text.
+// The algorithm of UAX #15: whether the quick check answers Yes for the text.
 bool passesQuickCheck(const CodePoints& text) {
   std::uint8_t lastClass = 0;
   for (const std::int32_t codePoint : text) {
@@ -196,8 +196,8 @@ bool passesQuickCheck(const CodePoints& text) {
   return true;
 }
 
-// Whatever takes part in normalization in its own way: all that composes, with what it composes
-// with, a mark of each class, and one in a hundred of those that are never in NFC.
+// Code points with an effect on normalization: all that compose and their partners, a mark of each
+// class, and one percent of those that are never in NFC.
 CodePoints interestingCodePoints() {
   std::set<std::int32_t> chosen = {'a', '/', 0xE9, 0x65E5, 0xD55C, 0xD558, 0x11C3, 0x378};
   std::set<int> classes;
@@ -224,7 +224,7 @@ class RandomCodePoints {
   CodePoints next(std::size_t longest) {
     CodePoints text(1 + upTo(longest - 1));
     for (std::int32_t& codePoint : text) {
-      // Half of them such as often compose with each other, which chosen from all would be rare.
+      // Half of the code points often compose with each other, which is rare among all code points.
       const CodePoints& source = upTo(1) == 0 ? all_ : lively_;
       codePoint = source[upTo(source.size() - 1)];
     }
@@ -269,7 +269,7 @@ TEST(NFCQuickCheckTest, pairsThatPassAreInNFC) {
   }
 }
 
-// Its beginning, the piece and the rest, cut where the bytes are.
+// The code points before, in and after the piece. The piece has positions in bytes.
 std::array<CodePoints, 3> partsOf(const CodePoints& codePoints, TextPiece piece) {
   std::array<CodePoints, 3> parts;
   std::size_t position = 0;
@@ -297,7 +297,7 @@ TEST(NFCQuickCheckTest, randomTextsPassOrMayBeNormalizedInPieces) {
     const auto [before, within, after] = partsOf(text, *piece);
     ASSERT_FALSE(within.empty());
     EXPECT_EQ(encoded(nfc(text)), encoded(before) + encoded(nfc(within)) + encoded(nfc(after)));
-    // Only its first code point can stand for itself.
+    // Only the first code point of a piece may begin a piece.
     EXPECT_TRUE(std::none_of(within.begin() + 1, within.end(), [](std::int32_t codePoint) {
       return nfcProperties(codePoint).beginsPiece();
     }));

@@ -1,4 +1,4 @@
-// Bytes that are not UTF-8.
+// Invalid UTF-8.
 #pragma once
 
 #include "tests/text/Words.h"
@@ -8,13 +8,13 @@
 
 namespace velmora::internal {
 
-/// None of them begins with a code point.
+/// No text begins with a valid code point.
 inline const std::vector<std::string> notUTF8 = wordsOf(
-    // Later bytes alone; longer forms than are needed.
+    // Continuation bytes alone; overlong forms.
     "\x80 \xC0\x80 \xC0\xAF \xC1\xBF \xE0\x80\x80 \xE0\x9F\xBF \xF0\x80\x80\x80 \xF0\x8F\xBF\xBF "
-    // Surrogates, what is beyond the last code point, bytes that begin none.
+    // Surrogates, code points beyond the last one, bytes that begin no code point.
     "\xED\xA0\x80 \xED\xBF\xBF \xF4\x90\x80\x80 \xF8\x88\x80 \xF8\x88\x80\x80\x80 \xFF \xFF\u0301 "
-    // Cut off.
+    // Incomplete code points.
     "\xC3 \xE2\x82 \xF0\x9F\x98 \xE2\x82/");
 
 }  // namespace velmora::internal

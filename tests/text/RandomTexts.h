@@ -1,4 +1,4 @@
-// Texts of random pieces, the same ones in each run.
+// Texts of random pieces, the same in each run.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +15,7 @@ class RandomTexts {
   RandomTexts(std::vector<std::string> pieces, std::uint64_t seed)
       : pieces_(std::move(pieces)), engine_(seed) {}
 
-  /// Of at most so many pieces.
+  /// A text of at most `longest` pieces.
   std::string next(std::size_t longest) {
     std::string text;
     for (std::size_t length = upTo(longest); length > 0; --length) {

@@ -1,4 +1,4 @@
-// Pairs of texts that are the same or not, for everything that tells texts apart.
+// Pairs of texts that are canonically equal or not, for all code that compares texts.
 #pragma once
 
 #include <string_view>

@@ -34,7 +34,7 @@ std::string encoded(std::int32_t codePoint) {
   return {bytes.begin(), bytes.begin() + length};
 }
 
-// utf8proc's own mapping, right (but slow) for everything here that holds no U+11A7.
+// utf8proc's own mapping. It is slow, and right for every text here without U+11A7.
 std::string mapped(std::string_view text, int options) {
   utf8proc_uint8_t* bytes = nullptr;
   const utf8proc_ssize_t length =
@@ -48,9 +48,9 @@ std::string mapped(std::string_view text, int options) {
 std::string nfd(std::string_view text) { return mapped(text, UTF8PROC_DECOMPOSE); }
 std::string nfc(std::string_view text) { return mapped(text, UTF8PROC_COMPOSE); }
 
-// Few enough that random texts are often equivalent, and chosen so that each rule of normalization
-// takes part: marks of equal and of different classes, syllables, singletons, exclusions, starters
-// that compose with the starter before them, and what is inert.
+// A small set, so that random texts are often equivalent. Each rule of normalization has code
+// points: marks of equal and of different classes, syllables, singletons, exclusions, starters that
+// compose with an earlier starter, and inert code points.
 constexpr std::array<std::int32_t, 30> lively = {
     'a',    'e',    'K',    ';',    '/',    '\n',  0xE9,  0x301,  0x300,   0x323,
     0x327,  0x345,  0x344,  0x1E69, 0x212A, 0x37E, 0x958, 0x93C,  0x915,   0x1112,
@@ -82,7 +82,7 @@ void expectTwoTexts(std::string_view a, std::string_view b) {
   EXPECT_NE(canonicalHash(a), canonicalHash(b));
 }
 
-TEST(TextTest, canonicallyEquivalentTextsAreEqualAndOthersDiffer) {
+TEST(TextTest, canonicallyEquivalentTextsAreEqualAndOtherTextsDiffer) {
   for (const TextPair& row : textPairs) {
     SCOPED_TRACE(row.name);
     row.areEqual ? expectOneTextInTwoForms(row.a, row.b) : expectTwoTexts(row.a, row.b);
@@ -111,7 +111,7 @@ constexpr OrderCase orderCases[] = {
     {"notUTF8ByBytes", "\xFE", "\xFF"},
 };
 
-TEST(TextTest, knowsTheCharactersOfASCIIThatHaveAnotherSpelling) {
+TEST(TextTest, findsTheASCIICharactersWithAnotherSpelling) {
   std::string respelled;
   for (std::int32_t codePoint = 0x80; codePoint < codePointLimit; ++codePoint) {
     const std::string normalized = normalizedNFC(encoded(codePoint));
@@ -119,10 +119,11 @@ TEST(TextTest, knowsTheCharactersOfASCIIThatHaveAnotherSpelling) {
       respelled += normalized;
     }
   }
-  for (char character = 0; character < 0x7F; ++character) {
+  for (int code = 0; code < 0x80; ++code) {
+    const char character = static_cast<char>(code);
     EXPECT_EQ(hasOneSpelling(std::string(1, character)),
               respelled.find(character) == respelled.npos)
-        << character;
+        << code;
   }
   EXPECT_EQ(respelled.size(), 3);
   EXPECT_TRUE(hasOneSpelling(""));
@@ -154,7 +155,7 @@ constexpr FormCase formCases[] = {
     {"staysComposed", "/\u00e9/x", "/\u00e9/x"},
     {"ordersMarks", "q\u0307\u0323", "q\u0323\u0307"},
     {"keepsOrderWithinOneClass", "x\u0301\u0300\u0323", "x\u0323\u0301\u0300"},
-    {"skipsBlockedMark", "a\u0305\u0301",  // both above: the first keeps the second from the letter
+    {"skipsBlockedMark", "a\u0305\u0301",  // the first mark blocks the second one
      "a\u0305\u0301"},
     {"marksAlone", "\u0307\u0323", "\u0323\u0307"},
     {"syllable", "\u1112\u1161\u11ab", "\ud55c"},
@@ -181,8 +182,8 @@ TEST(TextTest, normalizesToNFC) {
   }
 }
 
-// Fails, too, when a code point that composes with the one before it is taken for inert.
-TEST(TextTest, everyCodePointNormalizesAsUnicodeSaysAndComposesFromItsParts) {
+// Also fails when a code point that composes with an earlier one counts as inert.
+TEST(TextTest, everyCodePointIsNormalizedAlsoFromItsParts) {
   int decomposable = 0;
   for (std::int32_t codePoint = 0; codePoint < codePointLimit; ++codePoint) {
     if (!isSurrogate(codePoint)) {
@@ -198,7 +199,7 @@ TEST(TextTest, everyCodePointNormalizesAsUnicodeSaysAndComposesFromItsParts) {
   EXPECT_GT(decomposable, 13'000);
 }
 
-// Fails when a range of marks is taken for inert and left in its place.
+// Fails when a range of marks counts as inert and is not reordered.
 TEST(TextTest, marksOfEveryClassAreOrdered) {
   std::vector<std::int32_t> marks;
   for (std::int32_t codePoint = 0; codePoint < codePointLimit; ++codePoint) {
@@ -217,7 +218,7 @@ TEST(TextTest, marksOfEveryClassAreOrdered) {
   }
 }
 
-TEST(TextTest, randomTextsAreEqualExactlyWhenTheirNormalFormsAre) {
+TEST(TextTest, randomTextsAreEqualIfAndOnlyIfTheirNormalFormsAre) {
   RandomTexts texts = livelyTexts();
   for (int round = 0; round < 5'000; ++round) {
     const std::string text = texts.next(10);
@@ -260,7 +261,7 @@ TEST(TextTest, bytesThatAreNotUTF8EqualOnlyThemselves) {
   }
 }
 
-// Valid and other texts together: one strict weak order, in which equality is equivalence.
+// Valid and invalid UTF-8 together have one strict weak order, in which equality is equivalence.
 TEST(TextTest, orderIsTotalOverAllBytes) {
   RandomTexts texts = livelyTexts();
   std::vector<std::string> all = textsNotUTF8();
@@ -336,14 +337,14 @@ void expectToCompareByMeaning() {
   EXPECT_EQ(std::hash<A>()(composed), std::hash<B>()(decomposed));
 }
 
-TEST(TextTest, textsAndViewsCompareByTheirMeaning) {
+TEST(TextTest, textsAndViewsAreComparedCanonically) {
   expectToCompareByMeaning<Text, Text>();
   expectToCompareByMeaning<TextView, TextView>();
   expectToCompareByMeaning<Text, TextView>();
   expectToCompareByMeaning<TextView, Text>();
 }
 
-TEST(TextTest, ownedTextKeepsItsBytesAndAViewRefersToThem) {
+TEST(TextTest, ownedTextKeepsItsBytesAndViewRefersToThem) {
   const Text text(std::string("/e\u0301"));
   EXPECT_EQ(text.utf8(), "/e\u0301");
   EXPECT_EQ(text.view(), "/e\u0301");

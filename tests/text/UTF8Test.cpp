@@ -36,7 +36,7 @@ constexpr StepCase stepCases[] = {
 };
 
 void expectStep(std::string_view bytes, std::int32_t value, std::size_t length) {
-  // Exactly as much memory as that, for sanitizers to see what is read beyond.
+  // An allocation of exactly this length, so that sanitizers see a read beyond the end.
   const std::vector<char> exact(bytes.begin(), bytes.end());
   const std::string amongOthers = "x" + std::string(bytes) + "y";
   const std::string before = "x" + std::string(bytes.substr(0, length)) + "/";
@@ -48,7 +48,7 @@ void expectStep(std::string_view bytes, std::int32_t value, std::size_t length) 
   }
 }
 
-TEST(UTF8Test, stepsForwardAndBackwardByCodePointsAndOtherBytes) {
+TEST(UTF8Test, stepsOverCodePointsAndInvalidBytesInBothDirections) {
   for (const StepCase& row : stepCases) {
     SCOPED_TRACE(row.name);
     expectStep(row.bytes, row.value, row.bytes.size());
@@ -59,7 +59,7 @@ TEST(UTF8Test, stepsForwardAndBackwardByCodePointsAndOtherBytes) {
   }
 }
 
-// All beginnings, with what may come behind them at both sides of each limit.
+// All first bytes, with following bytes on both sides of each limit.
 TEST(UTF8Test, stepsAsUTF8ProcDoesOverAllBytes) {
   constexpr std::array<int, 6> later = {0x00, 0x7F, 0x80, 0x9F, 0xBF, 0xC0};
   for (int first = 0; first < 0x100; ++first) {
@@ -81,7 +81,7 @@ TEST(UTF8Test, stepsAsUTF8ProcDoesOverAllBytes) {
   }
 }
 
-TEST(UTF8Test, strayContinuationEndsNoCodePoint) {
+TEST(UTF8Test, strayContinuationByteEndsNoCodePoint) {
   EXPECT_FALSE(codePointBefore("\u0600\x80/", 3).isUTF8());
   EXPECT_FALSE(codePointBefore("\x80\x80\x80\x80\x80/", 5).isUTF8());
   EXPECT_FALSE(codePointBefore("\U0001F600\x80/", 5).isUTF8());

@@ -17,7 +17,7 @@ void addDifferent(UniquenessCheck& texts, std::size_t count) {
   }
 }
 
-TEST(UniquenessCheckTest, areDistinctUnlessCanonicallyEqual) {
+TEST(UniquenessCheckTest, textsAreDistinctUnlessCanonicallyEqual) {
   for (const TextPair& row : textPairs) {
     SCOPED_TRACE(row.name);
     UniquenessCheck texts;
@@ -27,10 +27,10 @@ TEST(UniquenessCheckTest, areDistinctUnlessCanonicallyEqual) {
   }
 }
 
-// Around the number from which on they are looked at in groups, and beyond that for most groups.
+// Counts around the number above which texts are checked in groups, and much larger counts.
 constexpr std::size_t counts[] = {1, 2, 1022, 1023, 1024, 1025, 2047, 2048, 5000, 30'000};
 
-TEST(UniquenessCheckTest, areDistinctWhenNoneIsThereTwice) {
+TEST(UniquenessCheckTest, textsAreDistinctWithoutDuplicates) {
   for (const std::size_t count : counts) {
     SCOPED_TRACE(count);
     UniquenessCheck texts;
@@ -41,7 +41,8 @@ TEST(UniquenessCheckTest, areDistinctWhenNoneIsThereTwice) {
   }
 }
 
-void expectTwice(std::size_t count, std::size_t twice, std::size_t before, UniquenessCheck& texts) {
+void expectDuplicate(std::size_t count, std::size_t twice, std::size_t before,
+                     UniquenessCheck& texts) {
   for (std::size_t number = 0; number <= count; ++number) {
     if (number == before) {
       texts.add(textOf(twice));
@@ -55,19 +56,19 @@ void expectTwice(std::size_t count, std::size_t twice, std::size_t before, Uniqu
   EXPECT_EQ(texts.size(), 0);
 }
 
-TEST(UniquenessCheckTest, areNotDistinctWhereverOneIsThereAgain) {
+TEST(UniquenessCheckTest, textsAreNotDistinctWithADuplicateAnywhere) {
   for (const std::size_t count : counts) {
     SCOPED_TRACE(count);
     UniquenessCheck texts;
     for (const std::size_t twice : {std::size_t{0}, count / 2, count - 1}) {
       for (const std::size_t before : {twice + 1, (twice + 1 + count) / 2, count}) {
-        expectTwice(count, twice, before, texts);
+        expectDuplicate(count, twice, before, texts);
       }
     }
   }
 }
 
-TEST(UniquenessCheckTest, areFoundTwiceAmongAHundredThousand) {
+TEST(UniquenessCheckTest, duplicateIsFoundAmongAHundredThousand) {
   constexpr std::size_t count = 100'000;
   UniquenessCheck texts;
   addDifferent(texts, count);
@@ -77,7 +78,7 @@ TEST(UniquenessCheckTest, areFoundTwiceAmongAHundredThousand) {
   EXPECT_FALSE(texts.allDistinct());
 }
 
-TEST(UniquenessCheckTest, areNoneAtFirstAndAfterwards) {
+TEST(UniquenessCheckTest, isEmptyAtFirstAndAfterACheck) {
   UniquenessCheck texts;
   EXPECT_TRUE(texts.allDistinct());
   texts.add("a");

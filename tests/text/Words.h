@@ -1,4 +1,4 @@
-// Many short texts in one.
+// Many short texts in one string.
 #pragma once
 
 #include <iterator>
@@ -8,7 +8,7 @@
 
 namespace velmora::internal {
 
-/// What stands between blanks.
+/// The words between blanks.
 inline std::vector<std::string> wordsOf(const std::string& text) {
   std::istringstream stream(text);
   return {std::istream_iterator<std::string>(stream), {}};

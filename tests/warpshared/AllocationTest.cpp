@@ -1,5 +1,5 @@
-// What a large manifest does not allocate for: the questions asked of every path, when it is ASCII,
-// and each of the entries that are kept. And what becomes of these when memory runs out.
+// Large manifests: the rules for an ASCII path allocate nothing, and neither does each kept entry.
+// Kept entries survive a failed allocation.
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/support/FailingAllocations.h"
@@ -27,7 +27,7 @@ TEST(Allocations, areCounted) {
   EXPECT_EQ(allocationsOf([] { static_cast<void>(std::string(path)); }), 1);
 }
 
-TEST(Allocations, areNoneInThePredicates) {
+TEST(Allocations, areAbsentInThePredicates) {
   EXPECT_EQ(allocationsOf([] {
               EXPECT_TRUE(isCanonicalAbsolutePath(path));
               EXPECT_TRUE(isSafeRelativeObjectKey(path.substr(1)));
@@ -37,7 +37,7 @@ TEST(Allocations, areNoneInThePredicates) {
             0);
 }
 
-TEST(Allocations, areNoneWhenPathsAreCompared) {
+TEST(Allocations, areAbsentInComparisonsOfPaths) {
   EXPECT_EQ(allocationsOf([] {
               EXPECT_TRUE(canonicallyEqual(path, path));
               EXPECT_FALSE(canonicallyEqual(path, path.substr(1)));
@@ -47,7 +47,7 @@ TEST(Allocations, areNoneWhenPathsAreCompared) {
             0);
 }
 
-TEST(Allocations, areNoneInASetWithRoom) {
+TEST(Allocations, areAbsentInASetWithReservedRoom) {
   CanonicalTextSet set;
   set.reserve(path.size());
   EXPECT_EQ(allocationsOf([&set] {
@@ -59,7 +59,7 @@ TEST(Allocations, areNoneInASetWithRoom) {
             0);
 }
 
-/// With two lists.
+/// An entry with two lists.
 VelmoraWarpSharedEntry fullEntry() {
   VelmoraWarpSharedEntry entry = entryOf(path);
   entry.extendedAttributes = {{.name = "com.example.a", .base64Value = "QQ=="}};
@@ -67,10 +67,10 @@ VelmoraWarpSharedEntry fullEntry() {
   return entry;
 }
 
-TEST(KeptEntries, areAllocatedByTheChunk) {
+TEST(KeptEntries, areAllocatedInChunks) {
   const VelmoraWarpSharedEntry entry = fullEntry();
   WarpSharedEntries entries;
-  // Some 25 MB, a million bytes at a time.
+  // About 25 MB in chunks of one million bytes.
   EXPECT_LT(allocationsOf([&] {
               for (int count = 0; count < 100'000; ++count) {
                 entries.append(entry);
@@ -97,7 +97,7 @@ TEST(KeptEntries, areReadWithoutAllocations) {
             0);
 }
 
-TEST(KeptEntries, areAsBeforeWhenMemoryRunsOutForOneMore) {
+TEST(KeptEntries, areUnchangedWhenAnAppendRunsOutOfMemory) {
   std::vector<VelmoraWarpSharedEntry> given(300, fullEntry());
   given[99].aclText = given[199].aclText = given[299].aclText = std::string(2'000'000, 'x');
   WarpSharedEntries expected;
@@ -123,7 +123,7 @@ TEST(KeptEntries, areAsBeforeWhenMemoryRunsOutForOneMore) {
             10);
 }
 
-TEST(KeptEntries, areAsBeforeWhenMemoryRunsOutForACopy) {
+TEST(KeptEntries, areUnchangedWhenACopyRunsOutOfMemory) {
   WarpSharedEntries original;
   for (int count = 0; count < 1000; ++count) {
     original.append(fullEntry());

@@ -1,4 +1,4 @@
-// Documents with their answers, worked out by another reader of the same rules.
+// Documents whose answers were worked out independently of this code.
 
 #include "json/DecodingError.h"
 #include "json/JSONWriting.h"
@@ -33,7 +33,7 @@ std::string answerOf(const ManifestSummary& manifest) {
          ",\"warpID\":" + quoted(manifest.warpID) + '}';
 }
 
-/// Decodes a document and compares its answer, or its error as far as that is told.
+/// Decodes a document and compares its answer, or those parts of the error that the row has.
 template <class Decoding>
 void expectAnswer(const AnsweredDocument& document, Decoding decoding) {
   const DocumentError* const expected = document.error();
@@ -52,7 +52,7 @@ void expectAnswer(const AnsweredDocument& document, Decoding decoding) {
   }
 }
 
-TEST(AnsweredDocuments, ofManifestsGetTheirAnswersAndDecodeToWhatWasEncoded) {
+TEST(AnsweredDocuments, ofManifestsHaveTheirAnswersAndReadBackWhenEncoded) {
   const auto documents = readAnsweredDocuments("warpshared/manifest.jsonl");
   EXPECT_EQ(documents.size(), 2637);
   std::size_t validCount = 0;
@@ -71,7 +71,7 @@ TEST(AnsweredDocuments, ofManifestsGetTheirAnswersAndDecodeToWhatWasEncoded) {
   EXPECT_EQ(validCount, 594);
 }
 
-TEST(AnsweredDocuments, ofIndexesGetTheirAnswers) {
+TEST(AnsweredDocuments, ofIndexesHaveTheirAnswers) {
   const auto documents = readAnsweredDocuments("warpshared/index.jsonl");
   EXPECT_EQ(documents.size(), 209);
   for (const AnsweredDocument& document : documents) {

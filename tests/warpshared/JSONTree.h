@@ -1,4 +1,4 @@
-// Documents that tests put together, change here and there, and write in several styles.
+// Documents that tests build, change, and write in several styles.
 #pragma once
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 
 namespace velmora::internal {
 
-/// How a tree is written.
+/// The style in which a tree is written.
 struct JSONStyle {
   const char* name;
   enum class Order { asBuilt, reversed, sorted } order = Order::asBuilt;
@@ -27,10 +27,10 @@ inline const std::vector<JSONStyle> jsonStyles = {
     {"prettyFourBlanks", JSONStyle::Order::asBuilt, true, false, "    "},
 };
 
-/// A value: JSON text, with ' for each quotation mark, or an object or array of values.
+/// A value: JSON text with ' for each quotation mark, or an object or array of values.
 class JSONTree {
  public:
-  /// The elements of an array have no key.
+  /// The key of an array's element is empty.
   using Member = std::pair<std::string, JSONTree>;
   using Object = std::vector<Member>;
   using Array = std::vector<JSONTree>;
@@ -44,15 +44,15 @@ class JSONTree {
     }
   }
 
-  /// Those of an object, or the elements of an array.
+  /// The members of an object, or the elements of an array.
   Object& members() { return members_; }
 
-  /// The member or element of that name or number, which must be there.
+  /// The member or element with this name or number, which must exist.
   JSONTree& operator[](std::string_view name) { return find(name)->second; }
 
   void erase(std::string_view name) { members_.erase(find(name)); }
 
-  /// What is at a path such as "/entries/0/size"; the value itself at "".
+  /// The value at a path such as "/entries/0/size"; this value at "".
   JSONTree& at(std::string_view path) {
     if (path.empty()) {
       return *this;
@@ -61,8 +61,8 @@ class JSONTree {
     return at(path.substr(0, end))[path.substr(end + 1)];
   }
 
-  /// Puts JSON text at a path; takes away what is there when the text is empty. A last name that
-  /// begins with "+" is that of one more member; "+" alone is one more element.
+  /// Puts JSON text at a path. An empty text removes the value there. A last name that begins with
+  /// "+" adds a member; "+" alone adds an element.
   void change(std::string_view path, std::string_view json) {
     if (path.empty()) {
       *this = std::string(json);
@@ -133,7 +133,7 @@ class JSONTree {
   }
 
   std::string text_;
-  /// None of a text.
+  /// Empty for JSON text.
   std::string brackets_;
   Object members_;
 };

@@ -1,4 +1,4 @@
-// Reading manifests allocates nothing for an entry, and survives each allocation that fails.
+// Reading a manifest allocates nothing per entry, and survives each failed allocation.
 
 #include "json/streaming/ChunkedDocument.h"
 #include "platform/FileReader.h"
@@ -22,7 +22,7 @@ namespace {
 
 std::string numberedPath(std::size_t number) { return "/a/" + std::to_string(number); }
 
-/// Entries with lists and escapes.
+/// A manifest whose entries have lists and escapes.
 std::string manifestText(std::size_t count) {
   JSONTree entry = entryDocument("PATH");
   entry.erase("hardLinkIdentity");
@@ -39,7 +39,7 @@ std::string manifestText(std::size_t count) {
   return manifest.replace(manifest.find("ENTRIES"), 7, entries);
 }
 
-/// Delivers a text as a file does.
+/// Delivers a text as a file.
 class TextFile final : public FileReader {
  public:
   explicit TextFile(std::string text) : text_(std::move(text)) {}
@@ -80,29 +80,29 @@ std::size_t allocationsOfReading(std::size_t entryCount, ManifestDecoder& decode
   return count;
 }
 
-TEST(ManifestAllocations, areAsManyForManyEntriesAsForFewButForTheListOfHashes) {
+TEST(ManifestAllocations, areIndependentOfTheEntryCountExceptForTheHashes) {
   ManifestDecoder few;
   ManifestDecoder many;
   const std::size_t ofFew = allocationsOfReading(100, few);
   const std::size_t ofMany = allocationsOfReading(10'000, many);
-  // The list doubles seven times more; then there are a list by groups and their ends.
+  // The list of hashes doubles seven more times. Two further lists hold the groups and their ends.
   EXPECT_LE(ofMany, ofFew + 7 + 2);
 }
 
-TEST(ManifestAllocations, areAsManyForManyEntriesAsForFewTheSecondTime) {
+TEST(ManifestAllocations, areIndependentOfTheEntryCountTheSecondTime) {
   ManifestDecoder decoder;
   allocationsOfReading(10'000, decoder);
-  // Only of the groups' ends is nothing kept.
+  // Only the list of the groups' ends is allocated each time.
   EXPECT_EQ(allocationsOfReading(10'000, decoder), allocationsOfReading(100, decoder) + 1);
 }
 
-/// A manifest that everything is kept of: links, samples, escapes.
+/// A manifest of which the reader keeps everything: links, samples, escapes.
 std::string richManifest() {
   return manifestDocument().text({"", JSONStyle::Order::asBuilt, true, true});
 }
 
-/// Whatever fails, the decoder can read this file and a smaller one afterwards.
-void expectDecoderToWork(const TextFile& file, bool isNew) {
+/// Expects that the decoder can read this file and a smaller one after each failure.
+void expectUsableDecoder(const TextFile& file, bool isNew) {
   const TextFile small(plainManifestDocument().text());
   const ManifestSummary summary = ManifestDecoder().readSummary("/file", file);
   const long count = failEachAllocation(
@@ -120,17 +120,17 @@ void expectDecoderToWork(const TextFile& file, bool isNew) {
   EXPECT_GT(count, 10);
 }
 
-TEST(FailedAllocations, leaveADecoderThatWorks) {
+TEST(FailedAllocations, leaveAUsableDecoder) {
   for (const std::string& text : {richManifest(), "{\"more\":1," + richManifest().substr(1)}) {
     for (const bool isNew : {true, false}) {
       SCOPED_TRACE(text.substr(0, 20) + (isNew ? " for a new one" : " for an old one"));
-      expectDecoderToWork(TextFile(text), isNew);
+      expectUsableDecoder(TextFile(text), isNew);
     }
   }
 }
 
-TEST(FailedAllocations, leaveADecoderThatWorksAfterManyEntries) {
-  // So many that their hashes are looked at in groups, and of more than one chunk.
+TEST(FailedAllocations, leaveAUsableDecoderAfterManyEntries) {
+  // So many entries that their hashes are grouped and that they need several chunks.
   constexpr std::size_t count = 1100;
   const TextFile file(plainManifestText(count, numberedPath));
   failEachAllocation(
@@ -142,7 +142,7 @@ TEST(FailedAllocations, leaveADecoderThatWorksAfterManyEntries) {
       });
 }
 
-TEST(FailedAllocations, leaveADocumentInMemoryToTheNextAttempt) {
+TEST(FailedAllocations, restoreADocumentInMemory) {
   const std::string text = richManifest();
   std::string bytes = text;
   const auto read = [&](std::pair<ChunkBuffer, StreamingManifestReader>& subject) {

@@ -1,5 +1,5 @@
-// Changed manifests, and what both readers say of them: the exact one, which tells each fault, and
-// the quick one, which accepts or gives up.
+// Changed manifests, and the verdicts of both readers. The diagnosing reader raises each fault. The
+// streaming reader accepts or gives up.
 #pragma once
 
 #include "tests/warpshared/ManifestReadings.h"
@@ -17,7 +17,7 @@
 
 namespace velmora::internal {
 
-// What is said of manifests.
+// The verdicts on manifests.
 inline constexpr std::string_view unsupportedVersion =
     "dataCorrupted at /version: Unsupported shared Warp manifest version.";
 inline constexpr std::string_view unsafeIdentity =
@@ -29,7 +29,7 @@ inline constexpr std::string_view inconsistent =
 inline constexpr std::string_view strayHardLink =
     "dataCorrupted at /entries: Shared Warp hard-link references must remain inside the manifest.";
 
-// What is said of entries, with paths from the entry on.
+// The verdicts on entries. Their paths begin at the entry.
 inline constexpr std::string_view notCanonical =
     "dataCorrupted at /absolutePath: Shared Warp entries require canonical absolute paths.";
 inline constexpr std::string_view negativeSize =
@@ -52,14 +52,14 @@ inline constexpr std::string_view outsideExtent =
     "dataCorrupted at /sparseExtents: Shared Warp sparse extents fall outside the stored file "
     "range.";
 
-/// What is said of something, said of it at `place` in a larger document.
+/// The verdict on a value that is at `place` in a larger document.
 inline std::string verdictAt(std::string_view place, std::string_view verdict) {
   std::string text(verdict);
   const std::size_t path = text.find(" at /");
   return path == std::string::npos ? text : text.insert(path + 4, place);
 }
 
-/// For JSONTree::change.
+/// The arguments of JSONTree::change.
 struct Edit {
   std::string_view path;
   std::string_view json;
@@ -79,56 +79,57 @@ class Edits {
   std::size_t count_;
 };
 
-/// Of a valid manifest; of any other one, the quick reader gives up.
-enum class Quickly { accepted, givenUp };
+/// The result of the streaming reader for a valid manifest. It gives up on every other manifest.
+enum class Streaming { accepted, givenUp };
 
 struct ManifestCase {
   const char* name;
-  /// From a manifest with every field.
+  /// The changes to a manifest with every field.
   Edits edits;
   std::string_view verdict = valid;
-  Quickly quickly = Quickly::accepted;
+  Streaming streaming = Streaming::accepted;
 };
 
-/// In memory, which keeps its bytes, and from a stream.
-inline void expectQuickReading(const ManifestReading& expected, ManifestReaders& readers,
-                               const std::string& document, std::size_t chunkLength) {
+/// Expects this result of the streaming reader, from a document in memory and from a stream. The
+/// document in memory must be unchanged.
+inline void expectStreamed(const ManifestReading& expected, ManifestReaders& readers,
+                           const std::string& document, std::size_t chunkLength) {
   std::string bytes = document;
-  EXPECT_EQ(readers.quickly(bytes, chunkLength), expected) << chunkLength;
+  EXPECT_EQ(readers.streamed(bytes, chunkLength), expected) << chunkLength;
   EXPECT_TRUE(bytes == document) << chunkLength;
   for (const std::size_t portion : {1U, 2U, 7U, 100'000U}) {
-    EXPECT_EQ(readers.quicklyFromStream(document, portion, chunkLength), expected)
+    EXPECT_EQ(readers.streamedInPortions(document, portion, chunkLength), expected)
         << chunkLength << ' ' << portion;
   }
 }
 
-/// In every style, by both readers and by the decoder that asks them in turn. The edits are made at
-/// `place`.
-inline void expectJudgement(const ManifestCase& row, std::string_view place = "") {
+/// Expects the row's verdict in every style, from both readers and from the decoder that uses both.
+/// The edits are made at `place`.
+inline void expectVerdict(const ManifestCase& row, std::string_view place = "") {
   SCOPED_TRACE(row.name);
   JSONTree document = manifestDocument();
   for (const Edit& edit : row.edits) {
     document.change(std::string(place) + std::string(edit.path), edit.json);
   }
   const std::string verdict = verdictAt(place, row.verdict);
-  const bool isAccepted = row.verdict == valid && row.quickly == Quickly::accepted;
+  const bool isAccepted = row.verdict == valid && row.streaming == Streaming::accepted;
   ManifestReaders readers;
   ManifestDecoder decoder;
-  const ManifestReading reading = readers.exactly(document.text());
+  const ManifestReading reading = readers.diagnosed(document.text());
   EXPECT_EQ(reading.has_value(), row.verdict == valid);
   for (const JSONStyle& style : jsonStyles) {
     SCOPED_TRACE(style.name);
     const std::string text = document.text(style);
-    EXPECT_EQ(readers.exactly(text), reading);
+    EXPECT_EQ(readers.diagnosed(text), reading);
     for (const std::size_t chunkLength : {documentChunkLength, std::size_t{100}}) {
-      expectQuickReading(isAccepted ? reading : std::nullopt, readers, text, chunkLength);
+      expectStreamed(isAccepted ? reading : std::nullopt, readers, text, chunkLength);
     }
     std::string bytes = text;
     EXPECT_EQ(verdictOf([&] { static_cast<void>(decoder.decode(bytes)); }), verdict);
     bytes = text;
     EXPECT_EQ(verdictOf([&] { static_cast<void>(decoder.decodeSummary(bytes)); }), verdict);
   }
-  // Whatever was read, the next document is none the worse for it.
+  // The decoder reads the next document independently of this one.
   const std::string usual = manifestDocument().text();
   std::string bytes = usual;
   EXPECT_EQ(decoder.decode(bytes), decodedManifest(usual));

@@ -27,7 +27,7 @@
 namespace velmora::internal {
 namespace {
 
-/// So many that they are read in chunks.
+/// So many entries that the file is read in chunks.
 constexpr std::size_t longCount = 1200;
 
 std::string longManifest(const JSONStyle& style = jsonStyles[0]) {
@@ -35,9 +35,9 @@ std::string longManifest(const JSONStyle& style = jsonStyles[0]) {
       longCount, [](std::size_t number) { return "/a/" + std::to_string(number); }, style);
 }
 
-std::string oddManifest() { return "{\"more\":1," + longManifest().substr(1); }
+std::string manifestWithAnUnknownKey() { return "{\"more\":1," + longManifest().substr(1); }
 
-TEST(ManifestFiles, areReadWhateverTheirLengthAndStyle) {
+TEST(ManifestFiles, areReadAtAnyLengthInAnyStyle) {
   const ScratchDirectory directory;
   const PosixFileReader realFiles;
   const WholeReadCounter files(realFiles);
@@ -56,12 +56,12 @@ TEST(ManifestFiles, areReadWhateverTheirLengthAndStyle) {
   EXPECT_EQ(files.count(), 0);
 }
 
-TEST(ManifestFiles, areReadAgainWhenTheyAreOdd) {
+TEST(ManifestFiles, areReadAgainWhenTheStreamingReaderGivesUp) {
   const ScratchDirectory directory;
   const PosixFileReader realFiles;
   const WholeReadCounter files(realFiles);
   ManifestDecoder decoder;
-  const std::string path = directory.write("manifest.json", oddManifest());
+  const std::string path = directory.write("manifest.json", manifestWithAnUnknownKey());
   EXPECT_EQ(decoder.read(path, files), decodedManifest(longManifest()));
   EXPECT_EQ(decoder.readSummary(path, files).entryCount, longCount);
   EXPECT_EQ(files.count(), 2);
@@ -89,7 +89,6 @@ TEST(ManifestFiles, areRefusedForTheSameReasonsAsDocuments) {
 TEST(ManifestFiles, raiseTheErrorOfTheFile) {
   struct {
     const char* name;
-    /// Makes something at a path.
     void (*make)(const std::string& path);
     int error;
   } const rows[] = {
@@ -119,7 +118,7 @@ TEST(ManifestFiles, raiseTheErrorOfTheFile) {
   }
 }
 
-/// Delivers a text in portions; behind it, it raises an error where there is one.
+/// Delivers a text in portions, and then raises the error, if there is one.
 class TextContent final : public FileContent {
  public:
   TextContent(std::string text, int error) : text_(std::move(text)), error_(error) {}
@@ -138,13 +137,13 @@ class TextContent final : public FileContent {
   int error_;
 };
 
-/// A text, and, where there is one, the error that is raised behind it.
+/// A text, and the error after it, if there is one.
 struct Reading {
   std::string text;
   int error = 0;
 };
 
-/// A file that is one thing when it is read in chunks, and another when it is read as a whole.
+/// A file with one content for a reading in chunks, and another for a reading as a whole.
 class ChangingFile final : public FileReader {
  public:
   ChangingFile(Reading inChunks, Reading asAWhole)
@@ -172,9 +171,9 @@ class ChangingFile final : public FileReader {
   Reading asAWhole_;
 };
 
-TEST(ManifestFiles, areJudgedAsTheyAreWhenReadLast) {
+TEST(ManifestFiles, haveTheVerdictOfTheLastReading) {
   const Reading whole = {longManifest()};
-  const Reading odd = {oddManifest()};
+  const Reading unknownKey = {manifestWithAnUnknownKey()};
   const std::string cut = longManifest().substr(0, 90'000);
   const std::string beginning = R"({"more":1,"version":)";
   const std::string faultOfTheBeginning =
@@ -184,24 +183,24 @@ TEST(ManifestFiles, areJudgedAsTheyAreWhenReadLast) {
     const char* name;
     Reading inChunks;
     Reading asAWhole;
-    /// What the second reading told, or the first one's error.
+    /// The error or verdict of the second reading, or the error of the first reading.
     int error = 0;
     std::string verdict = std::string(valid);
     std::size_t wholeReadCount = 0;
   } const rows[] = {
-      {"notReadAgainWhenItWasFine", whole, {"", EIO}},
-      {"mended", odd, whole, 0, "valid", 1},
+      {"validAtFirst", whole, {"", EIO}},
+      {"unknownKeyRemoved", unknownKey, whole, 0, "valid", 1},
       {"cutAtFirst", {cut}, whole, 0, "valid", 1},
       {"emptyAtFirst", {""}, whole, 0, "valid", 1},
-      {"broken", odd, {"{}"}, 0, noVersion, 1},
-      {"cutSince", odd, {beginning}, 0, faultOfTheBeginning, 1},
+      {"broken", unknownKey, {"{}"}, 0, noVersion, 1},
+      {"cutAfterTheFirstReading", unknownKey, {beginning}, 0, faultOfTheBeginning, 1},
       {"growsTooLong", {cut, EFBIG}, whole, EFBIG},
-      {"growsTooLongBehindTheManifest", {longManifest(), EFBIG}, whole, EFBIG},
+      {"growsTooLongAfterTheManifest", {longManifest(), EFBIG}, whole, EFBIG},
       {"growsTooLongAtOnce", {"", EFBIG}, whole, EFBIG},
       {"failsInTheMiddle", {cut, EIO}, whole, EIO},
-      {"grownTooLongSince", odd, {"", EFBIG}, EFBIG, "valid", 1},
-      {"goneSince", odd, {"", ENOENT}, ENOENT, "valid", 1},
-      {"directorySince", odd, {"", EISDIR}, EISDIR, "valid", 1},
+      {"grownTooLongSince", unknownKey, {"", EFBIG}, EFBIG, "valid", 1},
+      {"goneSince", unknownKey, {"", ENOENT}, ENOENT, "valid", 1},
+      {"directorySince", unknownKey, {"", EISDIR}, EISDIR, "valid", 1},
   };
   const VelmoraWarpSharedManifest manifest = decodedManifest(longManifest());
   for (const auto& row : rows) {
@@ -215,7 +214,7 @@ TEST(ManifestFiles, areJudgedAsTheyAreWhenReadLast) {
     EXPECT_EQ(error, row.error);
     EXPECT_EQ(verdict, row.verdict);
     EXPECT_EQ(files.count(), row.wholeReadCount);
-    // The next file is none the worse for it.
+    // The decoder reads the next file independently of this one.
     EXPECT_EQ(decoder.read("/other", ChangingFile(whole, {"", EIO})), manifest);
   }
 }

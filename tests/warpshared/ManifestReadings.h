@@ -1,4 +1,4 @@
-// Manifests as each of the two readers has them, for tests and fuzz targets that compare them.
+// The results of both readers of manifests, for tests and fuzz targets that compare them.
 #pragma once
 
 #include "json/DecodingError.h"
@@ -18,14 +18,14 @@
 
 namespace velmora::internal {
 
-/// The manifest with its samples and entries, written again to the byte; none when it is refused or
-/// given up.
+/// The manifest with its samples and entries, written again; std::nullopt when the reader refuses
+/// it or gives up.
 using ManifestReading = std::optional<std::string>;
 
-/// Keeps what `read` gives and gives away. `read` takes an EntryVisitor and returns a
-/// DecodedHeader, or none.
+/// Collects the result of `read` and the entries that it passes to its EntryVisitor. `read` returns
+/// a DecodedHeader, or std::nullopt.
 template <class Read>
-ManifestReading readingOf(Read read) {
+ManifestReading collected(Read read) {
   WarpSharedEntries entries;
   std::optional<DecodedHeader> result =
       read([&](const WarpSharedEntry<TextView>& entry) { entries.append(entry); });
@@ -38,7 +38,7 @@ ManifestReading readingOf(Read read) {
   return encodeManifest(result->manifest);
 }
 
-/// What a stream delivers, at most `portion` bytes at a time.
+/// A stream of `document`, at most `portion` bytes at a time.
 inline ChunkedDocument::ReadSome portionsOf(std::string_view document, std::size_t portion) {
   return [document, portion](char* room, std::size_t size) mutable {
     const std::size_t count = document.copy(room, std::min(size, portion));
@@ -47,30 +47,30 @@ inline ChunkedDocument::ReadSome portionsOf(std::string_view document, std::size
   };
 }
 
-/// Reads one document after the other, each by both readers, and keeps their memory.
+/// Reads documents with both readers, which keep their memory between documents.
 class ManifestReaders {
  public:
-  ManifestReading quickly(ChunkedDocument& chunks) {
-    return readingOf(
-        [&](const EntryVisitor& visitEntry) { return quick_.read(chunks, visitEntry); });
+  ManifestReading streamed(ChunkedDocument& chunks) {
+    return collected(
+        [&](const EntryVisitor& visitEntry) { return streamingReader_.read(chunks, visitEntry); });
   }
 
-  /// What lies in memory; `document` is as before afterwards.
-  ManifestReading quickly(std::string& document, std::size_t chunkLength = documentChunkLength) {
+  /// Reads a document in memory, which is unchanged afterwards.
+  ManifestReading streamed(std::string& document, std::size_t chunkLength = documentChunkLength) {
     ChunkedDocument chunks(document, memory_, chunkLength);
-    return quickly(chunks);
+    return streamed(chunks);
   }
 
-  ManifestReading quicklyFromStream(std::string_view document, std::size_t portion,
-                                    std::size_t chunkLength = documentChunkLength) {
+  ManifestReading streamedInPortions(std::string_view document, std::size_t portion,
+                                     std::size_t chunkLength = documentChunkLength) {
     ChunkedDocument chunks(portionsOf(document, portion), memory_, chunkLength);
-    return quickly(chunks);
+    return streamed(chunks);
   }
 
-  ManifestReading exactly(std::string document) {
+  ManifestReading diagnosed(std::string document) {
     try {
-      return readingOf([&](const EntryVisitor& visitEntry) {
-        return std::optional(exact_.read(document, visitEntry));
+      return collected([&](const EntryVisitor& visitEntry) {
+        return std::optional(diagnosingReader_.read(document, visitEntry));
       });
     } catch (const DecodingError&) {
       return std::nullopt;
@@ -79,8 +79,8 @@ class ManifestReaders {
 
  private:
   ChunkBuffer memory_;
-  StreamingManifestReader quick_;
-  DiagnosingManifestReader exact_;
+  StreamingManifestReader streamingReader_;
+  DiagnosingManifestReader diagnosingReader_;
 };
 
 }  // namespace velmora::internal

@@ -1,4 +1,4 @@
-// Manifests with little in them, for tests that need many or short ones.
+// Minimal manifests, for tests that need many or short ones.
 #pragma once
 
 #include "tests/warpshared/SharedWarpDocuments.h"
@@ -10,7 +10,7 @@
 
 namespace velmora::internal {
 
-/// An entry without anything that may be absent.
+/// An entry without optional fields.
 inline JSONTree plainEntryDocument(const std::string& path) {
   JSONTree entry = entryDocument(path);
   for (const char* key :
@@ -38,7 +38,7 @@ inline JSONTree plainManifestDocument(JSONTree::Array entries = {}) {
   return manifest;
 }
 
-/// As text, with entries of `count` paths, of which `path` tells each by its number.
+/// The same as text, with `count` entries. `path` returns the path of the entry with a number.
 inline std::string plainManifestText(std::size_t count,
                                      const std::function<std::string(std::size_t)>& path,
                                      const JSONStyle& style = jsonStyles.front()) {

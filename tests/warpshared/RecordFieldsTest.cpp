@@ -1,5 +1,4 @@
-// Every field of every record of the shared formats: with every kind of value, and every pair of
-// faults.
+// Every field of every record of the shared formats: every kind of value, and every pair of faults.
 
 #include "platform/PlatformError.h"
 #include "tests/warpshared/ManifestCases.h"
@@ -22,11 +21,11 @@ namespace velmora::internal {
 namespace {
 
 struct FieldType {
-  /// What messages say of it, with the type of JSON.
+  /// The name of the expected JSON type in messages.
   std::string expected;
-  /// The first bytes of values of that type of JSON.
+  /// The first bytes of values of that JSON type.
   std::string firstBytes;
-  /// Values at the boundaries and beyond them, or none of the words.
+  /// Values in and out of range; for words, values that are none of the words.
   std::vector<std::string> inside = {};
   std::vector<std::string> outside = {};
 };
@@ -67,7 +66,7 @@ struct Field {
 
 using Fields = std::vector<Field>;
 
-/// Each as "key type" in `text`, with a "?" behind the type where the field may be absent.
+/// The fields in `text`, each as "key type". A "?" after the type marks an optional field.
 Fields fieldsOf(const std::string& text) {
   Fields fields;
   std::istringstream words(text);
@@ -103,7 +102,7 @@ const Fields indexFields = fieldsOf("version int64  generatedAt date  records li
 const Fields tombstoneFields =
     fieldsOf("warpID text  manifestKey text  originalFolderPath text  destroyedAt date");
 
-/// A valid document, and what is said of others of its kind.
+/// A valid document, and the verdict on a document of this format.
 struct Format {
   JSONTree (*document)();
   std::string (*verdictOn)(std::string bytes);
@@ -143,7 +142,7 @@ const std::vector<RecordPlace> places = {
     {indexes, "/records/1", tombstoneFields},
 };
 
-TEST(RecordFields, areAllThatTheDocumentsHold) {
+TEST(RecordFields, areAllFieldsOfTheDocuments) {
   for (const RecordPlace& place : places) {
     SCOPED_TRACE(place.path);
     JSONTree document = place.format.document();
@@ -153,8 +152,7 @@ TEST(RecordFields, areAllThatTheDocumentsHold) {
   }
 }
 
-/// Whether a rule beyond the type holds for the field, so that not every value of the type is
-/// valid.
+/// Whether the field has a rule beyond its type, so that some values of the type are invalid.
 bool hasRule(const Field& field) {
   const std::vector<std::string_view> keys = {
       "version", "size", "storedSize", "offset", "logicalOffset", "storedOffset", "length"};
@@ -194,13 +192,13 @@ void expectValuesOfTheirTypesOnly(const RecordPlace& place, const Field& field) 
   }
   for (const std::string& value : field.type.inside) {
     const std::string verdict = verdictWith(place, field, value);
-    // A rule may still refuse the value, but not because of its type.
+    // A rule may still refuse the value, but not for its type.
     EXPECT_EQ(verdict.find(": The number "), std::string::npos) << value << ": " << verdict;
     EXPECT_TRUE(hasRule(field) || verdict == valid) << value << ": " << verdict;
   }
 }
 
-TEST(RecordFields, takeValuesOfTheirTypesOnly) {
+TEST(RecordFields, acceptValuesOfTheirTypesOnly) {
   for (const RecordPlace& place : places) {
     for (const Field& field : place.fields) {
       expectValuesOfTheirTypesOnly(place, field);
@@ -208,25 +206,25 @@ TEST(RecordFields, takeValuesOfTheirTypesOnly) {
   }
 }
 
-/// Something wrong with a document, and how it is told. Two faults about the same are no pair.
+/// A fault in a document, and its verdict. Faults of overlapping paths are not combined.
 struct Fault {
   std::string path;
   std::string json;
   std::string verdict;
 };
 
-/// Faults in the order in which a reader meets them.
+/// Faults in the order of reading.
 using Faults = std::vector<Fault>;
 
-/// A value that is refused once the field `behind` has been read.
+/// A value that is refused after the field `after` has been read.
 struct Refusal {
-  std::string_view behind;
+  std::string_view after;
   Edit edit;
   std::string_view verdict;
 };
 
-/// Of the record at `path`: required fields that are missing, others of another type, and refused
-/// values. `inside` has those of a field's value.
+/// The faults of the record at `path`: missing required fields, other types, and refused values.
+/// `inside` returns the faults inside a field's value.
 template <class FaultsInside>
 Faults faultsOf(const std::string& path, const Fields& fields, const std::vector<Refusal>& refusals,
                 FaultsInside inside) {
@@ -243,7 +241,7 @@ Faults faultsOf(const std::string& path, const Fields& fields, const std::vector
     }
     std::ranges::copy(inside(field.key), std::back_inserter(faults));
     for (const Refusal& refusal : refusals) {
-      if (refusal.behind == field.key) {
+      if (refusal.after == field.key) {
         faults.push_back({path + std::string(refusal.edit.path), std::string(refusal.edit.json),
                           verdictAt(path, refusal.verdict)});
       }
@@ -312,11 +310,11 @@ Faults indexFaults() {
       });
 }
 
-bool areAboutTheSame(const Fault& a, const Fault& b) {
+bool overlap(const Fault& a, const Fault& b) {
   return (a.path + '/').starts_with(b.path + '/') || (b.path + '/').starts_with(a.path + '/');
 }
 
-/// Of several faults, the first in reading order is told, wherever the keys stand in the file.
+/// Expects the first of two faults in reading order, for any order of the keys in the file.
 void expectTheFirstOfEachPair(const Format& format, const Faults& faults) {
   const JSONTree soundDocument = format.document();
   ASSERT_EQ(format.verdictOn(soundDocument.text()), valid);
@@ -328,12 +326,12 @@ void expectTheFirstOfEachPair(const Format& format, const Faults& faults) {
       ASSERT_EQ(format.verdictOn(faultyDocument.text(style)), first->verdict) << first->path;
     }
     for (auto second = first + 1; second != faults.end(); ++second) {
-      if (areAboutTheSame(*first, *second)) {
+      if (overlap(*first, *second)) {
         continue;
       }
       JSONTree document = faultyDocument;
       document.change(second->path, second->json);
-      // Each pair in one style: there are many pairs.
+      // One style per pair, because there are many pairs.
       const JSONStyle& style = jsonStyles[pairCount % jsonStyles.size()];
       ASSERT_EQ(format.verdictOn(document.text(style)), first->verdict)
           << first->path << " and " << second->path << ", " << style.name;
@@ -348,7 +346,7 @@ TEST(FaultOrder, isThatOfTheFieldsInAManifest) {
 
 TEST(FaultOrder, isThatOfTheFieldsInAnIndex) { expectTheFirstOfEachPair(indexes, indexFaults()); }
 
-TEST(FaultOrder, isBehindThatOfTheWholeDocument) {
+TEST(FaultOrder, followsTheFaultsOfTheWholeDocument) {
   for (const Fault& fault : manifestFaults()) {
     JSONTree document = manifestDocument();
     document.change(fault.path, fault.json);

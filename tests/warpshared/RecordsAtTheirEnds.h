@@ -1,5 +1,5 @@
-// Records with values at their ends, made by the declaration of their fields (RecordFields.h): for
-// fields that do not exist yet, too.
+// Records with minimum or maximum values. They follow from the declared fields (RecordFields.h), so
+// they include later fields, too.
 #pragma once
 
 #include "json/RecordFields.h"
@@ -18,27 +18,27 @@
 
 namespace velmora::internal {
 
-enum class End { least, greatest };
+enum class End { minimum, maximum };
 
 template <std::integral Integer>
 void put(Integer& integer, End end) {
   using Limits = std::numeric_limits<Integer>;
-  integer = end == End::least ? Limits::min() : Limits::max();
+  integer = end == End::minimum ? Limits::min() : Limits::max();
 }
 
 template <EnumerationWithRawValues Enumeration>
 void put(Enumeration& enumeration, End end) {
   const std::size_t last = EnumNames<Enumeration>::list.size() - 1;
-  enumeration = static_cast<Enumeration>(end == End::least ? 0 : last);
+  enumeration = static_cast<Enumeration>(end == End::minimum ? 0 : last);
 }
 
 inline void put(Text& text, End end) {
-  text = end == End::least ? Text() : Text(std::string(300, '/') + '\0' + "\xF0\x9F\x98\x80");
+  text = end == End::minimum ? Text() : Text(std::string(300, '/') + '\0' + "\xF0\x9F\x98\x80");
 }
 
 inline void put(Date& date, End end) {
   using Limits = std::numeric_limits<double>;
-  date.secondsSinceReferenceDate = end == End::least ? Limits::lowest() : Limits::max();
+  date.secondsSinceReferenceDate = end == End::minimum ? Limits::lowest() : Limits::max();
 }
 
 inline void put(WarpSharedEntries& entries, End) { entries.append(VelmoraWarpSharedEntry()); }
@@ -46,7 +46,7 @@ inline void put(WarpSharedEntries& entries, End) { entries.append(VelmoraWarpSha
 template <RecordWithFields Record>
 void put(Record& record, End end);
 
-/// There at its least, too.
+/// An optional value is present also at its minimum.
 template <class Value>
 void put(std::optional<Value>& value, End end) {
   put(value.emplace(), end);
@@ -54,7 +54,7 @@ void put(std::optional<Value>& value, End end) {
 
 template <class Element>
 void put(std::vector<Element>& elements, End end) {
-  elements.assign(end == End::least ? 1 : 3, {});
+  elements.assign(end == End::minimum ? 1 : 3, {});
   for (Element& element : elements) {
     put(element, end);
   }

@@ -1,4 +1,4 @@
-// Valid documents of the shared formats, every field present, for tests to break.
+// Valid documents of the shared formats with every field, for tests to change.
 #pragma once
 
 #include "json/DecodingError.h"
@@ -58,7 +58,7 @@ inline JSONTree entryDocument(const std::string& path) {
   };
 }
 
-/// The manifest of /Users/a/Docs, whose entries are "file" and "primary".
+/// The manifest of /Users/a/Docs with the entries "file" and "primary".
 inline JSONTree manifestDocument() {
   JSONTree primary = entryDocument("/Users/a/Docs/primary");
   primary["hardLinkPrimaryPath"] = "null";
@@ -97,10 +97,10 @@ inline VelmoraWarpSharedManifest decodedManifest(std::string bytes) {
   return ManifestDecoder().decode(bytes);
 }
 
-/// Of what there is nothing to say.
+/// The verdict without a fault.
 inline constexpr std::string_view valid = "valid";
 
-/// What a decoding says: "valid", or a fault with the path of its place.
+/// The verdict of a decoding: "valid", or a fault with its path.
 template <class Decoding>
 std::string verdictOf(Decoding decoding) {
   try {

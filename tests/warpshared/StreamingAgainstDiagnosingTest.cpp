@@ -1,5 +1,5 @@
-// The quick reader of manifests accepts nothing that the exact one refuses, and reads it as that
-// does.
+// The streaming reader accepts no manifest that the diagnosing reader refuses, and both read the
+// same content.
 
 #include "json/strict/JSONReader.h"
 #include "tests/support/AnsweredDocuments.h"
@@ -20,19 +20,19 @@
 namespace velmora::internal {
 namespace {
 
-/// Compares what both readers make of documents, and counts.
+/// Compares the results of both readers, and counts them.
 class Comparison {
  public:
   void compare(const std::string& document, std::size_t chunkLength, std::size_t portion) {
     ++comparedCount;
     std::string bytes = document;
-    const ManifestReading quick = readers_.quickly(bytes, chunkLength);
+    const ManifestReading streamed = readers_.streamed(bytes, chunkLength);
     ASSERT_EQ(bytes, document);
-    ASSERT_EQ(readers_.quicklyFromStream(document, portion, chunkLength), quick) << document;
-    const ManifestReading exact = readers_.exactly(document);
-    ASSERT_TRUE(!quick.has_value() || quick == exact) << document;
-    acceptedCount += quick.has_value() ? 1 : 0;
-    validCount += exact.has_value() ? 1 : 0;
+    ASSERT_EQ(readers_.streamedInPortions(document, portion, chunkLength), streamed) << document;
+    const ManifestReading diagnosed = readers_.diagnosed(document);
+    ASSERT_TRUE(!streamed.has_value() || streamed == diagnosed) << document;
+    acceptedCount += streamed.has_value() ? 1 : 0;
+    validCount += diagnosed.has_value() ? 1 : 0;
   }
 
   std::size_t comparedCount = 0;
@@ -55,7 +55,7 @@ TEST(StreamingAgainstDiagnosing, agreesOnAnsweredDocuments) {
   EXPECT_GT(comparison.acceptedCount, 200);
 }
 
-/// What stands in documents, or nearly does.
+/// Parts of documents, and texts that resemble them.
 std::vector<std::string> wordsOfDocuments() {
   std::istringstream text(
       R"(null true [] {} "" 0 -1 1.5 1e2 -0 18446744073709551616 9223372036854775808 },{ ": "," )"
@@ -68,7 +68,7 @@ std::vector<std::string> wordsOfDocuments() {
   return words;
 }
 
-/// A document as a program may write it, and with small faults.
+/// Small random changes to a document.
 class Mutations {
  public:
   explicit Mutations(std::uint64_t seed) : random_(seed) {}
@@ -107,7 +107,7 @@ class Mutations {
     }
   }
 
-  /// What most likely leaves a document valid.
+  /// Most likely leaves the document valid.
   void changeDigit(std::string& document, std::size_t place) {
     const std::size_t digit = document.find_first_of("0123456789", place);
     if (digit != std::string::npos) {

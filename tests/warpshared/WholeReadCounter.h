@@ -1,4 +1,4 @@
-// Whether a file was read as a whole: what reading does that streaming gave up.
+// Counts how often a file is read as a whole, which happens after the streaming reader gives up.
 #pragma once
 
 #include "platform/FileReader.h"
@@ -11,7 +11,7 @@
 
 namespace velmora {
 
-/// Counts the whole readings by `files`, which outlives it.
+/// Counts the calls of read() and passes them to `files`, which must outlive this object.
 class WholeReadCounter final : public FileReader {
  public:
   explicit WholeReadCounter(const FileReader& files) : files_(files) {}

@@ -193,7 +193,7 @@ class GrammarCheck {
     }
     readString();
     if (firstByte() != ':') {
-      refuseToken("Expected a colon behind the key.");
+      refuseToken("Expected a colon after the key.");
     }
     ++token_;
   }

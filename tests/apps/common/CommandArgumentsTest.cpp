@@ -16,7 +16,8 @@ constexpr KnownOption known[] = {{.name = "check"},
                                  {.name = "kind", .form = OptionForm::value},
                                  {.name = "help", .form = OptionForm::last}};
 
-/// "--check --kind=x | a b": the options, and the operands in brackets.
+/// The options as "name=value ", then each operand in brackets; the message of a UsageError
+/// instead.
 std::string parsed(const Words& arguments) {
   try {
     const CommandArguments result = parseArguments(arguments, known);
@@ -33,7 +34,7 @@ std::string parsed(const Words& arguments) {
   }
 }
 
-TEST(Arguments, areOptionsAndOperandsWhereverTheyStand) {
+TEST(Arguments, areOptionsAndOperandsInAnyOrder) {
   const struct {
     Words arguments;
     std::string parsed;
@@ -57,7 +58,7 @@ TEST(Arguments, areOptionsAndOperandsWhereverTheyStand) {
   }
 }
 
-TEST(Arguments, thatSayNothingAreToldInOneLine) {
+TEST(Arguments, thatAreWrongRaiseAMessageOfOneLine) {
   const struct {
     Words arguments;
     std::string message;
@@ -84,13 +85,13 @@ TEST(Arguments, thatSayNothingAreToldInOneLine) {
   }
 }
 
-TEST(Arguments, areReadAlikeWhateverTheEnvironmentSays) {
+TEST(Arguments, areReadWithoutTheEnvironment) {
   ASSERT_EQ(::setenv("POSIXLY_CORRECT", "1", 1), 0);
   EXPECT_EQ(parsed({"a", "--check"}), "check= [a]");
   ASSERT_EQ(::unsetenv("POSIXLY_CORRECT"), 0);
 }
 
-TEST(ArgumentValues, areThoseOfTheOptionsThatWereGiven) {
+TEST(ArgumentValues, areThoseOfTheGivenOptions) {
   const CommandArguments arguments = parseArguments({"--kind=x", "--check"}, known);
   EXPECT_EQ(arguments.valueOf("kind"), "x");
   EXPECT_EQ(arguments.valueOf("check"), "");
@@ -99,7 +100,7 @@ TEST(ArgumentValues, areThoseOfTheOptionsThatWereGiven) {
   EXPECT_FALSE(arguments.has("help"));
 }
 
-TEST(UsageErrors, areOneLineWhateverTheUserGave) {
+TEST(UsageErrors, areOneLineForAnyArgument) {
   EXPECT_STREQ(UsageError("a\nb\x1b[31m\x7f").what(), "a?b?[31m?");
   EXPECT_STREQ(UsageError("日本 'x'").what(), "日本 'x'");
 }

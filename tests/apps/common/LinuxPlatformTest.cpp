@@ -11,7 +11,7 @@
 namespace velmora {
 namespace {
 
-TEST(LinuxPlatforms, answerByTheEnvironmentTheyAreGiven) {
+TEST(LinuxPlatforms, readTheGivenEnvironment) {
   const ScratchDirectory home;
   home.write("resources/ja.lproj/Localizable.strings", "\"key\" = \"訳\";\n");
   const Environment environment({{"HOME", home.path()},
@@ -28,7 +28,7 @@ TEST(LinuxPlatforms, answerByTheEnvironmentTheyAreGiven) {
   EXPECT_EQ(platform.languages.preferredLanguages().front(), Text("ja_JP"));
 }
 
-TEST(LinuxPlatforms, makeNothingBeforeTheyAreUsed) {
+TEST(LinuxPlatforms, createNoFilesBeforeTheirUse) {
   const ScratchDirectory home;
   const Environment environment({{"HOME", home.path()}, {"XDG_RUNTIME_DIR", home.path()}});
   const LinuxPlatform linux("test", std::nullopt, environment);

@@ -24,7 +24,7 @@ int codeOfWriteTo(int descriptor) {
   return 0;
 }
 
-TEST(Outputs, writeAllWhateverTheReaderTakesAtATime) {
+TEST(Outputs, writeAllToASlowReader) {
   std::array<int, 2> ends{};
   ASSERT_EQ(::pipe(ends.data()), 0);
   const std::string sent(1'000'000, 'a');
@@ -42,7 +42,7 @@ TEST(Outputs, writeAllWhateverTheReaderTakesAtATime) {
   EXPECT_EQ(received, sent);
 }
 
-TEST(Outputs, tellWhenTheReaderHasGone) {
+TEST(Outputs, reportAReaderThatHasGone) {
   const auto handlerBefore = std::signal(SIGPIPE, SIG_IGN);
   std::array<int, 2> ends{};
   ASSERT_EQ(::pipe(ends.data()), 0);
@@ -52,7 +52,7 @@ TEST(Outputs, tellWhenTheReaderHasGone) {
   std::signal(SIGPIPE, handlerBefore);
 }
 
-TEST(Outputs, tellWhenThereIsNoRoom) {
+TEST(Outputs, reportAFullDevice) {
   const FileDescriptor full = FileDescriptor::adopt(::open("/dev/full", O_WRONLY));
   EXPECT_EQ(codeOfWriteTo(full.get()), ENOSPC);
 }

@@ -13,7 +13,7 @@
 namespace velmora {
 namespace {
 
-/// Works in /here.
+/// Takes /here for the working directory.
 class StandardizerInHere final : public PathStandardizer {
  public:
   Text standardizedFileURLPath(const Text& path) const override {
@@ -25,7 +25,7 @@ class StandardizerInHere final : public PathStandardizer {
 
 const StandardizerInHere standardizer;
 
-/// What the providers made of `operands` deliver, in order.
+/// The URLs that the providers of `operands` deliver, in order.
 std::vector<std::optional<FileURL>> urlsOf(const std::vector<std::string>& operands) {
   std::vector<std::optional<FileURL>> urls;
   for (const auto& provider : providersFromOperands(operands, standardizer)) {
@@ -39,7 +39,7 @@ std::vector<std::optional<FileURL>> urlsOf(const std::vector<std::string>& opera
   return urls;
 }
 
-TEST(Operands, areTakenAsThePathsAndURLsThatTheyAre) {
+TEST(Operands, arePathsOrFileURLs) {
   const std::pair<std::string, FileURL> rows[] = {
       {"/a b", {"/a b"}},           {"/100%25 done", {"/100%25 done"}},
       {"a/b", {"/here/a/b"}},       {"~", {"/here/~"}},
@@ -53,7 +53,7 @@ TEST(Operands, areTakenAsThePathsAndURLsThatTheyAre) {
   }
 }
 
-TEST(Operands, areNothingWhereTheyNameNoFile) {
+TEST(Operands, deliverNoURLUnlessTheyNameAFile) {
   for (const char* operand : {"file://host/a", "file:///a%2Fb", "file:///a%00b", "file:///%FF",
                               "https://a/b", "trash:///a", "a+b-c.1://x", "", "/a\xff", "a\xff"}) {
     EXPECT_EQ(urlsOf({operand}), std::vector{std::optional<FileURL>()}) << operand;

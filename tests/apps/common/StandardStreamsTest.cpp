@@ -17,16 +17,16 @@
 namespace velmora {
 namespace {
 
-/// 0 for none.
+/// 0 for a closed descriptor.
 ino_t inodeOf(int descriptor) {
   struct stat status {};
   return ::fstat(descriptor, &status) == 0 ? status.st_ino : 0;
 }
 
-/// Closes these descriptors and has them opened again, so it needs a process of its own. Whether
-/// they are /dev/null then and can be written to, the others of the first three are unchanged, and
-/// no further one is open.
-bool opensExactly(const std::vector<int>& closed) {
+/// Closes the descriptors and opens the missing streams, so the caller must be a process of its
+/// own. Returns whether they are then writable /dev/null, the other standard streams are unchanged,
+/// and no further descriptor is open.
+bool opensOnly(const std::vector<int>& closed) {
   const int unused = ::open("/dev/null", O_RDONLY);
   const ino_t null = inodeOf(unused);
   ::close(unused);
@@ -47,11 +47,11 @@ TEST(MissingStandardStreams, areOpenedAndNoOthers) {
   for (const std::vector<int>& closed :
        std::vector<std::vector<int>>{{}, {0}, {1}, {0, 2}, {0, 1, 2}}) {
     SCOPED_TRACE(testing::PrintToString(closed));
-    EXPECT_EXIT(::_exit(opensExactly(closed) ? 0 : 1), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(::_exit(opensOnly(closed) ? 0 : 1), testing::ExitedWithCode(0), "");
   }
 }
 
-/// Makes `descriptor` standard input, and closes it. Returns all that is read from it, or the
+/// Makes `descriptor` standard input, and closes it. Returns all that was read from it, or the
 /// message of the error.
 std::string readFrom(int descriptor) {
   const int original = ::dup(STDIN_FILENO);
@@ -68,7 +68,7 @@ std::string readFrom(int descriptor) {
   return result;
 }
 
-TEST(ReadingStandardInput, takesAllOfItInWhateverPieces) {
+TEST(ReadingStandardInput, readsToTheEndOfAPipe) {
   std::array<int, 2> ends{};
   ASSERT_EQ(::pipe(ends.data()), 0);
   std::string sent(100'000, 'a');
@@ -83,7 +83,7 @@ TEST(ReadingStandardInput, takesAllOfItInWhateverPieces) {
   writer.join();
 }
 
-TEST(ReadingStandardInput, failsAsReadingDoes) {
+TEST(ReadingStandardInput, raisesTheErrorOfReading) {
   EXPECT_EQ(readFrom(::open("/", O_RDONLY)), "Is a directory");
 }
 

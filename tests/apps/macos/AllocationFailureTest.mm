@@ -15,7 +15,7 @@
 #include <utility>
 #include <vector>
 
-/// Counts how it was ended, and allocates nothing in C++ for that.
+/// Counts the ends of the request. Allocates nothing in C++.
 @interface CountingContext : NSExtensionContext {
  @private
   int completions;
@@ -53,8 +53,8 @@
 
 @end
 
-/// Delivers a URL on another thread, where nobody is above to catch anything, and allocates nothing
-/// in C++ for that. Waits for the thread, so that every run allocates in the same order.
+/// Delivers a URL on another thread, which has no caller that could catch an exception. Allocates
+/// nothing in C++. Waits for the thread, so that every run allocates in the same order.
 @interface PlainItemProvider : NSItemProvider {
  @private
   NSURL* deliveredURL;
@@ -114,10 +114,11 @@ namespace {
 
 int loggedLineCount = 0;
 
-/// In the place of the one that keeps the lines: it would need memory within the log's own lock.
+/// Replaces the handler that keeps the lines, because that one allocates while it holds the log's
+/// lock.
 void countLine(NSString*) { ++loggedLineCount; }
 
-/// A request for two folders that are there, and the extension that is to serve it.
+/// A request for two existing folders, and the extension that serves it.
 class Request {
  public:
   explicit Request(HostSession& host) : earlierRequests_(host.requests().size()) {
@@ -149,7 +150,7 @@ class Request {
       EXPECT_EQ([context_ lastCode], 2);
       EXPECT_LE(loggedLineCount, 1);
     }
-    // A folder that memory ran out for must not be left behind.
+    // A request must not lack a folder because memory ran out.
     for (const std::string& request : requests) {
       EXPECT_NE(request.find("a folder with a long name"), std::string::npos);
       EXPECT_NE(request.find("a second folder"), std::string::npos);

@@ -1,5 +1,5 @@
-// The extension host as a test plays it: a process of one of the two actions, a home with the
-// shared files, and requests for the principal class. For Objective-C++ only.
+// Plays the extension host: a process of one of the two actions, a home with the shared files, and
+// requests for the principal class. For Objective-C++ only.
 #pragma once
 
 #include "tests/gnustep/RecordingExtensionContext.h"
@@ -16,34 +16,34 @@
 
 namespace velmora {
 
-/// A request that the host has begun, as far as it can see it.
+/// The record of a request that the host has begun.
 using BegunRequest = std::shared_ptr<const ContextRecord>;
 
-/// One at a time. The program has its part in the application group, and the application is
+/// Only one may exist at a time. The program is in the application group, and the application is
 /// installed.
 class HostSession {
  public:
   HostSession();
 
-  /// The bundle whose program runs. Without an identifier at the beginning.
+  /// The bundle of the running program. It has no identifier at first.
   ScratchBundle bundle;
 
-  /// Makes a directory in the home; returns its path.
+  /// Creates a directory in the home; returns its path.
   std::string makeFolder(std::string_view name);
 
-  /// Warps a folder as the application records it.
+  /// Records a Warp of a folder as the application does.
   void recordWarp(const std::string& folder, std::string_view warpID);
 
-  /// The JSON texts of the request files, in no order.
+  /// The JSON texts of the request files, in any order.
   [[nodiscard]] std::vector<std::string> requests() const;
 
-  /// Begins a request with an object of the principal class that the host lets go of at once.
+  /// Begins a request with a new object of the principal class, which the host releases at once.
   BegunRequest begin(NSArray* inputItems);
 
-  /// The same for one input item with these attachments.
+  /// Begins a request for one input item with these attachments.
   BegunRequest beginWithAttachments(NSArray* attachments);
 
-  /// A file in the place of the directory for requests: no handoff can succeed.
+  /// Puts a file in place of the directory for requests, so that no handoff can succeed.
   void obstructHandoff();
 
   ScratchDirectory home;

@@ -1,4 +1,4 @@
-// Whole requests through the principal class, as the extension host finds it: by its name.
+// Whole requests through the principal class. The extension host finds the class by its name.
 
 #include "tests/apps/macos/HostSession.h"
 #include "tests/gnustep/NotificationObserver.h"
@@ -55,7 +55,7 @@ void expectCancelled(const BegunRequest& request, const RecordedError& error) {
   EXPECT_EQ(request->cancellations().at(0).error, error);
 }
 
-/// What a request file says, read by another reader of JSON than the one that the project has.
+/// The content of a request file, read by Foundation, not by the project's reader of JSON.
 struct Handoff {
   std::string action;
   std::vector<std::string> folderPaths;
@@ -80,7 +80,7 @@ Handoff handoffIn(const std::string& request) {
 
 class PrincipalClass : public testing::Test {
  protected:
-  /// What the one request file says.
+  /// The content of the only request file.
   Handoff handoff() {
     const std::vector<std::string> requests = host.requests();
     EXPECT_EQ(requests.size(), 1U);
@@ -199,7 +199,7 @@ TEST_F(PrincipalClass, warpsUnderAnyOtherIdentifier) {
   EXPECT_EQ(host.requests().size(), 2U);
 }
 
-TEST_F(PrincipalClass, leavesOutWhatLiesInAWarpedFolder) {
+TEST_F(PrincipalClass, leavesOutFoldersInsideAWarpedFolder) {
   const std::string warped = host.makeFolder("warped");
   const std::string inside = host.makeFolder("warped/inside");
   const std::string ordinary = host.makeFolder("ordinary");
@@ -223,7 +223,7 @@ TEST_F(PrincipalClass, standardisesPathsAsFoundationDoes) {
   EXPECT_EQ(handoff().folderPaths, std::vector{folder});
 }
 
-TEST_F(PrincipalClass, keepsTheOrderOfTheSelectionWhateverThreadAnswersFirst) {
+TEST_F(PrincipalClass, keepsTheOrderOfTheSelectionInAnyOrderOfAnswers) {
   constexpr std::size_t count = 3;
   std::vector<std::string> folders;
   std::array<std::optional<HeldCompletionHandler>, count> handlers;
@@ -259,7 +259,7 @@ TEST_F(PrincipalClass, keepsTheOrderOfTheSelectionWhateverThreadAnswersFirst) {
   EXPECT_EQ(handoff().folderPaths, folders);
 }
 
-TEST_F(PrincipalClass, takesURLsAndTheirDataAndPassesOverTheRest) {
+TEST_F(PrincipalClass, takesURLsAndTheirDataAndSkipsOtherItems) {
   @autoreleasepool {
     const std::string url = host.makeFolder("url");
     const std::string data = host.makeFolder("data");
@@ -285,7 +285,7 @@ TEST_F(PrincipalClass, takesURLsAndTheirDataAndPassesOverTheRest) {
   }
 }
 
-TEST_F(PrincipalClass, countsTheFirstOfTwoAnswers) {
+TEST_F(PrincipalClass, takesTheFirstOfTwoAnswers) {
   @autoreleasepool {
     const std::string first = host.makeFolder("first");
     const std::string second = host.makeFolder("second");
@@ -302,7 +302,7 @@ TEST_F(PrincipalClass, countsTheFirstOfTwoAnswers) {
   }
 }
 
-TEST_F(PrincipalClass, processesInputItemsAsIfForeignObjectsWereAbsent) {
+TEST_F(PrincipalClass, ignoresForeignObjectsAmongInputItems) {
   @autoreleasepool {
     const std::string folder = host.makeFolder("folder");
     NSExtensionItem* item = [[[NSExtensionItem alloc] init] autorelease];
@@ -315,7 +315,7 @@ TEST_F(PrincipalClass, processesInputItemsAsIfForeignObjectsWereAbsent) {
   }
 }
 
-TEST_F(PrincipalClass, cancelsAtOnceWhatOffersNoFileURL) {
+TEST_F(PrincipalClass, cancelsAtOnceWithoutAFileURL) {
   @autoreleasepool {
     NSItemProvider* image = [[[ScriptedItemProvider alloc] initWithTypes:{"public.image"}
                                                                   script:{}] autorelease];
@@ -330,7 +330,7 @@ TEST_F(PrincipalClass, cancelsAtOnceWhatOffersNoFileURL) {
   }
 }
 
-TEST_F(PrincipalClass, cancelsOnTheMainQueueWhatDoesNotSuit) {
+TEST_F(PrincipalClass, cancelsAnUnsuitableSelectionOnTheMainQueue) {
   @autoreleasepool {
     const std::string file = host.home.write("file", "");
     for (NSItemProvider* provider : {providerOfPath(file), providerOf(@"text")}) {
@@ -358,7 +358,7 @@ TEST_F(PrincipalClass, logsAFailedHandoffOnceAndOpensNothing) {
   EXPECT_TRUE(sharedObjects().openedApplications.empty());
 }
 
-TEST_F(PrincipalClass, failsWithoutAnySharedPlace) {
+TEST_F(PrincipalClass, failsWithoutAnySharedLocation) {
   sharedObjects().groupContainers.clear();
   const std::string folder = host.makeFolder("folder");
   const BegunRequest request = host.beginWithAttachments(@[ providerOfPath(folder) ]);
@@ -403,7 +403,7 @@ TEST_F(PrincipalClass, completesWhenANotificationReachesNobody) {
   expectCompleted(request);
 }
 
-TEST_F(PrincipalClass, cancelsWithoutASentenceWhenNoneCanBeLookedUp) {
+TEST_F(PrincipalClass, cancelsWithoutAMessageWhenLookUpFails) {
   const MethodReplacement broken(
       class_getClassMethod([NSLocale class], @selector(preferredLanguages)), raise);
   host.obstructHandoff();
@@ -413,7 +413,7 @@ TEST_F(PrincipalClass, cancelsWithoutASentenceWhenNoneCanBeLookedUp) {
   expectCancelled(request, finderActionError(2, ""));
 }
 
-TEST_F(PrincipalClass, servesRequestsSideBySide) {
+TEST_F(PrincipalClass, servesTwoRequestsAtTheSameTime) {
   @autoreleasepool {
     std::optional<HeldCompletionHandler> held;
     const std::string slow = host.makeFolder("slow");
@@ -435,7 +435,7 @@ TEST_F(PrincipalClass, servesRequestsSideBySide) {
   }
 }
 
-TEST_F(PrincipalClass, letsEverythingOfARequestGoWithItsEnd) {
+TEST_F(PrincipalClass, releasesEverythingOfARequestAtItsEnd) {
   std::shared_ptr<const ProviderRecord> provider;
   BegunRequest completed;
   BegunRequest cancelled;
@@ -457,7 +457,7 @@ TEST_F(PrincipalClass, letsEverythingOfARequestGoWithItsEnd) {
   EXPECT_TRUE(provider->deallocated());
 }
 
-/// Whose sentences these are: the real tables, read by Foundation.
+/// The expected language of the messages. Foundation reads the real tables.
 struct MessageRow {
   std::string name;
   std::string language;
@@ -474,7 +474,7 @@ class PrincipalClassMessages : public testing::TestWithParam<MessageRow> {
     return {std::istreambuf_iterator<char>(file), {}};
   }
 
-  /// As the application stores the language that the user chose.
+  /// Stores the chosen language as the application does.
   static void choose(const std::string& language) {
     [[NSUserDefaults standardUserDefaults]
         setPersistentDomain:@{@"VelmoraSelectedLanguage.v1" : nsString(language)}
@@ -491,7 +491,7 @@ class PrincipalClassMessages : public testing::TestWithParam<MessageRow> {
   HostSession host;
 };
 
-/// The value of a key in a strings file that holds each pair on a line of its own.
+/// The value of a key in a strings file with one pair per line.
 std::string textIn(const std::string& table, const std::string& key) {
   const std::string start = "\"" + key + "\" = \"";
   const std::size_t begin = table.find(start) + start.size();

@@ -32,7 +32,7 @@ std::string messageOf(const Arguments& arguments) {
   }
 }
 
-TEST(ActionOptions, areReadWhereverTheyStand) {
+TEST(ActionOptions, areReadAtAnyPosition) {
   constexpr const char* restore = "io.tolvane.Velmora.FinderRestoreAction";
   const struct {
     Arguments arguments;
@@ -54,7 +54,7 @@ TEST(ActionOptions, areReadWhereverTheyStand) {
   }
 }
 
-TEST(ActionOperands, areTakenAsTheyStand) {
+TEST(ActionOperands, areTakenUnchanged) {
   const Arguments operands = {"/b",  "/a",  "c d", "[a,b]", "{}",   "[]",   "\"a\"",
                               "'b'", "c=d", "",    "-",     "\xff", "a\nb", " "};
   expectReading(operands, {.operands = operands});
@@ -64,7 +64,7 @@ TEST(ActionOperands, areTakenAsTheyStand) {
   expectReading({"a", "--", "b"}, {.operands = {"a", "b"}});
 }
 
-TEST(WrongActionCommandLines, areAnsweredByOneLine) {
+TEST(WrongActionCommandLines, raiseAMessageOfOneLine) {
   constexpr const char* noItem = "no item given; see velmora-finder-action --help";
   const struct {
     Arguments arguments;

@@ -14,7 +14,7 @@
 namespace velmora::inspect {
 namespace {
 
-TEST(KindsByFileName, areTold) {
+TEST(FileKinds, followFromTheFileName) {
   EXPECT_EQ(fileKindOf(".velmora-warped.json"), FileKind::marker);
   EXPECT_EQ(fileKindOf("/a/b/.velmora-warped.json"), FileKind::marker);
   EXPECT_EQ(fileKindOf("destroyed-manifest-index.json"), FileKind::index);
@@ -25,7 +25,7 @@ TEST(KindsByFileName, areTold) {
   }
 }
 
-TEST(NamedKinds, areFoundByTheirNamesOnly) {
+TEST(FileKinds, areFoundByTheirExactNames) {
   EXPECT_EQ(fileKindNamed("manifest"), FileKind::manifest);
   EXPECT_EQ(fileKindNamed("index"), FileKind::index);
   EXPECT_EQ(fileKindNamed("marker"), FileKind::marker);
@@ -81,13 +81,13 @@ TEST_F(CheckCommandTest, validFilesAreSummarised) {
   }
 }
 
-TEST_F(CheckCommandTest, kindThatIsGivenCountsMoreThanTheName) {
+TEST_F(CheckCommandTest, givenKindOverridesTheFileName) {
   EXPECT_TRUE(check(markerJSON("W"), FileKind::marker).isValid());
   EXPECT_FALSE(check(markerJSON("W"), FileKind::index, "/.velmora-warped.json").isValid());
 }
 
-TEST_F(CheckCommandTest, faultHasItsPlaceInTheFileAsItWas) {
-  // Decoding resolves the escapes in place.
+TEST_F(CheckCommandTest, faultPlaceRefersToTheUnchangedFile) {
+  // Decoding resolves the escapes in place, so the bytes before the fault move.
   const CheckedFile checked =
       check("{\"version\":4,\n\"warpID\":\"\\u0041\\u0041\\u0041\",\n  \"deviceID\":5}");
   EXPECT_EQ(faultOf(checked).kind, "typeMismatch");
@@ -95,7 +95,7 @@ TEST_F(CheckCommandTest, faultHasItsPlaceInTheFileAsItWas) {
   EXPECT_EQ(toText(checked, Style::plain).substr(0, 27), "invalid  manifest  /f.json\n");
 }
 
-TEST_F(CheckCommandTest, faultTellsWhatIsWrongAndWhere) {
+TEST_F(CheckCommandTest, faultHasItsKindAndCodingPath) {
   using Path = std::vector<CodingKey>;
   const auto tombstone = tombstoneOf(manifestOf("/folder", "W1"));
   const struct {
@@ -116,7 +116,7 @@ TEST_F(CheckCommandTest, faultTellsWhatIsWrongAndWhere) {
   }
 }
 
-TEST_F(CheckCommandTest, whatCannotBeReadIsUnreadable) {
+TEST_F(CheckCommandTest, fileThatCannotBeReadIsUnreadable) {
   fake.fileSystem.createDirectories("/folder");
   for (const char* file : {"/missing", "/folder", ""}) {
     const CheckedFile checked = checker.check(file, std::nullopt);
@@ -125,7 +125,7 @@ TEST_F(CheckCommandTest, whatCannotBeReadIsUnreadable) {
   }
 }
 
-TEST_F(CheckCommandTest, relativeFileLiesInTheWorkingDirectory) {
+TEST_F(CheckCommandTest, relativePathStartsAtTheWorkingDirectory) {
   const std::string directory = std::filesystem::current_path();
   fake.fileSystem.files[directory + "/../a.json"] = markerJSON("W");
   const CheckedFile checked = checker.check("../a.json", FileKind::marker);
@@ -133,13 +133,13 @@ TEST_F(CheckCommandTest, relativeFileLiesInTheWorkingDirectory) {
   EXPECT_EQ(checked.file, "../a.json");
 }
 
-TEST_F(CheckCommandTest, oneFileAfterTheOtherIsCheckedAfresh) {
+TEST_F(CheckCommandTest, eachFileIsCheckedIndependently) {
   EXPECT_FALSE(check("{").isValid());
   EXPECT_TRUE(check(encodeManifest(manifestOf("/folder", "W1"))).isValid());
   EXPECT_TRUE(check(encodeManifest(manifestOf("/folder", "W1"))).isValid());
 }
 
-TEST_F(CheckCommandTest, namesAreShownSafely) {
+TEST_F(CheckCommandTest, namesAreEscaped) {
   const CheckedFile checked = check("{", std::nullopt, "/a\n\x1b[2J\xff");
   EXPECT_TRUE(
       toText(checked, Style::plain).starts_with("invalid  manifest  /a\\n\\u{1b}[2J\uFFFD\n"));

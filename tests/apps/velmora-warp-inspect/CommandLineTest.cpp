@@ -59,7 +59,7 @@ TEST(InspectCommands, areReadWithTheirOptions) {
   }
 }
 
-TEST(InspectOperands, areTakenAsTheyStand) {
+TEST(InspectOperands, areTakenUnchanged) {
   const Arguments operands = {"/b",   "a",     "c d",   "[a,b]", "{}", "[]", "++",   "%%",   "+",
                               "list", "check", "\"a\"", "c=d",   "",   "-",  "\xff", "a\nb", " "};
   Arguments arguments = {"check"};
@@ -72,7 +72,7 @@ TEST(InspectOperands, areTakenAsTheyStand) {
   expectReading({"check", "a", "--", "b"}, {.operands = {"a", "b"}});
 }
 
-TEST(WrongInspectCommandLines, areAnsweredByOneLine) {
+TEST(WrongInspectCommandLines, raiseAMessageOfOneLine) {
   constexpr const char* noCommand = "no command given; see velmora-warp-inspect --help";
   constexpr const char* noFile = "no file given; see velmora-warp-inspect check --help";
   const struct {

@@ -68,7 +68,7 @@ TEST_F(DiagnosisTest, soundSystemIsReady) {
   EXPECT_EQ(diagnosis.application, Text("/apps/Velmora"));
 }
 
-TEST_F(DiagnosisTest, whatTheActionsGetAlongWithIsANote) {
+TEST_F(DiagnosisTest, faultThatTheActionsTolerateIsANote) {
   fake.locations.supportDirectories = {"/data"};
   fake.fileSystem.createDirectories("/data/Velmora/Warp/ManifestMirror");
   fake.fileSystem.files["/data/Velmora/Warp/ManifestMirror/a.json"] = "";
@@ -96,7 +96,7 @@ TEST_F(DiagnosisTest, missingRootIsAnObstacle) {
   EXPECT_EQ(asked, Text());
 }
 
-TEST_F(DiagnosisTest, mirrorThatCannotBeListedIsAnObstacle) {
+TEST_F(DiagnosisTest, unreadableMirrorIsAnObstacle) {
   prepareMirror(fake);
   fake.fileSystem.createDirectories("/C/Warp/FinderHandoff");
   fake.fileSystem.entryNamesFailure = throwing(posixError(EACCES));
@@ -107,7 +107,7 @@ TEST_F(DiagnosisTest, mirrorThatCannotBeListedIsAnObstacle) {
   EXPECT_EQ(diagnosis.handoff.waitingRequests, std::nullopt);
 }
 
-TEST_F(DiagnosisTest, handoffThatCannotBeWrittenToIsAnObstacle) {
+TEST_F(DiagnosisTest, unwritableHandoffDirectoryIsAnObstacle) {
   prepareMirror(fake);
   isWritable = false;
   EXPECT_EQ(look().obstacles(), Names{"handoffNotWritable"});
@@ -117,7 +117,7 @@ TEST_F(DiagnosisTest, handoffThatCannotBeWrittenToIsAnObstacle) {
   EXPECT_TRUE(look().handoff.exists);
 }
 
-TEST_F(DiagnosisTest, missingMirrorAndIndexAreSound) {
+TEST_F(DiagnosisTest, missingMirrorAndIndexAreNoObstacles) {
   fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
   const Diagnosis diagnosis = look();
   EXPECT_EQ(diagnosis.obstacles(), Names());
@@ -125,14 +125,14 @@ TEST_F(DiagnosisTest, missingMirrorAndIndexAreSound) {
   EXPECT_FALSE(diagnosis.indexExists);
 }
 
-TEST_F(DiagnosisTest, containerByTheEnvironmentIsTold) {
+TEST_F(DiagnosisTest, containerOfTheEnvironmentIsReported) {
   fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
   EXPECT_EQ(look().rootSource, RootSource::groupContainer);
   isContainerSetByEnvironment = true;
   EXPECT_EQ(look().rootSource, RootSource::environment);
 }
 
-TEST_F(DiagnosisTest, nothingIsMadeStartedOrSent) {
+TEST_F(DiagnosisTest, diagnosisChangesNothing) {
   recordWarp(fake, "/a", "W1");
   const auto files = fake.fileSystem.files;
   const auto directories = fake.fileSystem.directories;
@@ -143,7 +143,7 @@ TEST_F(DiagnosisTest, nothingIsMadeStartedOrSent) {
   EXPECT_TRUE(fake.notifications.posted.empty());
 }
 
-TEST(DirectoriesForNewFiles, mayExistOrNotYetButNotBelowAFile) {
+TEST(DirectoriesForNewFiles, mayBeMissingButNotBelowAFile) {
   const ScratchDirectory scratch;
   scratch.write("file", "");
   std::filesystem::create_directory(scratch.path("directory"));
@@ -159,7 +159,7 @@ TEST(DirectoriesForNewFiles, mayExistOrNotYetButNotBelowAFile) {
   EXPECT_EQ(scratch.names(), names);
 }
 
-TEST(DirectoriesForNewFiles, areTheUsersToWriteTo) {
+TEST(DirectoriesForNewFiles, mustBeWritableForTheUser) {
   const ScratchDirectory scratch;
   std::filesystem::permissions(scratch.path(), std::filesystem::perms(0755));
   for (const auto& [name, mode] : {std::pair("locked", 0555), std::pair("open", 0777)}) {

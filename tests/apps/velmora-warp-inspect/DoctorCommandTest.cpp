@@ -18,7 +18,7 @@ Fault unreadable(const char* message) {
 
 class DoctorCommandTest : public testing::Test {
  protected:
-  /// A sound system.
+  /// Prepares a sound system.
   DoctorCommandTest() {
     diagnosis.rootSource = RootSource::groupContainer;
     ResolutionReport& resolution = diagnosis.resolution;
@@ -39,7 +39,7 @@ class DoctorCommandTest : public testing::Test {
     diagnosis.application = "/apps/Velmora";
   }
 
-  /// Expects these pieces in the text for people, and these in the JSON for programs.
+  /// Expects these pieces in the text for people, and these in the JSON.
   void expectPieces(const Pieces& textPieces, const Pieces& jsonPieces) const {
     const std::string text = toText(diagnosis, Style::plain);
     for (const std::string& piece : textPieces) {
@@ -84,7 +84,7 @@ TEST_F(DoctorCommandTest, soundStatesAreColoured) {
   EXPECT_TRUE(toText(diagnosis, Style::coloured).starts_with("\x1b[32mok\x1b[0m       root    "));
 }
 
-TEST_F(DoctorCommandTest, whatTheActionsGetAlongWithIsANote) {
+TEST_F(DoctorCommandTest, faultThatTheActionsTolerateIsANote) {
   diagnosis.rootSource = RootSource::fallback;
   diagnosis.resolution.judged.clear();
   diagnosis.resolution.refused = {{.file = "/m/a.json", .fault = unreadable("Is a directory")}};
@@ -113,7 +113,7 @@ TEST_F(DoctorCommandTest, whatTheActionsGetAlongWithIsANote) {
        R"("bus":{"reachable":false},"application":{"found":false}})"});
 }
 
-TEST_F(DoctorCommandTest, missingRootLeavesOutWhatLiesInIt) {
+TEST_F(DoctorCommandTest, missingRootLeavesOutThePlacesInIt) {
   diagnosis.resolution = {};
   diagnosis.resolution.rootFault = unreadable("The file doesn't exist.");
   EXPECT_TRUE(toText(diagnosis, Style::plain)
@@ -127,7 +127,7 @@ TEST_F(DoctorCommandTest, missingRootLeavesOutWhatLiesInIt) {
       << json;
 }
 
-TEST_F(DoctorCommandTest, mirrorThatCannotBeListedIsAProblem) {
+TEST_F(DoctorCommandTest, unreadableMirrorIsAProblem) {
   diagnosis.resolution.mirrorFault = unreadable("Permission denied");
   expectPieces({"problem  mirror       /C/Warp/ManifestMirror\n"
                 "                      unreadable: Permission denied\n",
@@ -136,7 +136,7 @@ TEST_F(DoctorCommandTest, mirrorThatCannotBeListedIsAProblem) {
                 R"("exists":true,"error":{"kind":"unreadable","message":"Permission denied"}})"});
 }
 
-TEST_F(DoctorCommandTest, handoffTellsWhetherRequestsCanBeLeft) {
+TEST_F(DoctorCommandTest, handoffReportsWhetherRequestsCanBeWritten) {
   const std::string head = "handoff      /C/Warp/FinderHandoff\n                      ";
   const struct {
     HandoffState state;
@@ -162,7 +162,7 @@ TEST_F(DoctorCommandTest, handoffTellsWhetherRequestsCanBeLeft) {
   }
 }
 
-TEST_F(DoctorCommandTest, missingMirrorAndIndexAreSound) {
+TEST_F(DoctorCommandTest, missingMirrorAndIndexAreNoProblems) {
   diagnosis.resolution.judged.clear();
   diagnosis.resolution.tombstoneCount = 0;
   diagnosis.resolution.isMirrorMissing = true;
@@ -176,7 +176,7 @@ TEST_F(DoctorCommandTest, missingMirrorAndIndexAreSound) {
                {R"("exists":false,"files":0,"valid":0,)", R"("exists":false,"records":0})"});
 }
 
-TEST_F(DoctorCommandTest, containerByTheEnvironmentIsTold) {
+TEST_F(DoctorCommandTest, containerOfTheEnvironmentIsReported) {
   diagnosis.rootSource = RootSource::environment;
   expectPieces({"                      where VELMORA_GROUP_CONTAINER puts it\n"},
                {R"("root":{"path":"/C/Warp","source":"VELMORA_GROUP_CONTAINER"})"});

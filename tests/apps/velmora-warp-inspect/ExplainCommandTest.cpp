@@ -28,21 +28,21 @@ class ExplainCommandTest : public testing::Test {
     fake.fileSystem.files["/file"] = "";
   }
 
-  /// What a test compares of an item.
-  struct Told {
+  /// The properties of an item that a test compares.
+  struct Explanation {
     std::string path;
     std::optional<ItemVerdict> verdict;
     std::optional<std::string> root;
 
-    bool operator==(const Told&) const = default;
+    bool operator==(const Explanation&) const = default;
   };
 
-  std::vector<Told> explain(const std::vector<std::string>& operands) {
-    std::vector<Told> told;
+  std::vector<Explanation> explain(const std::vector<std::string>& operands) {
+    std::vector<Explanation> explanations;
     for (const ExplainedItem& item : explainItems(operands, fake.platform()).items) {
-      told.push_back({item.path, item.verdict, item.root});
+      explanations.push_back({item.path, item.verdict, item.root});
     }
-    return told;
+    return explanations;
   }
 
   ExplainedItem explainOne(const std::string& operand) {
@@ -52,45 +52,45 @@ class ExplainCommandTest : public testing::Test {
   FakePlatform fake;
 };
 
-TEST_F(ExplainCommandTest, warpTellsEveryReason) {
+TEST_F(ExplainCommandTest, warpExplainsEveryVerdict) {
   EXPECT_EQ(explain({"/plain", "/file", "/missing", "/warped", "/warped/inner"}),
-            (std::vector<Told>{{"/plain", accepted, {}},
-                               {"/file", notADirectory, {}},
-                               {"/missing", notADirectory, {}},
-                               {"/warped", alreadyWarped, "/warped"},
-                               {"/warped/inner", insideWarpedFolder, "/warped"}}));
+            (std::vector<Explanation>{{"/plain", accepted, {}},
+                                      {"/file", notADirectory, {}},
+                                      {"/missing", notADirectory, {}},
+                                      {"/warped", alreadyWarped, "/warped"},
+                                      {"/warped/inner", insideWarpedFolder, "/warped"}}));
 }
 
-TEST_F(ExplainCommandTest, restoreTellsEveryReason) {
+TEST_F(ExplainCommandTest, restoreExplainsEveryVerdict) {
   fake.bundle.identifier = "io.tolvane.Velmora.FinderRestoreAction";
   EXPECT_EQ(explain({"/warped", "/plain", "/stray", "/warped/stray"}),
-            (std::vector<Told>{{"/warped", accepted, "/warped"},
-                               {"/plain", noMarker, {}},
-                               {"/stray", notWarped, {}},
-                               {"/warped/stray", insideWarpedFolder, "/warped"}}));
+            (std::vector<Explanation>{{"/warped", accepted, "/warped"},
+                                      {"/plain", noMarker, {}},
+                                      {"/stray", notWarped, {}},
+                                      {"/warped/stray", insideWarpedFolder, "/warped"}}));
 }
 
 TEST_F(ExplainCommandTest, itemsKeepTheOrderOfTheOperands) {
   EXPECT_EQ(explain({"http://host/a", "/plain", "", "file:///plain/", "/plain/.", "/\xff"}),
-            (std::vector<Told>{{"http://host/a", {}, {}},
-                               {"/plain", accepted, {}},
-                               {"", {}, {}},
-                               {"/plain", accepted, {}},
-                               {"/plain", accepted, {}},
-                               {"/\xff", {}, {}}}));
+            (std::vector<Explanation>{{"http://host/a", {}, {}},
+                                      {"/plain", accepted, {}},
+                                      {"", {}, {}},
+                                      {"/plain", accepted, {}},
+                                      {"/plain", accepted, {}},
+                                      {"/\xff", {}, {}}}));
   EXPECT_TRUE(explain({}).empty());
 }
 
-TEST_F(ExplainCommandTest, theManifestThatDecidesIsNamed) {
+TEST_F(ExplainCommandTest, decidingManifestIsNamed) {
   EXPECT_EQ(explainOne("/warped/inner").manifestFile, "/C/Warp/ManifestMirror/W1.json");
   EXPECT_EQ(explainOne("/plain").manifestFile, std::nullopt);
 }
 
-TEST_F(ExplainCommandTest, aMarkerThatDoesNotCountHasItsReason) {
+TEST_F(ExplainCommandTest, ignoredMarkerHasItsReason) {
   const std::string mirrorPath = "/C/Warp/ManifestMirror/";
   EXPECT_EQ(explainOne("/warped").marker.has_value(), false);
   EXPECT_EQ(explainOne("/plain").marker.has_value(), false);
-  // Nobody knows its Warp.
+  // No manifest names the Warp of the marker.
   ExplainedMarker marker = explainOne("/stray").marker.value();
   EXPECT_EQ(marker.warpID, "W9");
   EXPECT_TRUE(marker.manifests.empty());
@@ -104,14 +104,14 @@ TEST_F(ExplainCommandTest, aMarkerThatDoesNotCountHasItsReason) {
   EXPECT_EQ(marker.manifests[0].verdict, ManifestVerdict::aroundNoItem);
   ASSERT_EQ(marker.refused.size(), 1);
   EXPECT_EQ(marker.refused[0].file, mirrorPath + "broken.json");
-  // It is none at all.
+  // The marker names no Warp at all.
   fake.fileSystem.files["/stray/.velmora-warped.json"] = "{}";
   marker = explainOne("/stray").marker.value();
   EXPECT_EQ(marker.warpID, std::nullopt);
   EXPECT_EQ(marker.fault.value().kind, "keyNotFound");
 }
 
-/// An item with no more than this.
+/// An item with these properties only.
 ExplainedItem itemOf(const char* path, std::optional<ItemVerdict> verdict,
                      std::optional<std::string> root) {
   ExplainedItem item;
@@ -161,8 +161,8 @@ TEST(ExplainedItems, areAnObjectForPrograms) {
   }
 }
 
-/// A marker of the Warp "W\n", of which the mirror has a manifest of another folder and a file that
-/// is no manifest.
+/// An item with a marker of the Warp "W
+/// ". The mirror has a manifest of another folder and a file that is no manifest.
 ExplainedItem strayItem() {
   ExplainedItem item = itemOf("/a", notWarped, {});
   ReportedManifest elsewhere = {.file = "/m/1.json"};
@@ -177,7 +177,7 @@ ExplainedItem strayItem() {
   return item;
 }
 
-TEST(ExplainedItems, tellOfTheirMarker) {
+TEST(ExplainedItems, describeTheirMarker) {
   ExplainedItem item = strayItem();
   const std::string head =
       "refused   /a\n"
@@ -208,7 +208,7 @@ TEST(ExplainedItems, tellOfTheirMarker) {
             R"("marker":{"error":{"kind":"unreadable","message":"Is a directory"}}})");
 }
 
-TEST(ExplainedItems, nameTheManifestThatDecides) {
+TEST(ExplainedItems, nameTheDecidingManifest) {
   ExplainedItem item = itemOf("/a", alreadyWarped, "/a");
   item.manifestFile = "/m/1.json";
   EXPECT_EQ(toText(item, Style::plain),

@@ -45,7 +45,7 @@ class ListCommandTest : public testing::Test {
   ResolutionReport resolution;
 };
 
-TEST_F(ListCommandTest, programsGetAnObjectALine) {
+TEST_F(ListCommandTest, jsonIsOneObjectPerLine) {
   EXPECT_EQ(toJSONLines(resolution),
             R"({"file":"/m/b.json","manifest":)" + toJSON(manifest("W2", "/b")) +
                 R"(,"verdict":"confirmed"})"
@@ -60,7 +60,7 @@ TEST_F(ListCommandTest, programsGetAnObjectALine) {
                 "\n");
 }
 
-TEST_F(ListCommandTest, peopleGetTheReasons) {
+TEST_F(ListCommandTest, textHasTheReasons) {
   EXPECT_EQ(toText(resolution, Style::plain),
             "warped      /b\n"
             "            confirmed: the folder holds the marker of this Warp\n"
@@ -76,7 +76,7 @@ TEST_F(ListCommandTest, peopleGetTheReasons) {
             "3 files: 1 warped, 1 not warped, 1 invalid\n");
 }
 
-TEST_F(ListCommandTest, whatIsMissingOrUnusableIsALine) {
+TEST_F(ListCommandTest, missingOrUnusableFilesAreLines) {
   resolution = emptyResolution();
   resolution.indexFault = faultOf(std::make_exception_ptr(posixError(EFBIG)));
   EXPECT_EQ(toJSONLines(resolution),

@@ -50,13 +50,13 @@ DecodingError errorAt(std::vector<CodingKey> path, std::optional<std::size_t> of
   return error;
 }
 
-TEST(Faults, ofDecodingTellKindPathAndOffset) {
+TEST(Faults, ofDecodingHaveKindPathAndOffset) {
   const std::vector<CodingKey> path = {"entries", std::size_t{0}, "size"};
   EXPECT_EQ(faultOf(std::make_exception_ptr(errorAt(path, 7))),
             (Fault{"typeMismatch", path, "wrong", 7, std::nullopt}));
 }
 
-TEST(Faults, ofFilesTellTheErrorAndNoPlace) {
+TEST(Faults, ofFilesHaveTheErrorAndNoPlace) {
   const auto fault = [](const char* kind, const char* message) {
     return Fault{kind, std::nullopt, message, std::nullopt, std::nullopt};
   };
@@ -64,7 +64,7 @@ TEST(Faults, ofFilesTellTheErrorAndNoPlace) {
             fault("corruptFile", corruptFileError().what()));
   EXPECT_EQ(faultOf(std::make_exception_ptr(posixError(EACCES))),
             fault("unreadable", "Permission denied"));
-  // The same number in another domain, and another error of the domain.
+  // The same number in another domain, and another error of the same domain.
   const PlatformError sameNumber = posixError(fileReadCorruptFileErrorCode);
   EXPECT_EQ(faultOf(std::make_exception_ptr(sameNumber)), fault("unreadable", sameNumber.what()));
   EXPECT_EQ(faultOf(std::make_exception_ptr(noSuchFileError())),
@@ -86,7 +86,7 @@ TEST(Places, countLinesAndBytesFromOne) {
   EXPECT_EQ(placeOf(4, "\n日b"), (Place{2, 4}));
 }
 
-TEST(FaultsInFiles, haveTheirPlaceWhereTheFileAndTheOffsetAreThere) {
+TEST(FaultsInFiles, haveAPlaceWhenTheFileAndTheOffsetAreKnown) {
   FakePlatform fake;
   fake.fileSystem.files["/f"] = "{\n \"a\":1}";
   EXPECT_EQ(faultInFile(std::make_exception_ptr(errorAt({"a"}, 7)), "/f", fake.fileSystem).place,
@@ -100,7 +100,7 @@ TEST(FaultsInFiles, haveTheirPlaceWhereTheFileAndTheOffsetAreThere) {
   EXPECT_EQ(fault.byteOffset, 7U);
 }
 
-TEST(Faults, areAnObjectAndALine) {
+TEST(Faults, areAJSONObjectAndALineOfText) {
   const std::vector<CodingKey> path = {"entries", std::size_t{0}, "a\x1b"};
   const struct {
     Fault fault;
@@ -138,14 +138,14 @@ ManifestSummary summary() {
           .sampleCount = 2};
 }
 
-TEST(ManifestReports, holdAllAsJSON) {
+TEST(ManifestReports, haveEveryFieldInJSON) {
   EXPECT_EQ(toJSON(summary()),
             "{\"warpID\":\"W\\n1\",\"manifestKey\":\"manifests/W1.json\","
             "\"originalFolderPath\":\"/home/a \u00e9\",\"createdAt\":\"2025-11-21T03:39:54Z\","
             "\"status\":\"needsAttention\",\"entries\":1,\"samples\":2}");
 }
 
-TEST(ManifestReports, areALineForPeople) {
+TEST(ManifestReports, areOneLineOfText) {
   EXPECT_EQ(toText(summary()),
             "Warp W\\n1, needsAttention, 1 entry, 2 samples, key manifests/W1.json");
 }

@@ -25,7 +25,7 @@ class ResolutionReportTest : public testing::Test {
   FakePlatform fake;
 };
 
-TEST_F(ResolutionReportTest, everyManifestHasItsVerdict) {
+TEST_F(ResolutionReportTest, manifestsHaveTheirVerdicts) {
   using enum ManifestVerdict;
   recordWarp(fake, "/confirmed", "W1");
   mirror(fake, manifestOf("/unmarked", "W2"));
@@ -51,14 +51,14 @@ TEST_F(ResolutionReportTest, everyManifestHasItsVerdict) {
                                           {"W6", unreadableMarker}}));
   EXPECT_EQ(resolution.judged[0].file, inMirror("W1.json"));
   EXPECT_EQ(resolution.judged[0].fault, std::nullopt);
-  // The place is one in the marker.
+  // The place of the fault is in the marker.
   EXPECT_EQ(resolution.judged[3].fault.value().place, (Place{2, 2}));
   EXPECT_EQ(resolution.judged[5].fault.value().kind, "unreadable");
   EXPECT_EQ(resolution.tombstoneCount, 1U);
   EXPECT_EQ(resolution.confirmedCount(), 1U);
 }
 
-TEST_F(ResolutionReportTest, whatIsUnusableHasItsFaultAndPlace) {
+TEST_F(ResolutionReportTest, unusableFilesHaveTheirFaultAndPlace) {
   recordWarp(fake, "/a", "W1");
   recordWarp(fake, "/b", "W2");
   fake.fileSystem.files[inMirror("bad.json")] = "{\"version\":\n[]}";
@@ -109,7 +109,7 @@ TEST_F(ResolutionReportTest, placesAreThoseThatTheActionsUse) {
   EXPECT_EQ(places->handoff, Text("/C/Warp/FinderHandoff"));
 }
 
-TEST_F(ResolutionReportTest, placesAreNoneWithoutARoot) {
+TEST_F(ResolutionReportTest, placesAreAbsentWithoutARoot) {
   EXPECT_FALSE(report().places.has_value());
 }
 

@@ -24,7 +24,7 @@ TEST(StyledWords, areAlignedWithAndWithoutColours) {
   EXPECT_EQ(styledWord("invalid", Tone::bad, Style::coloured, 2), "\x1b[31minvalid\x1b[0m");
 }
 
-TEST(Terminals, areUsedAsTheEnvironmentSays) {
+TEST(Terminals, areUsedAccordingToTheEnvironment) {
   const struct {
     Environment::Variables variables;
     bool wantsColour;
@@ -43,7 +43,7 @@ TEST(Terminals, areUsedAsTheEnvironmentSays) {
   }
 }
 
-TEST(ForeignText, thatIsSafeStaysAsItIs) {
+TEST(ForeignText, thatIsSafeIsUnchanged) {
   for (const char* text :
        {"", "a b/c", "日本語", "cafe\u0301", "👩‍👩‍👧", "\uFFFD", "a\u00a0b"}) {
     EXPECT_EQ(repairedUTF8(text), text);
@@ -51,7 +51,7 @@ TEST(ForeignText, thatIsSafeStaysAsItIs) {
   }
 }
 
-TEST(ForeignText, thatIsNotUTF8IsRepaired) {
+TEST(ForeignText, hasReplacementsForBytesThatAreNotUTF8) {
   const std::pair<std::string, std::string> rows[] = {
       {"a\xff\xfe z", "a\uFFFD\uFFFD z"},
       {"caf\xe9", "caf\uFFFD"},
@@ -65,7 +65,7 @@ TEST(ForeignText, thatIsNotUTF8IsRepaired) {
   }
 }
 
-TEST(ForeignText, steersNoTerminal) {
+TEST(ForeignText, hasUnsafeCharactersEscaped) {
   const std::pair<std::string, std::string> rows[] = {
       {"two\nlines\r", "two\\nlines\\r"},
       {"a\tb", "a\\tb"},
@@ -98,7 +98,7 @@ TEST(Counts, haveTheirNumber) {
 
 class ProgressTest : public testing::Test {
  protected:
-  /// One more file is done after so long.
+  /// Another file is done after `time`.
   void advanceAfter(milliseconds time) {
     now += time;
     progress->advance();
@@ -111,7 +111,7 @@ class ProgressTest : public testing::Test {
                                    [this] { return now; }};
 };
 
-TEST_F(ProgressTest, isShownFromTheFirstSecondOn) {
+TEST_F(ProgressTest, isShownAfterOneSecond) {
   progress->begin(4);
   advanceAfter(milliseconds(999));
   progress->hide();
@@ -129,7 +129,7 @@ TEST_F(ProgressTest, changesTenTimesASecondAtMost) {
   EXPECT_EQ(shown.size(), 11U);
 }
 
-TEST_F(ProgressTest, isErasedOnceAndComesBackWhenItIsDue) {
+TEST_F(ProgressTest, isErasedOnceAndShownAgainLater) {
   progress->begin(3);
   advanceAfter(milliseconds(2000));
   progress->hide();
@@ -143,7 +143,7 @@ TEST_F(ProgressTest, isErasedOnceAndComesBackWhenItIsDue) {
   EXPECT_EQ(shown.back(), "\r\x1b[K");
 }
 
-TEST_F(ProgressTest, countsEachRunFromItsBeginning) {
+TEST_F(ProgressTest, countsEachRunFromZero) {
   progress->begin(1);
   advanceAfter(milliseconds(500));
   progress->begin(1);
@@ -151,7 +151,7 @@ TEST_F(ProgressTest, countsEachRunFromItsBeginning) {
   EXPECT_EQ(shown, Lines());
 }
 
-TEST(ProgressBars, withoutATerminalAreNoneAndAskNoTime) {
+TEST(ProgressBars, areAbsentWithoutATerminalAndReadNoClock) {
   int questions = 0;
   Progress progress(nullptr, [&] {
     ++questions;

@@ -16,7 +16,7 @@
 namespace velmora::internal {
 namespace {
 
-/// A token by its place in the document, and the byte that is there.
+/// A token by its position in the document, and the byte at this position.
 struct Token {
   std::size_t place;
   char byte;
@@ -41,7 +41,7 @@ ChunkedDocument::ReadSome portions(std::string text, std::size_t portion) {
   };
 }
 
-/// Walks to the end and takes all tokens of each chunk at once. None when the walk ends early.
+/// Walks to the end and takes all tokens of each chunk. std::nullopt when the walk ends early.
 std::optional<Tokens> walk(ChunkedDocument& chunks, const std::string& document) {
   Tokens tokens;
   std::size_t begin = 0;
@@ -112,14 +112,14 @@ const std::vector<ChunksCase> documents = {
     {"noPlaceForACut", "[" + repeated("{\"1\":\"a\"}, {\"2\":\"b\"},", 40) + "1]"},
     {"oneLongString", '"' + std::string(700, 'x') + '"'},
     {"blanksOfManyChunks", "[1," + std::string(700, ' ') + "\n" + std::string(300, ' ') + "2]"},
-    {"blanksBehind", "[1]\n" + std::string(700, ' ')},
-    {"lineBreaksBehind", "[1]" + repeated("\n", 300)},
+    {"blanksAfter", "[1]\n" + std::string(700, ' ')},
+    {"lineBreaksAfter", "[1]" + repeated("\n", 300)},
     {"blanksBefore", repeated(" \n", 300) + "[1]"},
     {"cutsInStrings", R"(["},{","a},{\"b","},{\"b\"","},{\\","},{\"b},{\"c"])"},
     {"cutsInStringsRepeated", "[" + repeated(R"("a},{\"b",{"c":"},{"},{"d":1},)", 40) + "1]"},
     {"backslashesBeforeCuts", R"([{"a":"\\"},{"b":"\\\\"},{"c":"\\\""},{"d":"\""}])"},
     {"nextObjectWithoutALetter", R"([{"a":1},{"":2},{"1":3},{"_":4},{"\u0061":5}])"},
-    {"nextObjectBehindBlanks", "[{\"a\":1}, {\"b\":2} ,{\"c\":3},{ \"d\":4}]"},
+    {"nextObjectAfterBlanks", "[{\"a\":1}, {\"b\":2} ,{\"c\":3},{ \"d\":4}]"},
     {"nonASCII", "[" + repeated("\"\u00e9\U0001F600\",\n", 40) + "1]"},
     {"NULOutside", "[1,\n\0\n,2]"s},
     {"NULsOnly", std::string(200, '\0')},
@@ -138,7 +138,7 @@ const std::vector<ChunksCase> documents = {
     {"escapedLineBreak", "[1,\n\"a\\\nb\"]", false},
 };
 
-TEST(ChunkedDocumentTest, documentsHaveTheirTokensWhateverTheChunks) {
+TEST(ChunkedDocumentTest, tokensAreTheSameForAnyChunkLength) {
   for (const ChunksCase& row : documents) {
     SCOPED_TRACE(row.name);
     const std::optional<Tokens> tokens = walkInMemory(row.document, row.document.size() + 1);
@@ -152,7 +152,7 @@ TEST(ChunkedDocumentTest, documentsHaveTheirTokensWhateverTheChunks) {
   }
 }
 
-/// How long the second half of a chunk's tokens is.
+/// The length of the text from the middle token of a chunk to its end.
 std::size_t lengthOfSecondHalf(const ChunkedDocument& chunks) {
   const std::uint32_t* const begin = chunks.tokens();
   const std::uint32_t* end = begin;
@@ -162,7 +162,7 @@ std::size_t lengthOfSecondHalf(const ChunkedDocument& chunks) {
   return chunks.text().size() - begin[(end - begin) / 2];
 }
 
-TEST(ChunkedDocumentTest, chunksGoOnWithWhatWasLeftUnread) {
+TEST(ChunkedDocumentTest, nextChunkBeginsWithTheUnreadText) {
   for (const ChunksCase& row : documents) {
     SCOPED_TRACE(row.name);
     for (const std::size_t chunkLength : {1U, 2U, 5U, 16U, 50U, 1000U}) {
@@ -181,7 +181,7 @@ TEST(ChunkedDocumentTest, chunksGoOnWithWhatWasLeftUnread) {
   }
 }
 
-TEST(ChunkedDocumentTest, chunksEndAtTheLastPlaceThatTheyCan) {
+TEST(ChunkedDocumentTest, chunksEndAtTheLastPossiblePosition) {
   std::string document = "[{\"a\":1},{\"b\":2},{\"c\":3}]";
   ChunkBuffer memory;
   ChunkedDocument chunks(document, memory, 19);
@@ -193,7 +193,7 @@ TEST(ChunkedDocumentTest, chunksEndAtTheLastPlaceThatTheyCan) {
   EXPECT_TRUE(chunks.isLast());
 }
 
-TEST(ChunkedDocumentTest, aChunkThatWasTooShortBecomesLonger) {
+TEST(ChunkedDocumentTest, unreadChunksBecomeLonger) {
   const std::string document = repeated("1,\n", 100);
   ChunkBuffer memory;
   ChunkedDocument chunks(portions(document, 7), memory, 10);
@@ -207,7 +207,7 @@ TEST(ChunkedDocumentTest, aChunkThatWasTooShortBecomesLonger) {
   EXPECT_EQ(chunks.text().size(), 9);
 }
 
-TEST(ChunkedDocumentTest, theDocumentIsAsItWasWhenAWalkEndsAnywhere) {
+TEST(ChunkedDocumentTest, documentIsRestoredAfterAnyPartialWalk) {
   for (const ChunksCase& row : documents) {
     for (const std::size_t chunkLength : {1U, 3U, 10U, 40U}) {
       for (int steps = 0; steps < 20; ++steps) {
@@ -227,7 +227,7 @@ TEST(ChunkedDocumentTest, theDocumentIsAsItWasWhenAWalkEndsAnywhere) {
   }
 }
 
-TEST(ChunkedDocumentTest, memoryServesOneDocumentAfterTheOther) {
+TEST(ChunkedDocumentTest, memoryIsReusedForTheNextDocument) {
   ChunkBuffer memory;
   for (int round = 0; round < 2; ++round) {
     for (const ChunksCase& row : documents) {
@@ -239,7 +239,7 @@ TEST(ChunkedDocumentTest, memoryServesOneDocumentAfterTheOther) {
   }
 }
 
-TEST(ChunkedDocumentTest, aFailedReadingPassesThrough) {
+TEST(ChunkedDocumentTest, errorOfReadingIsPassedOn) {
   for (std::size_t fine = 0; fine < 60; ++fine) {
     ChunkBuffer memory;
     const ChunkedDocument::ReadSome whole = portions(repeated("1,\n", 20), 1);
@@ -260,7 +260,7 @@ TEST(ChunkedDocumentTest, aFailedReadingPassesThrough) {
   }
 }
 
-TEST(ChunkedDocumentTest, nothingIsReadBehindTheEnd) {
+TEST(ChunkedDocumentTest, nothingIsReadAfterTheEnd) {
   ChunkBuffer memory;
   int endCount = 0;
   const ChunkedDocument::ReadSome whole = portions("[1,\n2]", 4);

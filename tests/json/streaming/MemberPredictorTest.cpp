@@ -24,9 +24,8 @@ struct RecordFields<Numbers> {
   static constexpr std::tuple list{
       RecordField{"first", &Numbers::first},
       RecordField{"second", &Numbers::second},
-      RecordField{
-          "a/third \"key\" that is so long that no glance takes all of it: 64 bytes, at least",
-          &Numbers::third},
+      RecordField{"a/third \"key\" that is longer than the 48 bytes that a prefix can have at most",
+                  &Numbers::third},
   };
 };
 
@@ -35,8 +34,8 @@ namespace {
 using Prediction = MemberPredictor<Numbers>;
 using Fields = std::vector<std::size_t>;
 
-/// The fields of an object of numbers, in order, and what is told behind them: its end, or `none`
-/// where it is no such object.
+/// The fields of an object of numbers, in order. The last one is `end` at the end of the object, or
+/// `none` for another text.
 Fields fieldsIn(const std::string& object, Prediction& prediction) {
   TokenizedText text(object);
   TokenCursor& tokens = text.tokens();
@@ -51,9 +50,9 @@ Fields fieldsIn(const std::string& object, Prediction& prediction) {
 }
 
 const std::string longKey =
-    R"("a\/third \"key\" that is so long that no glance takes all of it: 64 bytes, at least")";
+    R"("a\/third \"key\" that is longer than the 48 bytes that a prefix can have at most")";
 
-/// Far enough from the end for a glance at everything before.
+/// As long as the longest prefix, so that the cursor compares every prefix before it.
 const std::string blanks(MemberPrefix::maxLength, ' ');
 
 constexpr std::size_t end = Prediction::end;
@@ -71,7 +70,7 @@ const std::vector<ObjectCase> objects = {
     {"compactFarFromTheEnd", R"({"first":1,"second":2)" + blanks + "}", {0, 1, end}},
     {"pretty", "{\n  \"first\" : 1,\n  \"second\" : 2\n}", {0, 1, end}},
     {"prettyFarFromTheEnd", "{\n  \"first\" : 1,\n  \"second\" : 2\n}" + blanks, {0, 1, end}},
-    {"otherBlanksBehindTheColon", R"({"first": 1,"second":  2})" + blanks, {0, 1, end}},
+    {"otherBlanksAfterTheColon", R"({"first": 1,"second":  2})" + blanks, {0, 1, end}},
     {"escapedKey", R"({"\u0066irst":1,"sec\u006Fnd":2})" + blanks, {0, 1, end}},
     {"twice", R"({"first":1,"first":2,"first":3})" + blanks, {0, 0, 0, end}},
     {"longKey", "{" + longKey + ":1,\"first\":2}" + blanks, {2, 0, end}},
@@ -88,16 +87,16 @@ const std::vector<ObjectCase> objects = {
     {"twoCommas", R"({"first":1,,"second":2})" + blanks, {0, none}},
     {"braceForComma", R"({"first":1{"second":2})" + blanks, {0, none}},
     {"commaForBrace", R"(,"first":1,"second":2})" + blanks, {none}},
-    {"lettersBehindTheKey", R"({"first":1,"second"x:2})" + blanks, {0, none}},
-    {"lettersBehindTheColon", R"({"first":1,"second":x2})" + blanks, {0, 1}},
+    {"lettersAfterTheKey", R"({"first":1,"second"x:2})" + blanks, {0, none}},
+    {"lettersAfterTheColon", R"({"first":1,"second":x2})" + blanks, {0, 1}},
     {"formFeedForComma", "{\"first\":1\f\"second\":2}" + blanks, {0, none}},
     {"empty", "{}", {none}},
     {"commaAtTheEnd", R"({"first":1,})" + blanks, {0, none}},
-    {"endBehindTheKey", R"({"first":1,"second")", {0, none}},
-    {"endBehindTheColon", R"({"first":1,"second":)", {0, 1}},
+    {"endAfterTheKey", R"({"first":1,"second")", {0, none}},
+    {"endAfterTheColon", R"({"first":1,"second":)", {0, 1}},
 };
 
-TEST(MemberPredictorTest, tellsTheFieldsThatAreThereWhateverWasThereBefore) {
+TEST(MemberPredictorTest, findsTheFieldsAfterAnyEarlierObject) {
   for (const ObjectCase& row : objects) {
     SCOPED_TRACE(row.name);
     for (const ObjectCase& before : objects) {
@@ -109,7 +108,7 @@ TEST(MemberPredictorTest, tellsTheFieldsThatAreThereWhateverWasThereBefore) {
   }
 }
 
-TEST(MemberPredictorTest, tellsThemAfterManyObjectsInNoOrder) {
+TEST(MemberPredictorTest, findsTheFieldsAfterManyObjectsInMixedOrder) {
   for (const ObjectCase& row : objects) {
     SCOPED_TRACE(row.name);
     Prediction prediction;
@@ -127,7 +126,7 @@ TEST(MemberPredictorTest, tellsThemAfterManyObjectsInNoOrder) {
   }
 }
 
-TEST(MemberPredictorTest, tellsThemWhicheverCameMoreOften) {
+TEST(MemberPredictorTest, findsTheFieldsOfUsualAndOtherForms) {
   const std::vector<ObjectCase> forms = {
       {"both", R"({"first":1,"second":2})" + blanks, {0, 1, end}},
       {"one", R"({"first":1})" + blanks, {0, end}},

@@ -16,7 +16,7 @@ std::string startOfLength(std::size_t length) {
   return text.substr(0, length);
 }
 
-TEST(MemberPrefixTest, isWhereItsTextIsWhateverFollows) {
+TEST(MemberPrefixTest, matchesItsTextBeforeAnyOtherText) {
   for (std::size_t length = 1; length <= MemberPrefix::maxLength; ++length) {
     const std::string text = startOfLength(length);
     const MemberPrefix start(text);
@@ -27,7 +27,7 @@ TEST(MemberPrefixTest, isWhereItsTextIsWhateverFollows) {
   }
 }
 
-TEST(MemberPrefixTest, isNotWhereOneBitDiffers) {
+TEST(MemberPrefixTest, doesNotMatchWhenOneBitDiffers) {
   for (std::size_t length = 1; length <= MemberPrefix::maxLength; ++length) {
     const std::string text = startOfLength(length);
     const MemberPrefix start(text);
@@ -41,7 +41,7 @@ TEST(MemberPrefixTest, isNotWhereOneBitDiffers) {
   }
 }
 
-TEST(MemberPrefixTest, hasNoLengthWhenThereIsNoneOrTooMuch) {
+TEST(MemberPrefixTest, isEmptyForAnEmptyOrTooLongText) {
   EXPECT_EQ(MemberPrefix().length(), 0);
   EXPECT_EQ(MemberPrefix(startOfLength(MemberPrefix::maxLength + 1)).length(), 0);
 }

@@ -22,15 +22,15 @@ namespace {
 using std::string_view_literals::operator""sv;
 using Reader = StreamingRecordReader<SampleRecord, SampleItem>;
 
-/// All of a document, into a record that held something else before.
-std::optional<SampleRecord> quickly(const std::string& document, Reader& reader) {
+/// Reads the whole document into a record with earlier values.
+std::optional<SampleRecord> streamed(const std::string& document, Reader& reader) {
   TokenizedText text(document);
   SampleRecord record = usedRecord();
   const bool isRead = reader.read(text.tokens(), record) && text.tokens().atEnd();
   return isRead ? std::optional(record) : std::nullopt;
 }
 
-std::optional<SampleRecord> exactly(const std::string& document) {
+std::optional<SampleRecord> strictlyDecoded(const std::string& document) {
   std::optional<SampleRecord> record;
   const std::string fault = faultOf([&] {
     const ReadDocument read(document);
@@ -40,41 +40,41 @@ std::optional<SampleRecord> exactly(const std::string& document) {
 }
 
 std::string outcomeOf(const std::string& document, Reader& reader) {
-  const std::optional<SampleRecord> record = quickly(document, reader);
+  const std::optional<SampleRecord> record = streamed(document, reader);
   return record.has_value() ? encoded(*record) : std::string();
 }
 
-TEST(StreamingRecordReaderTest, readsExactlyOrGivesUpWhateverWasReadBefore) {
+TEST(StreamingRecordReaderTest, readsOrGivesUpAfterAnyEarlierDocument) {
   for (const RecordCase& row : recordCases) {
     SCOPED_TRACE(row.name);
-    const std::string expected = row.isQuick ? row.outcome : "";
+    const std::string expected = row.isStreamed ? row.outcome : "";
     for (const RecordCase& before : recordCases) {
       Reader reader;
       EXPECT_EQ(outcomeOf(row.document, reader), expected);
       EXPECT_EQ(outcomeOf(row.document, reader), expected);
       reader = {};
-      quickly(before.document, reader);
+      streamed(before.document, reader);
       EXPECT_EQ(outcomeOf(row.document, reader), expected) << before.name;
     }
   }
 }
 
-/// Every document that differs from an accepted one by a byte.
-TEST(StreamingRecordReaderTest, acceptsNothingThatIsRefusedElsewhere) {
+/// Every document that differs in one byte from an accepted one.
+TEST(StreamingRecordReaderTest, acceptsNothingThatTheStrictReaderRefuses) {
   constexpr std::string_view bytes = "{}[],:\"\\ \n\f\x1A\x00x1-.e\x7F"sv;
   Reader reader;
   for (const RecordCase& row : recordCases) {
-    for (std::size_t place = 0; row.isQuick && place < row.document.size(); ++place) {
+    for (std::size_t place = 0; row.isStreamed && place < row.document.size(); ++place) {
       for (const char byte : bytes) {
         for (const std::size_t replaced : {0U, 1U}) {
           const std::string changed =
               std::string(row.document).replace(place, replaced, std::string(1, byte));
           try {
-            if (const std::optional<SampleRecord> value = quickly(changed, reader)) {
-              ASSERT_EQ(value, exactly(changed)) << changed;
+            if (const std::optional<SampleRecord> value = streamed(changed, reader)) {
+              ASSERT_EQ(value, strictlyDecoded(changed)) << changed;
             }
           } catch (const std::invalid_argument&) {
-            // No tokens, so nobody is asked.
+            // A text without tokens is not read at all.
           }
         }
       }
@@ -82,7 +82,7 @@ TEST(StreamingRecordReaderTest, acceptsNothingThatIsRefusedElsewhere) {
   }
 }
 
-TEST(StreamingRecordReaderTest, readsAFieldAlone) {
+TEST(StreamingRecordReaderTest, readsASingleField) {
   TokenizedText text(R"({"numbers":[1,2]})");
   Reader reader;
   SampleRecord record;
@@ -94,7 +94,7 @@ TEST(StreamingRecordReaderTest, readsAFieldAlone) {
   EXPECT_TRUE(text.tokens().isNext('}'));
 }
 
-TEST(SeenFieldsTest, tellFieldsThatAreThereTwice) {
+TEST(SeenFieldsTest, reportDuplicateFields) {
   constexpr std::size_t required = fieldIndex<SampleItem, "number">;
   constexpr std::size_t optional = fieldIndex<SampleItem, "note">;
   SampleItem item{.number = 1, .note = "x"};

@@ -12,14 +12,14 @@
 namespace velmora::internal {
 namespace {
 
-/// Different for each number, and so long.
+/// A text of this length, which differs for each number.
 std::string textOf(std::size_t number, std::size_t length) {
   std::string text = std::to_string(number);
   text.resize(length, static_cast<char>('a' + number % 26));
   return text;
 }
 
-TEST(TextArenaTest, keepsEveryTextWhereItIs) {
+TEST(TextArenaTest, keepsEveryTextAtItsAddress) {
   TextArena arena;
   std::vector<std::string> texts;
   std::vector<std::string_view> copies;
@@ -41,7 +41,7 @@ TEST(TextArenaTest, copiesAnEmptyText) {
   EXPECT_EQ(text, "text");
 }
 
-TEST(TextArenaTest, takesBackTheEndOfTheLastText) {
+TEST(TextArenaTest, releasesTheEndOfTheLastText) {
   TextArena arena;
   char* const bytes = arena.allocate(100);
   std::ranges::copy(std::string_view("kept"), bytes);
@@ -51,7 +51,7 @@ TEST(TextArenaTest, takesBackTheEndOfTheLastText) {
   EXPECT_EQ(std::string_view(bytes, 8), "keptnext");
 }
 
-TEST(TextArenaTest, givesItsMemoryAgainWhenCleared) {
+TEST(TextArenaTest, reusesItsMemoryAfterBeingCleared) {
   TextArena arena;
   arena.clear();
   char* const first = arena.allocate(10);

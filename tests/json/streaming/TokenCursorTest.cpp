@@ -17,7 +17,7 @@
 namespace velmora::internal {
 namespace {
 
-/// The value that is all of `text`.
+/// The value when `text` is one value and nothing else.
 template <class Value>
 std::optional<Value> taken(const std::string& text) {
   TokenizedText document(text);
@@ -38,12 +38,13 @@ bool isNull(const std::string& text) {
   return document.tokens().takeNull() && document.tokens().atEnd();
 }
 
-/// The value as it is exactly, or none, as the table says; with blanks around it, too.
+/// Expects the exact value, or none if the row is not streamed. Blanks around it make no
+/// difference.
 template <std::integral Integer>
 void expectIntegers(const NumberCase& row) {
   for (const std::string& text : wordsOf(row.texts)) {
     SCOPED_TRACE(text);
-    const std::optional<ExactInteger> exact = row.isQuick ? exactInteger(text) : std::nullopt;
+    const std::optional<ExactInteger> exact = row.isStreamed ? exactInteger(text) : std::nullopt;
     const std::optional<Integer> expected =
         exact.has_value() ? checkedCast<Integer>(*exact) : std::nullopt;
     EXPECT_EQ(taken<Integer>(text), expected);
@@ -51,7 +52,7 @@ void expectIntegers(const NumberCase& row) {
   }
 }
 
-TEST(TokenCursorTest, takesIntegersExactlyOrGivesUp) {
+TEST(TokenCursorTest, takesExactIntegersOrGivesUp) {
   for (const NumberCase& row : numberCases) {
     expectIntegers<std::int64_t>(row);
     expectIntegers<std::uint64_t>(row);
@@ -61,7 +62,7 @@ TEST(TokenCursorTest, takesIntegersExactlyOrGivesUp) {
   }
 }
 
-TEST(TokenCursorTest, takesEveryIntegerOfItsWriting) {
+TEST(TokenCursorTest, takesEveryPlainInteger) {
   std::mt19937_64 random(1);
   for (int count = 0; count < 5000; ++count) {
     const std::uint64_t number = random() >> (random() % 64);
@@ -71,7 +72,7 @@ TEST(TokenCursorTest, takesEveryIntegerOfItsWriting) {
   }
 }
 
-TEST(TokenCursorTest, takesNoNumberThatIsNotExact) {
+TEST(TokenCursorTest, takesNoInexactNumber) {
   constexpr std::string_view characters = "00123456789999-+.eE:/";
   std::mt19937_64 random(2);
   for (int count = 0; count < 20'000; ++count) {
@@ -86,7 +87,7 @@ TEST(TokenCursorTest, takesNoNumberThatIsNotExact) {
   }
 }
 
-void expectTextBehindOthers(const std::string& string, const std::optional<std::string>& text) {
+void expectTextAfterOthers(const std::string& string, const std::optional<std::string>& text) {
   const std::string others = R"("plain" "escaped\n" "" "plain again" "two\\\"")";
   TokenizedText document(others + string);
   std::string_view taken;
@@ -100,13 +101,13 @@ void expectTextBehindOthers(const std::string& string, const std::optional<std::
   }
 }
 
-TEST(TokenCursorTest, takesTheScalarsThatAreReadElsewhere) {
+TEST(TokenCursorTest, takesTheScalarsOfTheStrictReader) {
   for (const ReadCase& row : readCases) {
     SCOPED_TRACE(row.name);
     std::optional<std::string> text;
     if (const ReadDocument read(row.document); read.value().type() == JSONType::string) {
       text = read.value().text();
-      expectTextBehindOthers(row.document, text);
+      expectTextAfterOthers(row.document, text);
     }
     const std::optional<bool> boolean = row.rewritten == "true" || row.rewritten == "false"
                                             ? std::optional(row.rewritten == "true")
@@ -120,7 +121,7 @@ TEST(TokenCursorTest, takesTheScalarsThatAreReadElsewhere) {
   }
 }
 
-TEST(TokenCursorTest, takesNoScalarThatIsRefusedElsewhere) {
+TEST(TokenCursorTest, takesNoScalarThatTheStrictReaderRefuses) {
   for (const RefusedCase& row : refusedCases) {
     if (row.tokens == TokenFault::none) {
       SCOPED_TRACE(row.name);
@@ -131,13 +132,13 @@ TEST(TokenCursorTest, takesNoScalarThatIsRefusedElsewhere) {
         EXPECT_EQ(taken<int>(document), std::nullopt);
       }
       if (row.what == badEscape && row.document.starts_with('"')) {
-        expectTextBehindOthers(row.document, std::nullopt);
+        expectTextAfterOthers(row.document, std::nullopt);
       }
     }
   }
 }
 
-TEST(TokenCursorTest, takesWhatIsNextOnly) {
+TEST(TokenCursorTest, takesTheNextTokenOnly) {
   TokenizedText document(R"( { "a" : [ 1 , null ] } )");
   TokenCursor& tokens = document.tokens();
   EXPECT_FALSE(tokens.take('}'));
@@ -203,7 +204,7 @@ TEST(TokenCursorTest, takesAMemberStartByItsBytes) {
   }
 }
 
-TEST(TokenCursorTest, resolvesBehindAKeyWithAnEscapeThatWasPassedAtAGlance) {
+TEST(TokenCursorTest, resolvesEscapesAfterASkippedKeyWithAnEscape) {
   const std::string key = R"(,"\u0061":)";
   TokenizedText document(key + R"("a\/b",)" + '"' + std::string(MemberPrefix::maxLength, 'x') +
                          '"');

@@ -19,7 +19,7 @@
 namespace velmora::internal {
 namespace {
 
-/// The document's value, written anew without blanks.
+/// The document's value, written again without blanks.
 std::string rewrittenDocument(const std::string& document) {
   return rewritten(ReadDocument(document).value());
 }
@@ -28,8 +28,8 @@ std::string faultOfDocument(const std::string& document) {
   return faultOf([&document] { const ReadDocument read(document); });
 }
 
-/// The fault of the row's document behind so many blanks.
-std::string faultBehind(std::size_t blanks, const RefusedCase& row) {
+/// The fault of the row's document after this number of blanks.
+std::string faultAfter(std::size_t blanks, const RefusedCase& row) {
   return describe(DecodingError(
       DecodingErrorKind::dataCorrupted, row.what,
       row.byteOffset == nowhere ? std::nullopt : std::optional(row.byteOffset + blanks)));
@@ -37,8 +37,8 @@ std::string faultBehind(std::size_t blanks, const RefusedCase& row) {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-// The search for tokens looks at 64 bytes at a time.
-TEST(JSONReaderTest, readsWhatTheGrammarAllowsWhereverItStands) {
+// Up to 130 blanks precede the document, because the search for tokens reads blocks of 64 bytes.
+TEST(JSONReaderTest, readsEveryValidDocumentAtAnyOffset) {
   for (const ReadCase& row : readCases) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(faultOfDocument(row.document), "none");
@@ -50,19 +50,19 @@ TEST(JSONReaderTest, readsWhatTheGrammarAllowsWhereverItStands) {
   }
 }
 
-TEST(JSONReaderTest, refusesEverythingElseAndTellsWhere) {
+TEST(JSONReaderTest, refusesInvalidDocumentsWithTheirOffset) {
   for (const RefusedCase& row : refusedCases) {
     SCOPED_TRACE(row.name);
     for (std::size_t blanks = 0; blanks <= 130; ++blanks) {
       if (blanks == 0 || !row.document.starts_with(byteOrderMark)) {
         EXPECT_EQ(faultOfDocument(std::string(blanks, ' ') + row.document),
-                  faultBehind(blanks, row));
+                  faultAfter(blanks, row));
       }
     }
   }
 }
 
-TEST(JSONReaderTest, theWholeDocumentIsReadStrictly) {
+TEST(JSONReaderTest, readsTheWholeDocumentStrictly) {
   for (const RefusedCase& row : refusedCases) {
     SCOPED_TRACE(row.name);
     EXPECT_NE(faultOfDocument(R"({"used":1,"ignored":)" + row.document + "}"), "none");
@@ -70,7 +70,7 @@ TEST(JSONReaderTest, theWholeDocumentIsReadStrictly) {
   }
 }
 
-TEST(JSONReaderTest, readsNumbersAndNothingLikeThem) {
+TEST(JSONReaderTest, readsNumbersAndNothingSimilar) {
   for (const NumberCase& row : numberCases) {
     for (const std::string& text : wordsOf(row.texts)) {
       SCOPED_TRACE(text);
@@ -91,7 +91,7 @@ TEST(JSONReaderTest, byteOrderMarkCountsInOffsets) {
 struct Nesting {
   std::string_view opening;
   std::string_view closing;
-  /// How many levels the opening opens.
+  /// The number of levels in `opening`.
   std::size_t levels;
 };
 
@@ -103,7 +103,7 @@ constexpr Nesting nestings[] = {
     {"{\"a\":[],\"b\":[0,", "]}", 2},
 };
 
-TEST(JSONReaderTest, readsFiveHundredAndTwelveLevelsAndNoMore) {
+TEST(JSONReaderTest, readsAtMostFiveHundredAndTwelveLevels) {
   ASSERT_EQ(maxJSONNesting, 512U);
   for (const Nesting& row : nestings) {
     SCOPED_TRACE(row.opening);
@@ -118,7 +118,7 @@ TEST(JSONReaderTest, readsFiveHundredAndTwelveLevelsAndNoMore) {
   }
 }
 
-TEST(JSONReaderTest, levelsThatEndedDoNotCount) {
+TEST(JSONReaderTest, closedLevelsDoNotCount) {
   const std::string document = "[" + repeated("[[]],{\"\":{}},", 1000) + "0]";
   EXPECT_EQ(rewrittenDocument(document), document);
 }
@@ -141,7 +141,7 @@ TEST(JSONReaderTest, oneReaderReadsManyDocuments) {
     SCOPED_TRACE(index);
     const RefusedCase& refused = refusedCases[index % std::size(refusedCases)];
     std::string bad = refused.document;
-    EXPECT_EQ(faultOf([&] { static_cast<void>(reader.read(bad)); }), faultBehind(0, refused));
+    EXPECT_EQ(faultOf([&] { static_cast<void>(reader.read(bad)); }), faultAfter(0, refused));
     std::string bytes = documents[index];
     EXPECT_EQ(rewritten(reader.read(bytes)), rewrittenDocument(documents[index]));
   }
@@ -157,7 +157,7 @@ TEST(JSONReaderTest, answersTheDocumentCases) {
   }
 }
 
-// Every kind of token, escape and code point, and numbers of many shapes.
+// Holds every kind of token, escape and code point, and numbers of many forms.
 const std::string richDocument =
     "\xEF\xBB\xBF{\"a\\u0062\":[0,-1.5e+3,12e-2,1E9],\n\t\"\\\"\\\\\\/\\b\\f\\n\\r\\t\":"
     "{\"\\uD834\\udd1E\":null,\"\":\"\"},\r\n \"\u00e9\u65e5\U0001F600\" : [ true , false,[ ],{ }, "
@@ -202,7 +202,7 @@ TEST(JSONReaderTest, agreesWithTheJudgeOnAllPrefixes) {
   EXPECT_EQ(counter.read, 1U);
 }
 
-TEST(JSONReaderTest, agreesWithTheJudgeOnAllDocumentsWithOneByteLessOrMoreOrAnother) {
+TEST(JSONReaderTest, agreesWithTheJudgeAfterAnyChangeOfOneByte) {
   constexpr std::string_view telling = "\"\\{}[]:,0-.eE+u/tfn \t\n\x01\x7F\x80\xC3\xEF\xFF";
   AgreementCounter without;
   AgreementCounter with;
@@ -218,15 +218,16 @@ TEST(JSONReaderTest, agreesWithTheJudgeOnAllDocumentsWithOneByteLessOrMoreOrAnot
       }
     }
   }
-  for (const auto& [counter, least] : {std::pair{&without, 50}, {&with, 1000}, {&changed, 5000}}) {
-    EXPECT_GT(counter->read, least);
-    EXPECT_GT(counter->refused, least);
+  for (const auto& [counter, minimum] :
+       {std::pair{&without, 50}, {&with, 1000}, {&changed, 5000}}) {
+    EXPECT_GT(counter->read, minimum);
+    EXPECT_GT(counter->refused, minimum);
   }
 }
 
-// Resolved in place: what stands before, behind and in a string must come out whole, whatever the
-// place of its escapes.
-TEST(JSONReaderTest, resolvesEscapesInEveryPlace) {
+// Escapes are resolved in place. The text around a string must not change, at any position of its
+// escapes.
+TEST(JSONReaderTest, resolvesEscapesAtEveryPosition) {
   constexpr std::pair<std::string_view, std::string_view> escapes[] = {
       {"\\\"", "\""},
       {"\\\\", "\\"},
@@ -235,13 +236,13 @@ TEST(JSONReaderTest, resolvesEscapesInEveryPlace) {
       {"\\uD83D\\uDE00", "\U0001F600"},
   };
   for (std::size_t before = 0; before <= 17; ++before) {
-    for (std::size_t behind = 0; behind <= 17; ++behind) {
+    for (std::size_t after = 0; after <= 17; ++after) {
       for (const auto& [escape, resolved] : escapes) {
         const std::string left(before, 'l');
-        const std::string right(behind, 'r');
+        const std::string right(after, 'r');
         const std::string content = left + std::string(escape) + right + std::string(escape);
         const ReadDocument document("[\"before\", \"" + content + "\" , 1,{\"" + content +
-                                    "\":\"behind\"}]");
+                                    "\":\"after\"}]");
         JSONElements elements(document.value());
         EXPECT_EQ(elements.value().text(), "before");
         elements.advance();
@@ -255,14 +256,14 @@ TEST(JSONReaderTest, resolvesEscapesInEveryPlace) {
         EXPECT_EQ(elements.value().byteOffset(), 11 + content.size() + 7);
         const JSONMembers members(elements.value());
         EXPECT_EQ(members.key(), expected);
-        EXPECT_EQ(members.value().text(), "behind");
+        EXPECT_EQ(members.value().text(), "after");
         EXPECT_EQ(members.value().byteOffset(), 11 + content.size() + 7 + content.size() + 4);
       }
     }
   }
 }
 
-TEST(JSONReaderTest, stringsOfNothingButEscapesKeepTheirPlace) {
+TEST(JSONReaderTest, stringsOfEscapesKeepTheirOffset) {
   const std::string content = repeated("\\u0041", 1000);
   const ReadDocument document("[\"" + content + "\",\"" + content + "\",{}]");
   JSONElements elements(document.value());
@@ -275,13 +276,13 @@ TEST(JSONReaderTest, stringsOfNothingButEscapesKeepTheirPlace) {
   EXPECT_EQ(elements.value().byteOffset(), 1 + 2 * (content.size() + 3));
 }
 
-TEST(JSONReaderTest, aResolvedStringMayBeTheWholeDocument) {
+TEST(JSONReaderTest, resolvedStringMayBeTheWholeDocument) {
   const ReadDocument document(repeated("\\u0041", 20).insert(0, "\"") + "\"");
   EXPECT_EQ(document.value().text(), std::string(20, 'A'));
   EXPECT_EQ(document.value().byteOffset(), 0U);
 }
 
-TEST(JSONReaderTest, aFaultBehindResolvedStringsShowsInItsPlace) {
+TEST(JSONReaderTest, faultAfterResolvedStringsKeepsItsOffset) {
   EXPECT_EQ(faultOfDocument(R"(["\u0041\u0041","\u0041",x])"),
             "dataCorrupted @25: Expected a value.");
   EXPECT_EQ(faultOfDocument(R"(["\u0041\u0041","\u0041\q"])"),

@@ -46,7 +46,7 @@ TEST(JSONValueTest, valuesHaveTheirType) {
   }
 }
 
-TEST(JSONValueTest, booleansAreToldApart) {
+TEST(JSONValueTest, booleansHaveTheirValue) {
   EXPECT_TRUE(ReadDocument("true").value().boolean());
   EXPECT_FALSE(ReadDocument("false").value().boolean());
 }
@@ -61,7 +61,7 @@ TEST(JSONValueTest, scalarsEndBeforeBlanks) {
   EXPECT_EQ(ReadDocument(" \"7 \"\n").value().text(), "7 ");
 }
 
-TEST(JSONValueTest, textHoldsWhatTheEscapesStandFor) {
+TEST(JSONValueTest, textHasItsEscapesResolved) {
   EXPECT_EQ(ReadDocument(R"("\"\\\u0000\n")").value().text(), (std::string_view{"\"\\\0\n", 4}));
   EXPECT_EQ(ReadDocument("\"\"").value().text(), "");
   EXPECT_EQ(ReadDocument("\" \"").value().text(), " ");
@@ -83,14 +83,14 @@ std::vector<std::size_t> elementOffsets(JSONValue array) {
   return offsets;
 }
 
-TEST(JSONValueTest, emptyContainersHaveNothingInThem) {
+TEST(JSONValueTest, emptyContainersHaveNoElements) {
   EXPECT_TRUE(JSONElements(ReadDocument("[]").value()).atEnd());
   EXPECT_TRUE(JSONElements(ReadDocument("[ \n]").value()).atEnd());
   EXPECT_TRUE(JSONMembers(ReadDocument("{}").value()).atEnd());
   EXPECT_TRUE(JSONMembers(ReadDocument("{ \n}").value()).atEnd());
 }
 
-TEST(JSONValueTest, membersComeInTheDocumentsOrderDuplicatesAndAll) {
+TEST(JSONValueTest, membersAreInOrderWithDuplicates) {
   const ReadDocument document(R"({"b":1,"a":2,"b":3,"":4,"\u0061":5})");
   EXPECT_EQ(keysOf(document.value()), (std::vector<std::string>{"b", "a", "b", "", "a"}));
   std::vector<std::string> numbers;
@@ -100,7 +100,7 @@ TEST(JSONValueTest, membersComeInTheDocumentsOrderDuplicatesAndAll) {
   EXPECT_EQ(numbers, (std::vector<std::string>{"1", "2", "3", "4", "5"}));
 }
 
-TEST(JSONValueTest, walkingStepsOverContainers) {
+TEST(JSONValueTest, walkSkipsNestedContainers) {
   const ReadDocument document(
       R"({"a":[1,[2,{"x":[]}],{}],"b":{"y":{"z":[{}]}},"c":[],"d":{},"e":"]}"})");
   EXPECT_EQ(keysOf(document.value()), (std::vector<std::string>{"a", "b", "c", "d", "e"}));
@@ -116,7 +116,7 @@ TEST(JSONValueTest, elementsOfAllTypesAreWalked) {
             (std::vector<std::size_t>{1, 4, 8, 13, 16, 26, 31, 34, 40}));
 }
 
-TEST(JSONValueTest, aValueIsFoundAgainByItsToken) {
+TEST(JSONValueTest, valueIsFoundAgainByItsToken) {
   const ReadDocument document(R"(["a",{"b":[1]}])");
   JSONElements elements(document.value());
   elements.advance();

@@ -12,7 +12,7 @@
 namespace velmora::internal {
 namespace {
 
-/// What comes of reading the document into a record that held something else before.
+/// The result of decoding into a record with earlier values: the record, or the fault.
 std::string outcomeOf(const std::string& document) {
   std::string outcome;
   const std::string fault = faultOf([&] {
@@ -27,14 +27,14 @@ std::string outcomeOf(const std::string& document) {
 template <KeyLiteral key>
 constexpr std::size_t field = fieldIndex<SampleRecord, key>;
 
-TEST(RecordDecodingTest, readsFieldsInAnyOrderAndTellsTheFirstFaultByDeclaration) {
+TEST(RecordDecodingTest, readsFieldsInAnyOrderAndRaisesTheFirstFaultByDeclaration) {
   for (const RecordCase& row : recordCases) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(outcomeOf(row.document), row.outcome);
   }
 }
 
-TEST(RecordDecodingTest, fieldsAreReadStepByStep) {
+TEST(RecordDecodingTest, fieldsAreReadUpToTheGivenField) {
   const ReadDocument document(R"({"list":"wrong","count":2,"item":{"number":3},"name":"n"})");
   SampleRecord record;
   RecordReader reader(document.value(), record);
@@ -51,7 +51,7 @@ TEST(RecordDecodingTest, fieldsAreReadStepByStep) {
             "typeMismatch list @8: Expected an array but found a string.");
 }
 
-TEST(RecordDecodingTest, aFieldMayBeReadByOthers) {
+TEST(RecordDecodingTest, callerMayReadAField) {
   const ReadDocument document(R"({"name":"n","item":{},"list":[1]})");
   SampleRecord record;
   RecordReader reader(document.value(), record);
@@ -67,7 +67,7 @@ TEST(RecordDecodingTest, aFieldMayBeReadByOthers) {
   EXPECT_EQ(record.item.number, SampleRecord().item.number);
 }
 
-TEST(RecordDecodingTest, aRecordIsRefusedAtTheValueOrElseAtTheObject) {
+TEST(RecordDecodingTest, recordIsRefusedAtTheValueOrAtTheObject) {
   const ReadDocument document(R"([{"count":1,"na\u006de":"n"}])");
   SampleRecord record;
   RecordReader reader(JSONElements(document.value()).value(), record);

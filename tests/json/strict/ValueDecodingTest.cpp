@@ -37,7 +37,7 @@ const JSONTypeCase jsonTypes[] = {
     {"\"1\"", "a string"}, {"[1]", "an array"}, {"{\"1\":1}", "an object"},
 };
 
-/// What a type raises for all JSON types but its own, which is named `expected`.
+/// Expects the faults for all JSON types except the type's own, whose description is `expected`.
 template <class Value>
 void expectOneJSONType(const std::string& expected) {
   EXPECT_EQ(faultIn<Value>(" null "),
@@ -51,7 +51,7 @@ void expectOneJSONType(const std::string& expected) {
   }
 }
 
-TEST(ValueDecodingTest, eachTypeTakesItsOwnJSONTypeOnly) {
+TEST(ValueDecodingTest, eachTypeAcceptsOnlyItsOwnJSONType) {
   expectOneJSONType<std::int64_t>("a number");
   expectOneJSONType<std::uint64_t>("a number");
   expectOneJSONType<std::uint32_t>("a number");
@@ -80,7 +80,7 @@ TEST(ValueDecodingTest, textViewsReferToTheDocument) {
   EXPECT_EQ(view.view().data(), document.value().text().data());
 }
 
-// What fits is the rule of ExactInteger.h.
+// ExactIntegerTest tests the range of each type.
 template <class Integer>
 void expectBoundaries(const std::string& bits) {
   using Limits = std::numeric_limits<Integer>;
@@ -96,7 +96,7 @@ void expectBoundaries(const std::string& bits) {
   }
 }
 
-TEST(ValueDecodingTest, integersReachToTheBoundariesOfTheirType) {
+TEST(ValueDecodingTest, integersHaveTheRangeOfTheirType) {
   expectBoundaries<std::int8_t>("8 bits with a sign.");
   expectBoundaries<std::uint8_t>("8 bits without a sign.");
   expectBoundaries<std::int16_t>("16 bits with a sign.");
@@ -126,13 +126,13 @@ TEST(ValueDecodingTest, arraysAreDecodedInOrder) {
             (std::vector<std::vector<Text>>{{"a"}, {}, {"b", "c"}}));
 }
 
-TEST(ValueDecodingTest, anArrayTakesThePlaceOfWhatWasThere) {
+TEST(ValueDecodingTest, arrayReplacesTheEarlierElements) {
   std::vector<Text> texts = {"x", "y", "z"};
   decode(ReadDocument(R"(["a"])").value(), texts);
   EXPECT_EQ(texts, (std::vector<Text>{"a"}));
 }
 
-TEST(ValueDecodingTest, theCodingPathLeadsToTheElement) {
+TEST(ValueDecodingTest, codingPathLeadsToTheElement) {
   EXPECT_EQ(faultIn<std::vector<Text>>(R"(["a",1])"),
             "typeMismatch 1 @5: Expected a string but found a number.");
   EXPECT_EQ(faultIn<std::vector<Text>>(R"([null,1])"),
@@ -143,7 +143,7 @@ TEST(ValueDecodingTest, theCodingPathLeadsToTheElement) {
             "typeMismatch 1 @4: Expected an array but found an object.");
 }
 
-TEST(ValueDecodingTest, elementsAreHandedOverInTheirOrder) {
+TEST(ValueDecodingTest, elementsAreDecodedInOrder) {
   const ReadDocument document(R"(["a",[],2])");
   std::vector<std::size_t> offsets;
   decodeElements(document.value(),
@@ -151,7 +151,7 @@ TEST(ValueDecodingTest, elementsAreHandedOverInTheirOrder) {
   EXPECT_EQ(offsets, (std::vector<std::size_t>{1, 5, 8}));
 }
 
-TEST(ValueDecodingTest, refusedDataIsToldByItsPlace) {
+TEST(ValueDecodingTest, refusedDataHasItsOffset) {
   const ReadDocument document(R"({"\u0061":"\n\n"})");
   const JSONValue value = JSONMembers(document.value()).value();
   EXPECT_EQ(faultOf([value] { refuseData(value, "No."); }), "dataCorrupted @10: No.");

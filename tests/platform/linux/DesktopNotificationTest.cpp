@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(DesktopNotification, showsTheSentenceAsSummary) {
+TEST(DesktopNotification, showsTheMessageAsSummary) {
   const PrivateBus daemon;
   BusPeer desktop(daemon.address());
   desktop.answerWith("(uint32 7,)");
@@ -42,7 +42,7 @@ TEST(DesktopNotification, showsTheSentenceAsSummary) {
   }
 }
 
-TEST(DesktopNotification, waitsForNoDesktopAndNoBus) {
+TEST(DesktopNotification, doesNotWaitForADesktopOrABus) {
   const PrivateBus withoutDesktop;
   const BrokenBus deaf(BusFault::letsNobodyIn);
   for (const std::string& address : {std::string(), withoutDesktop.address(), deaf.address()}) {

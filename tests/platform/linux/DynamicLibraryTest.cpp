@@ -9,7 +9,7 @@
 namespace velmora {
 namespace {
 
-/// The error of looking for `function` in `library`, which has to have ELIBACC.
+/// The message of the error when `function` is not found in `library`. Its code must be ELIBACC.
 std::string loadingError(const char* library, const char* function) {
   try {
     static_cast<void>(DynamicLibrary(library).function(function));
@@ -21,7 +21,7 @@ std::string loadingError(const char* library, const char* function) {
   }
 }
 
-TEST(DynamicLibraryTest, findsAFunctionOfItsOwnAndOfALibraryBelow) {
+TEST(DynamicLibraryTest, findsAFunctionOfTheLibraryAndOfADependency) {
   const DynamicLibrary library("libm.so.6");
   double (*const squareRoot)(double) = library.function("sqrt");
   EXPECT_EQ(squareRoot(9), 3);
@@ -29,7 +29,7 @@ TEST(DynamicLibraryTest, findsAFunctionOfItsOwnAndOfALibraryBelow) {
   release(nullptr);
 }
 
-TEST(DynamicLibraryTest, namesWhatIsMissing) {
+TEST(DynamicLibraryTest, namesTheMissingLibraryOrFunction) {
   const std::string library = loadingError("libnone.so.7", "sqrt");
   EXPECT_TRUE(library.starts_with("libnone.so.7: ")) << library;
   const std::string function = loadingError("libm.so.6", "nought");

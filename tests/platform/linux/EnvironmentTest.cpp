@@ -9,7 +9,7 @@
 namespace velmora {
 namespace {
 
-TEST(Environment, tellsEmptyFromUnsetAndPathsFromOthers) {
+TEST(Environment, distinguishesEmptyFromUnsetAndAbsoluteFromRelative) {
   const Environment environment({{"ABSOLUTE", "/a"}, {"RELATIVE", "a/b=c"}, {"EMPTY", ""}});
   EXPECT_EQ(environment.variable("EMPTY"), "");
   EXPECT_EQ(environment.variable("RELATIVE"), "a/b=c");
@@ -21,7 +21,7 @@ TEST(Environment, tellsEmptyFromUnsetAndPathsFromOthers) {
   EXPECT_EQ(environment.absolutePath("UNSET"), std::nullopt);
 }
 
-/// Puts the environment back as it was.
+/// Restores the environment afterwards.
 class EnvironmentOfProcess : public testing::Test {
  protected:
   void set(const std::string& name, const std::string& value) {
@@ -43,14 +43,14 @@ class EnvironmentOfProcess : public testing::Test {
   std::vector<std::string> changed_;
 };
 
-TEST_F(EnvironmentOfProcess, isCapturedOnce) {
+TEST_F(EnvironmentOfProcess, doesNotChangeAfterCapture) {
   set("VELMORA_TEST_VARIABLE", "before=1");
   const Environment environment = captureEnvironment();
   set("VELMORA_TEST_VARIABLE", "after");
   EXPECT_EQ(environment.variable("VELMORA_TEST_VARIABLE"), "before=1");
 }
 
-TEST_F(EnvironmentOfProcess, keepsTheBusThatIsHiddenFromLibraries) {
+TEST_F(EnvironmentOfProcess, keepsTheBusAddressThatIsHiddenFromLibraries) {
   set("DBUS_SESSION_BUS_ADDRESS", "unix:path=/somewhere");
   const Environment environment = captureEnvironment();
   detachSessionBusFromLibraries();

@@ -28,7 +28,7 @@ class GLibQueueAdapter {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(GLib, MainQueueContract, GLibQueueAdapter);
 
-TEST(GLibMainQueueTest, runsNothingWhenItWasToldToQuitBefore) {
+TEST(GLibMainQueueTest, runsNothingAfterAnEarlierQuit) {
   GLibMainQueue queue;
   bool ran = false;
   queue.async([&ran] { ran = true; });
@@ -37,7 +37,7 @@ TEST(GLibMainQueueTest, runsNothingWhenItWasToldToQuitBefore) {
   EXPECT_FALSE(ran);
 }
 
-TEST(GLibMainQueueTest, keepsForAnotherRunWhatCameBehindTheQuittingTask) {
+TEST(GLibMainQueueTest, keepsLaterTasksForTheNextRun) {
   GLibMainQueue queue;
   std::vector<int> runs;
   queue.async([&] {
@@ -54,7 +54,7 @@ TEST(GLibMainQueueTest, keepsForAnotherRunWhatCameBehindTheQuittingTask) {
   EXPECT_EQ(runs, (std::vector{1, 2}));
 }
 
-/// The message of the exception that leaves the queue.
+/// The message of the exception that run() throws.
 std::string thrownBy(GLibMainQueue& queue) {
   try {
     queue.run();
@@ -64,7 +64,7 @@ std::string thrownBy(GLibMainQueue& queue) {
   }
 }
 
-TEST(GLibMainQueueTest, passesOnWhatATaskThrowsAndKeepsTheRest) {
+TEST(GLibMainQueueTest, throwsTheExceptionOfATaskAndKeepsLaterTasks) {
   GLibMainQueue queue;
   bool ran = false;
   queue.async([] { throw std::runtime_error("of the task"); });
@@ -94,7 +94,7 @@ TEST(GLibMainQueueTest, wakesForATaskOfAnotherThread) {
   EXPECT_TRUE(ran);
 }
 
-TEST(GLibMainQueueTest, wakesWhenAnotherThreadTellsItToQuit) {
+TEST(GLibMainQueueTest, wakesForAQuitOfAnotherThread) {
   GLibMainQueue queue;
   std::latch running(1);
   queue.async([&running] { running.count_down(); });
@@ -106,7 +106,7 @@ TEST(GLibMainQueueTest, wakesWhenAnotherThreadTellsItToQuit) {
   EXPECT_TRUE(running.try_wait());
 }
 
-TEST(GLibMainQueueTest, servesTheSourcesOfLibrariesToo) {
+TEST(GLibMainQueueTest, runsTheEventSourcesOfLibraries) {
   GLibMainQueue queue;
   const GSourceFunc quit = [](gpointer self) {
     static_cast<GLibMainQueue*>(self)->quit();

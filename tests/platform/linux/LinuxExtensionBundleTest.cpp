@@ -64,7 +64,7 @@ class LinuxExtensionBundleTest : public testing::Test {
   LinuxExtensionBundle bundle{std::nullopt, [this] { return directory.path(); }, files};
 };
 
-TEST_F(LinuxExtensionBundleTest, takesFoldersEvenWithoutATableAndNoFiles) {
+TEST_F(LinuxExtensionBundleTest, acceptsAFolderWithoutATableButNoFile) {
   directory.write("es.lproj", "");
   EXPECT_EQ(bundle.localizationFolder("es"), nullptr);
   std::filesystem::create_directory(directory.path("ja.lproj"));
@@ -73,7 +73,7 @@ TEST_F(LinuxExtensionBundleTest, takesFoldersEvenWithoutATableAndNoFiles) {
   EXPECT_EQ(folder->localizedString("key", "fallback"), "fallback");
 }
 
-TEST_F(LinuxExtensionBundleTest, readsTheTableAtTheMomentOfTheLookUp) {
+TEST_F(LinuxExtensionBundleTest, readsTheTableAtTheLookUp) {
   directory.write(tableFile("ja"), R"("key" = "first";)");
   const auto folder = bundle.localizationFolder("ja");
   directory.write(tableFile("ja"), R"("key" = "second";)");
@@ -81,7 +81,7 @@ TEST_F(LinuxExtensionBundleTest, readsTheTableAtTheMomentOfTheLookUp) {
   EXPECT_EQ(folder->localizedString("key", "fallback"), "second");
 }
 
-TEST_F(LinuxExtensionBundleTest, fallsBackForATableLongerThanTheLimit) {
+TEST_F(LinuxExtensionBundleTest, usesTheFallbackForATableOverTheLimit) {
   constexpr std::size_t limit = 1024 * 1024;
   std::string table = R"("key" = "value"; //)";
   const auto textWithTableOf = [&](std::size_t length) {
@@ -93,7 +93,7 @@ TEST_F(LinuxExtensionBundleTest, fallsBackForATableLongerThanTheLimit) {
   EXPECT_EQ(textWithTableOf(limit + 1), "fallback");
 }
 
-TEST_F(LinuxExtensionBundleTest, asksForItsPlaceWhenAFolderIsLookedUp) {
+TEST_F(LinuxExtensionBundleTest, asksForTheResourceDirectoryAtTheLookUp) {
   int questions = 0;
   const auto place = [&questions] {
     ++questions;

@@ -22,14 +22,14 @@ using namespace std::chrono_literals;
 
 constexpr const char* handoffName = "io.tolvane.Velmora.finderHandoff";
 
-/// What this program owns while it posts.
+/// The bus name that this program owns while it posts.
 std::string ownName() { return "io.tolvane.Velmora.FinderAction.p" + std::to_string(getpid()); }
 
 Environment at(const std::string& address) {
   return Environment({{"DBUS_SESSION_BUS_ADDRESS", address}});
 }
 
-/// Posts as this program does, once.
+/// Posts once through a bus connection of its own.
 void post(const std::string& busAddress, std::string_view name,
           std::chrono::milliseconds limit = 60s) {
   const Environment environment = at(busAddress);
@@ -87,23 +87,23 @@ TEST_F(LinuxNotificationCenterTest, postsTheHandoffSignalUnderANameOfThisProcess
   EXPECT_EQ(messages.front().arguments, "()");
 }
 
-TEST_F(LinuxNotificationCenterTest, postsThoughTheNameIsRefused) {
+TEST_F(LinuxNotificationCenterTest, postsEvenIfTheNameIsRefused) {
   receiver.own(ownName());
   post(daemon.address(), handoffName);
   EXPECT_EQ(receiver.received(1).front().member, "finderHandoff");
 }
 
-TEST_F(LinuxNotificationCenterTest, reachesASandboxThatHearsTheApplicationsNamesOnly) {
+TEST_F(LinuxNotificationCenterTest, reachesASandboxThatAdmitsOnlyTheApplicationsNames) {
   const FilteringProxy proxy(daemon.address(), {"--own=io.tolvane.Velmora.*"});
   BusPeer sandboxed(proxy.address());
   sandboxed.listen("io.tolvane.Velmora");
   receiver.emitSignal("/io/tolvane/Velmora", "io.tolvane.Velmora", "filteredOut");
   post(daemon.address(), handoffName);
-  // What the filter lets through keeps its order.
+  // The filter keeps the order of signals, so it has dropped the earlier one.
   EXPECT_EQ(sandboxed.received(1).front().member, "finderHandoff");
 }
 
-TEST_F(LinuxNotificationCenterTest, postsNothingUnderAnImpossibleName) {
+TEST_F(LinuxNotificationCenterTest, postsNothingForAnInvalidName) {
   for (const std::string_view name :
        {"", "finderHandoff", "Velmora.finderHandoff", "io.tolvane.Velmora.", ".finderHandoff",
         "io.tolvane.Velmora.finder handoff", "io..Velmora.finderHandoff",
@@ -114,7 +114,7 @@ TEST_F(LinuxNotificationCenterTest, postsNothingUnderAnImpossibleName) {
   EXPECT_EQ(receiver.received(1).front().member, "last");
 }
 
-TEST(LinuxNotificationCenters, comeBackWhateverTheBusIsLike) {
+TEST(LinuxNotificationCenters, returnFromABrokenBus) {
   const BrokenBus deaf(BusFault::letsNobodyIn);
   BrokenBus mute(BusFault::answersNothing);
   const BrokenBus crashed(BusFault::crashed);
@@ -122,8 +122,8 @@ TEST(LinuxNotificationCenters, comeBackWhateverTheBusIsLike) {
        {std::string(), deaf.address(), mute.address(), crashed.address()}) {
     post(address, handoffName, 200ms);
   }
-  // What was posted at the mute bus never got beyond the greeting.
-  EXPECT_EQ(mute.lastWords().find("finderHandoff"), std::string::npos);
+  // The bus that answers nothing got no message after the greeting.
+  EXPECT_EQ(mute.receivedBytes().find("finderHandoff"), std::string::npos);
 }
 
 }  // namespace

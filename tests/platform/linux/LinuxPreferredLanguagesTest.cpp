@@ -31,7 +31,7 @@ class LinuxLanguagesAdapter {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, PreferredLanguagesContract, LinuxLanguagesAdapter);
 
-TEST(LanguageVariables, giveTheseTags) {
+TEST(LanguageVariables, areConvertedToTags) {
   const struct {
     const char* name;
     Environment::Variables variables;

@@ -50,14 +50,14 @@ std::optional<std::string> settingIn(const ScratchDirectory& configHome) {
   return value ? std::optional(value->utf8()) : std::nullopt;
 }
 
-/// Settings that a comment makes so long.
+/// Settings that a comment fills up to `length` bytes.
 std::string settingsOfLength(std::size_t length) {
   std::string settings = "[Defaults]\nLanguage.v1=ja\n#";
   settings.resize(length, 'x');
   return settings;
 }
 
-TEST(LinuxSharedDefaultsTest, readsSettingsLikeThis) {
+TEST(LinuxSharedDefaultsTest, readsTheFormatOfSettings) {
   const struct {
     const char* name;
     std::string file;

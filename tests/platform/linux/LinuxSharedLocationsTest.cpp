@@ -16,7 +16,7 @@ namespace {
 
 std::optional<std::string> nowhere() { return std::nullopt; }
 
-/// A user who has no home until something is provided.
+/// A user without a home, until the test provides directories.
 class LinuxLocationsAdapter {
  public:
   const SharedLocations& locations() { return locations_; }
@@ -51,22 +51,22 @@ TEST(LinuxSharedLocationsTest, findsTheContainerOfTheEnvironmentOrOfTheDataHome)
   const std::string dataHome = directory.path();
   const std::string group = directory.path("group.org.example");
   EXPECT_EQ(container({}), std::nullopt);
-  // No file is one.
+  // A file is no container.
   directory.write("group.org.example", "");
   EXPECT_EQ(container({{"XDG_DATA_HOME", dataHome}}), std::nullopt);
-  // A link to a directory is.
+  // A link to a directory is a container.
   std::filesystem::remove(group);
   std::filesystem::create_directory(directory.path("elsewhere"));
   std::filesystem::create_directory_symlink(directory.path("elsewhere"), group);
   EXPECT_EQ(container({{"XDG_DATA_HOME", dataHome}}), Text(group));
-  // That of the environment need not exist, but be absolute.
+  // The container of the environment need not exist, but its path must be absolute.
   EXPECT_EQ(container({{"VELMORA_GROUP_CONTAINER", "/none"}, {"XDG_DATA_HOME", dataHome}}),
             Text("/none"));
   EXPECT_EQ(container({{"VELMORA_GROUP_CONTAINER", "relative"}, {"XDG_DATA_HOME", dataHome}}),
             Text(group));
 }
 
-TEST(LinuxSharedLocationsTest, tellsTheContainerThatOnlyTheEnvironmentNames) {
+TEST(LinuxSharedLocationsTest, recognisesTheContainerOfTheEnvironment) {
   const ScratchDirectory directory;
   const PosixFileReader files;
   std::filesystem::create_directory(directory.path("group.org.example"));
@@ -76,7 +76,7 @@ TEST(LinuxSharedLocationsTest, tellsTheContainerThatOnlyTheEnvironmentNames) {
   };
   EXPECT_EQ(container({{"VELMORA_GROUP_CONTAINER", "/none"}}), Text("/none"));
   EXPECT_EQ(container({{"VELMORA_GROUP_CONTAINER", "relative"}}), std::nullopt);
-  // That of the data home is the application's.
+  // The container in the data home does not count as one of the environment.
   EXPECT_EQ(container({{"XDG_DATA_HOME", directory.path()}}), std::nullopt);
 }
 

@@ -1,5 +1,5 @@
-// Applications on a desktop of their own, which main() sets up: GLib looks for desktop entries
-// where the environment told it to when it first looked.
+// Opens applications on a desktop that main() prepares, because GLib reads the directories of
+// desktop entries only once.
 #include "platform/linux/Environment.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/SessionBus.h"
@@ -37,10 +37,10 @@ std::string dataHome() {
   return std::string(captureEnvironment().variable("XDG_DATA_HOME").value());
 }
 
-/// Where the started applications report, each with its name as argument.
+/// Started applications connect here, each with its name as argument.
 std::unique_ptr<Listener> launches;
 
-/// The name of the next application that was started, which ends then.
+/// The name of the next started application. The call ends the application.
 std::string nextStarted() { return LaunchedApplication(*launches).value("argument"); }
 
 class LinuxWorkspaceAdapter {
@@ -97,7 +97,7 @@ TEST(ApplicationLookUp, findsTheDesktopEntry) {
   }
 }
 
-/// A desktop on which a launcher has given this program both tokens.
+/// A desktop where a launcher has passed both tokens to this program.
 class LinuxWorkspaceTest : public testing::Test {
  protected:
   using Variables = Environment::Variables;
@@ -108,7 +108,7 @@ class LinuxWorkspaceTest : public testing::Test {
             {"DESKTOP_STARTUP_ID", "x11-id"}};
   }
 
-  /// Opens an application and does what is left to do before the end of the program.
+  /// Opens an application and finishes the pending activation.
   static void open(const std::string& application, const Variables& variables,
                    OpenConfiguration configuration = activating,
                    std::chrono::milliseconds limit = 60s) {
@@ -124,7 +124,8 @@ class LinuxWorkspaceTest : public testing::Test {
     workspace.finishPendingActivation();
   }
 
-  /// The next application that was started has this name, and these variables of the three.
+  /// Expects that the next started application has this name, and has the three variables only as
+  /// given.
   static void expectStarted(const std::string& application, const Variables& variables) {
     const LaunchedApplication started(*launches);
     EXPECT_EQ(started.value("argument"), application);
@@ -153,11 +154,11 @@ TEST_F(LinuxWorkspaceTest, activatesARunningApplicationWithBothTokens) {
   EXPECT_EQ(received.front().interface, "org.freedesktop.Application");
   EXPECT_EQ(received.front().member, "Activate");
   EXPECT_EQ(received.front().arguments, tokens);
-  // It was not started as well.
+  // The running application was not started again.
   EXPECT_EQ(nextStarted(), "org.example.Plain");
 }
 
-TEST_F(LinuxWorkspaceTest, activatesWithoutTokensThatAreNotThere) {
+TEST_F(LinuxWorkspaceTest, activatesWithoutMissingTokens) {
   BusPeer application(daemon.address());
   application.own("org.example.with-dash");
   open("org.example.with-dash", {{"DBUS_SESSION_BUS_ADDRESS", daemon.address()},
@@ -169,7 +170,7 @@ TEST_F(LinuxWorkspaceTest, activatesWithoutTokensThatAreNotThere) {
 }
 
 TEST_F(LinuxWorkspaceTest, startsAnActivatableApplicationThatDoesNotRun) {
-  // What the bus would start ends at once.
+  // A service that the bus started would end at once.
   daemon.addService("org.example.Activatable", "/bin/false");
   open("org.example.Activatable", tokensAnd(daemon.address()));
   expectStarted("org.example.Activatable", tokensAnd(daemon.address()));
@@ -182,16 +183,16 @@ TEST_F(LinuxWorkspaceTest, runsTheCommandOfAnApplicationThatIsNotActivatable) {
   expectStarted("org.example.Plain", tokensAnd(daemon.address()));
 }
 
-TEST_F(LinuxWorkspaceTest, cutsTheCommandOffFromItsStarter) {
+TEST_F(LinuxWorkspaceTest, detachesTheCommandFromThisProgram) {
   open("org.example.Plain", {});
   const LaunchedApplication started(*launches);
   EXPECT_EQ(started.values("stream"), std::vector<std::string>(3, "/dev/null"));
   EXPECT_EQ(started.value("session"), started.value("process"));
-  // GIO ignores broken pipes; its children should not.
+  // GIO ignores SIGPIPE, but its children must not.
   EXPECT_EQ(started.value("ignoresBrokenPipes"), "no");
 }
 
-TEST_F(LinuxWorkspaceTest, givesTheCommandOnlyWhatThisProgramWasGiven) {
+TEST_F(LinuxWorkspaceTest, givesTheCommandOnlyTheTokensOfThisProgram) {
   open("org.example.Plain", {});
   expectStarted("org.example.Plain", {});
 }
@@ -203,7 +204,7 @@ TEST_F(LinuxWorkspaceTest, neitherActivatesNorPassesTokensUnlessAsked) {
   expectStarted("org.example.Activatable", {{"DBUS_SESSION_BUS_ADDRESS", daemon.address()}});
 }
 
-TEST_F(LinuxWorkspaceTest, waitsForAnApplicationThatOnlyTheBusCanStart) {
+TEST_F(LinuxWorkspaceTest, waitsWhileTheBusStartsTheApplication) {
   daemon.addService("org.example.BusOnly",
                     applicationCommand(*launches, "", "org.example.BusOnly"));
   open("org.example.BusOnly", tokensAnd(daemon.address()));
@@ -212,7 +213,7 @@ TEST_F(LinuxWorkspaceTest, waitsForAnApplicationThatOnlyTheBusCanStart) {
                         std::string(tokens)});
 }
 
-TEST_F(LinuxWorkspaceTest, comesBackWhenTheBusCannotStartTheApplication) {
+TEST_F(LinuxWorkspaceTest, returnsWhenTheBusCannotStartTheApplication) {
   const BrokenBus deaf(BusFault::letsNobodyIn);
   for (const std::string& address : {std::string(), daemon.address(), deaf.address()}) {
     open("org.example.BusOnly", tokensAnd(address), activating, 200ms);
@@ -221,7 +222,7 @@ TEST_F(LinuxWorkspaceTest, comesBackWhenTheBusCannotStartTheApplication) {
   EXPECT_EQ(nextStarted(), "org.example.Plain");
 }
 
-TEST_F(LinuxWorkspaceTest, startsTheApplicationThoughTheBusHangs) {
+TEST_F(LinuxWorkspaceTest, startsTheApplicationWhileTheBusHangs) {
   for (const BusFault fault : {BusFault::letsNobodyIn, BusFault::answersNothing}) {
     const BrokenBus bus(fault);
     open("org.example.Activatable", tokensAnd(bus.address()), activating, 200ms);
@@ -229,7 +230,7 @@ TEST_F(LinuxWorkspaceTest, startsTheApplicationThoughTheBusHangs) {
   }
 }
 
-/// Makes a desktop in `home`.
+/// Creates a desktop in `home`.
 void makeDesktop(const ScratchDirectory& home) {
   launches = std::make_unique<Listener>(home.path("launches"));
   const auto install = [&home](const std::string& application, const std::string& lines) {

@@ -12,7 +12,7 @@
 namespace velmora {
 namespace {
 
-TEST(SessionBusAddress, leadsToARunningBusOnly) {
+TEST(SessionBusAddress, excludesAddressesThatStartABus) {
   const struct {
     std::string variable;
     std::optional<std::string> address;
@@ -33,7 +33,7 @@ TEST(SessionBusAddress, leadsToARunningBusOnly) {
   EXPECT_EQ(sessionBusAddress(Environment()), std::nullopt);
 }
 
-/// The address for $XDG_RUNTIME_DIR alone.
+/// The address when only XDG_RUNTIME_DIR is set.
 std::optional<std::string> addressIn(const std::string& runtimeDirectory) {
   return sessionBusAddress(Environment({{"XDG_RUNTIME_DIR", runtimeDirectory}}));
 }
@@ -58,7 +58,7 @@ TEST(SessionBusAddress, escapesTheRuntimeDirectory) {
   EXPECT_EQ(addressIn(runtimeDirectory), "unix:path=" + directory.path("a%2Cb%3Bc/bus"));
 }
 
-TEST(SessionBusAddress, isNoneWithoutASocketInTheRuntimeDirectory) {
+TEST(SessionBusAddress, isAbsentWithoutASocketInTheRuntimeDirectory) {
   const ScratchDirectory directory;
   EXPECT_EQ(addressIn(directory.path()), std::nullopt);
   directory.write("bus", "");

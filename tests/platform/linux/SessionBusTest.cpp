@@ -1,5 +1,5 @@
-// The bus in all its states of health. That a test ends at all shows that nothing waits for ever;
-// the test runner's limit is far above the limits given here.
+// A session bus in every state. A test that ends shows that no call waits for ever, because the
+// test runner's limit is far above the limits given here.
 #include "platform/linux/Environment.h"
 #include "platform/linux/GLibPointers.h"
 #include "platform/linux/SessionBus.h"
@@ -27,9 +27,9 @@ using namespace std::chrono_literals;
 /// More than any healthy bus needs under any sanitizer.
 constexpr std::chrono::milliseconds ample = 60s;
 constexpr std::chrono::milliseconds brief = 200ms;
-/// For a bus that has to hear from us before the time is over, however busy the machine.
+/// Enough for the greeting to reach the bus, even on a busy machine.
 constexpr std::chrono::milliseconds unhurried = 3s;
-/// More than the test runner grants.
+/// More than the test runner's limit.
 constexpr std::chrono::milliseconds longerThanTheTest = 1h;
 
 Environment at(const std::string& address) {
@@ -40,9 +40,9 @@ const BusMethod echoMethod = {"org.example.Echo", "/org/example/Echo", "org.exam
 
 GLibPointer<GVariant> nothing() { return ownVariant(g_variant_new("()")); }
 
-/// Tries everything that a bus can do, many times. Whether any of it was answered.
+/// Tries every operation many times. Returns whether the bus answered any of them.
 bool answersAnything(SessionBus& bus) {
-  // Were each use to wait for itself, this would take minutes.
+  // If each operation waited, this loop would take minutes.
   for (int round = 0; round < 1000; ++round) {
     bus.requestName("org.example.Name");
     bus.emitSignal("/org/example", "org.example.Signals", "happened");
@@ -63,7 +63,7 @@ bool answersAnything(const std::string& address, std::chrono::milliseconds limit
   return answersAnything(bus);
 }
 
-TEST(SessionBusTest, tellsWhetherANameHasAnOwner) {
+TEST(SessionBusTest, reportsWhetherANameHasAnOwner) {
   const PrivateBus daemon;
   BusPeer peer(daemon.address());
   const Environment environment = at(daemon.address());
@@ -73,7 +73,7 @@ TEST(SessionBusTest, tellsWhetherANameHasAnOwner) {
   EXPECT_TRUE(bus.nameHasOwner("org.example.Echo"));
 }
 
-TEST(SessionBusTest, ownsTheNamesThatItIsGranted) {
+TEST(SessionBusTest, ownsTheGrantedNames) {
   const PrivateBus daemon;
   BusPeer peer(daemon.address());
   peer.own("org.example.Taken");
@@ -87,7 +87,7 @@ TEST(SessionBusTest, ownsTheNamesThatItIsGranted) {
   EXPECT_NE(peer.ownerOf("org.example.Free"), peersName);
 }
 
-TEST(SessionBusTest, sendsSignalsThatAreWithTheBusAfterAFlush) {
+TEST(SessionBusTest, deliversSignalsToTheBusByAFlush) {
   constexpr std::size_t senders = 50;
   const PrivateBus daemon;
   BusPeer peer(daemon.address());
@@ -98,12 +98,12 @@ TEST(SessionBusTest, sendsSignalsThatAreWithTheBusAfterAFlush) {
     bus.emitSignal("/org/example", "org.example.Signals", "happened");
     bus.flush();
   }
-  // In the order of the bus, all of them come before the answer to a call made now.
+  // The bus keeps its order, so all signals arrive before the answer to this call.
   peer.ownerOf("org.example.Name");
   EXPECT_EQ(peer.received(0).size(), senders);
 }
 
-TEST(SessionBusTest, returnsTheAnswerToACallAndNoneForAnError) {
+TEST(SessionBusTest, returnsTheAnswerToACallOrNullForAnError) {
   const PrivateBus daemon;
   const Environment environment = at(daemon.address());
   SessionBus bus(environment, ample);
@@ -115,9 +115,9 @@ TEST(SessionBusTest, returnsTheAnswerToACallAndNoneForAnError) {
   EXPECT_EQ(bus.call(echoMethod, nothing()), nullptr);
 }
 
-TEST(SessionBusTest, startsNothingForACallThatNobodyAwaits) {
+TEST(SessionBusTest, startsNoServiceForACallWithoutAnAnswer) {
   const PrivateBus daemon;
-  // Would read from this pipe, so that a call made to it would wait as long as this test runs.
+  // The service would read this pipe for ever, and a call to it would wait as long.
   const ScratchDirectory directory;
   const std::string pipe = directory.path("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -146,20 +146,20 @@ TEST(SessionBusTest, hasNoEffectWhereNothingListens) {
   EXPECT_FALSE(answersAnything("no address at all"));
 }
 
-TEST(SessionBusTest, doesNotWaitForABusThatLetsNobodyIn) {
+TEST(SessionBusTest, doesNotWaitForABusThatDoesNotAuthenticate) {
   const BrokenBus bus(BusFault::letsNobodyIn);
   EXPECT_FALSE(answersAnything(bus.address()));
 }
 
 TEST(SessionBusTest, doesNotWaitForABusThatDoesNotGreet) {
   BrokenBus bus(BusFault::answersNothing);
-  // It ends the program sooner than GIO's own limit of 25 seconds would end the wait.
+  // The alarm ends the program before GIO's own limit of 25 seconds.
   ::alarm(20);
   EXPECT_FALSE(answersAnything(bus.address(), unhurried));
   ::alarm(0);
-  // It came as far as the greeting, and no further.
-  EXPECT_NE(bus.lastWords().find("Hello"), std::string::npos);
-  EXPECT_EQ(bus.lastWords().find("RequestName"), std::string::npos);
+  // The client sent its greeting and nothing else.
+  EXPECT_NE(bus.receivedBytes().find("Hello"), std::string::npos);
+  EXPECT_EQ(bus.receivedBytes().find("RequestName"), std::string::npos);
 }
 
 TEST(SessionBusTest, doesNotWaitForABusThatFreezes) {
@@ -171,7 +171,7 @@ TEST(SessionBusTest, doesNotWaitForABusThatFreezes) {
   EXPECT_FALSE(answersAnything(bus));
 }
 
-TEST(SessionBusTest, staysSilentWhenTheTimeIsOver) {
+TEST(SessionBusTest, sendsNothingAfterTheTimeLimit) {
   const PrivateBus daemon;
   BusPeer peer(daemon.address());
   peer.listen("org.example.Signals");
@@ -194,12 +194,12 @@ TEST(SessionBusTest, survivesTheEndOfTheBus) {
   EXPECT_TRUE(bus.nameHasOwner("org.freedesktop.DBus"));
   daemon.die();
   EXPECT_FALSE(answersAnything(bus));
-  // Where GIO, left to itself, would end the process.
+  // GIO by itself would end the process here.
   while (g_main_context_iteration(nullptr, FALSE)) {
   }
 }
 
-TEST(SessionBusTest, endsACallThatNobodyWaitsFor) {
+TEST(SessionBusTest, dropsACallWhoseAnswerNobodyAwaits) {
   const PrivateBus daemon;
   BusPeer silent(daemon.address());
   silent.answerWith("");
@@ -210,11 +210,11 @@ TEST(SessionBusTest, endsACallThatNobodyWaitsFor) {
   EXPECT_TRUE(bus.nameHasOwner("org.example.Echo"));
 }
 
-TEST(SessionBusTest, hasLeftTheBusWhenItIsGone) {
+TEST(SessionBusTest, leavesTheBusWhenDestroyed) {
   const PrivateBus daemon;
   BusPeer peer(daemon.address());
   const Environment environment = at(daemon.address());
-  // More than once: what keeps a connection alive does so now and then.
+  // The loop repeats this, because a leaked reference keeps the connection alive only now and then.
   for (int round = 0; round < 100; ++round) {
     const std::string name = "org.example.Name" + std::to_string(round);
     SessionBus(environment, ample).requestName(name);

@@ -18,7 +18,7 @@ StringsTable only(const std::string& value) { return {{"k", value}}; }
 struct TableCase {
   const char* name;
   std::string text;
-  /// None for a fault.
+  /// std::nullopt for a fault.
   std::optional<StringsTable> table;
 };
 
@@ -28,7 +28,7 @@ void expectReadLikeThis(std::span<const TableCase> rows) {
   }
 }
 
-TEST(StringsTableText, mayBeLaidOutLikeThis) {
+TEST(StringsTableText, hasThisSyntax) {
   const TableCase rows[] = {
       {"empty", "", StringsTable()},
       {"blanks", " \t\r\n\v\f", StringsTable()},

@@ -12,7 +12,7 @@
 namespace velmora {
 namespace {
 
-/// Sees the copies on standard error.
+/// Reads the copies on standard error.
 class SyslogAdapter {
  public:
   SyslogAdapter() { testing::internal::CaptureStderr(); }

@@ -12,7 +12,7 @@
 namespace velmora {
 namespace {
 
-TEST(XdgDirectories, followTheRule) {
+TEST(XdgDirectories, areTheVariablesOrTheirDefaults) {
   const struct {
     const char* name;
     Environment::Variables variables;
@@ -56,7 +56,7 @@ TEST(XdgDirectories, followTheRule) {
   }
 }
 
-TEST(PasswordEntryHome, isTheUsers) {
+TEST(PasswordEntryHome, isTheHomeOfTheUser) {
   const passwd* entry = getpwuid(getuid());
   ASSERT_NE(entry, nullptr);
   EXPECT_EQ(passwordEntryHome(), entry->pw_dir);

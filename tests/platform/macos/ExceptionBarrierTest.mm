@@ -16,7 +16,7 @@ TEST(ExceptionBarrierTest, runsAnOperationToItsEnd) {
   EXPECT_EQ(runs, 1);
 }
 
-TEST(ExceptionBarrierTest, stopsWhatCPlusPlusThrows) {
+TEST(ExceptionBarrierTest, stopsCPlusPlusExceptions) {
   int runs = 0;
   EXPECT_EQ(attempt([&runs] {
               ++runs;
@@ -31,7 +31,7 @@ TEST(ExceptionBarrierTest, stopsWhatCPlusPlusThrows) {
   EXPECT_EQ(runs, 2);
 }
 
-TEST(ExceptionBarrierTest, stopsWhatObjectiveCRaises) {
+TEST(ExceptionBarrierTest, stopsObjectiveCExceptions) {
   EXPECT_EQ(attempt([] { [NSException raise:NSGenericException format:@"raised"]; }),
             AttemptResult::failed);
   EXPECT_EQ(attempt([] {
@@ -42,7 +42,7 @@ TEST(ExceptionBarrierTest, stopsWhatObjectiveCRaises) {
             AttemptResult::failed);
 }
 
-TEST(ExceptionBarrierTest, leavesNothingOfWhatTheOperationHeld) {
+TEST(ExceptionBarrierTest, releasesTheObjectsOfTheOperation) {
   struct Held {
     explicit Held(int& held) : count(held) { ++count; }
     ~Held() { --count; }

@@ -8,7 +8,7 @@
 namespace velmora {
 namespace {
 
-TEST(FoundationTextTest, takesTextThereAndBackAsItIs) {
+TEST(FoundationTextTest, convertsTextBothWaysUnchanged) {
   for (const std::string text : {"", "plain", "100%", "復元 e\u0301 \u00e9", "\U0001F4C1"}) {
     EXPECT_EQ(utf8Of(foundationString(text)), text);
     EXPECT_EQ(utf8Of(readableString(text)), text);
@@ -24,23 +24,23 @@ TEST(FoundationTextTest, leavesStringsToTheAutoreleasePool) {
   }
 }
 
-TEST(FoundationTextTest, makesNoStringOfBytesThatAreNotUTF8) {
+TEST(FoundationTextTest, returnsNoStringForBytesThatAreNotUTF8) {
   for (const char* bytes : {"\xff", "a\xc3", "\xed\xa0\x80"}) {
     EXPECT_EQ(foundationString(bytes), nil);
   }
 }
 
-TEST(FoundationTextTest, makesAnyBytesReadable) {
+TEST(FoundationTextTest, convertsAnyBytesForDisplay) {
   EXPECT_EQ(utf8Of(readableString("Jos\xe9")), "Jos\u00e9");
 }
 
-TEST(FoundationTextTest, findsNoUTF8InWhatHasNone) {
+TEST(FoundationTextTest, returnsNoUTF8ForNilOrAnUnpairedSurrogate) {
   const unichar halfAPair = 0xD800;
   EXPECT_EQ(utf8Of(nil), std::nullopt);
   EXPECT_EQ(utf8Of([NSString stringWithCharacters:&halfAPair length:1]), std::nullopt);
 }
 
-TEST(FoundationTextTest, tellsThePathOfAFileURL) {
+TEST(FoundationTextTest, returnsThePathOfAFileURL) {
   EXPECT_EQ(pathOf([NSURL URLWithString:@"file:///a%20b/c"]), Text("/a b/c"));
   EXPECT_EQ(pathOf(nil), std::nullopt);
 }

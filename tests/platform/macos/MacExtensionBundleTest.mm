@@ -40,14 +40,14 @@ id refuseNoPath(id, SEL, NSString* path) {
   return nil;
 }
 
-TEST(MacExtensionBundleTest, makesNoFolderWithoutAPath) {
+TEST(MacExtensionBundleTest, returnsNoFolderWithoutAPath) {
   const ScratchBundle files;
   const MethodReplacement asApple(
       class_getInstanceMethod([NSBundle class], @selector(initWithPath:)), refuseNoPath);
   EXPECT_EQ(MacExtensionBundle().localizationFolder("ja"), nullptr);
 }
 
-TEST(MacExtensionBundleTest, keepsNoBundle) {
+TEST(MacExtensionBundleTest, retainsNoBundle) {
   ScratchBundle files;
   files.localize("ja", {{"key", "text"}});
   @autoreleasepool {

@@ -14,7 +14,7 @@
 #include <variant>
 #include <vector>
 
-/// An extension host at its worst.
+/// An extension host that raises an exception in every call.
 @interface RaisingExtensionContext : NSExtensionContext {
  @private
   int calls;
@@ -100,7 +100,8 @@ class MacHostAdapter {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, ExtensionHostContract, MacHostAdapter);
 
-/// How many attachments an input item has: none for a missing list, and -1 for a foreign object.
+/// The number of attachments of each input item. std::nullopt is a missing list, and -1 a foreign
+/// object.
 std::vector<std::optional<int>> attachmentCounts(const ExtensionContext& context) {
   std::vector<std::optional<int>> counts;
   for (const InputItem& inputItem : context.inputItems()) {
@@ -116,7 +117,7 @@ std::vector<std::optional<int>> attachmentCounts(const ExtensionContext& context
   return counts;
 }
 
-TEST(MacExtensionContextTest, tellsForeignObjectsAndMissingAttachments) {
+TEST(MacExtensionContextTest, distinguishesForeignObjectsAndMissingAttachments) {
   @autoreleasepool {
     NSExtensionItem* withoutAttachments = [[[NSExtensionItem alloc] init] autorelease];
     const MacExtensionContext context(hostWith(@[
@@ -135,7 +136,7 @@ TEST(MacExtensionContextTest, mayHaveNoInputItems) {
   }
 }
 
-TEST(MacExtensionContextTest, completesWithAnEmptyListAndNobodyToCallBack) {
+TEST(MacExtensionContextTest, completesWithAnEmptyListAndNoHandler) {
   @autoreleasepool {
     RecordingExtensionContext* host = hostWith(@[]);
     MacExtensionContext(host).completeRequest();
@@ -159,7 +160,7 @@ TEST(MacExtensionContextTest, cancelsWithAnErrorThatIsNeverMissing) {
   }
 }
 
-TEST(MacExtensionContextTest, keepsItsHostAndLetsItGo) {
+TEST(MacExtensionContextTest, retainsAndReleasesItsHost) {
   std::shared_ptr<const ContextRecord> host;
   std::shared_ptr<const ProviderRecord> provider;
   {
@@ -178,7 +179,7 @@ TEST(MacExtensionContextTest, keepsItsHostAndLetsItGo) {
   EXPECT_TRUE(provider->deallocated());
 }
 
-TEST(MacExtensionContextTest, bearsAHostThatRaisesExceptions) {
+TEST(MacExtensionContextTest, ignoresExceptionsOfTheHost) {
   @autoreleasepool {
     RaisingExtensionContext* host = [[[RaisingExtensionContext alloc] init] autorelease];
     MacExtensionContext context(host);

@@ -12,7 +12,7 @@
 #include <variant>
 #include <vector>
 
-/// A URL that names a file by its identity, as the pasteboard has them; GNUstep has none.
+/// A URL that names a file by its identity, as the pasteboard has them. GNUstep has no such URLs.
 @interface ReferenceURL : NSURL
 @end
 
@@ -43,7 +43,7 @@
 namespace velmora {
 namespace {
 
-/// What a load callback was told.
+/// The arguments of a load callback.
 struct Delivery {
   LoadedItem item;
   std::optional<PlatformError> error;
@@ -67,7 +67,7 @@ std::vector<Delivery> deliveriesOf(MacItemProvider& provider) {
   return deliveries;
 }
 
-/// The one delivery of a provider that delivers this.
+/// The only delivery of a provider that delivers these.
 Delivery delivered(id item, NSError* error) {
   const auto provider =
       providerOf([item, error](NSItemProviderCompletionHandler handler) { handler(item, error); });
@@ -80,7 +80,7 @@ NSData* dataOf(const std::string& bytes) {
   return [NSData dataWithBytes:bytes.data() length:bytes.size()];
 }
 
-TEST(MacItemProviderTest, makesAFileURLOfADeliveredItemOrNone) {
+TEST(MacItemProviderTest, convertsADeliveredItemToAFileURLIfItIsOne) {
   @autoreleasepool {
     const struct {
       const char* name;
@@ -117,14 +117,14 @@ TEST(MacItemProviderTest, resolvesAURLThatNamesNoPath) {
   }
 }
 
-TEST(MacItemProviderTest, takesAnItemThatRaisesExceptionsForUnusable) {
+TEST(MacItemProviderTest, treatsAnItemThatRaisesExceptionsAsUnusable) {
   @autoreleasepool {
     RaisingURL* raising = [[[RaisingURL alloc] initWithString:@"file:///a"] autorelease];
     EXPECT_TRUE(std::holds_alternative<UnusableItem>(delivered(raising, nil).item));
   }
 }
 
-TEST(MacItemProviderTest, tellsNothingFromSomethingUnusable) {
+TEST(MacItemProviderTest, distinguishesNothingFromAnUnusableItem) {
   @autoreleasepool {
     EXPECT_TRUE(std::holds_alternative<std::monostate>(delivered(nil, nil).item));
     EXPECT_TRUE(std::holds_alternative<UnusableItem>(delivered(@"text", nil).item));
@@ -161,7 +161,7 @@ TEST(MacItemProviderTest, asksForTheTypeAndForNoOptions) {
   [scripted release];
 }
 
-TEST(MacItemProviderTest, keepsItsProviderAndLetsItGo) {
+TEST(MacItemProviderTest, retainsAndReleasesItsProvider) {
   @autoreleasepool {
     ScriptedItemProvider* scripted = [[ScriptedItemProvider alloc] initWithTypes:{} script:{}];
     const auto record = [scripted record];
@@ -174,7 +174,7 @@ TEST(MacItemProviderTest, keepsItsProviderAndLetsItGo) {
   }
 }
 
-TEST(MacItemProviderTest, keepsACallbackForAsLongAsTheProviderDoes) {
+TEST(MacItemProviderTest, retainsACallbackAsLongAsTheProviderDoes) {
   @autoreleasepool {
     std::optional<HeldCompletionHandler> held;
     const auto provider =

@@ -20,7 +20,7 @@ id noCenter(id, SEL) {
   return nil;
 }
 
-/// Observed by another process, which can take any name but has to know it beforehand.
+/// Another process observes the notifications. It can observe any name, but needs it in advance.
 class MacNotificationsAdapter {
  public:
   NotificationCenter& center() { return center_; }

@@ -18,21 +18,21 @@ class MacPathsAdapter {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Mac, PathStandardizerContract, MacPathsAdapter);
 
-// Only Foundation knows these, so they tell that it was asked.
-TEST(MacPathStandardizerTest, leavesOutPrivateInFrontOfAPlaceThatIsThereWithoutIt) {
+// Only Foundation has these rules, so the results show that Foundation was called.
+TEST(MacPathStandardizerTest, removesPrivateBeforeAPathThatExistsWithoutIt) {
   const MacPathStandardizer paths;
   EXPECT_EQ(paths.standardizedFileURLPath("/private/tmp"), Text("/tmp"));
   EXPECT_EQ(paths.standardizedPath("/private/tmp"), Text("/tmp"));
 }
 
-TEST(MacPathStandardizerTest, knowsThePlacesWhoseBeginningFoundationLeavesOut) {
+TEST(MacPathStandardizerTest, listsThePathsWhosePrefixFoundationRemoves) {
   const MacPathStandardizer paths;
   EXPECT_EQ(paths.pathsStandardizedTo("/tmp"),
             (std::vector<Text>{"/tmp", "/private/tmp", "/var/automount/tmp",
                                "/private/var/automount/tmp"}));
 }
 
-TEST(MacPathStandardizerTest, knowsNoPlaceOfBytesThatAreNotUTF8) {
+TEST(MacPathStandardizerTest, listsNoPathForBytesThatAreNotUTF8) {
   const MacPathStandardizer paths;
   EXPECT_EQ(paths.standardizedFileURLPath("/a\xff").utf8(), "");
   EXPECT_EQ(paths.standardizedPath("/a\xff").utf8(), "/a\xff");

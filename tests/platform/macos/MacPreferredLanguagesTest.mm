@@ -14,12 +14,12 @@
 namespace velmora {
 namespace {
 
-/// What the replaced method answers with; it has no other way to know.
+/// The answer of the replaced method. A global, because the method gets no other state.
 NSArray* languagesOfTheSystem = nil;
 
 id preferredLanguages(id, SEL) { return languagesOfTheSystem; }
 
-/// Stands in for the settings of the system, because GNUstep adds English to every list.
+/// Replaces the settings of the system, because GNUstep adds English to every list.
 class MacLanguagesAdapter {
  public:
   MacLanguagesAdapter() = default;

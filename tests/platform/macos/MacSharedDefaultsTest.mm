@@ -39,7 +39,7 @@ class MacDefaultsAdapter {
     [[NSUserDefaults standardUserDefaults] synchronize];
   }
 
-  /// A program's own settings are no suite to it.
+  /// A program cannot open its own settings as a suite.
   void makeUnusable(std::string_view suite) { bundle_.identifyAs(std::string(suite)); }
 
  private:
@@ -58,7 +58,7 @@ TEST(MacSharedDefaultsTest, readsANumberAsItsTextAndNothingElse) {
   EXPECT_EQ(adapter.defaults().string("group.org.example", "Key.v1"), std::nullopt);
 }
 
-TEST(MacSharedDefaultsTest, keepsNoSuite) {
+TEST(MacSharedDefaultsTest, releasesTheSuite) {
   GSDebugAllocationActive(YES);
   Class suites = NSClassFromString(@"SuiteDefaults");
   ASSERT_NE(suites, Nil);

@@ -48,7 +48,7 @@ TEST(MacWorkspaceTest, namesALocationByItsURL) {
   EXPECT_EQ(location.value(), Text("file:///Applications/100%25%20%C3%A9.app"));
 }
 
-TEST(MacWorkspaceTest, opensAsItIsToldAndWaitsForNothing) {
+TEST(MacWorkspaceTest, passesTheConfigurationAndWaitsForNothing) {
   MacWorkspace workspace;
   const std::string url = "file:///Applications/Application.app";
   workspace.openApplication(url, {.activates = true, .addsToRecentItems = false});
@@ -63,7 +63,7 @@ TEST(MacWorkspaceTest, opensAsItIsToldAndWaitsForNothing) {
             (std::vector{opened(true, false), opened(false, true)}));
 }
 
-TEST(MacWorkspaceTest, opensNothingWhereThereIsNoURL) {
+TEST(MacWorkspaceTest, opensNothingWithoutAURL) {
   MacWorkspace workspace;
   workspace.openApplication("\xff", {});
   EXPECT_TRUE(sharedObjects().openedApplications.empty());

@@ -1,5 +1,4 @@
-// Another implementation of a method of the system's classes, for as long as a test needs it. For
-// Objective-C++ only.
+// Replaces a method of the system's classes during a test. For Objective-C++ only.
 #pragma once
 
 #import <objc/runtime.h>
@@ -8,7 +7,7 @@ namespace velmora {
 
 class MethodReplacement {
  public:
-  /// `implementation` gets the receiver and the selector, and then what the method gets.
+  /// `implementation` gets the receiver, the selector, and the arguments of the method.
   template <class Implementation>
   MethodReplacement(Method method, Implementation* implementation)
       : method_(method),
@@ -17,7 +16,7 @@ class MethodReplacement {
   MethodReplacement& operator=(const MethodReplacement&) = delete;
   ~MethodReplacement() { method_setImplementation(method_, replaced_); }
 
-  /// The method as it is without the replacement.
+  /// The original implementation.
   [[nodiscard]] IMP replaced() const { return replaced_; }
 
  private:

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-/// Counts the objects that there are.
+/// Counts its living instances.
 @interface CountedObject : NSObject {
  @private
   int* liveObjects;
@@ -45,7 +45,7 @@ TEST(ObjectHolderTest, releasesWhatItAdopted) {
   EXPECT_EQ(count, 0);
 }
 
-TEST(ObjectHolderTest, leavesToOthersTheirSharesOfWhatItRetained) {
+TEST(ObjectHolderTest, releasesOnlyItsOwnReference) {
   int count = 0;
   CountedObject* object = [[CountedObject alloc] initWithCount:&count];
   {
@@ -57,7 +57,7 @@ TEST(ObjectHolderTest, leavesToOthersTheirSharesOfWhatItRetained) {
   EXPECT_EQ(count, 0);
 }
 
-TEST(ObjectHolderTest, sharesByCopyAndHandsOnByMove) {
+TEST(ObjectHolderTest, retainsByCopyAndTransfersByMove) {
   int count = 0;
   {
     auto first = Holder::adopting([[CountedObject alloc] initWithCount:&count]);

@@ -1,4 +1,4 @@
-// A bundle that stands in for the main bundle, which a test program cannot choose.
+// A replacement for the main bundle, which a test program cannot choose.
 #pragma once
 
 #include "tests/support/ScratchDirectory.h"
@@ -12,7 +12,7 @@
 
 namespace velmora {
 
-/// One at a time; `+[NSBundle mainBundle]` answers with it while it lives.
+/// Only one may exist at a time. `+[NSBundle mainBundle]` returns this bundle during its life.
 class ScratchBundle {
  public:
   ScratchBundle();
@@ -20,13 +20,13 @@ class ScratchBundle {
   ScratchBundle& operator=(const ScratchBundle&) = delete;
   ~ScratchBundle();
 
-  /// None at the beginning.
+  /// There is no identifier at first.
   void identifyAs(const std::optional<std::string>& identifier);
 
-  /// Makes the file `<language>.lproj/Localizable.strings`.
+  /// Creates the file `<language>.lproj/Localizable.strings`.
   void writeStrings(std::string_view language, std::string_view content);
 
-  /// The same, of these texts.
+  /// Creates the same file with these texts.
   void localize(std::string_view language, const std::map<std::string, std::string>& texts);
 
  private:
@@ -35,7 +35,7 @@ class ScratchBundle {
   void writeNextGeneration();
 
   ScratchDirectory directory_;
-  // Foundation keeps what it has seen of a bundle, so each change is made in another one.
+  // Foundation caches a bundle's content, so each change makes a new bundle.
   int generation_ = 0;
   std::optional<std::string> identifier_;
   std::map<std::string, std::string, std::less<>> tables_;

@@ -10,7 +10,7 @@ namespace velmora {
 
 namespace {
 
-/// What the replaced method answers with; it has no other way to know.
+/// The answer of the replaced method. A global, because the method gets no other state.
 NSBundle* standIn = nil;
 
 id mainBundle(id, SEL) { return standIn; }

@@ -1,11 +1,11 @@
-"""The products' Objective-C++ against Apple's declarations, where there is no Mac.
+"""Checks the products' Objective-C++ against Apple's declarations, without a Mac.
 
-The tests of the products run with GNUstep's headers. The headers in apple/ are Apple's, as far as
-the products use them: here every source is compiled with these, too, nothing in them may be unused,
-and GNUstep has to declare the same.
+The tests of the products run with GNUstep's headers. The headers in apple/ have those of Apple's
+declarations that the products use. This test compiles every source with them, requires that each
+declaration is used, and requires that GNUstep declares the same.
 
-Of nullability, __kindof and generic arguments, GNUstep has little, and they say nothing about what
-a call does: they are no part of the comparison.
+The comparison ignores nullability, __kindof and generic arguments, because GNUstep lacks most of
+them and they do not change a call.
 """
 
 import concurrent.futures
@@ -22,7 +22,7 @@ from typing import NamedTuple
 
 SOURCE = pathlib.Path(__file__).resolve().parents[3]
 HERE = pathlib.Path(__file__).resolve().parent
-# The build that it is a part of names its own folder.
+# The build that runs this test passes its own directory.
 BUILD = pathlib.Path(os.environ.get("VELMORA_BUILD", SOURCE / "build/dev"))
 
 FOLDERS = (SOURCE / "src/platform/macos", SOURCE / "apps/macos")
@@ -32,7 +32,7 @@ IMPORTS = """#import <Foundation/Foundation.h>
 #include <dispatch/dispatch.h>
 """
 
-# Both of Apple's processors, by what BOOL is there.
+# Apple's processors, with what BOOL is: 1 for bool, 0 for signed char.
 APPLES_BOOL = {"arm64": 1, "x86_64": 0}
 WARNINGS = (
     "-Wall",
@@ -44,35 +44,35 @@ WARNINGS = (
     "-Wsuper-class-method-mismatch",
     "-Wundeclared-selector",
 )
-# What a dump of a product is reduced to: its namespace, and classes named after it.
+# The filter of a product's dump: its namespace, and its classes, whose names contain this.
 OWN_NAMES = "elmora"
 
-# The compiler itself takes id for instancetype in methods of these names.
+# In methods of these names, the compiler treats id as instancetype.
 RELATED_RESULT = re.compile(r"alloc|new|(init|alloc|new)([A-Z].*)?|autorelease|retain|self")
-# Types of which only the names have to be the same.
+# Types that only need equal names.
 COMPARED_BY_NAME = {
-    # Apple's are two themselves, and both are tried.
+    # Apple has two definitions, and a test compiles with both.
     "BOOL",
-    # GNUstep's is a structure of another name.
+    # GNUstep's structure has another name.
     "NSRect",
     "const NSRect",
-    # GNUstep's are enumerations of another width. The values of those in use are compared.
+    # GNUstep's enumerations have another width. A test compares the values in use.
     "NSSearchPathDirectory",
     "NSSearchPathDomainMask",
     "NSStringEncoding",
 }
-# What GNUstep declares to return where that is something else, and why it is no harm. What the
-# sources do with Apple's type is seen when they are compiled with it.
+# Return types of GNUstep that differ from Apple's, and why each is harmless. Compiling with Apple's
+# declarations checks how the sources use Apple's type.
 DIFFERENCES = {
-    # What is called on the result is any object's method then; the compiler warns where several
-    # could be meant.
+    # The result can then get any object's messages; the compiler warns when a message has several
+    # possible methods.
     ("NSError", "+", "errorWithDomain:code:userInfo:"): "id",
     ("NSDistributedNotificationCenter", "+", "defaultCenter"): "id",
-    # The same for the class itself; the products have no subclass of it.
+    # For NSURL itself the type is the same, and the products have no subclass of it.
     ("NSURL", "+", "fileURLWithPath:"): "instancetype",
 }
 
-# Syntax that sends messages which nobody wrote.
+# Syntax that sends implicit messages.
 IMPLICIT_MESSAGES = {
     "ObjCArrayLiteral": ("NSArray", "+", "arrayWithObjects:count:"),
     "ObjCDictionaryLiteral": ("NSDictionary", "+", "dictionaryWithObjects:forKeys:count:"),
@@ -83,7 +83,7 @@ IMPLICIT_MESSAGES = {
     ),
 }
 
-# What the runtimes treat differently, or only one of them knows, by how it is written.
+# Constructs that the runtimes treat differently, or that only one runtime knows.
 UNPORTABLE = {
     "exceptions": r"@(try|catch|finally|throw|synchronized)\b|\bcatch\s*\(|\bNS_(DURING|HANDLER)\b",
     "conditional compilation": r"^\s*#\s*(if|ifdef|ifndef|el\w+)\b",
@@ -102,7 +102,7 @@ class Entry(NamedTuple):
 
 @functools.cache
 def entries():
-    """How the build compiles each product, without what only concerns the files that it writes."""
+    """The command that compiles each product, without the options for output files."""
     path = BUILD / "compile_commands.json"
     if not path.exists():
         raise AssertionError(f"{path} is missing: configure with CMAKE_EXPORT_COMPILE_COMMANDS")
@@ -122,7 +122,7 @@ def entries():
 
 
 def with_apples_headers(command, processor="arm64"):
-    """The same command, but for what makes it one for GNUstep."""
+    """The same command without the options for GNUstep."""
     result = []
     words = iter(command)
     for word in words:
@@ -163,7 +163,7 @@ def in_parallel(function, *arguments):
 
 
 class Node:
-    """A line of a dump, with those that are indented below it."""
+    """A line of a dump, with the lines indented below it."""
 
     __slots__ = ("kind", "text", "parent", "children")
 
@@ -188,7 +188,7 @@ class Node:
         return self.text.rpartition(" ")[2]
 
     def type(self):
-        """The first one that the line gives: that of an expression or a parameter."""
+        """The first type in the line, which is that of an expression or a parameter."""
         return Type.found(QUOTED_TYPE.search(self.text))
 
 
@@ -199,13 +199,13 @@ class Type(NamedTuple):
     @staticmethod
     def found(match):
         written = reduced(match["written"])
-        # The dumps say that it means id.
+        # The dumps translate instancetype to id.
         if match["meant"] is None or written == "instancetype":
             return Type(written, written)
         return Type(written, reduced(match["meant"]))
 
     def with_arguments(self, arguments):
-        """Of a generic class without arguments, where the parameters mean their bounds."""
+        """The type in a generic class without arguments: each parameter becomes its bound."""
         for name, bound in arguments.items():
             self = Type(*(re.sub(rf"\b{name}\b", bound, text) for text in self))
         return self
@@ -260,7 +260,7 @@ PLAIN_DECLARATION = re.compile(r"\b(\w+) '")
 
 
 def reduced(text):
-    """A type without what says nothing about what a call does."""
+    """A type without the parts that do not change a call."""
     text = re.sub(r"\b(_Nonnull|_Nullable|_Null_unspecified|__\w*(kindof|retained))\b", "", text)
     text = re.sub(r"\b(?!id\b|Class\b)(\w+)<[^<>]*>", r"\1", text)
     text = re.sub(r"\s+", " ", text)
@@ -284,7 +284,7 @@ def nodes_of(dump):
 
 
 class Declarations:
-    """Methods by who declares them: a class by its name, a protocol by its name in <>."""
+    """Methods by their declarer: a class by its name, a protocol by its name in <>."""
 
     def __init__(self, nodes):
         self.methods = {}
@@ -315,7 +315,7 @@ class Declarations:
                 self.methods.setdefault((owner, method.sign, method.selector), []).append(method)
 
     def declarer(self, owner, sign, selector):
-        """Whose method is called: the class's, its protocols' or an ancestor's. None: nobody's."""
+        """The declarer of the method: the class, a protocol, an ancestor, or None."""
         if (owner, sign, selector) in self.methods:
             return (owner, sign, selector)
         above = self.parents.get(owner, []) + [self.superclasses.get(owner)]
@@ -327,7 +327,7 @@ class Declarations:
 
 
 def plain_declarations(nodes, kind):
-    """Functions, constants or enumerators of C: the name and the line of each."""
+    """The functions, constants or enumerators of C: the name and the line of each."""
     result = {}
     for node in nodes:
         match = PLAIN_DECLARATION.search(node.text) if node.kind == kind else None
@@ -337,7 +337,7 @@ def plain_declarations(nodes, kind):
 
 
 class Message(NamedTuple):
-    """The receiver is a class or <protocol>, or empty when it may be anything."""
+    """A message. Its receiver is a class or <protocol>, or empty for any object."""
 
     receiver: str
     sign: str
@@ -346,7 +346,7 @@ class Message(NamedTuple):
 
 
 def messages(nodes, declarations):
-    """All that the code sends; of templates, what their instances do."""
+    """All messages that the code sends, in templates those of their instances."""
     result = []
     for node in nodes:
         if node.kind in IMPLICIT_MESSAGES:
@@ -376,7 +376,7 @@ def receiver(node, match, declarations):
 
 
 def blocks_given(message):
-    """The blocks among the arguments, each with its place, as they are written at the call."""
+    """The block arguments as written at the call, each with its position."""
     arguments = message.node.children
     if not (" class='" in message.node.text or " super (" in message.node.text):
         arguments = arguments[1:]
@@ -436,7 +436,7 @@ class AppleDeclarationsTest(unittest.TestCase):
         return nodes_of(result.stdout)
 
     def declarer(self, source, message):
-        """Who of Apple's declares what is called; any object is taken to be an NSObject."""
+        """Apple's declarer of the called method. Any object counts as an NSObject."""
         found = self.all.declarer(message.receiver or "NSObject", message.sign, message.selector)
         self.assertIsNotNone(found, f"{source.name}: {message[:3]}")
         return found
@@ -451,12 +451,12 @@ class AppleDeclarationsTest(unittest.TestCase):
                             yield node.last_word(), Method.declared_in(child)
 
     def overridden(self, owner, method):
-        """Who of Apple's declares a method that the class has anew."""
+        """Apple's declarer of a method that the class overrides."""
         superclass = self.all.superclasses[owner]
         return self.apple.declarer(superclass, method.sign, method.selector)
 
     def test_sources_compile_with_the_bool_of_either_processor(self):
-        # With the one of arm64 they do, or there were no dumps.
+        # The sources compile with the BOOL of arm64, because the dumps were made with it.
         def compile_product(source):
             entry = self.entries[source]
             command = with_apples_headers(entry.command, "x86_64")
@@ -476,7 +476,7 @@ class AppleDeclarationsTest(unittest.TestCase):
             with self.subTest(source.name):
                 self.assertEqual((result.returncode, result.stderr), (0, ""))
 
-    def test_sources_hold_nothing_unportable(self):
+    def test_sources_have_no_unportable_constructs(self):
         for folder in FOLDERS:
             for source in sorted([*folder.glob("*.h"), *folder.glob("*.mm")]):
                 text = COMMENT_OR_TEXT.sub('""', source.read_text(encoding="utf-8"))
@@ -535,7 +535,7 @@ class AppleDeclarationsTest(unittest.TestCase):
                     apples, others = node.type(), gnusteps[name].type()
                     self.assertTrue(apples.same_as(others), f"{apples} != {others}")
 
-    def test_gnusteps_numbers_are_apples(self):
+    def test_gnustep_has_apples_enumerator_values(self):
         text = IMPORTS
         for name, node in plain_declarations(self.apple_nodes, "EnumConstantDecl").items():
             [value] = [below for below in node.descendants() if below.kind == "value:"]
@@ -546,7 +546,7 @@ class AppleDeclarationsTest(unittest.TestCase):
         result = self.compile_text(text, self.entry.command)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
 
-    def test_messages_to_any_object_can_mean_one_thing_only(self):
+    def test_messages_to_any_object_are_unambiguous(self):
         to_any = {
             (source, message.sign, message.selector, self.declarer(source, message))
             for source, message in self.messages
@@ -562,7 +562,7 @@ class AppleDeclarationsTest(unittest.TestCase):
                             for method in methods:
                                 self.assertTrue(method.same_as(apples), f"{method} != {apples}")
 
-    def test_own_methods_are_those_that_apples_classes_call(self):
+    def test_own_methods_override_apples_methods(self):
         implementations = list(self.implementations())
         self.assertTrue(implementations)
         for owner, method in implementations:
@@ -572,9 +572,9 @@ class AppleDeclarationsTest(unittest.TestCase):
                 [apples] = self.apple.methods[declarer]
                 self.assertTrue(method.same_as(apples), f"{method} != {apples}")
 
-    def test_blocks_have_the_very_parameters_that_are_declared(self):
-        # Another class may be written where the declaration says "kind of", and the sender then
-        # converts what it delivers.
+    def test_blocks_have_exactly_the_declared_parameters(self):
+# A block may name a subclass for a "kind of" parameter, and the sender
+        # then converts the argument.
         seen = 0
         for source, message in self.messages:
             for place, block in blocks_given(message):

@@ -1,4 +1,4 @@
-// The file writer while memory runs out, at each of its allocations.
+// The file writer, with a failure at each of its allocations in turn.
 
 #include "platform/posix/PosixFileWriter.h"
 #include "tests/support/FailingAllocations.h"
@@ -22,7 +22,7 @@ std::size_t fileCountIn(const std::string& directory) {
 }
 
 TEST(FailedAllocations, leaveNoHalfWrittenFile) {
-  // Long names, so that each directory above the file takes an allocation of its own.
+  // The names are long, so that each directory above the file needs an allocation of its own.
   const std::string below = "/a directory with a long name/another directory with a long name";
   const std::string bytes = "written";
   const long count = failEachAllocation(

@@ -29,10 +29,10 @@ namespace {
 
 using std::string_literals::operator""s;
 
-/// More than any file of these tests has, but for the ones that are to be too long.
+/// More than the length of any file in these tests, except those that must be too long.
 constexpr std::size_t plenty = 16 * 1024 * 1024;
 
-/// The number that the next file to be opened gets: higher when one has been left open.
+/// The number of the next opened descriptor. It grows if a descriptor leaks.
 int nextDescriptor() {
   return FileDescriptor::adopt(::open("/dev/null", O_RDONLY | O_CLOEXEC)).get();
 }
@@ -47,7 +47,7 @@ class ReadingPosixFiles : public testing::Test {
     return errorCodeOf([&] { return reader.entryNames(path, unlimitedNameCount); });
   }
 
-  /// More names than fit the room of one system call that reads a directory. Sorted.
+  /// Creates more names than one system call returns for a directory. Returns them sorted.
   std::vector<std::string> makeFilesWithLongNames() {
     std::vector<std::string> names;
     for (int number = 100; number < 400; ++number) {
@@ -61,13 +61,13 @@ class ReadingPosixFiles : public testing::Test {
   PosixFileReader reader;
 };
 
-TEST_F(ReadingPosixFiles, readsMoreThanOnePiece) {
+TEST_F(ReadingPosixFiles, readsAFileOfSeveralPieces) {
   const std::string bytes = std::string(1'000'000, 'x') + "end";
   directory.write("file", bytes);
   EXPECT_TRUE(reader.read(directory.path("file"), bytes.size()) == bytes);
 }
 
-TEST_F(ReadingPosixFiles, followsLinksAndWaitsForNothing) {
+TEST_F(ReadingPosixFiles, followsLinksAndNeverWaits) {
   directory.write("file", "content");
   directory.write("directory/below", "");
   require(::mkfifo(directory.path("fifo").c_str(), 0600) == 0, "fifo");
@@ -118,12 +118,12 @@ TEST_F(ReadingPosixFiles, followsLinksAndWaitsForNothing) {
             std::vector<std::string>{"below"});
 }
 
-/// Adds to the file at `path`, without putting another one in its place.
+/// Appends to the file at `path` in place.
 void append(const std::string& path, std::string_view bytes) {
   std::ofstream(path, std::ios::binary | std::ios::app) << bytes;
 }
 
-TEST_F(ReadingPosixFiles, readsInPiecesWhatAFileGrowsBy) {
+TEST_F(ReadingPosixFiles, readsInPiecesTheBytesAppendedMeanwhile) {
   const std::string path = directory.write("file", "123");
   const std::unique_ptr<FileContent> content = reader.open(path, 6);
   std::array<char, 100> room{};
@@ -136,7 +136,7 @@ TEST_F(ReadingPosixFiles, readsInPiecesWhatAFileGrowsBy) {
   EXPECT_EQ(content->read(room.data(), room.size()), 0);
 }
 
-TEST_F(ReadingPosixFiles, readsInPiecesNoFileThatGrowsTooLong) {
+TEST_F(ReadingPosixFiles, refusesInPiecesAFileThatGrowsTooLong) {
   const std::string path = directory.write("file", "123");
   for (const std::size_t size : {1U, 2U, 100U}) {
     const std::unique_ptr<FileContent> content = reader.open(path, 3 * size);
@@ -154,7 +154,7 @@ TEST_F(ReadingPosixFiles, readsInPiecesNoFileThatGrowsTooLong) {
   }
 }
 
-TEST_F(ReadingPosixFiles, readsInPiecesWhatIsLeftOfAFile) {
+TEST_F(ReadingPosixFiles, readsInPiecesTheRestOfATruncatedFile) {
   const std::string path = directory.write("file", "123456");
   const std::unique_ptr<FileContent> content = reader.open(path, plenty);
   char byte = '\0';
@@ -165,7 +165,7 @@ TEST_F(ReadingPosixFiles, readsInPiecesWhatIsLeftOfAFile) {
   EXPECT_EQ(content->read(&byte, 1), 0);
 }
 
-TEST_F(ReadingPosixFiles, readsInPiecesTheFileThatWasThereWhenOpened) {
+TEST_F(ReadingPosixFiles, readsInPiecesTheOpenedFileAfterItsReplacement) {
   const std::string path = directory.write("file", "1");
   const int descriptor = nextDescriptor();
   {
@@ -178,7 +178,7 @@ TEST_F(ReadingPosixFiles, readsInPiecesTheFileThatWasThereWhenOpened) {
   EXPECT_EQ(nextDescriptor(), descriptor);
 }
 
-TEST_F(ReadingPosixFiles, readsNothingThatTheUserMayNot) {
+TEST_F(ReadingPosixFiles, readsNothingWithoutPermission) {
   directory.write("open/file", "content");
   directory.write("closed/file", "content");
   directory.write("file", "content");
@@ -225,7 +225,7 @@ TEST_F(ReadingPosixFiles, readsAFileThatShrinksAndGrowsMeanwhile) {
   }
 }
 
-TEST_F(ReadingPosixFiles, tellsNamesByTheirBytesWhateverTheyAreOf) {
+TEST_F(ReadingPosixFiles, listsNamesOfEveryFileKindInByteOrder) {
   for (const char* name : {"\n", " ", ".\xFF", "B", "a", "a\xCC\x81", "é", "\xFF"}) {
     directory.write(name, "");
   }
@@ -238,14 +238,14 @@ TEST_F(ReadingPosixFiles, tellsNamesByTheirBytesWhateverTheyAreOf) {
                                       "directory", "fifo", "socket", "é", "\xFF"}));
 }
 
-TEST_F(ReadingPosixFiles, tellsMoreNamesThanTheSystemDoesAtATime) {
+TEST_F(ReadingPosixFiles, listsMoreNamesThanOneSystemCallReturns) {
   const std::vector<std::string> names = makeFilesWithLongNames();
   const int descriptor = nextDescriptor();
   EXPECT_EQ(reader.entryNames(directory.path(), unlimitedNameCount), names);
   EXPECT_EQ(nextDescriptor(), descriptor);
 }
 
-TEST_F(ReadingPosixFiles, tellsEachNameOnceThoughTheDirectoryChangesMeanwhile) {
+TEST_F(ReadingPosixFiles, listsEachNameOnceWhileTheDirectoryChanges) {
   const std::vector<std::string> lasting = makeFilesWithLongNames();
   const std::string first = directory.path("moving 1");
   const std::string second = directory.path("moving 2");

@@ -37,10 +37,10 @@ class WritingPosixFiles : public testing::Test {
   PosixFileWriter writer;
 };
 
-TEST_F(WritingPosixFiles, leavesOnlyTheFileItselfAlsoInTheOnesPlaceThatWasThere) {
+TEST_F(WritingPosixFiles, leavesOnlyTheFileAlsoAfterAReplacement) {
   writer.writeAtomically(directory.path("file"), "before");
   EXPECT_EQ(directory.names(), std::vector<std::string>{"file"});
-  // A file without a name cannot be given one that is taken: this goes through the partial file.
+  // An unnamed file cannot get a name that exists, so the writer uses the partial file here.
   writer.writeAtomically(directory.path("file"), "after");
   EXPECT_EQ(contentOf("file"), "after");
   EXPECT_EQ(directory.names(), std::vector<std::string>{"file"});
@@ -56,8 +56,8 @@ TEST_F(WritingPosixFiles, leavesTheModesToTheUmask) {
   EXPECT_EQ(modeOf("file"), 0640U);
 }
 
-TEST_F(WritingPosixFiles, leavesNothingOfAFileThatOutgrowsTheLimit) {
-  // As a full disk does, but without filling one: the write comes to an end half-way.
+TEST_F(WritingPosixFiles, leavesNothingOfAFileOverTheSizeLimit) {
+  // The limit ends the write half-way, as a full disk does.
   const auto handlerBefore = std::signal(SIGXFSZ, SIG_IGN);
   rlimit before{};
   ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
@@ -71,7 +71,7 @@ TEST_F(WritingPosixFiles, leavesNothingOfAFileThatOutgrowsTheLimit) {
   EXPECT_TRUE(directory.names().empty());
 }
 
-TEST_F(WritingPosixFiles, touchesNothingWhereItCannotMakeOrWrite) {
+TEST_F(WritingPosixFiles, changesNothingWhenItFails) {
   directory.write("directory/file", "");
   directory.write("file", "before");
   directory.write(".file.partial", "somebody else's");
@@ -86,7 +86,7 @@ TEST_F(WritingPosixFiles, touchesNothingWhereItCannotMakeOrWrite) {
   const auto writingError = [&](const std::string& name) {
     return errorCodeOf([&] { writer.writeAtomically(directory.path(name), "bytes"); });
   };
-  // The partial file cannot be moved into a directory's place.
+  // The partial file cannot replace a directory.
   EXPECT_EQ(writingError("directory"), EISDIR);
   EXPECT_EQ(writingError("file"), EEXIST);
   EXPECT_EQ(writingError("a\0b"s), ENOENT);
@@ -95,14 +95,14 @@ TEST_F(WritingPosixFiles, touchesNothingWhereItCannotMakeOrWrite) {
   EXPECT_EQ(contentOf(".file.partial"), "somebody else's");
 }
 
-TEST_F(WritingPosixFiles, makesDirectoriesBehindALink) {
+TEST_F(WritingPosixFiles, createsDirectoriesThroughALink) {
   writer.createDirectories(directory.path("real"));
   link("real", directory.path("link"));
   writer.createDirectories(directory.path("link/a"));
   EXPECT_EQ(directory.names("real"), std::vector<std::string>{"a"});
 }
 
-TEST_F(WritingPosixFiles, makesOneDirectoryFromManyThreads) {
+TEST_F(WritingPosixFiles, createsOneDirectoryFromManyThreads) {
   std::vector<JoiningThread> threads;
   std::atomic<int> failureCount = 0;
   for (int thread = 0; thread < 8; ++thread) {

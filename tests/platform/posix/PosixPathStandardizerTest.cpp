@@ -23,7 +23,7 @@ class PosixPathsAdapter {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Posix, PathStandardizerContract, PosixPathsAdapter);
 
-TEST(StandardizedPath, beginsWithTheHomeThatIsGiven) {
+TEST(StandardizedPath, beginsWithTheGivenHome) {
   const PosixPathStandardizer paths("/home/me/");
   EXPECT_EQ(paths.standardizedPath("~"), Text("/home/me"));
   EXPECT_EQ(paths.standardizedPath("~/x/../y"), Text("/home/me/y"));
@@ -44,12 +44,12 @@ TEST(StandardizedPathWithoutHome, asksThePasswordDatabase) {
   }
 }
 
-TEST(FileURLPath, takesATildeForAName) {
+TEST(FileURLPath, treatsATildeAsAName) {
   EXPECT_EQ(PosixPathStandardizer().standardizedFileURLPath("~"),
             Text(std::filesystem::current_path().string() + "/~"));
 }
 
-TEST(FileURLPath, isNoneOfARelativePathWhereTheWorkingDirectoryIsGone) {
+TEST(FileURLPath, isEmptyForARelativePathWithoutAWorkingDirectory) {
   const std::filesystem::path before = std::filesystem::current_path();
   {
     const ScratchDirectory gone;

@@ -17,7 +17,6 @@ class PosixRecordLocksTest : public testing::Test {
  protected:
   static bool isOpen(int descriptor) { return ::fcntl(descriptor, F_GETFD) >= 0; }
 
-  /// Opens the lock file.
   int open() const { return ::open(path.c_str(), O_RDWR | O_CLOEXEC); }
 
   ScratchDirectory directory;
@@ -26,7 +25,7 @@ class PosixRecordLocksTest : public testing::Test {
   PosixRecordLocks locks;
 };
 
-TEST_F(PosixRecordLocksTest, unlocksAFileFromTheBeginningWhereverItStandsAndLeavesItOpen) {
+TEST_F(PosixRecordLocksTest, unlocksTheWholeFileFromAnyPositionAndKeepsItOpen) {
   const FileDescriptor file = FileDescriptor::adopt(open());
   ASSERT_TRUE(setRecordLock(file.get(), F_WRLCK));
   EXPECT_FALSE(otherProcess.canLock());
@@ -37,7 +36,7 @@ TEST_F(PosixRecordLocksTest, unlocksAFileFromTheBeginningWhereverItStandsAndLeav
   EXPECT_TRUE(isOpen(file.get()));
 }
 
-TEST_F(PosixRecordLocksTest, closesAFileAndDropsItsLockAndSaysNothingOfAFileThatIsNotOpen) {
+TEST_F(PosixRecordLocksTest, closesAFileWithItsLockAndIgnoresAClosedFile) {
   const int descriptor = open();
   ASSERT_TRUE(setRecordLock(descriptor, F_WRLCK));
   EXPECT_FALSE(otherProcess.canLock());

@@ -19,14 +19,14 @@ namespace {
 
 constexpr std::size_t piece = contentPieceLength;
 
-/// Delivers bytes as a file does, and remembers how it was asked.
+/// Delivers bytes as a file does, and records the requests.
 class Source {
  public:
-  /// At most `lengthAtATime` bytes are delivered by a call.
+  /// A call delivers at most `lengthAtATime` bytes.
   explicit Source(std::string bytes, std::size_t lengthAtATime = piece)
       : bytes_(std::move(bytes)), lengthAtATime_(lengthAtATime) {}
 
-  /// The error of the next call that would deliver the byte at `position` or the end.
+  /// The next call that would deliver the byte at `position` or the end fails with `error`.
   void failAt(std::size_t position, int error) {
     failurePosition_ = position;
     failure_ = error;
@@ -56,7 +56,7 @@ class Source {
   int failure_ = 0;
 };
 
-/// Bytes of which no two neighbouring pieces are alike.
+/// Bytes in which neighbouring pieces differ.
 std::string bytesOfLength(std::size_t length) {
   std::string bytes(length, '\0');
   for (std::size_t index = 0; index < length; ++index) {
@@ -76,7 +76,7 @@ int errorCodeOfContent(Source& source, std::uintmax_t claimedLength, std::size_t
 
 constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 
-TEST(ReadAll, isTakenInPiecesAtMost) {
+TEST(ReadAll, readsAtMostOnePieceAtATime) {
   constexpr std::size_t farTooMuch = std::size_t{1} << 30U;
   const struct {
     const char* name;
@@ -104,13 +104,13 @@ TEST(ReadAll, isTakenInPiecesAtMost) {
   for (const auto& row : rows) {
     const std::string bytes = bytesOfLength(row.actualLength);
     Source source(bytes, row.lengthAtATime);
-    // Not EXPECT_EQ, which would print millions of bytes.
+    // EXPECT_EQ would print millions of bytes.
     EXPECT_TRUE(contentOf(source, row.claimedLength, row.maxLength) == bytes) << row.name;
     EXPECT_LE(std::ranges::max(source.sizes), piece) << row.name;
   }
 }
 
-TEST(ReadAll, isNotReadWhenItClaimsToBeTooLong) {
+TEST(ReadAll, readsNothingWhenTheClaimedLengthIsTooLong) {
   for (const std::uintmax_t claimedLength : {std::uintmax_t{101}, std::uintmax_t{1} << 33U,
                                              std::numeric_limits<std::uintmax_t>::max()}) {
     Source source("short");
@@ -119,14 +119,14 @@ TEST(ReadAll, isNotReadWhenItClaimsToBeTooLong) {
   }
 }
 
-TEST(ReadAll, isRefusedWhenNoStringCouldHoldIt) {
+TEST(ReadAll, refusesALengthBeyondAnyString) {
   Source source("short");
   EXPECT_EQ(errorCodeOfContent(source, std::string().max_size(), unlimited), EFBIG);
   EXPECT_EQ(errorCodeOfContent(source, std::numeric_limits<std::uintmax_t>::max(), unlimited),
             EFBIG);
 }
 
-TEST(ReadAll, isGivenUpAtTheFirstByteTooMany) {
+TEST(ReadAll, stopsAtTheFirstByteOverTheMaximum) {
   for (const std::size_t claimedLength : {std::size_t{0}, std::size_t{100}, 2 * piece}) {
     Source source(bytesOfLength(9 * piece));
     EXPECT_EQ(errorCodeOfContent(source, claimedLength, 2 * piece), EFBIG) << claimedLength;
@@ -134,7 +134,7 @@ TEST(ReadAll, isGivenUpAtTheFirstByteTooMany) {
   }
 }
 
-TEST(ReadAll, isNotCopiedAboutWhenItsClaimHolds) {
+TEST(ReadAll, copiesNothingWhenTheClaimedLengthIsRight) {
   constexpr std::size_t length = 4 * piece;
   Source source(bytesOfLength(length));
   const std::string content = contentOf(source, length, length);
@@ -144,7 +144,7 @@ TEST(ReadAll, isNotCopiedAboutWhenItsClaimHolds) {
   }
 }
 
-TEST(ReadAll, failsAsACallFails) {
+TEST(ReadAll, raisesTheErrorOfACall) {
   for (const std::size_t position : {std::size_t{0}, piece, 2 * piece}) {
     Source source(bytesOfLength(2 * piece));
     source.failAt(position, EIO);

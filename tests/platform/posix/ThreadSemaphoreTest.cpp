@@ -9,8 +9,8 @@
 namespace velmora {
 namespace {
 
-TEST(ThreadSemaphoreTest, letsThroughAsOftenAsItHasUnits) {
-  // With a unit too few, the test would not end.
+TEST(ThreadSemaphoreTest, doesNotBlockWhileItHasUnits) {
+  // With one unit fewer, this test would not end.
   ThreadSemaphore semaphore(2);
   semaphore.wait();
   semaphore.wait();
@@ -18,7 +18,7 @@ TEST(ThreadSemaphoreTest, letsThroughAsOftenAsItHasUnits) {
   semaphore.wait();
 }
 
-TEST(ThreadSemaphoreTest, letsAWaitingThreadThroughAfterASignal) {
+TEST(ThreadSemaphoreTest, wakesAWaitingThreadByASignal) {
   ThreadSemaphore semaphore(0);
   std::atomic<bool> isSignalled = false;
   bool wasSignalledBefore = false;
@@ -33,7 +33,7 @@ TEST(ThreadSemaphoreTest, letsAWaitingThreadThroughAfterASignal) {
   EXPECT_TRUE(wasSignalledBefore);
 }
 
-TEST(ThreadSemaphoreTest, letsNoMoreThreadsInThanItHasUnits) {
+TEST(ThreadSemaphoreTest, admitsNoMoreThreadsThanItHasUnits) {
   constexpr int units = 2;
   ThreadSemaphore semaphore(units);
   std::atomic<int> inside = 0;

@@ -29,9 +29,9 @@ Records loadDocument(const std::string& document) {
   return load(fake);
 }
 
-TEST(DestroyedManifestRecords, areNoneWithoutAFile) { EXPECT_TRUE(load(FakePlatform()).empty()); }
+TEST(DestroyedManifestRecords, areAbsentWithoutAFile) { EXPECT_TRUE(load(FakePlatform()).empty()); }
 
-TEST(DestroyedManifestRecords, areThoseOfTheFileInItsOrder) {
+TEST(DestroyedManifestRecords, areInTheOrderOfTheFile) {
   const Records records = loadDocument(indexDocument().text());
   ASSERT_EQ(records.size(), 2);
   EXPECT_EQ(records[0].warpID, "W-b");
@@ -60,7 +60,7 @@ TEST(DestroyedManifestRecords, areRefusedWhenTheFileCannotBeRead) {
   }
 }
 
-/// What the load of a document says.
+/// The verdict on the load of a document.
 std::string verdictOn(const JSONTree& document) {
   try {
     return verdictOf([&] { static_cast<void>(loadDocument(document.text())); });
@@ -71,7 +71,7 @@ std::string verdictOn(const JSONTree& document) {
   }
 }
 
-TEST(DestroyedManifestRecords, keepTheRules) {
+TEST(DestroyedManifestRecords, areCheckedByTheRules) {
   constexpr const char* unsupportedVersion =
       "dataCorrupted at /version: Unsupported restored-Warp tombstone index version.";
   constexpr const char* corrupt = "corruptFile";
@@ -118,11 +118,11 @@ VelmoraWarpSharedDestroyedManifestIndex soundIndex() {
   return decodeDestroyedManifestIndex(bytes);
 }
 
-TEST(DestroyedManifestIndex, decodesToWhatWasEncoded) {
+TEST(DestroyedManifestIndex, readsBackWhenEncoded) {
   EXPECT_EQ(encodeDestroyedManifestIndex(soundIndex()), indexDocument().text());
 }
 
-TEST(DestroyedManifestIndex, refusesDatesThatAreNoInstant) {
+TEST(DestroyedManifestIndex, refusesInvalidDates) {
   VelmoraWarpSharedDestroyedManifestIndex endless = soundIndex();
   EXPECT_NO_THROW(validateDestroyedManifestIndex(endless));
   endless.generatedAt.secondsSinceReferenceDate = std::numeric_limits<double>::infinity();

@@ -14,7 +14,7 @@ std::string threeEntries() {
   return plainManifestText(3, [](std::size_t number) { return "/a/" + std::to_string(number); });
 }
 
-/// The paths that `reader` gives away, and then what it says, without its message.
+/// The paths that `reader` passes to its visitor, and then its verdict without the message.
 std::vector<std::string> pathsIn(std::string text, DiagnosingManifestReader& reader) {
   std::vector<std::string> paths;
   const std::string verdict = verdictOf([&] {
@@ -26,7 +26,7 @@ std::vector<std::string> pathsIn(std::string text, DiagnosingManifestReader& rea
   return paths;
 }
 
-TEST(DiagnosingManifestReaderTest, givesTheEntriesBeforeAFaultInOrder) {
+TEST(DiagnosingManifestReaderTest, visitsTheEntriesBeforeAFaultInOrder) {
   struct {
     const char* name;
     const char* changedPath;
@@ -58,7 +58,7 @@ TEST(DiagnosingManifestReaderTest, leavesSamplesAndEntriesOutOfTheManifest) {
   EXPECT_EQ(read.manifest.warpID, "W-1");
 }
 
-TEST(DiagnosingManifestReaderTest, passesOnWhatTheUserOfEntriesThrows) {
+TEST(DiagnosingManifestReaderTest, passesOnTheVisitorsException) {
   DiagnosingManifestReader reader;
   std::string text = threeEntries();
   EXPECT_THROW(

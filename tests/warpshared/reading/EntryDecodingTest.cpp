@@ -67,7 +67,7 @@ TEST(EntryDecoding, readsEveryField) {
   EXPECT_EQ(entry.hardLinkPrimaryPath, "/Users/a/Docs/primary");
 }
 
-TEST(EntryDecoding, leavesNothingOfTheEntryBefore) {
+TEST(EntryDecoding, keepsNothingOfTheEarlierEntry) {
   JSONReader reader;
   WarpSharedEntry<TextView> entry;
   std::string full = entryDocument("/a").text();
@@ -95,7 +95,7 @@ constexpr Edits part(std::string_view key, std::string_view offset, std::string_
           {"/payloadParts/1/size", size}};
 }
 
-/// One more extent of a file of 1000 bytes, 900 of them stored.
+/// Adds an extent to a file of 1000 bytes, of which 900 are stored.
 constexpr Edits extent(std::string_view logicalOffset, std::string_view storedOffset,
                        std::string_view length) {
   return {{"/sparseExtents/0/logicalOffset", logicalOffset},
@@ -110,7 +110,7 @@ constexpr ManifestCase entryCases[] = {
     {"pathRelative", {{"/absolutePath", "'Users/a'"}}, notCanonical},
     {"pathEmpty", {{"/absolutePath", "''"}}, notCanonical},
     {"pathWithNUL", {{"/absolutePath", R"('/Users/a\u0000b')"}}, notCanonical},
-    {"nothingIsReadBehindABadPath", {{"", "{'absolutePath':'a'}"}}, notCanonical},
+    {"nothingIsReadAfterABadPath", {{"", "{'absolutePath':'a'}"}}, notCanonical},
     {"sizesOfNothing", sizing("0", "0")},
     {"sizeNegative", sizing("-1", "0"), negativeSize},
     {"storedSizeNegative", sizing("0", "-1"), negativeStoredSize},
@@ -173,13 +173,13 @@ constexpr ManifestCase entryCases[] = {
     {"linkWithoutATarget", {{"/kind", "'symlink'"}, {"/symlinkTarget", ""}}},
 };
 
-TEST(EntryDecoding, keepsTheRulesForBothReaders) {
+TEST(EntryDecoding, followsTheRulesWithBothReaders) {
   for (const ManifestCase& row : entryCases) {
-    expectJudgement(row, "/rootMetadata");
+    expectVerdict(row, "/rootMetadata");
   }
 }
 
-/// With these names and without values.
+/// Attributes with these names and empty values.
 std::string attributesNamed(const std::vector<std::string>& names) {
   JSONTree::Array attributes;
   for (const std::string& name : names) {
@@ -188,8 +188,8 @@ std::string attributesNamed(const std::vector<std::string>& names) {
   return JSONTree(attributes).text();
 }
 
-// These are looked at in another way than few attributes with short names.
-TEST(EntryDecoding, refusesAnAttributeThatIsThereTwiceAmongManyAndLongOnes) {
+// The reader checks many or long names differently from few short ones.
+TEST(EntryDecoding, refusesADuplicateAmongManyOrLongAttributes) {
   const std::string longName(300, 'x');
   std::vector<std::string> names;
   for (int number = 0; number < 40; ++number) {
@@ -208,7 +208,7 @@ TEST(EntryDecoding, refusesAnAttributeThatIsThereTwiceAmongManyAndLongOnes) {
       {"longNameTwice", {{"/extendedAttributes", longNameTwice}}, incomplete},
   };
   for (const ManifestCase& row : rows) {
-    expectJudgement(row, "/rootMetadata");
+    expectVerdict(row, "/rootMetadata");
   }
 }
 

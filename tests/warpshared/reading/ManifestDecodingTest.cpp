@@ -71,7 +71,7 @@ TEST(ManifestDecoding, readsTheWholeDocumentBeforeAnyField) {
   }
 }
 
-TEST(ManifestDecoding, tellsWhereTheFaultIs) {
+TEST(ManifestDecoding, raisesTheFaultWithItsPlace) {
   const std::string document = manifestDocument().text({"", JSONStyle::Order::sorted, true, true});
   std::string changed = document;
   const std::size_t offset = changed.rfind("\"file\"");
@@ -84,8 +84,8 @@ TEST(ManifestDecoding, tellsWhereTheFaultIs) {
   }
 }
 
-// In time that grows with the square of the length, this one would not end.
-TEST(ManifestDecoding, endsSoonWhenManyPathsLieBesideALongFolder) {
+// In quadratic time, this test would not end.
+TEST(ManifestDecoding, isNotQuadraticForPathsBesideALongFolder) {
   constexpr int count = 2000;
   std::string folder = "'/e";
   for (int mark = 0; mark < count * 250; ++mark) {
@@ -118,14 +118,14 @@ TEST(ManifestDecoding, takesManyEntries) {
   EXPECT_EQ(verdictOf([&] { static_cast<void>(decodedManifest(document.text())); }), inconsistent);
 }
 
-/// A name of each kind, as it stands in JSON.
+/// A name of each kind, as JSON text.
 const std::vector<std::string> names = {
     "plain",           R"(with \'quotes\')", R"(back\\slash)", R"(line\nbreak\ttab\u0001)",
     "caf\u00e9",       "nai\u0308ve",        "\u65e5\u672c",   "\U0001F600",
     R"(\ud83d\ude01)", R"(},{\'b\':[1]},{)", "a:b,c",          std::string(300, 'x')};
 
-/// A manifest as the application writes it: names of all kinds, and what may be absent is absent
-/// here and there.
+/// A manifest as the application writes it, with names of all kinds. Some of its optional fields
+/// are absent.
 JSONTree manyNamesDocument(std::mt19937_64& random) {
   JSONTree document = manifestDocument();
   JSONTree::Array entries;
@@ -153,7 +153,7 @@ void shuffleMembers(JSONTree& tree, std::mt19937_64& random) {
   std::ranges::shuffle(tree.members(), random);
 }
 
-TEST(ManifestDecoding, readsOnceWhatTheApplicationWrites) {
+TEST(ManifestDecoding, readsTheApplicationsManifestsOnce) {
   std::mt19937_64 random(1);
   ManifestReaders readers;
   ManifestDecoder decoder;
@@ -173,13 +173,13 @@ TEST(ManifestDecoding, readsOnceWhatTheApplicationWrites) {
         const ManifestSummary summary = decoder.decodeSummary(bytes);
         EXPECT_EQ(summary.entryCount, document["entries"].members().size());
         bytes = document.text(style);
-        ASSERT_TRUE(readers.quickly(bytes).has_value()) << bytes;
+        ASSERT_TRUE(readers.streamed(bytes).has_value()) << bytes;
       }
     }
   }
 }
 
-TEST(ManifestDecoding, readsOnceWhatItWrites) {
+TEST(ManifestDecoding, readsItsOwnManifestsOnce) {
   std::mt19937_64 random(2);
   ManifestReaders readers;
   ManifestDecoder decoder;
@@ -187,15 +187,15 @@ TEST(ManifestDecoding, readsOnceWhatItWrites) {
     std::string bytes = manyNamesDocument(random).text();
     const VelmoraWarpSharedManifest manifest = decoder.decode(bytes);
     bytes = encodeManifest(manifest);
-    EXPECT_TRUE(readers.quickly(bytes).has_value());
+    EXPECT_TRUE(readers.streamed(bytes).has_value());
     EXPECT_EQ(decoder.decode(bytes), manifest);
   }
 }
 
-TEST(ManifestDecoding, takesAByteOrderMarkForTheSecondReading) {
+TEST(ManifestDecoding, leavesAByteOrderMarkToTheSecondReading) {
   ManifestDecoder decoder;
   std::string bytes = "\xEF\xBB\xBF" + manifestDocument().text();
-  EXPECT_FALSE(ManifestReaders().quickly(bytes).has_value());
+  EXPECT_FALSE(ManifestReaders().streamed(bytes).has_value());
   EXPECT_EQ(decoder.decode(bytes), decodedManifest(manifestDocument().text()));
 }
 

@@ -24,7 +24,7 @@ const std::string twoEntries = twoEntriesDocument.text();
 const std::string noEntries = plainManifestDocument().text();
 const JSONStyle pretty = jsonStyles.back();
 
-/// The entries in front, so that members of the manifest come behind them.
+/// The manifest with its entries before its other members.
 std::string entriesFirst(const JSONStyle& style) {
   JSONTree manifest = twoEntriesDocument;
   JSONTree::Object& members = manifest.members();
@@ -39,7 +39,7 @@ std::string withCarriageReturns(std::string text) {
   return text;
 }
 
-std::string withALineBreakBehindEachToken(std::string_view document) {
+std::string withALineBreakAfterEachToken(std::string_view document) {
   std::string text;
   bool isInString = false;
   for (const char byte : document) {
@@ -51,7 +51,7 @@ std::string withALineBreakBehindEachToken(std::string_view document) {
   return text;
 }
 
-/// `text` with the first `old` replaced, which is there.
+/// `text` with the first `old` replaced. `old` must exist.
 std::string replaced(std::string text, std::string_view old, std::string_view by) {
   const std::size_t place = text.find(old);
   if (place == std::string::npos) {
@@ -86,14 +86,14 @@ const std::vector<TextCase> texts = {
     {"noEntriesWithBlanksAndLineBreaks",
      replaced(noEntries, "\"entries\":[]", "\"entries\":[\n" + blanks + "\n" + blanks + "]"), true},
     {"blanksBefore", blanks + "\n" + twoEntries, true},
-    {"blanksBehind", twoEntries + "\n" + blanks + "\n" + blanks, true},
+    {"blanksAfter", twoEntries + "\n" + blanks + "\n" + blanks, true},
     {"blanksBetweenEntries", replaced("},{", "}" + blanks + ",\n" + blanks + "{"), true},
-    {"lineBreakBehindEachToken", withALineBreakBehindEachToken(twoEntries), true},
+    {"lineBreakAfterEachToken", withALineBreakAfterEachToken(twoEntries), true},
     {"cutsInAPath", replaced("/a/x", R"(/a/},{\"b},{\"c\\},{)"), true},
     {"onlyCutsInAPath",
      replaced(replaced("/a/x", R"(/a/x\\\"},{\"version\":5,\"x\":\")"), "},{", "}, {"), true},
     {"longPath", replaced("/a/x", "/a/" + std::string(2000, 'x')), true},
-    {"letterBehindEntries", replaced("}]", "}x]")},
+    {"letterAfterEntries", replaced("}]", "}x]")},
     {"noCutAtAll", replaced("},{", "}, {"), true},
     {"empty", ""},
     {"blanksOnly", blanks},
@@ -102,11 +102,11 @@ const std::vector<TextCase> texts = {
     {"list", "[" + twoEntries + "]"},
     {"twice", twoEntries + "\n" + twoEntries},
     {"byteOrderMark", "\xEF\xBB\xBF" + twoEntries},
-    {"moreBehind", twoEntries + "\n" + blanks + "x"},
-    {"braceBehind", twoEntries + "\n}"},
-    {"commaBehind", twoEntries + ","},
-    {"NULBehind", twoEntries + "\0"s},
-    {"NULAndBlanksBehind", twoEntries + "\n\0\n"s},
+    {"moreTextAfter", twoEntries + "\n" + blanks + "x"},
+    {"braceAfter", twoEntries + "\n}"},
+    {"commaAfter", twoEntries + ","},
+    {"NULAfter", twoEntries + "\0"s},
+    {"NULAndBlanksAfter", twoEntries + "\n\0\n"s},
     {"NULBeforeAnEntry", replaced("},{", "},\0{"s)},
     {"NULInAString", replaced("/a/x", "/a/x\0"s)},
     {"lineBreakInAString", replaced("/a/x", "/a/\nx")},
@@ -117,16 +117,16 @@ const std::vector<TextCase> texts = {
     {"notUTF8InAString", replaced("/a/x", "/a/\xFF")},
     {"notUTF8OverALineBreak", replaced("},{", "},\xC3\n\xA9{")},
     {"notUTF8OverACut", replaced("},{", "\xE2\x82},{")},
-    {"notUTF8Behind", twoEntries + "\n\xFF"},
+    {"notUTF8After", twoEntries + "\n\xFF"},
     {"twoCommasBetweenEntries", replaced("},{", "},,{")},
     {"twoCommasWithALineBreak", replaced("},{", "},\n,{")},
     {"noCommaBetweenEntries", replaced("},{", "}\n{")},
-    {"commaBehindTheLastEntry", replaced("}]", "},\n]")},
+    {"commaAfterTheLastEntry", replaced("}]", "},\n]")},
     {"commaBeforeTheFirstEntry", replaced("\"entries\":[", "\"entries\":[\n,")},
     {"commaForNoEntry", replaced(noEntries, "\"entries\":[]", "\"entries\":[\n,\n]")},
     {"endOfTheListTwice", replaced("}]", "}]\n]")},
     {"braceForTheListsEnd", replaced("}]", "}\n}")},
-    {"commaBehindTheLastMember", replaced(noEntries, "\"entries\":[]", "\"entries\":[],\n")},
+    {"commaAfterTheLastMember", replaced(noEntries, "\"entries\":[]", "\"entries\":[],\n")},
     {"commaBeforeTheFirstMember", replaced("{", "{\n,")},
     {"braceForAComma", replaced(",\"warpID\"", "\n{\"warpID\"")},
     {"numberOverALineBreak", replaced("\"size\":1000", "\"size\":10\n00")},
@@ -137,68 +137,72 @@ const std::vector<TextCase> texts = {
     {"substituteForAColon", replaced("\"warpID\":", "\"warpID\"\x1A")},
     {"verticalTab", replaced("},{", "},\v{")},
     {"noBreakSpace", replaced("},{", "},\u00a0{")},
-    {"commentBehind", twoEntries + "// end"},
+    {"commentAfter", twoEntries + "// end"},
 };
 
-TEST(StreamingManifestReaderTest, readsTheSameWhateverTheChunks) {
+TEST(StreamingManifestReaderTest, readsTheSameForAnyChunkLength) {
   for (const auto& [name, text, isAccepted] : texts) {
     SCOPED_TRACE(name);
     ManifestReaders readers;
-    const ManifestReading expected = isAccepted ? readers.exactly(text) : std::nullopt;
+    const ManifestReading expected = isAccepted ? readers.diagnosed(text) : std::nullopt;
     EXPECT_EQ(expected.has_value(), isAccepted);
-    expectQuickReading(expected, readers, text, text.size() + 1);
+    expectStreamed(expected, readers, text, text.size() + 1);
     for (std::size_t length = 1; length < text.size() + 30; length += length < 40 ? 1 : 29) {
-      expectQuickReading(expected, readers, text, length);
+      expectStreamed(expected, readers, text, length);
     }
   }
 }
 
-TEST(StreamingManifestReaderTest, acceptsNoBeginningOfADocument) {
+TEST(StreamingManifestReaderTest, acceptsNoIncompleteDocument) {
   ManifestReaders readers;
   for (const std::string& text : {twoEntries, twoEntriesDocument.text(pretty)}) {
     for (std::size_t length = 0; length < text.size(); ++length) {
       std::string beginning = text.substr(0, length);
-      ASSERT_EQ(readers.quickly(beginning), std::nullopt) << length;
-      ASSERT_EQ(readers.quickly(beginning, 50), std::nullopt) << length;
+      ASSERT_EQ(readers.streamed(beginning), std::nullopt) << length;
+      ASSERT_EQ(readers.streamed(beginning, 50), std::nullopt) << length;
     }
   }
 }
 
-TEST(StreamingManifestReaderTest, readsOneDocumentAfterTheOther) {
+TEST(StreamingManifestReaderTest, readsSeveralDocumentsInTurn) {
   ManifestReaders readers;
   for (const TextCase& before : texts) {
     for (std::string text : {twoEntries, entriesFirst(pretty), manifestDocument().text()}) {
       std::string bytes = before.text;
-      EXPECT_EQ(readers.quickly(bytes, 64).has_value(), before.isAccepted) << before.name;
-      EXPECT_EQ(readers.quickly(text), readers.exactly(text)) << before.name;
+      EXPECT_EQ(readers.streamed(bytes, 64).has_value(), before.isAccepted) << before.name;
+      const ManifestReading reading = readers.streamed(text);
+      ASSERT_TRUE(reading.has_value()) << before.name;
+      EXPECT_EQ(reading, readers.diagnosed(text)) << before.name;
     }
   }
 }
 
 std::string numberedPath(std::size_t number) { return "/a/" + std::to_string(number); }
 
-/// A manifest of `count` entries, of which number `second` has the path of number `first`.
-std::string withPathTwice(std::size_t count, std::size_t first, std::size_t second) {
+/// A manifest of `count` entries, in which entry `second` has the path of entry `first`.
+std::string withDuplicatePath(std::size_t count, std::size_t first, std::size_t second) {
   return plainManifestText(
       count, [=](std::size_t number) { return numberedPath(number == second ? first : number); });
 }
 
-TEST(StreamingManifestReaderTest, findsAPathThatIsThereTwiceAmongFewOrMany) {
+TEST(StreamingManifestReaderTest, findsADuplicatePathAmongFewOrMany) {
   for (const std::size_t count : {2U, 1023U, 1024U, 1025U, 2500U}) {
     SCOPED_TRACE(count);
     ManifestReaders readers;
     std::string text = plainManifestText(count, numberedPath);
-    EXPECT_EQ(readers.quickly(text), readers.exactly(text));
+    const ManifestReading reading = readers.streamed(text);
+    ASSERT_TRUE(reading.has_value());
+    EXPECT_EQ(reading, readers.diagnosed(text));
     for (const auto& [first, second] : {std::pair(std::size_t{0}, std::size_t{1}),
                                         {0, count - 1},
                                         {(count - 1) / 2, count - 1}}) {
-      text = withPathTwice(count, first, second);
-      EXPECT_EQ(readers.quickly(text), std::nullopt) << first << ' ' << second;
+      text = withDuplicatePath(count, first, second);
+      EXPECT_EQ(readers.streamed(text), std::nullopt) << first << ' ' << second;
     }
   }
 }
 
-TEST(StreamingManifestReaderTest, givesEachEntryOnceAndInOrder) {
+TEST(StreamingManifestReaderTest, visitsEachEntryOnceInOrder) {
   const std::string text = plainManifestText(50, numberedPath);
   for (const std::size_t chunkLength : {1U, 100U, 500U, 1000U, 3000U, 100'000U}) {
     ChunkBuffer memory;
@@ -213,7 +217,7 @@ TEST(StreamingManifestReaderTest, givesEachEntryOnceAndInOrder) {
   }
 }
 
-TEST(StreamingManifestReaderTest, passesOnWhatIsThrown) {
+TEST(StreamingManifestReaderTest, passesOnExceptions) {
   std::string text = twoEntries;
   ChunkBuffer memory;
   StreamingManifestReader reader;

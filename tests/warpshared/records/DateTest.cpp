@@ -80,14 +80,14 @@ TEST(DateTest, readsAndWritesInstants) {
   }
 }
 
-TEST(DateTest, readsNothingElse) {
+TEST(DateTest, refusesOtherTexts) {
   for (const RefusedCase& row : refusedCases) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(parseInternetDateTime(row.text), std::nullopt);
   }
 }
 
-TEST(DateTest, everyBeginningIsIncomplete) {
+TEST(DateTest, everyPrefixIsRefused) {
   constexpr std::string_view whole = "2025-03-01T12:00:00+01:00";
   ASSERT_NE(parseInternetDateTime(whole), std::nullopt);
   for (std::size_t length = 0; length < whole.size(); ++length) {
@@ -95,7 +95,7 @@ TEST(DateTest, everyBeginningIsIncomplete) {
   }
 }
 
-TEST(DateTest, noOtherByteSuits) {
+TEST(DateTest, everyOtherByteIsRefused) {
   constexpr std::string_view whole = "2025-03-01T12:00:00+01:00";
   constexpr std::string_view numeralsAndSigns = "0123456789+-";
   for (std::size_t position = 0; position < whole.size(); ++position) {
@@ -109,7 +109,7 @@ TEST(DateTest, noOtherByteSuits) {
   }
 }
 
-TEST(DateTest, whatIsWrittenReadsBack) {
+TEST(DateTest, writtenDatesReadBack) {
   std::mt19937_64 engine(20240302);
   std::uniform_int_distribution<std::int64_t> anySecond(-63145612740, 252424079939);
   for (int count = 0; count < 50'000; ++count) {
@@ -118,7 +118,7 @@ TEST(DateTest, whatIsWrittenReadsBack) {
   }
 }
 
-// Each month begins where the one before it ends: no leap year is forgotten.
+// Each month begins at the end of the earlier one, so every leap year counts.
 TEST(DateTest, monthsFollowOneAnother) {
   constexpr int daysInMonth[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
   constexpr double secondsInDay = 86'400;
@@ -150,7 +150,7 @@ TEST(DateTest, isOrderedByTime) {
   EXPECT_NE(Date{1}, Date{2});
 }
 
-TEST(DateTest, isFiniteOrNoInstantAtAll) {
+TEST(DateTest, isFiniteOrNoInstant) {
   using Limits = std::numeric_limits<double>;
   EXPECT_TRUE(isFinite(Date{}));
   EXPECT_TRUE(isFinite(Date{Limits::max()}));

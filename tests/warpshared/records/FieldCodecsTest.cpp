@@ -32,7 +32,7 @@ std::string jsonText(std::string_view text) {
   return json;
 }
 
-/// What a value that stands as a text raises for every other JSON type.
+/// Expects the faults of a type with text values for every other JSON type.
 template <class Value>
 void expectTextsOnly() {
   EXPECT_EQ(faultIn<Value>("null"), "valueNotFound @0: Expected a string but found null.");
@@ -42,7 +42,7 @@ void expectTextsOnly() {
   EXPECT_EQ(faultIn<Value>("{}"), "typeMismatch @0: Expected a string but found an object.");
 }
 
-TEST(FieldCodecsTest, datesAndWordsStandAsTexts) {
+TEST(FieldCodecsTest, datesAndWordsAreTexts) {
   expectTextsOnly<Date>();
   expectTextsOnly<VelmoraWarpSharedStatus>();
   expectTextsOnly<VelmoraWarpSharedEntryKind>();
@@ -65,7 +65,7 @@ TEST(FieldCodecsTest, answersTheDateCases) {
   });
 }
 
-/// What an enumeration says to each of its words, and to texts that are like them.
+/// Expects an enumeration to accept its words and to refuse similar texts.
 template <class Enumeration>
 void expectItsWordsOnly() {
   std::size_t index = 0;
@@ -88,7 +88,7 @@ void expectItsWordsOnly() {
   }
 }
 
-TEST(FieldCodecsTest, enumerationsAreWordsByteForByte) {
+TEST(FieldCodecsTest, enumerationsAreWordsWithExactBytes) {
   expectItsWordsOnly<VelmoraWarpSharedStatus>();
   expectItsWordsOnly<VelmoraWarpSharedEntryKind>();
   expectItsWordsOnly<VelmoraWarpSharedPayloadEncoding>();

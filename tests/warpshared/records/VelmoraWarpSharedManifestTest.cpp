@@ -12,7 +12,7 @@
 namespace velmora::internal {
 namespace {
 
-TEST(SharedManifest, encodesToTheKeysOfItsTableInTheirOrder) {
+TEST(SharedManifest, encodesItsKeysInTheOrderOfItsTable) {
   JSONTree document = manifestDocument();
   document["uploadedAt"] = "'2025-03-01T11:05:00Z'";
   document.at("/entries/1").erase("hardLinkPrimaryPath");
@@ -29,7 +29,7 @@ TEST(SharedManifest, leavesOutWhatIsAbsent) {
   EXPECT_EQ(encoded.find("uploadedAt"), std::string::npos);
 }
 
-TEST(SharedManifest, decodesToWhatWasEncoded) {
+TEST(SharedManifest, readsBackWhenEncoded) {
   JSONTree document = manifestDocument();
   document["displayName"] = R"("\u0000\"\\\/\b\f\n\r\té\ud83d\ude00\u001f")";
   document["createdAt"] = "'0000-01-01T00:00:00+23:59'";
@@ -37,13 +37,13 @@ TEST(SharedManifest, decodesToWhatWasEncoded) {
   EXPECT_EQ(decodedManifest(encodeManifest(manifest)), manifest);
 }
 
-/// Each of its fields, at its greatest, makes it another record.
+/// Expects a record to be unequal after a change of any one field to its maximum.
 template <RecordWithFields Record>
-void expectAnotherWithAnyOtherField() {
+void expectInequalityByAnyField() {
   const auto expectAnother = [](const auto& field) {
     Record other{};
     EXPECT_EQ(other, Record{});
-    put(other.*field.member, End::greatest);
+    put(other.*field.member, End::maximum);
     EXPECT_NE(other, Record{}) << field.key;
     EXPECT_EQ(other, Record(other));
   };
@@ -51,15 +51,15 @@ void expectAnotherWithAnyOtherField() {
              RecordFields<Record>::list);
 }
 
-TEST(SharedRecords, areOthersWithAnyOtherField) {
-  expectAnotherWithAnyOtherField<VelmoraWarpSharedManifest>();
-  expectAnotherWithAnyOtherField<VelmoraWarpSharedEntry>();
-  expectAnotherWithAnyOtherField<VelmoraWarpSharedExtendedAttribute>();
-  expectAnotherWithAnyOtherField<VelmoraWarpSharedPayloadPart>();
-  expectAnotherWithAnyOtherField<VelmoraWarpSharedSparseExtent>();
-  expectAnotherWithAnyOtherField<VelmoraWarpSharedHardLinkIdentity>();
-  expectAnotherWithAnyOtherField<VelmoraWarpSharedDestroyedManifestIndex>();
-  expectAnotherWithAnyOtherField<VelmoraWarpSharedDestroyedManifestRecord>();
+TEST(SharedRecords, areUnequalWhenAnyFieldDiffers) {
+  expectInequalityByAnyField<VelmoraWarpSharedManifest>();
+  expectInequalityByAnyField<VelmoraWarpSharedEntry>();
+  expectInequalityByAnyField<VelmoraWarpSharedExtendedAttribute>();
+  expectInequalityByAnyField<VelmoraWarpSharedPayloadPart>();
+  expectInequalityByAnyField<VelmoraWarpSharedSparseExtent>();
+  expectInequalityByAnyField<VelmoraWarpSharedHardLinkIdentity>();
+  expectInequalityByAnyField<VelmoraWarpSharedDestroyedManifestIndex>();
+  expectInequalityByAnyField<VelmoraWarpSharedDestroyedManifestRecord>();
 }
 
 TEST(SharedManifest, isEqualInOtherNormalForms) {

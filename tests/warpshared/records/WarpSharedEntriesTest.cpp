@@ -21,17 +21,18 @@ namespace {
 using Entry = VelmoraWarpSharedEntry;
 using EntryView = WarpSharedEntry<TextView>;
 
-/// All that an entry holds, byte for byte.
+/// The bytes of all fields of an entry.
 template <class String>
 std::string contentOf(const WarpSharedEntry<String>& entry) {
   return encoded(entry);
 }
 
-/// Entries in which one field alone is at an end, or alone is not, for each field in turn.
+/// For each field in turn: entries with only this field at its minimum or maximum, and entries with
+/// all fields except this one.
 std::vector<Entry> entriesWithOneFieldAtAnEnd() {
   std::vector<Entry> entries;
   const auto addFor = [&entries](const auto& field) {
-    for (const End end : {End::least, End::greatest}) {
+    for (const End end : {End::minimum, End::maximum}) {
       Entry& alone = entries.emplace_back();
       put(alone.*field.member, end);
       Entry& allBut = entries.emplace_back();
@@ -59,7 +60,7 @@ std::vector<std::string> pathsOf(const WarpSharedEntries& entries) {
   return paths;
 }
 
-TEST(WarpSharedEntries, giveBackEveryFieldOfOwnedEntriesAndOfViews) {
+TEST(WarpSharedEntries, keepEveryFieldOfOwnedEntriesAndOfViews) {
   const std::vector<Entry> originals = entriesWithOneFieldAtAnEnd();
   WarpSharedEntries entries;
   WarpSharedEntries copies;
@@ -75,13 +76,13 @@ TEST(WarpSharedEntries, giveBackEveryFieldOfOwnedEntriesAndOfViews) {
     EXPECT_EQ(contentOf(entries[index]), content);
     EXPECT_EQ(contentOf(ownedEntry(entries[index])), content);
     EXPECT_EQ(contentOf(copies[index]), content);
-    // Nothing is left of the entry that was read before.
+    // The scratch entry must keep nothing of the earlier entry.
     entries.read(index, scratch);
     EXPECT_EQ(contentOf(scratch), content);
   }
 }
 
-TEST(WarpSharedEntries, tellAbsentFromEmpty) {
+TEST(WarpSharedEntries, distinguishAbsentFromEmpty) {
   WarpSharedEntries entries;
   Entry entry;
   entry.aclText = "";
@@ -99,7 +100,7 @@ TEST(WarpSharedEntries, tellAbsentFromEmpty) {
   EXPECT_EQ(entries[0].payloadParts[1].payloadNamespace, VelmoraPayloadNamespace::backup);
 }
 
-// Around the lengths that are written differently and those of whole chunks, and beyond.
+// Lengths around the limits of their encoding and around whole chunks.
 TEST(WarpSharedEntries, takeTextsOfAnyLength) {
   std::vector<std::string> paths;
   for (const std::size_t length :
@@ -142,7 +143,7 @@ TEST(WarpSharedEntries, areFoundByTheirNumber) {
   }
 }
 
-TEST(WarpSharedEntries, stayInPlaceWhenOthersCome) {
+TEST(WarpSharedEntries, keepTheirAddressWhenOthersAreAppended) {
   WarpSharedEntries entries = entriesAt({"/first"});
   const EntryView first = entries[0];
   for (const std::string& path : manyPaths()) {
@@ -153,7 +154,7 @@ TEST(WarpSharedEntries, stayInPlaceWhenOthersCome) {
   EXPECT_EQ(first.relativePath, "/first");
 }
 
-TEST(WarpSharedEntries, takeCopiesOfTheirOwn) {
+TEST(WarpSharedEntries, storeTheirOwnCopies) {
   WarpSharedEntries entries = entriesAt({"/a"});
   for (std::size_t index = 0; index < 5000; ++index) {
     entries.append(entries[index]);
@@ -161,7 +162,7 @@ TEST(WarpSharedEntries, takeCopiesOfTheirOwn) {
   EXPECT_EQ(pathsOf(entries), std::vector<std::string>(5001, "/a"));
 }
 
-TEST(WarpSharedEntries, areCopiedWithTheirTexts) {
+TEST(WarpSharedEntries, copyTheirTexts) {
   const std::vector<std::string> paths = manyPaths();
   std::optional<WarpSharedEntries> original = entriesAt(paths);
   const WarpSharedEntries copy = *original;
@@ -169,7 +170,7 @@ TEST(WarpSharedEntries, areCopiedWithTheirTexts) {
   EXPECT_EQ(pathsOf(copy), paths);
 }
 
-TEST(WarpSharedEntries, growApartFromTheirCopy) {
+TEST(WarpSharedEntries, growIndependentlyOfTheirCopy) {
   WarpSharedEntries original = entriesAt({"/a"});
   WarpSharedEntries copy = entriesAt({"/x", "/y"});
   copy = original;
@@ -179,7 +180,7 @@ TEST(WarpSharedEntries, growApartFromTheirCopy) {
   EXPECT_EQ(pathsOf(copy), (std::vector<std::string>{"/a", "/copy"}));
 }
 
-TEST(WarpSharedEntries, areNoneAtFirstAndWhenCleared) {
+TEST(WarpSharedEntries, areEmptyAtFirstAndWhenCleared) {
   EXPECT_TRUE(WarpSharedEntries().empty());
   EXPECT_EQ(WarpSharedEntries().size(), 0);
   WarpSharedEntries entries = entriesAt({"/a", "/b"});
@@ -189,7 +190,7 @@ TEST(WarpSharedEntries, areNoneAtFirstAndWhenCleared) {
   EXPECT_EQ(pathsOf(entries), std::vector<std::string>{"/c"});
 }
 
-TEST(WarpSharedEntries, areEqualWhenAllAreInOrder) {
+TEST(WarpSharedEntries, areEqualWithEqualEntriesInOrder) {
   const WarpSharedEntries entries = entriesAt({"/\u00e9", "/b"});
   EXPECT_EQ(entries, entriesAt({"/\u00e9", "/b"}));
   EXPECT_EQ(entries, entriesAt({"/e\u0301", "/b"}));
@@ -200,7 +201,7 @@ TEST(WarpSharedEntries, areEqualWhenAllAreInOrder) {
   EXPECT_NE(entries, WarpSharedEntries());
 }
 
-TEST(WarpSharedEntries, areEqualHoweverTheyLieInMemory) {
+TEST(WarpSharedEntries, areEqualInAnyMemoryLayout) {
   const std::vector<std::string> paths = manyPaths();
   WarpSharedEntries copied = entriesAt({paths.begin(), paths.begin() + 5000});
   copied = WarpSharedEntries(copied);

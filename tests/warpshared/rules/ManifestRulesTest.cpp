@@ -1,4 +1,4 @@
-// What a manifest must satisfy, asked of both of its readers.
+// The rules for a manifest, with both of its readers.
 
 #include "tests/warpshared/ManifestCases.h"
 #include "warpshared/rules/ManifestRules.h"
@@ -13,14 +13,14 @@
 namespace velmora::internal {
 namespace {
 
-using enum Quickly;
+using enum Streaming;
 
-/// One entry alone, which is no hard link.
+/// The only entry, which is no hard link.
 constexpr Edits oneEntry = {{"/entries/1", ""},
                             {"/entries/0/hardLinkIdentity", ""},
                             {"/entries/0/hardLinkPrimaryPath", ""}};
 
-/// The manifest in another folder, with one sample and one entry of the path given.
+/// The manifest of another folder, with one sample and one entry of this path.
 constexpr Edits moving(std::string_view folder, std::string_view path) {
   return {{"/originalFolderPath", folder},
           {"/rootMetadata/absolutePath", folder},
@@ -43,10 +43,10 @@ constexpr Edits naming(std::string_view first, std::string_view second) {
           {"/entries/0/hardLinkPrimaryPath", ""}};
 }
 
-/// The second path of `naming` where the first one is usual.
+/// The same with a usual first path.
 constexpr Edits naming(std::string_view second) { return naming("'/Users/a/Docs/x'", second); }
 
-/// A link from the first entry, and the path of the second one.
+/// A link from the first entry, and the path of the second entry.
 constexpr Edits linking(std::string_view primary,
                         std::string_view second = "'/Users/a/Docs/primary'") {
   return {{"/entries/0/hardLinkPrimaryPath", primary}, {"/entries/1/absolutePath", second}};
@@ -116,7 +116,7 @@ constexpr ManifestCase manifestCases[] = {
       {"/entries/1", ""},
       {"/entries/0/absolutePath", "'/\u00e9/x'"},
       {"/entries/0/hardLinkPrimaryPath", ""}}},
-    {"markBehindTheFoldersName", moving("'/a/e'", "'/a/e\u0301/x'"), inconsistent},
+    {"markAfterTheFoldersName", moving("'/a/e'", "'/a/e\u0301/x'"), inconsistent},
 
     {"textsEmpty",
      {{"/displayName", "''"},
@@ -170,7 +170,7 @@ constexpr ManifestCase manifestCases[] = {
     {"pathOfTheRoot", naming("'/Users/a/Docs'", "'/Users/a/Docs/x'"), valid, givenUp},
     {"pathOfASibling", naming("'/Users/a/Docsx'"), inconsistent},
     {"pathOfTheParent", naming("'/Users/a'"), inconsistent},
-    {"pathWithAMarkBehindTheFolder", naming("'/Users/a/Docs/\u0301x'"), inconsistent},
+    {"pathWithAMarkAfterTheFolder", naming("'/Users/a/Docs/\u0301x'"), inconsistent},
     {"pathWithAMarkFarBelow", naming("'/Users/a/Docs/x/\u0301y'", "'/Users/a/Docs/x/z'"), valid,
      givenUp},
     {"pathWithDot", naming("'/Users/a/Docs/./y'"), notCanonicalEntry},
@@ -214,31 +214,31 @@ constexpr ManifestCase manifestCases[] = {
     {"linkToOneWithNullIdentity", {{"/entries/1/hardLinkIdentity", "null"}}, valid, givenUp},
 };
 
-TEST(ManifestRules, areKeptOrBrokenForBothReaders) {
+TEST(ManifestRules, areAppliedByBothReaders) {
   for (const ManifestCase& row : manifestCases) {
-    expectJudgement(row);
+    expectVerdict(row);
   }
 }
 
-TEST(ManifestRules, takeListsInPlaceOfTheirElements) {
+TEST(ManifestRules, ignoreDuplicateEntriesAndRefuseNestedLists) {
   const std::string entries = manifestDocument()["entries"].text();
   const std::string nested = '[' + entries + ']';
-  expectJudgement({"entriesTwice", {{"/+entries", entries}}, valid, givenUp});
-  expectJudgement({"entriesInAnotherList",
-                   {{"/entries", nested}},
-                   "typeMismatch at /entries/0: Expected an object but found an array."});
+  expectVerdict({"entriesTwice", {{"/+entries", entries}}, valid, givenUp});
+  expectVerdict({"entriesInAnotherList",
+                 {{"/entries", nested}},
+                 "typeMismatch at /entries/0: Expected an object but found an array."});
 }
 
-TEST(ManifestRules, takeTextsOfAnyLength) {
+TEST(ManifestRules, acceptTextsOfAnyLength) {
   const std::string text = '\'' + std::string(20'000, 'x') + '\'';
   const std::string escaped = '\'' + std::string(20'000, 'x') + "\\n'";
-  expectJudgement({"longTexts",
-                   {{"/displayName", text},
-                    {"/entries/0/aclText", escaped},
-                    {"/entries/1/symlinkTarget", text}}});
+  expectVerdict({"longTexts",
+                 {{"/displayName", text},
+                  {"/entries/0/aclText", escaped},
+                  {"/entries/1/symlinkTarget", text}}});
 }
 
-TEST(ManifestRules, takeFiniteDatesOnly) {
+TEST(ManifestRules, acceptFiniteDatesOnly) {
   constexpr Date infinite{std::numeric_limits<double>::infinity()};
   constexpr Date undefined{std::numeric_limits<double>::quiet_NaN()};
   struct {

@@ -16,7 +16,7 @@ namespace {
 
 using Paths = std::vector<std::string>;
 
-/// What CommonAncestor says of all of them.
+/// Whether CommonAncestor finds all paths below the folder.
 bool areBelow(const Paths& paths, const std::string& folder) {
   CommonAncestor common;
   return std::ranges::all_of(paths, [&](const std::string& path) { return common.add(path); }) &&
@@ -28,7 +28,7 @@ bool areOwned(const Paths& paths, const std::string& folder) {
   return std::ranges::all_of(paths, [&](const std::string& path) { return original.owns(path); });
 }
 
-TEST(OriginalFolderTest, ownsItsOwnPathAndThoseBelow) {
+TEST(OriginalFolderTest, ownsItsOwnPathAndPathsBelow) {
   struct {
     const char* name;
     const char* folder;
@@ -50,7 +50,7 @@ TEST(OriginalFolderTest, ownsItsOwnPathAndThoseBelow) {
       {"markOnTheRoot", "/", "/\u0301c", false},
       {"joinerOnTheSeparator", "/a/b", "/a/b/\u200dc", false},
       {"lineBreaksInNames", "/a/\r", "/a/\r/\n", true},
-      {"lineFeedBehindACarriageReturn", "/a/\r", "/a/\r\n/c", false},
+      {"lineFeedAfterACarriageReturn", "/a/\r", "/a/\r\n/c", false},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(OriginalFolder(TextView(row.folder)).owns(TextView(row.path)), row.isOwned)
@@ -62,7 +62,7 @@ struct CommonCase {
   const char* name;
   const char* folder;
   Paths paths;
-  /// What is said of them. Where it is "below", all of them are.
+  /// Whether CommonFolder reports all of the paths as below the folder. If so, each of them is.
   bool areBelow;
 };
 
@@ -97,12 +97,12 @@ const CommonCase commonCases[] = {
     {"markOnAnInnerSeparator", "/a", {"/a/x/\u0301b/c", "/a/x/\u0301b/d"}, true},
     {"markOnTheSeparatorOfAll", "/a", {"/a/\u0301b/c", "/a/\u0301b/d"}, false},
     {"otherMarksOnOneSeparator", "/a", {"/a/x/\u0301b", "/a/x/\u0300b"}, false},
-    {"markBehindTheRoot", "/", {"/\u0301b", "/a"}, false},
+    {"markAfterTheRoot", "/", {"/\u0301b", "/a"}, false},
     {"joinerOnTheSeparator", "/a/b", {"/a/b/c", "/a/b/\u200dc"}, false},
     {"notUTF8", "/a/b", {"/a/b/\xFF", "/a/b/\xFE"}, true},
 };
 
-TEST(CommonFolderTest, tellsInAnyOrderWhetherAllPathsAreBelow) {
+TEST(CommonFolderTest, findsInAnyOrderWhetherAllPathsAreBelow) {
   for (const CommonCase& row : commonCases) {
     SCOPED_TRACE(row.name);
     Paths paths = row.paths;
@@ -116,7 +116,7 @@ TEST(CommonFolderTest, tellsInAnyOrderWhetherAllPathsAreBelow) {
   }
 }
 
-TEST(CommonFolderTest, forgetsWhatWasThere) {
+TEST(CommonFolderTest, forgetsEarlierPaths) {
   CommonAncestor common;
   EXPECT_TRUE(common.add("/a/b/c"));
   EXPECT_FALSE(common.isBelow(OriginalFolder("/x")));
@@ -126,7 +126,7 @@ TEST(CommonFolderTest, forgetsWhatWasThere) {
   EXPECT_TRUE(common.isBelow(OriginalFolder("/x")));
 }
 
-/// A path of a few chunks that are alike, so that many have much in common.
+/// A path of few similar names, so that many paths have much in common.
 std::string randomPath(std::mt19937_64& random, bool isOrdinary) {
   static constexpr std::string_view ordinary[] = {"a", "b", "ab", "e\u0301", "\u00e9", "\u65e5"};
   static constexpr std::string_view any[] = {
@@ -143,7 +143,7 @@ std::string randomPath(std::mt19937_64& random, bool isOrdinary) {
   return path;
 }
 
-TEST(CommonFolderTest, saysBelowOnlyWhereAllAreOwned) {
+TEST(CommonFolderTest, reportsBelowOnlyIfAllAreOwned) {
   std::mt19937_64 random(1);
   int belowCount = 0;
   for (int round = 0; round < 40'000; ++round) {
@@ -161,7 +161,7 @@ TEST(CommonFolderTest, saysBelowOnlyWhereAllAreOwned) {
   EXPECT_GT(belowCount, 1000);
 }
 
-TEST(CommonFolderTest, saysSoOfAllOrdinaryPaths) {
+TEST(CommonFolderTest, reportsBelowForAllOrdinaryPaths) {
   std::mt19937_64 random(2);
   for (int round = 0; round < 5000; ++round) {
     const std::string folder = randomPath(random, true);

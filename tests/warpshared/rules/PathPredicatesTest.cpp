@@ -35,7 +35,7 @@ constexpr PredicateCase pathCases[] = {
     {"onlySlashes", "//", false},
     {"nul", {"/Users/a\0b", 10}, false},
     {"nulAtEnd", {"/\0", 2}, false},
-    // The file system takes the byte for a separator all the same.
+    // The file system still takes this byte for a separator.
     {"markAfterInnerSlashes", "/a//\u0301b", false},
     {"markAfterSlashAtEnd", "/a/./\u0301", false},
     {"slashAfterPrependedMark", "/a\u0600//b", false},
@@ -64,7 +64,7 @@ constexpr PredicateCase keyCases[] = {
     {"onlyNUL", {"\0", 1}, false},
     {"nulInMarkedKey", {"a//\u0301\0", 6}, false},
     {"notUTF8AndUp", "\xFF/../a", false},
-    // A "/" that is part of a larger character neither begins a key nor separates.
+    // A "/" inside a larger character neither begins a key nor separates names.
     {"markAfterFirstSlash", "/\u0301a", true},
     {"markAfterInnerSlashes", "a//\u0301b", true},
     {"markAfterSlashAfterDot", "./\u0301", true},
@@ -73,7 +73,7 @@ constexpr PredicateCase keyCases[] = {
     {"markAfterOneSlashOnly", "a/\u0301b//c", false},
 };
 
-TEST(PathPredicatesTest, canonicalPathsAreAbsoluteAndStandardizedAndSafeKeysAreMadeOfNames) {
+TEST(PathPredicatesTest, canonicalPathsAreStandardizedAndSafeKeysConsistOfNames) {
   for (const PredicateCase& row : pathCases) {
     EXPECT_EQ(isCanonicalAbsolutePath(row.text), row.holds) << row.name;
   }
@@ -94,7 +94,7 @@ TEST(PathPredicatesTest, answersTheCases) {
   expectAnswers("warpshared/objectKey.jsonl", 12, isSafeRelativeObjectKey);
 }
 
-// The rules, word by word.
+// The rules in their simplest form.
 bool holdsNUL(std::string_view text) { return text.find('\0') != std::string_view::npos; }
 
 bool isCanonicalByTheRules(std::string_view path) {
@@ -116,9 +116,9 @@ void expectAsTheRulesSay(std::string_view text) {
   ASSERT_EQ(isSafeRelativeObjectKey(text), isSafeByTheRules(text)) << testing::PrintToString(text);
 }
 
-// Whatever is special at every position of texts of every length up to some words: each lies in
-// every part of the bytes that are looked at together, and across their ends.
-TEST(PathPredicatesTest, answersAreTheRulesAtEveryPosition) {
+// Puts each special byte at every position of texts up to several vectors long, so that it is in
+// every part of a vector and across its ends.
+TEST(PathPredicatesTest, answersFollowTheRulesAtEveryPosition) {
   constexpr std::string_view inserted[] = {
       "//", "/./",     "/../", "/.",       "/..",    "/",    ".",        "..", "/.a", "/..a",
       "/.", {"\0", 1}, "/...", "/\u0301/", "//\xFF", "\x01", {"/\0", 2}, "0",  "/0/", "\u0600//"};
@@ -134,7 +134,7 @@ TEST(PathPredicatesTest, answersAreTheRulesAtEveryPosition) {
   }
 }
 
-// For sanitizers to see: the memory ends with the text.
+// The memory ends with the text, so that sanitizers see a read beyond the end.
 TEST(PathPredicatesTest, readNothingBeyondTheEnd) {
   for (std::size_t length = 0; length < 100; ++length) {
     std::vector<char> bytes(length, 'a');
@@ -154,7 +154,7 @@ class RandomPaths {
         "/", "/",        ".",      "..",     "a",      "name",       "0123456789", "/a/bc/",
         "/", {"\0", 1},  "\u0301", "\u00e9", "\u0600", "\U0001F600", "\xFF",       "\r\n",
         "a", "/folder/", "b",      "\u65e5", "/x",     "a name"};
-    // Most often none of what is refused, or long paths would never pass.
+    // Half of the paths use no refused part, because long paths would otherwise never pass.
     const std::size_t kinds = upTo(1) == 0 ? std::size(parts) : 0;
     std::string text = upTo(1) == 0 ? "/" : "";
     for (std::size_t count = upTo(30); count > 0; --count) {
@@ -173,7 +173,7 @@ class RandomPaths {
   std::mt19937_64 engine_{20240301};
 };
 
-TEST(PathPredicatesTest, answersAreTheRulesForAnyText) {
+TEST(PathPredicatesTest, answersFollowTheRulesForAnyText) {
   RandomPaths paths;
   int canonical = 0;
   int safe = 0;
@@ -183,13 +183,13 @@ TEST(PathPredicatesTest, answersAreTheRulesForAnyText) {
     canonical += isCanonicalAbsolutePath(path) ? 1 : 0;
     safe += isSafeRelativeObjectKey(path) ? 1 : 0;
   }
-  // Else the comparison would say little.
+  // Too few of a kind would make the comparison weak.
   EXPECT_GT(canonical, 5'000);
   EXPECT_GT(safe, 5'000);
 }
 
-// All texts of up to seven bytes from those that matter.
-TEST(PathPredicatesTest, answersAreTheRulesForAllShortTexts) {
+// All texts of up to seven of these bytes.
+TEST(PathPredicatesTest, answersFollowTheRulesForAllShortTexts) {
   constexpr std::string_view bytes = {"/.a\0\xCC\x81", 6};
   std::vector<std::string> texts = {""};
   for (int length = 0; length <= 7; ++length) {

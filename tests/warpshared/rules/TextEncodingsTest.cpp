@@ -16,7 +16,7 @@ constexpr std::string_view base64Digits =
 constexpr std::string_view sixtyFourDigits =
     "0123456789abcdefABCDEF01234567890123456789abcdefABCDEF0123456789";
 
-TEST(TextEncodingsTest, base64HasItsAlphabetAndPaddingOnly) {
+TEST(TextEncodingsTest, base64HasOnlyItsAlphabetAndPadding) {
   for (const char* const text : {"QQ==", "QUI="}) {
     EXPECT_TRUE(isStandardBase64(text)) << text;
   }
@@ -37,9 +37,9 @@ TEST(TextEncodingsTest, answersTheCases) {
   expectAnswers("warpshared/checksum.jsonl", 9, isSHA256Hex);
 }
 
-// What each byte makes of `text` in each place.
-void expectEachByteInEachPlace(std::string text, bool (*isValid)(std::string_view),
-                               std::string_view digits, std::size_t placeCount) {
+// Tries each byte at each position of `text`.
+void expectEachByteAtEachPosition(std::string text, bool (*isValid)(std::string_view),
+                                  std::string_view digits, std::size_t placeCount) {
   for (std::size_t place = 0; place < placeCount; ++place) {
     const char original = text[place];
     for (int byte = 0; byte <= std::numeric_limits<unsigned char>::max(); ++byte) {
@@ -51,22 +51,23 @@ void expectEachByteInEachPlace(std::string text, bool (*isValid)(std::string_vie
   }
 }
 
-TEST(TextEncodingsTest, eachByteOfBase64IsLookedAt) {
+TEST(TextEncodingsTest, eachByteOfBase64IsChecked) {
   for (const std::size_t length : {4U, 8U, 16U, 36U, 68U}) {
-    // The last digit may be padding, too.
-    expectEachByteInEachPlace(std::string(length, 'Q'), isStandardBase64, base64Digits, length - 1);
-    expectEachByteInEachPlace(std::string(length - 2, 'Q') + "==", isStandardBase64, base64Digits,
-                              length - 2);
+    // The last digit may also be padding.
+    expectEachByteAtEachPosition(std::string(length, 'Q'), isStandardBase64, base64Digits,
+                                 length - 1);
+    expectEachByteAtEachPosition(std::string(length - 2, 'Q') + "==", isStandardBase64,
+                                 base64Digits, length - 2);
   }
 }
 
-TEST(TextEncodingsTest, eachByteOfAChecksumIsLookedAt) {
+TEST(TextEncodingsTest, eachByteOfAChecksumIsChecked) {
   constexpr std::string_view digits = "0123456789abcdefABCDEF";
-  expectEachByteInEachPlace(std::string(sixtyFourDigits), isSHA256Hex, digits,
-                            sixtyFourDigits.size());
+  expectEachByteAtEachPosition(std::string(sixtyFourDigits), isSHA256Hex, digits,
+                               sixtyFourDigits.size());
 }
 
-// The rules, byte by byte.
+// The rules in their simplest form.
 bool isBase64ByTheRules(std::string_view text) {
   std::size_t digits = 0;
   while (digits < text.size() && base64Digits.find(text[digits]) != std::string_view::npos) {
@@ -83,7 +84,7 @@ bool isChecksumByTheRules(std::string_view text) {
 
 class RandomDigits {
  public:
-  // Of `length` digits from `alphabet`, at most two replaced by any byte.
+  // A text of `length` digits from `alphabet`, of which at most two are replaced by any byte.
   std::string next(std::string_view alphabet, std::size_t length) {
     std::string text(length, '\0');
     for (char& digit : text) {
@@ -103,7 +104,7 @@ class RandomDigits {
   std::mt19937_64 engine_{20240303};
 };
 
-TEST(TextEncodingsTest, answersAreTheRulesForAnyText) {
+TEST(TextEncodingsTest, answersFollowTheRulesForAnyText) {
   constexpr std::string_view paddings[] = {"", "", "=", "==", "==="};
   RandomDigits random;
   int base64 = 0;
@@ -117,7 +118,7 @@ TEST(TextEncodingsTest, answersAreTheRulesForAnyText) {
     ASSERT_EQ(isSHA256Hex(digits), isChecksumByTheRules(digits)) << testing::PrintToString(digits);
     checksums += isSHA256Hex(digits) ? 1 : 0;
   }
-  // Else the comparison would say little.
+  // Too few of a kind would make the comparison weak.
   EXPECT_GT(base64, 2'000);
   EXPECT_GT(checksums, 2'000);
 }
@@ -125,8 +126,8 @@ TEST(TextEncodingsTest, answersAreTheRulesForAnyText) {
 TEST(TextEncodingsTest, checksumHas64Digits) {
   const std::string digits(sixtyFourDigits);
   EXPECT_TRUE(isSHA256Hex(digits));
-  for (const std::string& behind : {std::string("0"), std::string("\n"), digits}) {
-    EXPECT_FALSE(isSHA256Hex(digits + behind)) << behind;
+  for (const std::string& after : {std::string("0"), std::string("\n"), digits}) {
+    EXPECT_FALSE(isSHA256Hex(digits + after)) << after;
   }
 }
 

@@ -28,7 +28,7 @@ using Lock = VelmoraWarpSharedMutationLock;
 static_assert(!std::is_copy_constructible_v<Lock> && !std::is_copy_assignable_v<Lock>);
 static_assert(!std::is_move_constructible_v<Lock> && !std::is_move_assignable_v<Lock>);
 
-/// What was done, in order, and on which thread.
+/// The calls in order, and the thread of each.
 struct Record {
   void add(std::string event) {
     events.push_back(std::move(event));
@@ -80,7 +80,7 @@ class ReleasingMutationLock : public testing::Test {
 
 using Events = std::vector<std::string>;
 
-TEST_F(ReleasingMutationLock, unlocksThenClosesThenSignalsThenDropsTheSemaphore) {
+TEST_F(ReleasingMutationLock, unlocksThenClosesThenSignalsThenReleasesTheSemaphore) {
   struct {
     std::int32_t descriptor;
     Events eventsWithoutASemaphore;
@@ -106,14 +106,14 @@ TEST_F(ReleasingMutationLock, unlocksThenClosesThenSignalsThenDropsTheSemaphore)
   }
 }
 
-TEST_F(ReleasingMutationLock, leavesASemaphoreOfOthersAlive) {
+TEST_F(ReleasingMutationLock, keepsASemaphoreOfOtherOwnersAlive) {
   const auto semaphore = makeSemaphore();
   { const Lock lock(locks, 7, semaphore); }
   EXPECT_EQ(record.events, (Events{"unlock 7", "close 7", "signal"}));
   EXPECT_EQ(semaphore.use_count(), 1);
 }
 
-TEST_F(ReleasingMutationLock, happensOnceOnTheThreadThatDropsTheLastShare) {
+TEST_F(ReleasingMutationLock, happensOnceOnTheThreadOfTheLastOwner) {
   auto share = std::make_shared<const Lock>(locks, 7, makeSemaphore());
   auto lastShare = share;
   std::thread([other = share]() mutable { other.reset(); }).join();
@@ -128,7 +128,7 @@ TEST_F(ReleasingMutationLock, happensOnceOnTheThreadThatDropsTheLastShare) {
   EXPECT_EQ(record.threads, std::vector<std::thread::id>(4, lastThread));
 }
 
-/// Does something of a test's when it is signalled.
+/// Calls a function of the test when it is signalled.
 class CallingSemaphore final : public CountingSemaphore {
  public:
   explicit CallingSemaphore(std::function<void()> onSignal) : onSignal_(std::move(onSignal)) {}
@@ -142,7 +142,7 @@ class CallingSemaphore final : public CountingSemaphore {
 
 class MutationLockOnAFile : public testing::Test {
  protected:
-  /// As an acquirer does: a descriptor of its own, with a lock on the whole file.
+  /// Opens a new descriptor and locks the whole file, as an acquirer does.
   int openAndLock() const {
     const int descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
     EXPECT_TRUE(setRecordLock(descriptor, F_WRLCK));
@@ -155,7 +155,7 @@ class MutationLockOnAFile : public testing::Test {
   PosixRecordLocks locks;
 };
 
-TEST_F(MutationLockOnAFile, isGoneForOtherProcessesAtTheMomentOfTheSignal) {
+TEST_F(MutationLockOnAFile, isReleasedForOtherProcessesAtTheSignal) {
   std::vector<bool> couldLockAtTheSignal;
   const auto semaphore = std::make_shared<CallingSemaphore>(
       [&] { couldLockAtTheSignal.push_back(otherProcess.canLock()); });
@@ -176,9 +176,9 @@ TEST_F(MutationLockOnAFile, leavesItsDescriptorClosed) {
   EXPECT_TRUE(otherProcess.canLock());
 }
 
-TEST_F(MutationLockOnAFile, letsOneThreadOfAProcessInAtATime) {
+TEST_F(MutationLockOnAFile, admitsOneThreadOfAProcessAtATime) {
   const auto semaphore = std::make_shared<ThreadSemaphore>(1);
-  // Not atomic: that is what the lock is for.
+  // Not atomic, because the lock must protect it.
   int insideCount = 0;
   int roundCount = 0;
   std::vector<std::thread> threads;

@@ -1,12 +1,12 @@
-// GNUstep's AppKit, and what the products ask of Apple's that it lacks. Who answers in tests:
-// SharedObjects.h.
+// GNUstep's AppKit, and the declarations of Apple's that it lacks and the products use. Tests
+// answer their calls by SharedObjects.h.
 #pragma once
 
 #include_next <AppKit/AppKit.h>
 
 @class NSRunningApplication;
 
-/// What it is made with is Apple's: both are on.
+/// Both properties are initially YES, as in Apple's class.
 @interface NSWorkspaceOpenConfiguration : NSObject <NSCopying> {
  @private
   BOOL _activates;

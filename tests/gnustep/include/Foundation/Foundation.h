@@ -1,5 +1,5 @@
-// GNUstep's Foundation, and what the products ask of Apple's that it lacks. Who answers in tests:
-// SharedObjects.h.
+// GNUstep's Foundation, and the declarations of Apple's that it lacks and the products use. Tests
+// answer their calls by SharedObjects.h.
 #pragma once
 
 #include_next <Foundation/Foundation.h>
@@ -15,21 +15,20 @@
 
 @interface NSUserDefaults (AppleSuites)
 
-/// nil for the global domain and for the main bundle's own identifier. Otherwise every question
-/// reads the domain `suiteName` afresh, and a number is returned as text where text is asked for.
-/// For reading only.
+/// Returns nil for the global domain and for the main bundle's own identifier. Every call reads the
+/// domain `suiteName` again, and stringForKey: returns a number as text. For reading only.
 - (instancetype)initWithSuiteName:(NSString*)suiteName;
 
 @end
 
 @interface NSURL (AppleDataRepresentation)
 
-/// Raises an exception when there are no bytes at all: what Apple's makes of that is not known.
+/// Raises an exception for empty data, because Apple's result for it is not known.
 + (NSURL*)absoluteURLWithDataRepresentation:(NSData*)data relativeToURL:(NSURL*)baseURL;
 
 @end
 
-// What item providers deliver conforms to it.
+// Item providers deliver objects of these classes.
 
 @interface NSString (AppleSecureCoding) <NSSecureCoding>
 @end

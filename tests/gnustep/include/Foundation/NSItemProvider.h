@@ -1,10 +1,11 @@
-// NSItemProvider with the completion handler of Apple's: GNUstep's gets a pointer to the error.
+// Declares NSItemProvider with Apple's completion handler, because GNUstep's handler gets a pointer
+// to the error.
 //
-// In the place of GNUstep's own header, by its include guard. A declaration only: the library has
-// the class, its initialisers return nil, and it wins over a second definition. So there are no
-// instances but those of subclasses that initialise themselves (ScriptedItemProvider.h). The
-// superclass and the lack of instance variables are the library's; they are compiled into whatever
-// inherits from the class.
+// Replaces GNUstep's own header by its include guard. This is a declaration only, because the
+// library's class would win over a second definition. The library's initialisers return nil. So the
+// only instances are those of subclasses that initialise themselves (ScriptedItemProvider.h).
+// Superclass and instance variables must be the library's, because the compiler builds them into
+// subclasses.
 #ifndef _NSItemProvider_h_GNUSTEP_BASE_INCLUDE
 #define _NSItemProvider_h_GNUSTEP_BASE_INCLUDE
 

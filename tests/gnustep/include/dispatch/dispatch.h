@@ -1,4 +1,4 @@
-// The main queue, as far as the products use it; the tests run its tasks (SharedObjects.h).
+// The part of the main queue that the products use; tests run its tasks (SharedObjects.h).
 #pragma once
 
 #ifdef __cplusplus
@@ -11,7 +11,7 @@ typedef void (*dispatch_function_t)(void*);
 
 dispatch_queue_main_t dispatch_get_main_queue(void);
 
-/// May be called on any thread. Any other queue than the main one ends the program.
+/// May be called on any thread. Any queue except the main queue ends the program.
 void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work);
 
 #ifdef __cplusplus

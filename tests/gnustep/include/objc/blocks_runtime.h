@@ -1,4 +1,5 @@
-// Where GNUstep looks for the functions that copy blocks: the runtime for blocks has them.
+// GNUstep includes this header for the functions that copy blocks. The blocks runtime declares
+// them.
 #pragma once
 
 #include <Block.h>

@@ -1,4 +1,4 @@
-// What the products use of Apple's AppKit: see Foundation/Foundation.h.
+// The declarations of Apple's AppKit that the products use; see Foundation/Foundation.h.
 #pragma once
 
 #import <Foundation/Foundation.h>

@@ -1,15 +1,14 @@
-// What the products use of Apple's Foundation, as Apple's public headers declare it, and nothing
-// else: a table to check them against, in the one form that a compiler reads.
+// The declarations of Apple's Foundation that the products use, as in Apple's public headers.
 //
-// The products' tests run with GNUstep, which is no proof that Apple's compiler takes the sources
-// too, nor that it understands the same. apple_declarations_test.py therefore compiles them with
-// these headers in the place of GNUstep's, compares each declaration with GNUstep's, and refuses
-// what no product uses.
+// The products' tests run with GNUstep. They do not prove that Apple's compiler accepts the sources
+// and understands them in the same way. So apple_declarations_test.py compiles the sources with
+// these headers instead of GNUstep's. It compares each declaration with GNUstep's, and refuses a
+// declaration that no product uses.
 //
-// To use another method: add it from Apple's documentation, in its class, with the superclass and
-// the protocols that the use relies on. Properties are written as the accessors that they are;
-// generic arguments, availability and names for Swift are left out; the rest stays, nullability
-// and attributes included, because compilers warn by them.
+// To use another method, add it from Apple's documentation to its class, with the superclass and
+// the protocols that the use relies on. Write a property as its accessors. Leave out generic
+// arguments, availability and Swift names. Keep nullability and other attributes, because compilers
+// warn by them.
 #pragma once
 
 #ifndef VELMORA_BOOL_IS_BOOL
@@ -119,7 +118,7 @@ __attribute__((objc_root_class))
 @end
 
 @interface NSArray : NSObject <NSCopying, NSSecureCoding, NSFastEnumeration>
-/// Sent by `@[…]`.
+/// The compiler calls this for `@[…]`.
 + (instancetype)arrayWithObjects:(const id _Nonnull[_Nonnull])objects count:(NSUInteger)cnt;
 @end
 
@@ -142,7 +141,7 @@ __attribute__((objc_root_class))
 @end
 
 @interface NSDictionary : NSObject <NSCopying, NSSecureCoding, NSFastEnumeration>
-/// Sent by `@{…}`.
+/// The compiler calls this for `@{…}`.
 + (instancetype)dictionaryWithObjects:(const id _Nonnull[_Nullable])objects
                               forKeys:(const id<NSCopying> _Nonnull[_Nullable])keys
                                 count:(NSUInteger)cnt;

@@ -1,5 +1,5 @@
-// What the products use of Apple's dispatch library: see Foundation/Foundation.h. In Objective-C
-// its queues are objects.
+// The declarations of Apple's dispatch library that the products use; see Foundation/Foundation.h.
+// In Objective-C its queues are objects.
 #pragma once
 
 #import <Foundation/Foundation.h>

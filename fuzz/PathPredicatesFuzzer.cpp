@@ -3,7 +3,7 @@
 #include "text/Characters.h"
 #include "text/LexicalPath.h"
 #include "text/Text.h"
-#include "warpshared/rules/PathPredicates.h"
+#include "warpshared/rules/TextRules.h"
 
 #include <algorithm>
 

@@ -2,7 +2,6 @@
 
 #include "platform/linux/Environment.h"
 
-#include <chrono>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -11,9 +10,6 @@
 namespace velmora {
 
 namespace {
-
-/// The longest time that the user waits for all services of the desktop together.
-constexpr std::chrono::milliseconds sessionBusLimit{2000};
 
 /// The directory of the localized texts relative to the program, for a build tree and for an
 /// installation that was moved. If it is missing, the directory that the build was configured for.
@@ -41,7 +37,7 @@ LinuxPlatform::LinuxPlatform(const char* programName, std::optional<Text> bundle
       locations(environment, fileReader),
       defaults(environment, fileReader),
       languages(environment),
-      sessionBus(environment, sessionBusLimit),
+      sessionBus(environment),
       notifications(sessionBus),
       workspace(sessionBus, environment, fileReader),
       logger(programName) {}

@@ -1,9 +1,12 @@
-// Hands a job to the application: writes a request file, then posts a notification.
+// Hands a job to the application: writes a request file (docs/handoff-format.md), then posts a
+// notification.
 #pragma once
 
 #include "handoff/FinderHandoffAction.h"
 #include "text/Text.h"
 
+#include <chrono>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -11,6 +14,18 @@ namespace velmora {
 
 class PathStandardizer;
 struct Platform;
+
+struct HandoffRequest {
+  FinderHandoffAction action = FinderHandoffAction::warpFolder;
+  std::chrono::system_clock::time_point createdAt = {};
+  std::vector<Text> folderPaths = {};
+};
+
+/// The request as JSON (RFC 8259) in one fixed layout: sorted keys, an indentation of two spaces,
+/// " : " after a key, every "/" escaped, no newline at the end. `createdAt` is in UTC, rounded down
+/// to whole seconds, as in RFC 3339: 2026-03-01T09:15:42Z. Throws posixError(EILSEQ) for a path
+/// that is not UTF-8, because JSON cannot represent it.
+[[nodiscard]] std::string encodeHandoffRequest(const HandoffRequest& request);
 
 /// The notification on which the application reads the directory of request files.
 inline constexpr std::string_view handoffNotificationName = "io.tolvane.Velmora.finderHandoff";

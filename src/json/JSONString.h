@@ -10,10 +10,10 @@
 
 namespace velmora::internal {
 
-/// Resolves in place the escapes of `content`, the bytes between the quotes of a string. An escape
-/// is never shorter than its text, which is at the end of `content` afterwards. Returns the length
-/// of the text; none for an escape that is not in RFC 8259, and for a surrogate without its
-/// partner.
+/// Resolves in place the escapes of `content`, the bytes between the quotes of a string. Afterwards
+/// the resolved text is at the end of `content`. It always fits, because no escape is shorter than
+/// its text. Returns the length of the text; none for an escape that is not in RFC 8259, and for a
+/// surrogate without its partner.
 [[nodiscard]] std::optional<std::size_t> resolveEscapes(std::span<char> content);
 
 /// The number of bytes that copyResolvingEscapes may write.

@@ -49,7 +49,7 @@ struct FoundTokens {
 }
 
 /// Searches one text after the other, and keeps its memory: four bytes for each byte of the longest
-/// text. One thread at a time.
+/// text, and up to twice that for texts below 64 MiB. One thread at a time.
 class TokenFinder {
  public:
   TokenFinder();

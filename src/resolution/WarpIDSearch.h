@@ -20,7 +20,7 @@ namespace velmora {
 
 class FileReader;
 
-/// The most identifiers that are searched for, because each one costs a pass over the mirror.
+/// The most identifiers that are searched for, because each one costs another search of every file.
 inline constexpr std::size_t maxSearchedWarpIDs = 4;
 
 /// One thread at a time.

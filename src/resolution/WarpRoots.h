@@ -1,7 +1,6 @@
-// Looks up the warped folder that an item is in.
+// Looks up the warped folder that an item is in, by standardised paths.
 #pragma once
 
-#include "resolution/StandardizedPath.h"
 #include "text/Text.h"
 
 #include <optional>
@@ -9,6 +8,22 @@
 #include <vector>
 
 namespace velmora {
+
+class PathStandardizer;
+
+/// A path in the form in which items and warped folders are compared. A type of its own, so that a
+/// lookup cannot compare another form.
+struct StandardizedPath {
+  Text text;
+
+  bool operator==(const StandardizedPath&) const = default;
+};
+
+[[nodiscard]] StandardizedPath standardized(const Text& path, const PathStandardizer& standardizer);
+
+/// The path and its ancestors, from the nearest to "/". None if the path is not absolute. A
+/// separator is a whole character: a "/" with a combining mark separates nothing.
+[[nodiscard]] std::vector<Text> pathAndAncestors(const StandardizedPath& path);
 
 /// The warped folders. A look-up takes time in proportion to the depth of the item, whatever the
 /// number of roots.

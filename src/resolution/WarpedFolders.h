@@ -8,7 +8,7 @@
 
 #include "handoff/SharedContainer.h"
 #include "resolution/ManifestMirror.h"
-#include "resolution/StandardizedPath.h"
+#include "resolution/WarpRoots.h"
 #include "text/Text.h"
 
 #include <cstddef>
@@ -52,7 +52,8 @@ struct JudgedManifest {
 
 /// The result of one look at the shared Warp root. A fault is null when there is none.
 struct Resolution {
-  /// None when it was not asked for, because no manifest can matter, and when there is none.
+  /// Absent in two cases: no manifest can matter, so nothing was looked up; or the platform has no
+  /// shared Warp root (`rootFault`).
   std::optional<SharedWarpRoot> root;
   /// The reason why there is no shared Warp root (PlatformError). Nothing else was read then.
   std::exception_ptr rootFault;
@@ -70,8 +71,9 @@ struct Resolution {
 /// Judges every manifest of the mirror. Reads everything afresh. Identifiers and keys are compared
 /// by canonical equivalence; case matters. The marker of a destroyed Warp is not read.
 ///
-/// Throws when memory runs out, also while a marker is read, because a warped folder must never
-/// count as an ordinary one. Also throws the errors of `progress`. Takes no lock; the files may
+/// Throws when memory runs out, also while a marker is read. But a manifest that memory does not
+/// suffice for is only refused, so that one large file does not stop every action. Also throws the
+/// errors of `progress`. Takes no lock; the files may
 /// change meanwhile. Any thread.
 [[nodiscard]] Resolution resolveWarpedFolders(const Platform& platform,
                                               const MirrorProgress& progress = {});

@@ -12,7 +12,7 @@
 // enclose the item.
 #pragma once
 
-#include "resolution/StandardizedPath.h"
+#include "resolution/WarpRoots.h"
 #include "text/Text.h"
 
 #include <cstddef>
@@ -27,9 +27,10 @@ class PathStandardizer;
 /// The longest listing that is searched for other spellings.
 inline constexpr std::size_t maxSearchedNameCount = 10'000;
 
-/// The identifiers in the markers at and above `paths`, each once; none if any Warp may enclose one
-/// of the paths. Ignores paths that are not absolute. A marker that cannot be read or decoded
-/// confirms no manifest, so it names no Warp. Looks into each folder once.
+/// Returns the identifiers of the markers in and above `paths`, each once. An empty list means that
+/// no Warp encloses a path. std::nullopt means that every Warp may. Ignores paths that are not
+/// absolute. A marker that cannot be read or decoded confirms no manifest, so it names no Warp.
+/// Looks into each folder once.
 ///
 /// Throws only when memory runs out. Takes no lock; the files may change meanwhile. Any thread.
 [[nodiscard]] std::optional<std::vector<Text>> warpsAround(

@@ -7,7 +7,10 @@
 
 #include <cerrno>
 #include <chrono>
+#include <fstream>
+#include <iterator>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmora {
@@ -111,6 +114,101 @@ TEST_F(HandoffRequestWriting, raisesErrorsAndPostsNothing) {
   expectError(EROFS);
   fake.locations.groupContainers.clear();
   expectError(fileNoSuchFileErrorCode);
+}
+
+using std::chrono::sys_days;
+using std::chrono::sys_seconds;
+using namespace std::chrono_literals;
+
+constexpr sys_seconds morning = sys_days(2026y / 3 / 1) + 9h + 15min + 42s;
+
+std::string goldenFile(const std::string& name) {
+  std::ifstream file(VELMORA_TEST_DATA "/handoff/" + name, std::ios::binary);
+  EXPECT_TRUE(file.is_open()) << name;
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST(HandoffRequestEncoding, writesTheReviewedFiles) {
+  EXPECT_EQ(encodeHandoffRequest({.action = FinderHandoffAction::warpFolder,
+                                  .createdAt = morning,
+                                  .folderPaths = {"/Users/a/Docs"}}),
+            goldenFile("one_folder.request.json"));
+  EXPECT_EQ(encodeHandoffRequest({.action = FinderHandoffAction::restoreMarkerFolder,
+                                  .createdAt = morning,
+                                  .folderPaths = {"/h/b c", "/h/d\"é'", "/h/back\\slash", "/h/日本",
+                                                  "/h/new\nline\ttab", "/h/100% sure"}}),
+            goldenFile("awkward_names.request.json"));
+}
+
+TEST(HandoffRequestEncoding, escapesSlashesAndTheRequiredCharacters) {
+  struct Row {
+    const char* name;
+    std::string_view path;
+    std::string_view json;
+  };
+  const Row rows[] = {{"slash", "/", "\\/"},
+                      {"quote", "\"", "\\\""},
+                      {"backslash", "\\", "\\\\"},
+                      {"backspace", "\b", "\\b"},
+                      {"formFeed", "\f", "\\f"},
+                      {"newline", "\n", "\\n"},
+                      {"carriageReturn", "\r", "\\r"},
+                      {"tab", "\t", "\\t"},
+                      {"null", std::string_view("\0", 1), "\\u0000"},
+                      {"one", "\x01", "\\u0001"},
+                      {"verticalTab", "\v", "\\u000b"},
+                      {"escape", "\x1b", "\\u001b"},
+                      {"lastControl", "\x1f", "\\u001f"},
+                      {"blank", " ", " "},
+                      {"delete", "\x7f", "\x7f"},
+                      {"apostrophe", "'", "'"},
+                      {"percent", "100%25", "100%25"},
+                      {"accent", "é", "é"},
+                      {"decomposedStays", "e\u0301", "e\u0301"},
+                      {"lineSeparator", "\u2028", "\u2028"},
+                      {"beyondTheBasicPlane", "😀", "😀"}};
+  for (const Row& row : rows) {
+    const std::string json = encodeHandoffRequest({.folderPaths = {Text(row.path)}});
+    EXPECT_NE(json.find("[\n    \"" + std::string(row.json) + "\"\n  ]"), std::string::npos)
+        << row.name << ": " << json;
+  }
+}
+
+TEST(HandoffRequestEncoding, separatesFoldersByComma) {
+  EXPECT_EQ(encodeHandoffRequest(
+                {.action = FinderHandoffAction::warpFolder, .folderPaths = {"a", "b", "c"}}),
+            "{\n  \"action\" : \"warpFolder\",\n  \"createdAt\" : \"1970-01-01T00:00:00Z\",\n"
+            "  \"folderPaths\" : [\n    \"a\",\n    \"b\",\n    \"c\"\n  ]\n}");
+}
+
+TEST(HandoffRequestEncoding, writesAnEmptyListOverTwoLines) {
+  EXPECT_NE(encodeHandoffRequest({}).find("\"folderPaths\" : [\n\n  ]\n}"), std::string::npos);
+}
+
+TEST(HandoffRequestEncoding, refusesPathsThatAreNotUTF8) {
+  try {
+    static_cast<void>(encodeHandoffRequest({.folderPaths = {"/a", "/\xff"}}));
+    FAIL() << "no error";
+  } catch (const PlatformError& error) {
+    EXPECT_EQ(error.domain(), "NSPOSIXErrorDomain");
+    EXPECT_EQ(error.code(), EILSEQ);
+  }
+}
+
+TEST(FinderHandoffActions, haveTheirRawValues) {
+  EXPECT_EQ(rawValue(FinderHandoffAction::warpFolder), "warpFolder");
+  EXPECT_EQ(rawValue(FinderHandoffAction::restoreMarkerFolder), "restoreMarkerFolder");
+  EXPECT_EQ(rawValue(FinderHandoffAction::materializeMarkerItem), "materializeMarkerItem");
+}
+
+TEST(HandoffRequestEncoding, truncatesTheInstantToTheWholeSecond) {
+  for (const auto part : {0ms, 1ms, 999ms}) {
+    EXPECT_EQ(encodeHandoffRequest({.createdAt = morning + part}),
+              encodeHandoffRequest({.createdAt = morning}));
+  }
+  const auto before1970 = std::chrono::system_clock::time_point(-1ms);
+  const std::string json = encodeHandoffRequest({.createdAt = before1970});
+  EXPECT_NE(json.find("\"1969-12-31T23:59:59Z\""), std::string::npos) << json;
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // The paths of folders, for comparisons in tests.
 #pragma once
 
-#include "resolution/StandardizedPath.h"
+#include "resolution/WarpRoots.h"
 
 #include <string>
 #include <vector>

@@ -171,5 +171,24 @@ TEST(EnclosingWarpRoot, agreesWithASearchOfAllRoots) {
   EXPECT_GT(enclosedCount, 300);
 }
 
+TEST(StandardizedPath, isMadeByThePlatform) {
+  EXPECT_EQ(standardized("/a/../b/", PosixPathStandardizer()), StandardizedPath{"/b"});
+  EXPECT_EQ(standardized("/caf\u00e9", PosixPathStandardizer()), StandardizedPath{"/cafe\u0301"});
+}
+
+TEST(PathAndAncestors, goFromTheItemToTheRoot) {
+  const std::pair<const char*, Paths> rows[] = {{"", {}},
+                                                {"a/b", {}},
+                                                {"/\u0301a", {}},
+                                                {"/", {"/"}},
+                                                {"/a", {"/a", "/"}},
+                                                {"/a/b/c", {"/a/b/c", "/a/b", "/a", "/"}},
+                                                {"/a/\u0301b", {"/a/\u0301b", "/"}},
+                                                {"/a\u0600/b", {"/a\u0600/b", "/a\u0600", "/"}}};
+  for (const auto& [path, folders] : rows) {
+    EXPECT_EQ(pathAndAncestors({path}), folders) << path;
+  }
+}
+
 }  // namespace
 }  // namespace velmora

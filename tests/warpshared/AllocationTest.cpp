@@ -7,8 +7,7 @@
 #include "text/Characters.h"
 #include "text/Text.h"
 #include "warpshared/records/WarpSharedEntries.h"
-#include "warpshared/rules/PathPredicates.h"
-#include "warpshared/rules/TextEncodings.h"
+#include "warpshared/rules/TextRules.h"
 
 #include <gtest/gtest.h>
 

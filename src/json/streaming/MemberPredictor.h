@@ -43,8 +43,9 @@ class MemberPredictor {
     Successor secondary;
   };
 
-  /// The number of secondary successors of a field since a record. Primary ones are not counted,
-  /// because an increment for each member costs too much.
+  /// `count` is how often the secondary successor followed the field since the record
+  /// `firstRecord`. Primary successors are not counted, because an increment for each member costs
+  /// too much.
   struct SecondaryCount {
     std::uint64_t count = 0;
     std::uint64_t firstRecord = 0;

@@ -3,11 +3,12 @@
 
 #include "json/DecimalDigits.h"
 #include "json/TokenFinder.h"
-#include "json/streaming/MemberPrefix.h"
 #include "json/streaming/TextArena.h"
+#include "text/ByteVector.h"
 #include "text/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -18,7 +19,47 @@
 
 namespace velmora::internal {
 
-/// Each `take` returns whether it took the token. After a failed take the cursor is invalid; only
+/// The bytes before the value of a member, stored so that a few vector comparisons recognise them.
+class MemberPrefix {
+ public:
+  /// The longest prefix that can be recognised, in bytes.
+  static constexpr std::size_t maxLength = 48;
+
+  /// A prefix of length 0, for which isAt() must not be called.
+  MemberPrefix() = default;
+
+  /// `text` begins at the comma or the opening brace, and ends before the value.
+  explicit MemberPrefix(std::string_view text) {
+    if (text.size() <= maxLength) {
+      length_ = text.size();
+      std::memcpy(bytes_.data(), text.data(), text.size());
+      std::memset(mask_.data(), 0xFF, text.size());
+    }
+  }
+
+  /// 0 for a prefix that cannot be recognised.
+  [[nodiscard]] std::size_t length() const { return length_; }
+
+  /// Whether `text`, which has `maxLength` bytes or more, begins with the prefix.
+  [[nodiscard]] bool isAt(const char* text) const {
+    return !isAnySet(difference(text, 0) | difference(text, 1)) &&
+           (length_ <= 2 * byteVectorSize || !isAnySet(difference(text, 2)));
+  }
+
+ private:
+  using Vectors = std::array<ByteVector, maxLength / byteVectorSize>;
+
+  [[nodiscard]] ByteVector difference(const char* text, std::size_t index) const {
+    return (byteVectorAt(text + index * byteVectorSize) ^ bytes_[index]) & mask_[index];
+  }
+
+  Vectors bytes_ = {};
+  Vectors mask_ = {};
+  std::size_t length_ = 0;
+};
+
+/// Each `take` returns whether it took the token. A failed take of punctuation or of a member's
+/// start leaves the cursor unchanged. After any other failed take the cursor is invalid, and only
 /// `atEnd()` may be called.
 ///
 /// A take also fails for JSON that is valid and unusual: an integer with a fraction or an exponent.
@@ -45,7 +86,7 @@ class TokenCursor {
   [[nodiscard]] std::size_t remaining() const { return size_ - *token_; }
 
   /// Takes the three tokens before the value of a member, if they are exactly `start`. May fail
-  /// near the end of the text; unlike the others, a failure leaves the cursor as it was.
+  /// near the end of the text.
   bool take(const MemberPrefix& start) {
     const bool isThere = token_[3] - token_[0] == start.length() && *token_ < endOfFullPrefixes_ &&
                          start.isAt(position());

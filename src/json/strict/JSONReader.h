@@ -19,8 +19,9 @@ inline constexpr std::size_t maxJSONNesting = 512;
 /// Reads one document after the other, and keeps its memory. One thread at a time.
 class JSONReader {
  public:
-  /// Returns the value of the document. Escapes are resolved in place, so `bytes` are scratch
-  /// afterwards. The values refer to `bytes`, which must not change, and end with the next call.
+  /// Returns the value of the document. Resolves escapes in place, so `bytes` no longer hold the
+  /// document. The values refer to `bytes`: the caller must not change them while it uses a value.
+  /// The next call invalidates all values.
   ///
   /// Accepts UTF-8 only, with or without a byte-order mark, at most maxJSONNesting levels and
   /// maxJSONDocumentLength bytes; numbers of any size. Throws DecodingError for anything else:

@@ -49,7 +49,8 @@ class RecordReader {
 
   void readAll() { readUntil(fieldCount<Record>, allFields); }
 
-  /// Has `decodeValue` read the value of a required field, which is the next one.
+  /// Calls `decodeValue` with the value of the field `key`. The field must be required, and the
+  /// next one in the declared order.
   template <KeyLiteral key, std::invocable<JSONValue> DecodeValue>
   void readBy(DecodeValue decodeValue) {
     assert(next_ == (fieldIndex<Record, key>));

@@ -51,13 +51,17 @@ struct BusDisconnect {
   void operator()(GDBusConnection* connection) const noexcept;
 };
 
+/// The longest time that a user waits for all services of the desktop together.
+inline constexpr std::chrono::milliseconds sessionBusLimit{2000};
+
 /// Connects at the first use. `limit` begins then, and covers the connecting and all later uses.
 /// After that time, or without a bus, every use returns at once without effect. Arguments are
 /// tuples of D-Bus values. Uses throw PlatformError when GLib cannot be loaded. Main thread only.
 class SessionBus {
  public:
   /// `environment` is kept by reference.
-  SessionBus(const Environment& environment, std::chrono::milliseconds limit);
+  explicit SessionBus(const Environment& environment,
+                      std::chrono::milliseconds limit = sessionBusLimit);
   /// Calls and waits for the answer; null for an error or no answer.
   GLibPointer<GVariant> call(const BusMethod& method, GLibPointer<GVariant> arguments);
 

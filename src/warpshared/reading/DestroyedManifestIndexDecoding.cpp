@@ -9,7 +9,7 @@
 #include "text/LexicalPath.h"
 #include "warpshared/records/FieldCodecs.h"
 #include "warpshared/records/FieldLists.h"
-#include "warpshared/rules/PathPredicates.h"
+#include "warpshared/rules/TextRules.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -49,7 +49,8 @@ DecodedHeader DiagnosingManifestReader::read(std::string& bytes, const EntryVisi
   reader.readBy<"entries">([&](JSONValue entries) {
     decodeElements(entries, [&](JSONValue value) {
       decode(value, entry_);
-      // A known answer is not asked for again: a foreign path may be as long as the folder's.
+      // After one entry breaks the rule no other path is tested, because a test may read as many
+      // bytes as the folder's path has.
       facts.areEntriesOwned = facts.areEntriesOwned && entryPaths_.insert(entry_.relativePath) &&
                               folder.owns(entry_.relativePath);
       if (entry_.hardLinkPrimaryPath.has_value()) {

@@ -1,7 +1,8 @@
-// Two readers share the work. The StreamingManifestReader reads what the application writes, in one
-// pass over chunks of the document, and gives up at anything else. The DiagnosingManifestReader
-// then reads the whole document again: it accepts everything that is valid, and raises the first
-// fault of what is not. Both hand their entries to a product: a whole manifest, or a summary.
+// Two readers share the work. The StreamingManifestReader reads manifests in the form that the
+// application writes, in one pass over chunks of the document, and gives up at others. The
+// DiagnosingManifestReader then reads the whole document again: it accepts everything that is
+// valid, and raises the first fault of what is not. Both hand their entries to a product: a whole
+// manifest, or a summary.
 #include "warpshared/reading/ManifestDecoding.h"
 
 #include "json/streaming/ChunkedDocument.h"

@@ -25,9 +25,10 @@
 //                    11         }              ends the manifest
 //     afterManifest  Only blanks may follow. Last, the rules of the manifest are tested.
 //
-// If a chunk ends inside of a unit, because a line break was found there, the unit fails at the
-// sentinel. The reader then leaves the bytes of the unit unread, and the next chunk begins with
-// them. A unit that fails before the sentinel, or in the last chunk, ends the parse: it gives up.
+// A chunk may also end inside of a unit: at a line break, or between two objects of a list in an
+// entry. The unit then fails at the sentinel. The reader then leaves the bytes of the unit unread,
+// and the next chunk begins with them. A unit that fails before the sentinel, or in the last chunk,
+// ends the parse: it gives up.
 //
 // Two rules concern all entries. A hash of each path is kept to tell that paths are distinct, and
 // the common ancestor of all paths to tell that they are in the original folder, which may be read
@@ -40,7 +41,6 @@
 #include "text/UniquenessCheck.h"
 #include "warpshared/records/FieldCodecs.h"
 #include "warpshared/records/FieldLists.h"
-#include "warpshared/rules/CommonAncestor.h"
 #include "warpshared/rules/EntryRules.h"
 #include "warpshared/rules/ManifestRules.h"
 #include "warpshared/rules/OriginalFolder.h"

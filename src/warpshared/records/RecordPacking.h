@@ -174,7 +174,7 @@ Bytes pack(Bytes bytes, const std::optional<Value>& value) {
   return value.has_value() ? pack(bytes, *value) : bytes;
 }
 
-/// Counts a present value, whether it is present or not.
+/// Counts the bytes of the integer even if it is absent, because an upper limit needs no branch.
 template <PackedAsItIs Integer>
 ByteLimit pack(ByteLimit bytes, const std::optional<Integer>&) {
   return pack(bytes, Integer{});

@@ -10,7 +10,7 @@ namespace velmora {
 namespace {
 
 // The first chunk is small, because most manifests are. Each chunk is twice as large as the one
-// before.
+// before, up to the largest.
 constexpr std::size_t smallestChunk = std::size_t{4} * 1024;
 constexpr std::size_t maxChunk = std::size_t{1024} * 1024;
 
@@ -51,7 +51,7 @@ WarpSharedEntries::Chunk& WarpSharedEntries::chunkWithRoom(std::size_t size) {
   std::size_t capacity = smallestChunk;
   if (usedChunkCount_ > 0) {
     Chunk& last = chunks_[usedChunkCount_ - 1];
-    // A chunk that is larger than maxChunk has one long entry only.
+    // Offsets stay small: a chunk that one long entry has made larger takes no more than maxChunk.
     if (last.size() < maxChunk && size <= last.room()) {
       return last;
     }

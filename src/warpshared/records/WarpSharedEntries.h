@@ -15,8 +15,8 @@ namespace velmora {
 /// A list of entries, which is a plain value. Entries are packed into chunks of memory: no entry
 /// has an allocation of its own, and none is moved when others are appended.
 ///
-/// Entries are read as views. Their texts are valid until the list is assigned to, cleared or
-/// destroyed, also when entries are appended, or when the list is moved to another object.
+/// Entries are read as views. The texts of a view become invalid when the list is assigned to,
+/// cleared or destroyed. They stay valid when entries are appended and when the list is moved.
 ///
 /// An operation that runs out of memory throws std::bad_alloc and leaves the list unchanged.
 class WarpSharedEntries {

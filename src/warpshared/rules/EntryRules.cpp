@@ -2,8 +2,7 @@
 
 #include "text/CanonicalTextSet.h"
 #include "warpshared/records/FieldLists.h"
-#include "warpshared/rules/PathPredicates.h"
-#include "warpshared/rules/TextEncodings.h"
+#include "warpshared/rules/TextRules.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 
 #include "warpshared/records/FieldLists.h"
 #include "warpshared/rules/OriginalFolder.h"
-#include "warpshared/rules/PathPredicates.h"
+#include "warpshared/rules/TextRules.h"
 
 #include <array>
 #include <optional>

@@ -1,4 +1,4 @@
-// Which paths belong to a warped folder: its own path and those below it.
+// The paths that belong to a warped folder: its own path and those below it.
 #pragma once
 
 #include "text/Text.h"
@@ -18,6 +18,24 @@ class OriginalFolder {
  private:
   TextView path_;
   /// The path with a separator at its end.
+  std::string prefix_;
+};
+
+/// The longest common ancestor of a stream of paths, so that they can be checked against a folder
+/// that becomes known only after the paths have been discarded.
+class CommonAncestor {
+ public:
+  /// Adds a path, which begins with a separator. False when the ancestor is no longer known.
+  [[nodiscard]] bool add(std::string_view path);
+
+  /// True only if `folder` owns all added paths. May be false if one of them is the folder's own
+  /// path, because the common ancestor is then the parent folder.
+  [[nodiscard]] bool isBelow(const OriginalFolder& folder) const;
+
+  void clear() { prefix_.clear(); }
+
+ private:
+  /// The common beginning of all paths, which ends with a separator. Empty before the first path.
   std::string prefix_;
 };
 

@@ -1,6 +1,5 @@
-#include "warpshared/rules/CommonAncestor.h"
 #include "warpshared/rules/OriginalFolder.h"
-#include "warpshared/rules/PathPredicates.h"
+#include "warpshared/rules/TextRules.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-// Sixteen bytes are tested at once. A fault shows within four neighbouring bytes: a NUL, or a
-// separator before a component that is empty, "." or "..". So each vector of bytes is compared
+// Sixteen bytes are tested at once. A fault of a path shows within four neighbouring bytes: a NUL,
+// or a separator before a component that is empty, "." or "..". So each vector of bytes is compared
 // together with the three vectors that begin one, two and three bytes later. A quicker first look
 // passes over most paths, because a fault needs two neighbours that are dots or separators.
-#include "warpshared/rules/PathPredicates.h"
+#include "warpshared/rules/TextRules.h"
 
 #include "text/ByteVector.h"
 #include "text/Characters.h"
@@ -11,8 +11,10 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 namespace velmora::internal {
+
 namespace {
 
 constexpr char separator = '/';
@@ -121,6 +123,31 @@ bool beginsWithName(std::string_view text) {
   return std::ranges::all_of(splitAtCharacter(key, separator), isName);
 }
 
+constexpr std::uint8_t lowerCaseBit = 0x20;
+
+struct AreBase64Digits {
+  ByteVector operator()(ByteVector bytes) const {
+    static_assert('/' + 1 == '0');
+    return areInRange(bytes | lowerCaseBit, 'a', 'z') | areInRange(bytes, '/', '9') |
+           areEqualTo(bytes, '+');
+  }
+};
+
+struct AreHexDigits {
+  ByteVector operator()(ByteVector bytes) const {
+    return areInRange(bytes | lowerCaseBit, 'a', 'f') | areInRange(bytes, '0', '9');
+  }
+};
+
+constexpr char digitOfBoth = '0';
+
+std::string_view withoutPadding(std::string_view text) {
+  for (int count = 0; count < 2 && text.ends_with('='); ++count) {
+    text.remove_suffix(1);
+  }
+  return text;
+}
+
 }  // namespace
 
 bool isCanonicalAbsolutePath(std::string_view path) {
@@ -136,6 +163,17 @@ bool isCanonicalAbsolutePath(std::string_view path) {
 bool isSafeRelativeObjectKey(std::string_view key) {
   // Components that are names remain names if a "/" between them separates nothing.
   return (beginsWithName(key) && hasOnlyNamesAfterSeparators(key)) || isMadeOfNames(key);
+}
+
+bool isStandardBase64(std::string_view text) {
+  return text.size() % 4 == 0 &&
+         holdsForEachByte(withoutPadding(text), digitOfBoth, AreBase64Digits{});
+}
+
+bool isSHA256Hex(std::string_view text) {
+  constexpr std::size_t digitCount = 64;
+  return text.size() == digitCount &&
+         holdsForEachByte(text.substr(0, digitCount), digitOfBoth, AreHexDigits{});
 }
 
 }  // namespace velmora::internal

@@ -1,7 +1,7 @@
-// The paths and object keys that a file may name.
+// The rules of single texts in the shared formats: paths, object keys, base64, checksums.
 //
-// Both predicates are called for every entry of a manifest. Nearly every path is ASCII, and then
-// costs one look at each byte.
+// They are tested for every entry of a manifest. Nearly every text is ASCII, and then costs one
+// look at each byte.
 #pragma once
 
 #include <string_view>
@@ -15,5 +15,12 @@ namespace velmora::internal {
 /// Whether `key` consists of components that are neither empty nor "." nor ".." (by canonical
 /// equivalence), and has no NUL. Only a "/" that is a whole character separates components.
 [[nodiscard]] bool isSafeRelativeObjectKey(std::string_view key);
+
+/// Whether `text` is base64 (RFC 4648, section 4) with padding and no other byte. The unused bits
+/// of the last digit may have any value. The empty text is base64.
+[[nodiscard]] bool isStandardBase64(std::string_view text);
+
+/// Whether `text` consists of 64 hexadecimal digits of either case.
+[[nodiscard]] bool isSHA256Hex(std::string_view text);
 
 }  // namespace velmora::internal

@@ -22,7 +22,7 @@ struct Task {
 /// throws.
 template <class Element>
 struct MallocAllocator {
-  // Allocators need this name.
+  // NOLINTNEXTLINE(readability-identifier-naming): the standard requires this name of allocators.
   using value_type = Element;
 
   MallocAllocator() = default;

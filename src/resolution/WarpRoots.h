@@ -25,7 +25,7 @@ struct StandardizedPath {
 /// separator is a whole character: a "/" with a combining mark separates nothing.
 [[nodiscard]] std::vector<Text> pathAndAncestors(const StandardizedPath& path);
 
-/// The warped folders. A look-up takes time in proportion to the depth of the item, whatever the
+/// The warped folders. A lookup takes time in proportion to the depth of the item, whatever the
 /// number of roots.
 class WarpRoots {
  public:

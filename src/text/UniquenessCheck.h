@@ -15,8 +15,8 @@ class UniquenessCheck {
   void add(std::string_view text);
 
   /// Whether no two of the added texts are canonically equal (Text.h). May also return false when
-  /// the 64-bit hashes of different texts collide. Takes time in proportion to the number of texts,
-  /// and removes all of them.
+  /// the 64-bit hashes of different texts collide. Takes time in proportion to the number of texts.
+  /// Removes all of them, unless memory runs out.
   [[nodiscard]] bool allDistinct();
 
   [[nodiscard]] std::size_t size() const { return hashes_.size(); }

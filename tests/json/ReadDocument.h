@@ -2,6 +2,8 @@
 #pragma once
 
 #include "json/strict/JSONReader.h"
+#include "json/strict/ValueDecoding.h"
+#include "tests/json/Faults.h"
 
 #include <string>
 #include <utility>
@@ -23,5 +25,20 @@ class ReadDocument {
   JSONReader reader_;
   JSONValue value_;
 };
+
+/// The value of a document that is one value.
+template <class Value>
+Value decoded(const std::string& document) {
+  const ReadDocument read(document);
+  Value value{};
+  decode(read.value(), value);
+  return value;
+}
+
+/// The fault of such a document; "none" if there is none.
+template <class Value>
+std::string faultIn(const std::string& document) {
+  return faultOf([&document] { static_cast<void>(decoded<Value>(document)); });
+}
 
 }  // namespace velmora::internal

@@ -1,5 +1,5 @@
-// Screens items while memory runs out. Either the caller gets the error or every warped folder is
-// found, because a warped folder must not count as an ordinary one.
+// Looks for warped folders while memory runs out. Either the caller gets the error, or every warped
+// folder is found except those whose manifest memory did not suffice for: these are refused.
 
 #include "resolution/WarpedFolders.h"
 #include "tests/fakes/RecordedWarps.h"

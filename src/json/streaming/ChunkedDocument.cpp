@@ -85,8 +85,8 @@ void ChunkedDocument::provide(std::size_t length) {
     return;
   }
   const std::size_t rest = available();
-  // One byte more shows that the document goes on. Another one is for the NUL.
-  makeRoom(length + 2);
+  // One byte more shows that the document goes on. The NUL after the chunk takes its place.
+  makeRoom(length + 1);
   end_ = begin_ + rest;
   while (!isWholeInMemory_ && available() <= length) {
     const std::size_t count = readSome_(end_, length + 1 - available());

@@ -43,11 +43,16 @@ class RecordReader {
     }
   }
 
-  /// Reads the fields that have not been read so far, in their order, up to the one with the index
-  /// `last`.
-  void readThrough(std::size_t last) { readUntil(last + 1, allFields); }
+  /// Reads the fields that have not been read so far, in their order, up to the field `last`.
+  template <KeyLiteral last>
+  void readThrough() {
+    readUntil<fieldIndex<Record, last> + 1>(fieldCount<Record>);
+  }
 
-  void readAll() { readUntil(fieldCount<Record>, allFields); }
+  /// The same, up to the field with the index `last`.
+  void readThrough(std::size_t last) { readUntil<fieldCount<Record>>(last + 1); }
+
+  void readAll() { readUntil<fieldCount<Record>>(fieldCount<Record>); }
 
   /// Calls `decodeValue` with the value of the field `key`. The field must be required, and the
   /// next one in the declared order.
@@ -71,12 +76,16 @@ class RecordReader {
     return {object_.document(), tokens_[index]};
   }
 
-  static constexpr auto allFields = std::make_index_sequence<fieldCount<Record>>();
-
-  template <std::size_t... indexes>
-  void readUntil(std::size_t end, std::index_sequence<indexes...>) {
+  /// Reads the fields from the next one to before `end`, of which only those before `limit` are
+  /// compiled. So a field without a `decode` is no error where the caller reads it by readBy().
+  template <std::size_t limit>
+  void readUntil(std::size_t end) {
+    end = std::min(end, limit);
     const std::size_t begin = std::exchange(next_, std::max(next_, end));
-    ((begin <= indexes && indexes < end ? readField<indexes>() : void()), ...);
+    [&]<std::size_t... indexes>(std::index_sequence<indexes...>) {
+      ((begin <= indexes && indexes < end ? readField<indexes>() : void()), ...);
+    }
+    (std::make_index_sequence<limit>());
   }
 
   template <std::size_t index>
@@ -89,11 +98,7 @@ class RecordReader {
         return;
       }
     }
-    if constexpr (requires(JSONValue value) { decode(value, field); }) {
-      readRequired(index, [&field](JSONValue value) { decode(value, field); });
-    } else {
-      assert(false && "only readBy can read this field");
-    }
+    readRequired(index, [&field](JSONValue value) { decode(value, field); });
   }
 
   template <class DecodeValue>

@@ -35,14 +35,14 @@ DecodedHeader DiagnosingManifestReader::read(std::string& bytes, const EntryVisi
   Manifest manifest;
   RecordReader reader(reader_.read(bytes), manifest);
   ManifestFacts facts{.manifest = manifest};
-  for (const std::size_t lastRead : {field<"version">, field<"originalFolderPath">}) {
-    reader.readThrough(lastRead);
-    requireRules(reader, facts, lastRead);
-  }
-  reader.readThrough(field<"failureDescription">);
+  reader.readThrough<"version">();
+  requireRules(reader, facts, field<"version">);
+  reader.readThrough<"originalFolderPath">();
+  requireRules(reader, facts, field<"originalFolderPath">);
+  reader.readThrough<"failureDescription">();
   reader.readBy<"verificationSampleAbsolutePaths">(
       [this](JSONValue samples) { decode(samples, samples_); });
-  reader.readThrough(field<"rootMetadata">);
+  reader.readThrough<"rootMetadata">();
   const OriginalFolder folder(manifest.originalFolderPath);
   entryPaths_.clear();
   hardLinks_.clear();

@@ -11,7 +11,7 @@ constexpr char separator = '/';
 
 /// The beginning of `path` up to and with the last separator among its first `length` bytes.
 std::string_view folderIn(std::string_view path, std::size_t length) {
-  return path.substr(0, path.substr(0, length).rfind('/') + 1);
+  return path.substr(0, path.substr(0, length).rfind(separator) + 1);
 }
 
 }  // namespace
@@ -31,7 +31,7 @@ bool CommonAncestor::add(std::string_view path) {
     prefix_ = folderIn(path, path.size());
   } else if (!path.starts_with(prefix_)) {
     const std::string_view shorter = folderIn(path, commonPrefixLength(path, prefix_));
-    // Earlier paths go on after the new end as the old prefix does.
+    // After the new end, all earlier paths have the bytes of the old prefix.
     if (!isCharacterBoundaryAfterASCII(prefix_, shorter.size())) {
       return false;
     }

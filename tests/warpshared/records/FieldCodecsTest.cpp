@@ -13,19 +13,6 @@
 namespace velmora::internal {
 namespace {
 
-template <class Value>
-Value decoded(const std::string& document) {
-  const ReadDocument read(document);
-  Value value{};
-  decode(read.value(), value);
-  return value;
-}
-
-template <class Value>
-std::string faultIn(const std::string& document) {
-  return faultOf([&document] { static_cast<void>(decoded<Value>(document)); });
-}
-
 std::string jsonText(std::string_view text) {
   std::string json;
   appendJSONString(json, text);

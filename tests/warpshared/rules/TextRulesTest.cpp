@@ -1,4 +1,5 @@
 #include "tests/support/AnsweredCases.h"
+#include "tests/warpshared/rules/SimplePathRules.h"
 #include "text/Characters.h"
 #include "text/LexicalPath.h"
 #include "text/Text.h"
@@ -94,22 +95,6 @@ TEST(PathPredicatesTest, answersTheCases) {
   };
   expectAnswers("warpshared/canonicalPath.jsonl", 42, isCanonicalAbsolutePath);
   expectAnswers("warpshared/objectKey.jsonl", 12, isSafeRelativeObjectKey);
-}
-
-// The rules in their simplest form.
-bool holdsNUL(std::string_view text) { return text.find('\0') != std::string_view::npos; }
-
-bool isCanonicalByTheRules(std::string_view path) {
-  return hasCharacterPrefix(path, "/") && !holdsNUL(path) &&
-         canonicallyEqual(path, lexicallyStandardized(path));
-}
-
-bool isSafeByTheRules(std::string_view key) {
-  return !key.empty() && !hasCharacterPrefix(key, "/") && !holdsNUL(key) &&
-         std::ranges::none_of(splitAtCharacter(key, '/'), [](std::string_view component) {
-           return component.empty() || canonicallyEqual(component, ".") ||
-                  canonicallyEqual(component, "..");
-         });
 }
 
 void expectAsTheRulesSay(std::string_view text) {
@@ -265,7 +250,6 @@ TEST(TextEncodingsTest, eachByteOfAChecksumIsChecked) {
                                sixtyFourDigits.size());
 }
 
-// The rules in their simplest form.
 bool isBase64ByTheRules(std::string_view text) {
   std::size_t digits = 0;
   while (digits < text.size() && base64Digits.find(text[digits]) != std::string_view::npos) {

@@ -98,9 +98,15 @@ ResolutionReport reportOn(const Resolution& resolution, const Platform& platform
     report.judged.push_back(std::move(reported));
   }
   for (const RefusedManifest& refused : resolution.refused) {
-    report.refused.push_back(
-        {.file = refused.filePath.utf8(),
-         .fault = faultInFile(refused.fault, refused.filePath, platform.fileReader)});
+    const std::exception_ptr fault = refused.fault != nullptr
+                                         ? refused.fault
+                                         : manifestFault(refused.filePath, platform.fileReader);
+    // A file that the application has mended since is left out.
+    if (fault != nullptr) {
+      report.refused.push_back(
+          {.file = refused.filePath.utf8(),
+           .fault = faultInFile(fault, refused.filePath, platform.fileReader)});
+    }
   }
   return report;
 }

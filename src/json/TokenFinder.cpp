@@ -25,10 +25,12 @@ TokenFault faultOf(simdjson::error_code error) {
       return TokenFault::empty;
     case simdjson::UTF8_ERROR:
       return TokenFault::notUTF8;
-    case simdjson::MEMALLOC:
-      throw std::bad_alloc();
+    case simdjson::UNCLOSED_STRING:
+      return TokenFault::unclosedString;
+    case simdjson::UNESCAPED_CHARS:
+      return TokenFault::controlCharacter;
     default:
-      return TokenFault::brokenString;
+      throw std::bad_alloc();
   }
 }
 
@@ -40,9 +42,12 @@ class TokenFinder::StageOne {
   simdjson::internal::dom_parser_implementation& ensureCapacity(std::size_t length) {
     if (parser_ == nullptr || parser_->capacity() < length) {
       parser_.reset();
+      // Not the library's active implementation, which a variable of the environment can replace.
       const simdjson::error_code error =
-          simdjson::get_active_implementation()->create_dom_parser_implementation(
-              roomFor(length), simdjson::DEFAULT_MAX_DEPTH, parser_);
+          simdjson::get_available_implementations()
+              .detect_best_supported()
+              ->create_dom_parser_implementation(roomFor(length), simdjson::DEFAULT_MAX_DEPTH,
+                                                 parser_);
       if (error != simdjson::SUCCESS) {
         throw std::bad_alloc();
       }

@@ -17,9 +17,17 @@ enum class TokenFault {
   empty,
   /// The bytes are not UTF-8 (RFC 3629).
   notUTF8,
-  /// A string does not end, or holds a control character.
-  brokenString,
+  /// A string does not end. Other faults may precede it.
+  unclosedString,
+  /// A string holds a control character.
+  controlCharacter,
 };
+
+/// The longest document that is read, in bytes.
+inline constexpr std::size_t maxJSONDocumentLength = (std::size_t{1} << 31) - 1;
+
+/// The deepest nesting of arrays and objects.
+inline constexpr std::size_t maxJSONNesting = 512;
 
 /// The number of tokens that a reader may look ahead.
 inline constexpr std::size_t tokenLookAhead = 4;
@@ -49,7 +57,8 @@ struct FoundTokens {
 }
 
 /// Searches one text after the other, and keeps its memory: four bytes for each byte of the longest
-/// text, and up to twice that for texts below 64 MiB. One thread at a time.
+/// text, and up to twice that for texts below 64 MiB. Touches only as much of it as the most tokens
+/// need. One thread at a time.
 class TokenFinder {
  public:
   TokenFinder();

@@ -25,8 +25,9 @@ std::vector<std::string> manifestFileNames(const Text& mirrorPath, const FileRea
 /// Reads one file after the other into a mirror.
 class MirrorLoader {
  public:
-  MirrorLoader(const FileReader& files, const std::optional<std::vector<Text>>& warpIDs)
-      : files_(files) {
+  MirrorLoader(const FileReader& files, RefusedFiles refusedFiles,
+               const std::optional<std::vector<Text>>& warpIDs)
+      : files_(files), refusedFiles_(refusedFiles) {
     if (warpIDs.has_value()) {
       search_.emplace(*warpIDs);
     }
@@ -34,22 +35,28 @@ class MirrorLoader {
 
   void load(Text path, ManifestMirror& mirror) {
     std::optional<ManifestSummary> manifest;
+    std::exception_ptr fault;
     try {
-      if (!search_.has_value() || search_->mayBeManifest(path, files_)) {
-        manifest = decoder_.readSummary(path, files_);
+      if (search_.has_value() && !search_->mayBeManifest(path, files_)) {
+        return;
       }
+      manifest = refusedFiles_ == RefusedFiles::diagnosed
+                     ? std::optional(decoder_.readSummary(path, files_))
+                     : decoder_.readSummaryIfValid(path, files_);
     } catch (const std::exception&) {
       // Also without the memory for this one, the others may still be read.
-      mirror.refused.push_back({.filePath = std::move(path), .fault = std::current_exception()});
-      return;
+      fault = std::current_exception();
     }
     if (manifest.has_value()) {
       mirror.manifests.push_back({.filePath = std::move(path), .manifest = *std::move(manifest)});
+    } else {
+      mirror.refused.push_back({.filePath = std::move(path), .fault = std::move(fault)});
     }
   }
 
  private:
   const FileReader& files_;
+  const RefusedFiles refusedFiles_;
   std::optional<WarpIDSearch> search_;
   ManifestDecoder decoder_;
 };
@@ -62,13 +69,22 @@ bool isManifestFileName(std::string_view name) {
   return name.ends_with(manifestFileExtension) && name.size() > manifestFileExtension.size();
 }
 
+std::exception_ptr manifestFault(const Text& path, const FileReader& files) {
+  try {
+    static_cast<void>(ManifestDecoder().readSummary(path, files));
+    return nullptr;
+  } catch (const std::exception&) {
+    return std::current_exception();
+  }
+}
+
 Text manifestMirrorPath(const Text& sharedWarpRoot, const PathStandardizer& paths) {
   return paths.standardizedFileURLPath(
       appendingPathComponent(sharedWarpRoot, manifestMirrorDirectoryName));
 }
 
 ManifestMirror mirroredManifests(const Text& sharedWarpRoot, const FileReader& files,
-                                 const PathStandardizer& paths,
+                                 const PathStandardizer& paths, RefusedFiles refusedFiles,
                                  const std::optional<std::vector<Text>>& warpIDs,
                                  const MirrorProgress& progress) {
   const Text path = manifestMirrorPath(sharedWarpRoot, paths);
@@ -79,7 +95,7 @@ ManifestMirror mirroredManifests(const Text& sharedWarpRoot, const FileReader& f
   } catch (const PlatformError&) {
     mirror.fault = std::current_exception();
   }
-  MirrorLoader loader(files, warpIDs);
+  MirrorLoader loader(files, refusedFiles, warpIDs);
   for (std::size_t readCount = 0; readCount < names.size(); ++readCount) {
     if (progress) {
       progress(readCount, names.size());

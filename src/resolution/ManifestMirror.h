@@ -26,10 +26,11 @@ struct MirroredManifest {
   ManifestSummary manifest;
 };
 
-/// A file of the mirror that cannot be read (PlatformError, std::bad_alloc) or is not a valid
-/// manifest (DecodingError).
+/// A file of the mirror that cannot be read or is not a valid manifest.
 struct RefusedManifest {
   Text filePath;
+  /// PlatformError, std::bad_alloc or DecodingError. Null for an invalid manifest that was not
+  /// diagnosed.
   std::exception_ptr fault;
 };
 
@@ -43,6 +44,13 @@ struct ManifestMirror {
   std::exception_ptr fault;
 };
 
+/// What is found out about the files that are no valid manifests.
+enum class RefusedFiles {
+  listed,
+  /// Listed with their faults. A file is in memory as a whole for that.
+  diagnosed,
+};
+
 /// Called before the first file and after each one.
 using MirrorProgress = std::function<void(std::size_t readCount, std::size_t fileCount)>;
 
@@ -52,13 +60,18 @@ using MirrorProgress = std::function<void(std::size_t readCount, std::size_t fil
 /// The path of the mirror.
 [[nodiscard]] Text manifestMirrorPath(const Text& sharedWarpRoot, const PathStandardizer& paths);
 
+/// The reason why the file at `path` is no valid manifest; null if it is one by now.
+[[nodiscard]] std::exception_ptr manifestFault(const Text& path, const FileReader& files);
+
 /// Reads the manifests of the mirror, afresh at every call. With `warpIDs`, leaves out files that
 /// cannot be manifests of these Warps (WarpIDSearch.h).
 ///
 /// Throws only when memory runs out for the lists themselves, and the errors of `progress`. Takes
-/// no lock; the application may change the mirror meanwhile. Any thread.
+/// at most 64 MiB of memory for a file, unless refused files are diagnosed. Takes no lock; the
+/// application may change the mirror meanwhile. Any thread.
 [[nodiscard]] ManifestMirror mirroredManifests(const Text& sharedWarpRoot, const FileReader& files,
                                                const PathStandardizer& paths,
+                                               RefusedFiles refusedFiles,
                                                const std::optional<std::vector<Text>>& warpIDs = {},
                                                const MirrorProgress& progress = {});
 

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace velmora {
 
@@ -29,6 +30,13 @@ char* pageIn(char* place) {
 bool isPlain(char character) {
   return ('0' <= character && character <= '9') || ('A' <= character && character <= 'Z') ||
          ('a' <= character && character <= 'z') || character == '-';
+}
+
+/// Whether `text` may be the beginning of a document that is an object.
+bool mayBeginObject(std::string_view text) {
+  constexpr std::string_view blanksAndByteOrderMark = " \t\r\n\xEF\xBB\xBF";
+  const std::size_t first = text.find_first_not_of(blanksAndByteOrderMark);
+  return first == std::string_view::npos || text[first] == '{';
 }
 
 bool isSearchable(const Text& warpID) {
@@ -64,8 +72,12 @@ bool WarpIDSearch::mayBeManifest(const Text& path, const FileReader& files) {
   char* const chunk = pageIn(memory_.data() + overlap);
   const std::unique_ptr<FileContent> file = files.open(path, maxSharedWarpManifestLength);
   std::size_t kept = 0;
+  bool isFirst = true;
   while (const std::size_t count = file->read(chunk, chunkLength)) {
     const std::string_view searched(chunk - kept, kept + count);
+    if (std::exchange(isFirst, false) && !mayBeginObject(searched)) {
+      return false;
+    }
     if (isFoundIn(searched)) {
       return true;
     }

@@ -32,8 +32,8 @@ class WarpIDSearch {
   WarpIDSearch& operator=(const WarpIDSearch&) = delete;
   ~WarpIDSearch() = default;
 
-  /// Whether the file at `path` may be a manifest of one of the Warps. Reads it once, in chunks.
-  /// Throws PlatformError.
+  /// Whether the file at `path` may be a manifest of one of the Warps. Reads it once, in chunks; a
+  /// file that is no JSON object is read no further than its beginning. Throws PlatformError.
   [[nodiscard]] bool mayBeManifest(const Text& path, const FileReader& files);
 
  private:

@@ -25,6 +25,9 @@ inline constexpr std::string_view warpMarkerFileName = ".velmora-warped.json";
 /// The longest marker that is read, in bytes. (The application writes some hundred bytes.)
 inline constexpr std::size_t maxWarpMarkerLength = std::size_t{16} << 20;
 
+/// The most memory for reading a marker, in bytes.
+inline constexpr std::size_t maxWarpMarkerMemory = std::size_t{32} << 20;
+
 /// The fields of a marker that are read. Others are ignored.
 struct WarpMarker {
   Text warpID;

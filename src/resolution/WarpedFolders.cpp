@@ -35,6 +35,7 @@ StandardizedPath folderOf(const ManifestSummary& manifest, const PathStandardize
 
 /// The manifests and markers that a caller needs.
 struct Question {
+  RefusedFiles refusedFiles;
   /// Only manifests of these Warps; all if none.
   std::optional<std::vector<Text>> warpIDs;
   /// Only markers of these folders; all if none.
@@ -81,7 +82,7 @@ class ManifestJudge {
   const Question& question_;
   const Tombstones& tombstones_;
   const Platform& platform_;
-  internal::JSONReader reader_;
+  internal::JSONReader reader_{maxWarpMarkerMemory};
 };
 
 Tombstones loadTombstones(const Text& root, const Platform& platform, Resolution& resolution) {
@@ -104,8 +105,9 @@ Resolution resolve(const Platform& platform, const Question& question) {
     return resolution;
   }
   const Text& root = resolution.root->url.path;
-  ManifestMirror mirror = mirroredManifests(root, platform.fileReader, platform.paths,
-                                            question.warpIDs, question.progress);
+  ManifestMirror mirror =
+      mirroredManifests(root, platform.fileReader, platform.paths, question.refusedFiles,
+                        question.warpIDs, question.progress);
   resolution.mirrorFault = std::move(mirror.fault);
   resolution.refused = std::move(mirror.refused);
   const Tombstones tombstones = loadTombstones(root, platform, resolution);
@@ -129,7 +131,10 @@ std::unordered_set<Text> foldersAround(const std::vector<StandardizedPath>& item
 }  // namespace
 
 Resolution resolveWarpedFolders(const Platform& platform, const MirrorProgress& progress) {
-  return resolve(platform, {.warpIDs = {}, .folders = {}, .progress = progress});
+  return resolve(platform, {.refusedFiles = RefusedFiles::diagnosed,
+                            .warpIDs = {},
+                            .folders = {},
+                            .progress = progress});
 }
 
 Resolution resolveWarpedFoldersAround(const std::vector<StandardizedPath>& items,
@@ -139,8 +144,10 @@ Resolution resolveWarpedFoldersAround(const std::vector<StandardizedPath>& items
   if (warpIDs.has_value() && warpIDs->empty()) {
     return {};
   }
-  return resolve(platform,
-                 {.warpIDs = std::move(warpIDs), .folders = foldersAround(items), .progress = {}});
+  return resolve(platform, {.refusedFiles = RefusedFiles::listed,
+                            .warpIDs = std::move(warpIDs),
+                            .folders = foldersAround(items),
+                            .progress = {}});
 }
 
 std::vector<ManifestSummary> confirmedWarpManifests(const Resolution& resolution) {

@@ -80,7 +80,8 @@ struct Resolution {
 
 /// Judges the manifests that may matter to one of `items`: every warped folder that is or contains
 /// an item is among them. Reads no mirror if there can be none, and no marker of another folder.
-/// Otherwise as resolveWarpedFolders.
+/// Diagnoses no refused file, and takes at most 64 MiB of memory for any file. Otherwise as
+/// resolveWarpedFolders.
 [[nodiscard]] Resolution resolveWarpedFoldersAround(const std::vector<StandardizedPath>& items,
                                                     const Platform& platform);
 

@@ -96,7 +96,7 @@ class MarkerSearch {
 
   const FileReader& files_;
   const PathStandardizer& standardizer_;
-  internal::JSONReader reader_;
+  internal::JSONReader reader_{maxWarpMarkerMemory};
   std::unordered_set<std::string> searched_;
   std::map<std::string, std::optional<Names>> listings_;
   std::vector<Text> warpIDs_;

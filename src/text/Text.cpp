@@ -155,7 +155,7 @@ std::weak_ordering canonicalOrder(std::string_view a, std::string_view b) {
   return canonicalForm(a, storageOfA) <=> canonicalForm(b, storageOfB);
 }
 
-std::size_t canonicalHash(std::string_view text) {
+std::size_t canonicalHash(std::string_view text, std::uint64_t salt) {
   // Names come from untrusted files. With a known seed, an attacker could choose names that share
   // one bucket, so that each look-up searches all of them.
   static const XXH64_hash_t seed = [] {
@@ -164,7 +164,7 @@ std::size_t canonicalHash(std::string_view text) {
   }();
   std::string storage;
   const std::string_view form = canonicalForm(text, storage);
-  return XXH3_64bits_withSeed(form.data(), form.size(), seed);
+  return XXH3_64bits_withSeed(form.data(), form.size(), seed + salt);
 }
 
 std::string normalizedNFC(std::string_view text) {

@@ -8,6 +8,7 @@
 
 #include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -30,8 +31,9 @@ namespace velmora {
 [[nodiscard]] std::weak_ordering canonicalOrder(std::string_view a, std::string_view b);
 
 /// A hash that is equal for canonically equal texts. It is seeded at random once per process, so
-/// that nobody can prepare texts that collide.
-[[nodiscard]] std::size_t canonicalHash(std::string_view text);
+/// that nobody can prepare texts that collide. Texts that collide for one `salt` most likely differ
+/// for another.
+[[nodiscard]] std::size_t canonicalHash(std::string_view text, std::uint64_t salt = 0);
 
 /// The NFC form (UAX #15). Takes time linear in the length, except for sorting each run of
 /// combining marks. A text that is not UTF-8 is returned unchanged.

@@ -64,8 +64,25 @@ std::vector<std::size_t> groupByHighestBits(Hashes hashes, int bits,
 }  // namespace
 
 void UniquenessCheck::add(std::string_view text) {
-  const std::uint64_t hash = canonicalHash(text);
+  const std::uint64_t hash = canonicalHash(text, salt_);
   hashes_.push_back(hash == emptySlot ? 1 : hash);
+}
+
+bool UniquenessCheck::includes(UniquenessCheck& others) const {
+  std::vector<std::uint64_t>& wanted = others.hashes_;
+  std::ranges::sort(wanted);
+  wanted.erase(std::unique(wanted.begin(), wanted.end()), wanted.end());
+  if (wanted.empty()) {
+    return true;
+  }
+  std::vector<bool> isFound(wanted.size());
+  for (const std::uint64_t hash : hashes_) {
+    const auto place = std::ranges::lower_bound(wanted, hash);
+    if (place != wanted.end() && *place == hash) {
+      isFound[static_cast<std::size_t>(place - wanted.begin())] = true;
+    }
+  }
+  return std::ranges::find(isFound, false) == isFound.end();
 }
 
 bool UniquenessCheck::allDistinct() {

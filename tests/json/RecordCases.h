@@ -1,5 +1,5 @@
 // Documents of one kind of record for all readers of records. The strict reader reports each fault.
-// The streaming reader accepts or gives up.
+// The streaming reader accepts or refuses.
 #pragma once
 
 #include "json/RecordFields.h"
@@ -61,8 +61,9 @@ struct RecordCase {
   /// The record written again, compact and in the order of its fields; or the fault, as describe()
   /// (Faults.h) writes it.
   std::string outcome;
-  /// Whether the streaming reader accepts it with the same result; otherwise it gives up.
-  bool isStreamed = false;
+
+  /// Whether every reader reads a record from it.
+  [[nodiscard]] bool isAccepted() const { return outcome.starts_with('{'); }
 };
 
 /// All required fields.
@@ -80,29 +81,26 @@ inline const std::string everyField =
     "}";
 
 inline const RecordCase recordCases[] = {
-    {"everyField", everyField, everyField, true},
+    {"everyField", everyField, everyField},
     {"otherOrderAndBlanks",
      " {\n\t\"numbers\" : [1, 2] ,\r\n \"\u00e9\": false, \"list\" : [{ \"number\" : 5 }\n ], "
      "\"item\" : { \"note\" : \"y\" , \"number\" : 3 }, \"count\" : 2, \"name\" : \"n\" } \n",
      "{\"name\":\"n\",\"count\":2,\"item\":{\"number\":3,\"note\":\"y\"},\"list\":[{\"number\":5}],"
-     "\"\u00e9\":false,\"numbers\":[1,2]}",
-     true},
+     "\"\u00e9\":false,\"numbers\":[1,2]}"},
     {"otherOrder", R"({"list":[{"note":"x","number":2}],"item":{"number":3},"count":2,"name":"n"})",
-     R"({"name":"n","count":2,"item":{"number":3},"list":[{"number":2,"note":"x"}]})", true},
-    {"requiredFields", withLast("}"), withLast("}"), true},
+     R"({"name":"n","count":2,"item":{"number":3},"list":[{"number":2,"note":"x"}]})"},
+    {"requiredFields", withLast("}"), withLast("}")},
     {"emptyValues", R"({"name":"","count":0,"item":{"number":0,"note":""},"list":[],"numbers":[]})",
-     R"({"name":"","count":0,"item":{"number":0,"note":""},"list":[],"numbers":[]})", true},
+     R"({"name":"","count":0,"item":{"number":0,"note":""},"list":[],"numbers":[]})"},
     {"blanksInEmptyLists", R"({"name":"n","count":2,"item":{"number":3},"list":[ ],"numbers":[ ]})",
-     withLast(",\"numbers\":[]}"), true},
-    {"nulls", withLast(",\"maybe\":null,\"\u00e9\":null,\"numbers\":null}"), withLast("}"), true},
+     withLast(",\"numbers\":[]}")},
+    {"nulls", withLast(",\"maybe\":null,\"\u00e9\":null,\"numbers\":null}"), withLast("}")},
     {"nullInRecord", withLast(R"(,"maybe":{"number":-4,"note":null}})"),
-     R"({"name":"n","count":2,"item":{"number":3},"maybe":{"number":-4},"list":[]})", true},
+     R"({"name":"n","count":2,"item":{"number":3},"maybe":{"number":-4},"list":[]})"},
     {"escapes", R"({"na\u006de":"\u006e","count":2,"item":{"number":3},"list":[],"\u00E9":true})",
-     withLast(",\"\u00e9\":true}"), true},
+     withLast(",\"\u00e9\":true}")},
     {"minusZero", withLast(R"(,"maybe":{"number":-0},"numbers":[-0]})"),
-     R"({"name":"n","count":2,"item":{"number":3},"maybe":{"number":0},"list":[],"numbers":[0]})",
-     true},
-    {"byteOrderMark", "\xEF\xBB\xBF" + withLast("}"), withLast("}")},
+     R"({"name":"n","count":2,"item":{"number":3},"maybe":{"number":0},"list":[],"numbers":[0]})"},
     {"duplicateKey", withFirst(R"("count":7,"count":8)"),
      R"({"name":"n","count":7,"item":{"number":3},"list":[]})"},
     {"duplicateEscapedKey", withFirst(R"("c\u006funt":7)"),

@@ -79,7 +79,7 @@ TEST(TokenFinderTest, findsTokensOfSeveralTextsInTurn) {
     const FoundTokens tokens = finder.find(text);
     EXPECT_EQ(tokens.fault, count == 0 ? TokenFault::empty : TokenFault::none);
     EXPECT_EQ(placesOf(tokens), places);
-    EXPECT_EQ(finder.find("\"").fault, TokenFault::brokenString);
+    EXPECT_EQ(finder.find("\"").fault, TokenFault::unclosedString);
   }
 }
 

@@ -1,3 +1,5 @@
+#include "json/DecodingError.h"
+#include "platform/PlatformError.h"
 #include "resolution/ManifestMirror.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/fakes/WarpRecords.h"
@@ -32,7 +34,7 @@ class Mirror : public testing::Test {
   }
 
   ManifestMirror read(const std::string& root = std::string(recordedWarpRoot)) {
-    return mirroredManifests(root, fake.fileSystem, fake.paths);
+    return mirroredManifests(root, fake.fileSystem, fake.paths, RefusedFiles::diagnosed);
   }
 
   /// The names of the files with accepted manifests, in order.
@@ -143,10 +145,33 @@ TEST_F(Mirror, readsOnlyTheManifestsOfTheGivenWarps) {
   fake.fileSystem.files[pathOf("broken.json")] = "{\"warpID\":\"0-A\"";
   fake.fileSystem.files[pathOf("other.json")] = "{";
   const ManifestMirror mirror =
-      mirroredManifests(recordedWarpRoot, fake.fileSystem, fake.paths, std::vector<Text>{"0-A"});
+      mirroredManifests(recordedWarpRoot, fake.fileSystem, fake.paths, RefusedFiles::diagnosed,
+                        std::vector<Text>{"0-A"});
   EXPECT_EQ(names(mirror), Names{"a.json"});
   ASSERT_EQ(mirror.refused.size(), 1);
   EXPECT_EQ(mirror.refused[0].filePath, pathOf("broken.json"));
+}
+
+TEST_F(Mirror, diagnosesRefusedFilesOnRequestOnly) {
+  add("a.json", manifestOf("/a", "A"));
+  fake.fileSystem.files[pathOf("broken.json")] = "{";
+  for (const RefusedFiles refusedFiles : {RefusedFiles::listed, RefusedFiles::diagnosed}) {
+    const ManifestMirror mirror =
+        mirroredManifests(recordedWarpRoot, fake.fileSystem, fake.paths, refusedFiles);
+    EXPECT_EQ(names(mirror), Names{"a.json"});
+    ASSERT_EQ(mirror.refused.size(), 1);
+    EXPECT_EQ(mirror.refused[0].fault != nullptr, refusedFiles == RefusedFiles::diagnosed);
+  }
+}
+
+TEST_F(Mirror, tellsTheFaultOfAFile) {
+  add("a.json", manifestOf("/a", "A"));
+  fake.fileSystem.files[pathOf("broken.json")] = "{";
+  EXPECT_EQ(manifestFault(pathOf("a.json"), fake.fileSystem), nullptr);
+  EXPECT_THROW(std::rethrow_exception(manifestFault(pathOf("broken.json"), fake.fileSystem)),
+               DecodingError);
+  EXPECT_THROW(std::rethrow_exception(manifestFault(pathOf("none.json"), fake.fileSystem)),
+               PlatformError);
 }
 
 TEST_F(Mirror, reportsItsProgress) {
@@ -154,7 +179,7 @@ TEST_F(Mirror, reportsItsProgress) {
   fake.fileSystem.files[pathOf("b.json")] = "{";
   std::vector<std::pair<std::size_t, std::size_t>> steps;
   static_cast<void>(mirroredManifests(
-      recordedWarpRoot, fake.fileSystem, fake.paths, {},
+      recordedWarpRoot, fake.fileSystem, fake.paths, RefusedFiles::diagnosed, {},
       [&](std::size_t readCount, std::size_t count) { steps.emplace_back(readCount, count); }));
   const std::vector<std::pair<std::size_t, std::size_t>> expected = {{0, 2}, {1, 2}, {2, 2}};
   EXPECT_EQ(steps, expected);

@@ -44,7 +44,7 @@ TEST(ResolutionShortOfMemory, losesNoManifestSilently) {
         throwCount += attempt.hasThrown ? 1 : 0;
         refusalCount += static_cast<int>(resolution.refused.size());
         for (const RefusedManifest& refused : resolution.refused) {
-          EXPECT_TRUE(isOutOfMemory(refused.fault));
+          EXPECT_TRUE(refused.fault != nullptr && isOutOfMemory(refused.fault));
         }
         if (!attempt.hasThrown) {
           EXPECT_EQ(confirmedWarpManifests(resolution).size() + resolution.refused.size(), 3U);

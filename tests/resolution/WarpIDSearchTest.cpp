@@ -33,6 +33,9 @@ TEST(WarpIDSearches, skipFilesThatCannotHoldAnIdentifier) {
       {"anyNumberEscaped", {"A-1"}, R"({"warpID":"A-2\u0000"})", true},
       {"otherEscape", {"A-1"}, R"({"warpID":"A\/-1\n"})", false},
       {"emptyFile", {"A-1"}, "", false},
+      {"blanksAndAMarkBefore", {"A-1"}, "\xEF\xBB\xBF \n\t\r{\"A-1\"", true},
+      {"array", {"A-1"}, R"(["A-1"])", false},
+      {"text", {"A-1"}, R"("A-1")", false},
       {"emptyIdentifier", {""}, R"({"warpID":"X"})", true},
       // These identifiers are not searched for, because other bytes may be equal to them.
       {"kelvin", {"K"}, "{\"warpID\":\"\u212a\"}", true},
@@ -51,11 +54,11 @@ TEST(WarpIDSearches, findAnIdentifierAcrossTwoChunks) {
   const std::string identifier = "0123-4567";
   for (std::size_t position = chunk - 12; position < chunk + 12; ++position) {
     for (const std::string& needle : {identifier, std::string("\\u")}) {
-      std::string content(chunk * 2 + 100, ' ');
+      std::string content = "{" + std::string(chunk * 2 + 100, ' ');
       content.replace(position, needle.size(), needle);
       EXPECT_TRUE(mayBe({identifier}, content)) << position;
     }
-    std::string content(chunk * 2 + 100, ' ');
+    std::string content = "{" + std::string(chunk * 2 + 100, ' ');
     content.replace(position, identifier.size() - 1, identifier, 0, identifier.size() - 1);
     EXPECT_FALSE(mayBe({identifier}, content)) << position;
   }

@@ -1,5 +1,5 @@
 // Changed manifests, and the verdicts of both readers. The diagnosing reader raises each fault. The
-// streaming reader accepts or gives up.
+// streaming reader accepts or refuses.
 #pragma once
 
 #include "tests/warpshared/ManifestReadings.h"
@@ -79,15 +79,11 @@ class Edits {
   std::size_t count_;
 };
 
-/// The result of the streaming reader for a valid manifest. It gives up on every other manifest.
-enum class Streaming { accepted, givenUp };
-
 struct ManifestCase {
   const char* name;
   /// The changes to a manifest with every field.
   Edits edits;
   std::string_view verdict = valid;
-  Streaming streaming = Streaming::accepted;
 };
 
 /// Expects this result of the streaming reader, from a document in memory and from a stream. The
@@ -112,7 +108,6 @@ inline void expectVerdict(const ManifestCase& row, std::string_view place = "") 
     document.change(std::string(place) + std::string(edit.path), edit.json);
   }
   const std::string verdict = verdictAt(place, row.verdict);
-  const bool isAccepted = row.verdict == valid && row.streaming == Streaming::accepted;
   ManifestReaders readers;
   ManifestDecoder decoder;
   const ManifestReading reading = readers.diagnosed(document.text());
@@ -122,7 +117,7 @@ inline void expectVerdict(const ManifestCase& row, std::string_view place = "") 
     const std::string text = document.text(style);
     EXPECT_EQ(readers.diagnosed(text), reading);
     for (const std::size_t chunkLength : {documentChunkLength, std::size_t{100}}) {
-      expectStreamed(isAccepted ? reading : std::nullopt, readers, text, chunkLength);
+      expectStreamed(reading, readers, text, chunkLength);
     }
     std::string bytes = text;
     EXPECT_EQ(verdictOf([&] { static_cast<void>(decoder.decode(bytes)); }), verdict);

@@ -19,6 +19,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -34,8 +35,6 @@ std::string longManifest(const JSONStyle& style = jsonStyles[0]) {
   return plainManifestText(
       longCount, [](std::size_t number) { return "/a/" + std::to_string(number); }, style);
 }
-
-std::string manifestWithAnUnknownKey() { return "{\"more\":1," + longManifest().substr(1); }
 
 TEST(ManifestFiles, areReadAtAnyLengthInAnyStyle) {
   const ScratchDirectory directory;
@@ -56,15 +55,17 @@ TEST(ManifestFiles, areReadAtAnyLengthInAnyStyle) {
   EXPECT_EQ(files.count(), 0);
 }
 
-TEST(ManifestFiles, areReadAgainWhenTheStreamingReaderGivesUp) {
+TEST(ManifestFiles, areAcceptedWithoutBeingReadAsAWhole) {
   const ScratchDirectory directory;
   const PosixFileReader realFiles;
   const WholeReadCounter files(realFiles);
   ManifestDecoder decoder;
-  const std::string path = directory.write("manifest.json", manifestWithAnUnknownKey());
-  EXPECT_EQ(decoder.read(path, files), decodedManifest(longManifest()));
-  EXPECT_EQ(decoder.readSummary(path, files).entryCount, longCount);
-  EXPECT_EQ(files.count(), 2);
+  const std::string valid = directory.write("valid.json", longManifest());
+  EXPECT_EQ(decoder.readSummaryIfValid(valid, files).value(), decoder.readSummary(valid, files));
+  const std::string invalid = directory.write("invalid.json", longManifest() + "x");
+  EXPECT_EQ(decoder.readSummaryIfValid(invalid, files), std::nullopt);
+  EXPECT_EQ(files.count(), 0);
+  EXPECT_EQ(errorCodeOf([&] { return decoder.readSummaryIfValid("/nowhere", files); }), ENOENT);
 }
 
 TEST(ManifestFiles, areRefusedForTheSameReasonsAsDocuments) {
@@ -173,7 +174,7 @@ class ChangingFile final : public FileReader {
 
 TEST(ManifestFiles, haveTheVerdictOfTheLastReading) {
   const Reading whole = {longManifest()};
-  const Reading unknownKey = {manifestWithAnUnknownKey()};
+  const Reading refused = {longManifest() + "x"};
   const std::string cut = longManifest().substr(0, 90'000);
   const std::string beginning = R"({"more":1,"version":)";
   const std::string faultOfTheBeginning =
@@ -189,18 +190,18 @@ TEST(ManifestFiles, haveTheVerdictOfTheLastReading) {
     std::size_t wholeReadCount = 0;
   } const rows[] = {
       {"validAtFirst", whole, {"", EIO}},
-      {"unknownKeyRemoved", unknownKey, whole, 0, "valid", 1},
+      {"mended", refused, whole, 0, "valid", 1},
       {"cutAtFirst", {cut}, whole, 0, "valid", 1},
       {"emptyAtFirst", {""}, whole, 0, "valid", 1},
-      {"broken", unknownKey, {"{}"}, 0, noVersion, 1},
-      {"cutAfterTheFirstReading", unknownKey, {beginning}, 0, faultOfTheBeginning, 1},
+      {"broken", refused, {"{}"}, 0, noVersion, 1},
+      {"cutAfterTheFirstReading", refused, {beginning}, 0, faultOfTheBeginning, 1},
       {"growsTooLong", {cut, EFBIG}, whole, EFBIG},
       {"growsTooLongAfterTheManifest", {longManifest(), EFBIG}, whole, EFBIG},
       {"growsTooLongAtOnce", {"", EFBIG}, whole, EFBIG},
       {"failsInTheMiddle", {cut, EIO}, whole, EIO},
-      {"grownTooLongSince", unknownKey, {"", EFBIG}, EFBIG, "valid", 1},
-      {"goneSince", unknownKey, {"", ENOENT}, ENOENT, "valid", 1},
-      {"directorySince", unknownKey, {"", EISDIR}, EISDIR, "valid", 1},
+      {"grownTooLongSince", refused, {"", EFBIG}, EFBIG, "valid", 1},
+      {"goneSince", refused, {"", ENOENT}, ENOENT, "valid", 1},
+      {"directorySince", refused, {"", EISDIR}, EISDIR, "valid", 1},
   };
   const VelmoraWarpSharedManifest manifest = decodedManifest(longManifest());
   for (const auto& row : rows) {

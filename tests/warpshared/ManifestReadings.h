@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,23 +20,29 @@
 namespace velmora::internal {
 
 /// The manifest with its samples and entries, written again; std::nullopt when the reader refuses
-/// it or gives up.
+/// it.
 using ManifestReading = std::optional<std::string>;
 
-/// Collects the result of `read` and the entries that it passes to its EntryVisitor. `read` returns
-/// a DecodedHeader, or std::nullopt.
+/// Collects the lists that `read` passes to its ManifestVisitor. `read` returns the manifest
+/// without them, or std::nullopt.
 template <class Read>
 ManifestReading collected(Read read) {
   WarpSharedEntries entries;
-  std::optional<DecodedHeader> result =
-      read([&](const WarpSharedEntry<TextView>& entry) { entries.append(entry); });
-  if (!result.has_value()) {
+  std::vector<Text> samples;
+  std::optional<VelmoraWarpSharedManifest> manifest = read(ManifestVisitor{
+      .begin =
+          [&] {
+            entries.clear();
+            samples.clear();
+          },
+      .sample = [&](TextView sample) { samples.emplace_back(sample); },
+      .entry = [&](const WarpSharedEntry<TextView>& entry) { entries.append(entry); }});
+  if (!manifest.has_value()) {
     return std::nullopt;
   }
-  result->manifest.verificationSampleRelativePaths =
-      std::vector<Text>(result->samples.begin(), result->samples.end());
-  result->manifest.entries = std::move(entries);
-  return encodeManifest(result->manifest);
+  manifest->verificationSampleRelativePaths = std::move(samples);
+  manifest->entries = std::move(entries);
+  return encodeManifest(*manifest);
 }
 
 /// A stream of `document`, at most `portion` bytes at a time.
@@ -50,27 +57,34 @@ inline ChunkedDocument::ReadSome portionsOf(std::string_view document, std::size
 /// Reads documents with both readers, which keep their memory between documents.
 class ManifestReaders {
  public:
-  ManifestReading streamed(ChunkedDocument& chunks) {
+  /// Reads the documents that `open` returns.
+  ManifestReading streamed(const StreamingManifestReader::OpenDocument& open) {
     return collected(
-        [&](const EntryVisitor& visitEntry) { return streamingReader_.read(chunks, visitEntry); });
+        [&](const ManifestVisitor& visitor) { return streamingReader_.read(open, visitor); });
   }
 
   /// Reads a document in memory, which is unchanged afterwards.
   ManifestReading streamed(std::string& document, std::size_t chunkLength = documentChunkLength) {
-    ChunkedDocument chunks(document, memory_, chunkLength);
-    return streamed(chunks);
+    return streamed(
+        [&] { return std::make_unique<ChunkedDocument>(document, memory_, chunkLength); });
   }
 
   ManifestReading streamedInPortions(std::string_view document, std::size_t portion,
                                      std::size_t chunkLength = documentChunkLength) {
-    ChunkedDocument chunks(portionsOf(document, portion), memory_, chunkLength);
-    return streamed(chunks);
+    return streamed([&] {
+      return std::make_unique<ChunkedDocument>(portionsOf(document, portion), memory_, chunkLength);
+    });
+  }
+
+  /// Reads a stream once.
+  ManifestReading streamedOnce(const ChunkedDocument::ReadSome& readSome) {
+    return streamed([&] { return std::make_unique<ChunkedDocument>(readSome, memory_); });
   }
 
   ManifestReading diagnosed(std::string document) {
     try {
-      return collected([&](const EntryVisitor& visitEntry) {
-        return std::optional(diagnosingReader_.read(document, visitEntry));
+      return collected([&](const ManifestVisitor& visitor) {
+        return std::optional(diagnosingReader_.read(document, visitor));
       });
     } catch (const DecodingError&) {
       return std::nullopt;

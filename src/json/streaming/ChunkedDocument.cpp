@@ -1,27 +1,61 @@
-// A chunk has to end between two tokens. The search for such a place goes backwards from the length
-// that is wanted, and looks for two patterns that occur between tokens only: a line break, and the
-// beginning of the next object in a list of records. A chunk without either grows to twice its
-// length. Bytes of the document that follow the chunk stay in memory, and begin the next one.
+// A chunk has to end between two tokens. The search for such a place takes two steps:
+//
+// 1. Backwards from the length that is wanted, for two patterns that occur between tokens only: a
+//    line break, and the beginning of the next object in a list of records. Most documents have one
+//    nearby.
+// 2. If there is none, the chunk ends after the last blank or punctuation. This byte may be part of
+//    a string, which then has no end in the chunk. The chunk ends before that string instead: at
+//    the last quote that is not escaped.
+//
+// If the whole chunk would be part of one token, it grows to twice its length. Bytes of the
+// document that follow the chunk stay in memory, and begin the next one.
 #include "json/streaming/ChunkedDocument.h"
+
+#include "text/UTF8.h"
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <stdexcept>
 #include <utility>
 
 namespace velmora::internal {
 
 namespace {
 
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
 bool isLetter(char byte) { return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z'); }
 
-/// The last offset in `text` that is between two tokens of JSON; 0 when none is found.
+bool isBlank(char byte) { return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t'; }
+
+bool endsToken(char byte) {
+  return isBlank(byte) || std::string_view(",:{}[]").find(byte) != std::string_view::npos;
+}
+
+/// Whether a number can have this byte.
+bool isInNumbers(char byte) {
+  return (byte >= '0' && byte <= '9') ||
+         std::string_view("+-.eE").find(byte) != std::string_view::npos;
+}
+
+/// Whether a token can begin with `text`. Only strings and numbers are long.
+bool mayBeginToken(std::string_view text) {
+  constexpr std::size_t shortLength = 4096;
+  return text.size() < shortLength || text.front() == '"' || std::ranges::all_of(text, isInNumbers);
+}
+
+/// The last offset in the end of `text` that is between two tokens for sure; 0 when none is found.
 ///
 /// A string contains no line break, which must be escaped. It contains no `},{"` with a letter
 /// after it either: the quote would end the string, and no letter follows the end of a string. If
 /// the text is not JSON, the offset may be inside of a string, which then has no end in the chunk.
-std::size_t lastPlaceBetweenTokens(std::string_view text) {
+std::size_t lastSurePlace(std::string_view text) {
   constexpr std::string_view nextObject = "},{\"";
-  for (std::size_t end = text.size(); end > nextObject.size(); --end) {
+  /// Most records are shorter.
+  constexpr std::size_t searchedLength = 4096;
+  const std::size_t last = text.size() - std::min(text.size(), searchedLength);
+  for (std::size_t end = text.size(); end > last + nextObject.size(); --end) {
     if (text[end - 1] == '\n') {
       return end;
     }
@@ -32,6 +66,60 @@ std::size_t lastPlaceBetweenTokens(std::string_view text) {
     }
   }
   return 0;
+}
+
+/// The last offset in `text` that is between two tokens or in a string; 0 when there is none.
+std::size_t lastPlace(std::string_view text) {
+  if (const std::size_t place = lastSurePlace(text); place != 0) {
+    return place;
+  }
+  std::size_t end = text.size();
+  while (end > 0 && !endsToken(text[end - 1])) {
+    --end;
+  }
+  return end;
+}
+
+/// The offset of the string that does not end in `text`.
+std::size_t lastOpeningQuote(std::string_view text) {
+  std::size_t quote = text.rfind('"');
+  while (quote != std::string_view::npos && quote > 0) {
+    const std::size_t before = text.find_last_not_of('\\', quote - 1);
+    const std::size_t backslashes = quote - (before == std::string_view::npos ? 0 : before + 1);
+    if (backslashes % 2 == 0) {
+      return quote;
+    }
+    quote = text.rfind('"', quote - 1);
+  }
+  return 0;
+}
+
+/// The length of the escape at the beginning of `text`, with its partner if it is half of a pair.
+std::size_t escapeLength(std::string_view text) {
+  constexpr std::size_t unitLength = std::string_view("\\u0000").size();
+  if (!text.starts_with("\\u")) {
+    return std::string_view("\\n").size();
+  }
+  const std::string_view half = text.substr(0, unitLength);
+  const bool isHighSurrogate = half.size() == unitLength && (half[2] == 'd' || half[2] == 'D') &&
+                               std::string_view("89abAB").find(half[3]) != std::string_view::npos;
+  return isHighSurrogate ? 2 * unitLength : unitLength;
+}
+
+/// The last offset in `text` that is not inside of an escape. `text` begins in a string.
+std::size_t lastPlaceOutsideOfEscapes(std::string_view text) {
+  std::size_t place = 0;
+  while (true) {
+    const std::size_t escape = text.find('\\', place);
+    if (escape == std::string_view::npos) {
+      return text.size();
+    }
+    const std::size_t end = escape + escapeLength(text.substr(escape));
+    if (end > text.size()) {
+      return escape;
+    }
+    place = end;
+  }
 }
 
 }  // namespace
@@ -51,26 +139,171 @@ ChunkedDocument::ChunkedDocument(ReadSome readSome, ChunkBuffer& memory, std::si
       begin_(memory.bytes.get()),
       end_(begin_) {}
 
-bool ChunkedDocument::advance(std::size_t unreadLength) {
+bool ChunkedDocument::mayBeginWith(char punctuation) {
+  begin();
+  const char* const first = std::find_if_not(begin_, end_, isBlank);
+  return first == end_ || *first == punctuation;
+}
+
+bool ChunkedDocument::advance(std::size_t unreadLength, std::size_t maxLength) {
+  leave(unreadLength);
+  wantedLength_ = std::max(wantedLength_, 2 * std::exchange(replacementLength_, 0));
+  return findChunk(maxLength, /*cutsStrings=*/false);
+}
+
+bool ChunkedDocument::advanceThroughString(std::size_t unreadLength, std::size_t maxLength) {
+  leave(unreadLength);
+  becomeStream();
+  return findChunk(maxLength, /*cutsStrings=*/true);
+}
+
+void ChunkedDocument::replaceRead(std::string_view text, std::size_t unreadLength) {
+  leave(unreadLength);
+  becomeStream();
+  const std::size_t rest = available();
+  makeRoom(text.size() + rest + 1);
+  std::memmove(begin_ + text.size(), begin_, rest);
+  std::ranges::copy(text, begin_);
+  end_ = begin_ + text.size() + rest;
+  replacementLength_ = text.size();
+  isLast_ = false;
+}
+
+/// Leaves the current chunk, but for its unread end.
+void ChunkedDocument::leave(std::size_t unreadLength) {
   restoreByteAfter();
-  wantedLength_ = length_ > 0 && unreadLength == length_ ? 2 * wantedLength_ : chunkLength_;
+  const bool isUnread = length_ > 0 && unreadLength == length_;
+  wantedLength_ = isUnread ? 2 * wantedLength_ : chunkLength_;
+  if (endsInString_) {
+    begin_[length_ - 1] = cutByte_;
+    unreadLength = 2;
+    begin_[length_ - unreadLength] = '"';
+    endsInString_ = false;
+  }
   begin_ += length_ - unreadLength;
   length_ = 0;
-  while (length_ == 0) {
+  if (isUnread && readSome_) {
+    dropBlanksAtTheEnd(unreadLength);
+  }
+}
+
+/// If the unread text is mostly blanks at its end, drops all of them but one.
+void ChunkedDocument::dropBlanksAtTheEnd(std::size_t unreadLength) {
+  constexpr std::size_t manyBlanks = 4096;
+  const char* const end = begin_ + unreadLength;
+  const char* const blanks = std::find_if_not(std::reverse_iterator(end),
+                                              std::reverse_iterator<const char*>(begin_), isBlank)
+                                 .base();
+  const auto count = static_cast<std::size_t>(end - blanks);
+  if (count > manyBlanks && count > unreadLength / 2) {
+    std::memmove(begin_ + count - 1, begin_, unreadLength - count);
+    begin_ += count - 1;
+    wantedLength_ = chunkLength_;
+  }
+}
+
+bool ChunkedDocument::findChunk(std::size_t maxLength, bool cutsStrings) {
+  begin();
+  while (true) {
+    limitWindow(maxLength);
     provide(wantedLength_);
     isLast_ = isWholeInMemory_ && available() <= wantedLength_;
     if (isLast_) {
-      length_ = available();
-      break;
+      return findTokens(available()) == TokenFault::none;
     }
-    length_ = lastPlaceBetweenTokens({begin_, wantedLength_});
-    wantedLength_ *= length_ == 0 ? 2 : 1;
+    TokenFault fault = findTokens(lastPlace({begin_, wantedLength_}));
+    if (fault == TokenFault::unclosedString) {
+      fault = findTokens(lastOpeningQuote(text()));
+    }
+    if (length_ > 0) {
+      return fault == TokenFault::none;
+    }
+    if (cutsStrings && *begin_ == '"') {
+      if (const std::size_t length = cutString(); length != 0) {
+        return findTokens(length) == TokenFault::none;
+      }
+    }
+    if (!mayBeginToken({begin_, wantedLength_})) {
+      return false;
+    }
+    wantedLength_ *= 2;
+  }
+}
+
+/// Makes the chunk `length` bytes long, and finds its tokens. Only the last chunk may be empty.
+TokenFault ChunkedDocument::findTokens(std::size_t length) {
+  restoreByteAfter();
+  length_ = length;
+  if (length_ == 0 && !isLast_) {
+    return TokenFault::none;
   }
   byteAfter_ = std::exchange(begin_[length_], '\0');
-  const FoundTokens found = memory_.finder.find(text());
-  onlyEnd_.fill(static_cast<std::uint32_t>(length_));
-  tokens_ = found.fault == TokenFault::empty ? onlyEnd_.data() : found.first;
-  return tokens_ != nullptr;
+  FoundTokens found = memory_.finder.find(text());
+  constexpr std::size_t tokenCost = 8;
+  if (readSome_ && length_ + tokenCost * found.count > maxChunkMemory) {
+    throw std::length_error("a chunk of a document takes too much memory");
+  }
+  if (found.fault == TokenFault::empty) {
+    onlyEnd_.fill(static_cast<std::uint32_t>(length_));
+    found = {.fault = TokenFault::none, .first = onlyEnd_.data()};
+  }
+  tokens_ = found.first;
+  return found.fault;
+}
+
+/// Limits the window of a stream, which has just doubled if it is longer than `maxLength`.
+void ChunkedDocument::limitWindow(std::size_t maxLength) {
+  if (!readSome_ || wantedLength_ <= maxLength) {
+    return;
+  }
+  if (wantedLength_ / 2 >= maxLength) {
+    throw std::length_error("a chunk of a document is too long");
+  }
+  wantedLength_ = maxLength;
+}
+
+/// Closes the string that the window is part of. Returns the length up to there; 0 if the window is
+/// too short for that.
+std::size_t ChunkedDocument::cutString() {
+  constexpr std::size_t shortWindow = 16;
+  if (wantedLength_ < shortWindow) {
+    return 0;
+  }
+  // One byte of the window is replaced by the closing quote.
+  std::size_t place = lastPlaceOutsideOfEscapes({begin_ + 1, wantedLength_ - 2}) + 1;
+  // Not inside of a character, which has at most three bytes after the first.
+  for (int count = 0; count < 3 && isContinuation(begin_[place]); ++count) {
+    --place;
+  }
+  cutByte_ = std::exchange(begin_[place], '"');
+  endsInString_ = true;
+  return place + 1;
+}
+
+/// Passes over a byte-order mark at the beginning of the document.
+void ChunkedDocument::begin() {
+  if (!std::exchange(isAtStart_, false)) {
+    return;
+  }
+  provide(std::max(chunkLength_, byteOrderMark.size()));
+  if (std::string_view(begin_, available()).starts_with(byteOrderMark)) {
+    begin_ += byteOrderMark.size();
+  }
+}
+
+/// Changes to copies of the document's chunks, because the document itself must not change.
+void ChunkedDocument::becomeStream() {
+  if (readSome_) {
+    return;
+  }
+  readSome_ = [rest = std::string_view(begin_, available())](char* room, std::size_t size) mutable {
+    const std::size_t count = rest.copy(room, size);
+    rest.remove_prefix(count);
+    return count;
+  };
+  isWholeInMemory_ = false;
+  begin_ = memory_.bytes.get();
+  end_ = begin_;
 }
 
 void ChunkedDocument::restoreByteAfter() {

@@ -21,12 +21,17 @@ class MemberPredictor {
  public:
   /// The object has no more members. Its closing brace has not been taken.
   static constexpr std::size_t end = fieldCount<Record>;
-  /// The next tokens are no member of the record.
+  /// The next tokens are no member.
   static constexpr std::size_t none = end + 1;
+  /// The first of the indexes for members with an unknown key. Each such key has one of them, so
+  /// that the members around it can be predicted, too.
+  static constexpr std::size_t firstUnknown = none + 1;
+
+  /// The number of all these indexes.
+  static constexpr std::size_t indexCount = firstUnknown + 8;
 
   /// Takes the tokens before a value: the opening brace or a comma, the key, the colon. Returns the
-  /// index of the field; `none` also for an unknown key. `previous` is the index of the previous
-  /// field, or `end` before the first one.
+  /// index of the member. `previous` is the index of the previous one, or `end` before the first.
   std::size_t take(TokenCursor& tokens, std::size_t previous) {
     const Successor& expected = successors_[previous].primary;
     return tokens.take(expected.start) ? expected.field : takeOther(tokens, previous);
@@ -69,10 +74,8 @@ class MemberPredictor {
     if (!tokens.take(isFirst ? '{' : ',') || !tokens.take(key) || !tokens.take(':')) {
       return none;
     }
-    const std::size_t field = keyTable.find(key);
-    if (field == keyTable.none) {
-      return none;
-    }
+    const std::size_t known = keyTable.find(key);
+    const std::size_t field = known == keyTable.none ? unknownField(key) : known;
     if (isLearning(begin)) {
       const std::string_view text(begin, static_cast<std::size_t>(tokens.position() - begin));
       successors.secondary = successors.primary;
@@ -80,6 +83,12 @@ class MemberPredictor {
       secondaryCounts_[previous] = {.count = 0, .firstRecord = recordCount_};
     }
     return field;
+  }
+
+  static std::size_t unknownField(std::string_view key) {
+    const std::size_t mixed =
+        key.empty() ? 0 : key.size() + static_cast<unsigned char>(key.back()) * std::size_t{3};
+    return firstUnknown + mixed % (indexCount - firstUnknown);
   }
 
   /// Swaps the two if the secondary one has come in more than half of the records.
@@ -122,8 +131,8 @@ class MemberPredictor {
 
   static constexpr std::uint64_t maxByChance = 4;
 
-  std::array<Successors, fieldCount<Record> + 1> successors_ = {};
-  std::array<SecondaryCount, fieldCount<Record> + 1> secondaryCounts_ = {};
+  std::array<Successors, indexCount> successors_ = {};
+  std::array<SecondaryCount, indexCount> secondaryCounts_ = {};
   std::uint64_t recordCount_ = 0;
   std::uintptr_t lastUnexpected_ = 0;
   int unexpectedInRow_ = 0;

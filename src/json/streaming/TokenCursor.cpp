@@ -6,6 +6,17 @@
 
 namespace velmora::internal {
 
+bool TokenCursor::takeNumber() {
+  const bool isThere = isJSONNumber(tokenText());
+  token_ += isThere ? 1 : 0;
+  return isThere;
+}
+
+std::optional<ExactInteger> TokenCursor::takeExactInteger() {
+  const std::string_view text = tokenText();
+  return takeNumber() ? exactInteger(text) : std::nullopt;
+}
+
 bool TokenCursor::takeEscapes(std::uint32_t opening, std::uint32_t closing,
                               std::string_view& text) {
   if (nextBackslash_ < opening) {

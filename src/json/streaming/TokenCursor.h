@@ -1,7 +1,8 @@
-// Takes the tokens of a document one by one, and gives up at anything unusual.
+// Takes the tokens of a document one by one.
 #pragma once
 
 #include "json/DecimalDigits.h"
+#include "json/ExactInteger.h"
 #include "json/TokenFinder.h"
 #include "json/streaming/TextArena.h"
 #include "text/ByteVector.h"
@@ -61,8 +62,6 @@ class MemberPrefix {
 /// Each `take` returns whether it took the token. A failed take of punctuation or of a member's
 /// start leaves the cursor unchanged. After any other failed take the cursor is invalid, and only
 /// `atEnd()` may be called.
-///
-/// A take also fails for JSON that is valid and unusual: an integer with a fraction or an exponent.
 class TokenCursor {
  public:
   /// `tokens` are those of `text` (TokenFinder.h), which a NUL follows. The texts that are taken
@@ -107,18 +106,29 @@ class TokenCursor {
     return boolean ? takeLiteral("true") : takeLiteral("false");
   }
 
+  /// Takes a number of any value.
+  bool takeNumber();
+
   template <std::integral Integer>
   bool take(Integer& integer) {
     const bool isNegative = isNext('-');
+    const std::uint32_t* const number = token_;
     const DecimalValue magnitude = takeMagnitude(isNegative);
+    if (!magnitude.isValid) {
+      token_ = number;
+      const std::optional<ExactInteger> exact = takeExactInteger();
+      const auto fitting = exact.has_value() ? checkedCast<Integer>(*exact) : std::nullopt;
+      integer = fitting.value_or(Integer());
+      return fitting.has_value();
+    }
     constexpr auto largest = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
     if (isNegative) {
       constexpr std::uint64_t furthestBelowZero = std::signed_integral<Integer> ? largest + 1 : 0;
       integer = static_cast<Integer>(-magnitude.value);
-      return magnitude.isValid && magnitude.value <= furthestBelowZero;
+      return magnitude.value <= furthestBelowZero;
     }
     integer = static_cast<Integer>(magnitude.value);
-    return magnitude.isValid && magnitude.value <= largest;
+    return magnitude.value <= largest;
   }
 
   /// The text refers to the document or to the arena.
@@ -164,6 +174,14 @@ class TokenCursor {
     token_ += isThere ? 1 : 0;
     return isThere;
   }
+
+  /// The text of the next token.
+  [[nodiscard]] std::string_view tokenText() const {
+    return {position(), atEnd() ? 0 : endOfToken() - *token_};
+  }
+
+  /// Takes a number in any form. None if it is no integer.
+  std::optional<ExactInteger> takeExactInteger();
 
   DecimalValue takeMagnitude(bool isNegative) {
     if (atEnd()) {

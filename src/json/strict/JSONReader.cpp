@@ -74,10 +74,24 @@ FoundTokens findTokens(TokenFinder& finder, std::string_view document) {
       refuse("The document is empty.", std::nullopt);
     case TokenFault::notUTF8:
       refuse("The document is not UTF-8.", notUTF8Offset(document));
-    case TokenFault::brokenString:
+    case TokenFault::unclosedString:
+    case TokenFault::controlCharacter:
       refuseBrokenString(document);
   }
   return tokens;
+}
+
+/// The most memory that reading `document` takes, if each byte that may begin a token does. A token
+/// is an index, and a list of containers that has just grown has room for three times its content.
+std::size_t memoryFor(std::string_view document) {
+  const auto tokenCount = static_cast<std::size_t>(std::ranges::count_if(document, [](char byte) {
+    return std::string_view("{}[]:,").find(byte) != std::string_view::npos;
+  }));
+  const auto containerCount = static_cast<std::size_t>(
+      std::ranges::count_if(document, [](char byte) { return byte == '{' || byte == '['; }));
+  // A scalar lies between two of these tokens.
+  return document.size() + (2 * tokenCount + 1) * sizeof(std::uint32_t) +
+         3 * containerCount * sizeof(JSONContainer);
 }
 
 /// Checks the grammar, resolves escapes, and lists the containers.
@@ -273,6 +287,11 @@ class GrammarCheck {
 JSONValue JSONReader::read(std::string& bytes) {
   if (bytes.size() > maxJSONDocumentLength) {
     refuse("The document is too long.", std::nullopt);
+  }
+  // Most documents are much shorter than the limit, whatever they hold.
+  constexpr std::size_t mostMemoryPerByte = 33;
+  if (bytes.size() > maxMemory_ / mostMemoryPerByte && memoryFor(bytes) > maxMemory_) {
+    refuse("The document takes too much memory.", std::nullopt);
   }
   if (bytes.starts_with(byteOrderMark)) {
     std::ranges::fill_n(bytes.begin(), byteOrderMark.size(), ' ');

@@ -5,20 +5,20 @@
 #include "json/strict/JSONValue.h"
 
 #include <cstddef>
+#include <limits>
 #include <string>
 #include <vector>
 
 namespace velmora::internal {
 
-/// The longest document that is read, in bytes.
-inline constexpr std::size_t maxJSONDocumentLength = (std::size_t{1} << 31) - 1;
-
-/// The deepest nesting of arrays and objects.
-inline constexpr std::size_t maxJSONNesting = 512;
-
 /// Reads one document after the other, and keeps its memory. One thread at a time.
 class JSONReader {
  public:
+  JSONReader() = default;
+
+  /// Refuses documents for which it would need more than `maxMemory` bytes, the document included.
+  explicit JSONReader(std::size_t maxMemory) : maxMemory_(maxMemory) {}
+
   /// Returns the value of the document. Resolves escapes in place, so `bytes` no longer hold the
   /// document. The values refer to `bytes`: the caller must not change them while it uses a value.
   /// The next call invalidates all values.
@@ -30,6 +30,7 @@ class JSONReader {
   [[nodiscard]] JSONValue read(std::string& bytes);
 
  private:
+  std::size_t maxMemory_ = std::numeric_limits<std::size_t>::max();
   TokenFinder finder_;
   std::vector<JSONContainer> containers_;
 };

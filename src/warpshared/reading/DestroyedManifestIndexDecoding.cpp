@@ -16,8 +16,13 @@
 
 namespace velmora {
 
-VelmoraWarpSharedDestroyedManifestIndex decodeDestroyedManifestIndex(std::string& bytes) {
-  internal::JSONReader documents;
+namespace {
+
+/// The rest of 64 MiB is for the records.
+constexpr std::size_t maxIndexDocumentMemory = std::size_t{32} << 20;
+
+VelmoraWarpSharedDestroyedManifestIndex decodeIndex(std::string& bytes,
+                                                    internal::JSONReader& documents) {
   VelmoraWarpSharedDestroyedManifestIndex index;
   internal::RecordReader reader(documents.read(bytes), index);
   constexpr std::size_t version =
@@ -28,6 +33,13 @@ VelmoraWarpSharedDestroyedManifestIndex decodeDestroyedManifestIndex(std::string
   }
   reader.readAll();
   return index;
+}
+
+}  // namespace
+
+VelmoraWarpSharedDestroyedManifestIndex decodeDestroyedManifestIndex(std::string& bytes) {
+  internal::JSONReader documents;
+  return decodeIndex(bytes, documents);
 }
 
 void validateDestroyedManifestIndex(const VelmoraWarpSharedDestroyedManifestIndex& index) {
@@ -56,7 +68,8 @@ std::vector<VelmoraWarpSharedDestroyedManifestRecord> loadDestroyedManifestRecor
     return {};
   }
   std::string bytes = files.read(path, maxDestroyedManifestIndexLength);
-  VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
+  internal::JSONReader documents(maxIndexDocumentMemory);
+  VelmoraWarpSharedDestroyedManifestIndex index = decodeIndex(bytes, documents);
   validateDestroyedManifestIndex(index);
   return std::move(index.records);
 }

@@ -14,7 +14,7 @@ class FileReader;
 class PathStandardizer;
 
 /// The longest index that is read, in bytes. (A megabyte is enough for some thousand records.)
-inline constexpr std::size_t maxDestroyedManifestIndexLength = std::size_t{256} << 20;
+inline constexpr std::size_t maxDestroyedManifestIndexLength = std::size_t{12} << 20;
 
 /// Reads an index from JSON. Throws DecodingError for the first fault in the order of the fields.
 /// The version is checked before other fields are read. Does not check the rules of
@@ -31,6 +31,7 @@ void validateDestroyedManifestIndex(const VelmoraWarpSharedDestroyedManifestInde
                                               const PathStandardizer& paths);
 
 /// The records of the index below the shared Warp root, in their order; none if there is no file.
+/// Takes at most 64 MiB of memory; an index of unusually many values is refused for that.
 /// Throws the errors of reading (PlatformError), of decoding (DecodingError), and of
 /// validateDestroyedManifestIndex: an index is never used in part. Any thread.
 [[nodiscard]] std::vector<VelmoraWarpSharedDestroyedManifestRecord> loadDestroyedManifestRecords(

@@ -8,7 +8,6 @@
 #include "warpshared/rules/OriginalFolder.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace velmora::internal {
 
@@ -31,7 +30,8 @@ void requireRules(const RecordReader<Manifest>& reader, const ManifestFacts& fac
 
 }  // namespace
 
-DecodedHeader DiagnosingManifestReader::read(std::string& bytes, const EntryVisitor& visitEntry) {
+Manifest DiagnosingManifestReader::read(std::string& bytes, const ManifestVisitor& visitor) {
+  visitor.begin();
   Manifest manifest;
   RecordReader reader(reader_.read(bytes), manifest);
   ManifestFacts facts{.manifest = manifest};
@@ -57,7 +57,7 @@ DecodedHeader DiagnosingManifestReader::read(std::string& bytes, const EntryVisi
         hardLinks_.push_back(
             {.path = entry_.relativePath, .primaryPath = *entry_.hardLinkPrimaryPath});
       }
-      visitEntry(entry_);
+      visitor.entry(entry_);
     });
   });
   samplePaths_.clear();
@@ -68,7 +68,8 @@ DecodedHeader DiagnosingManifestReader::read(std::string& bytes, const EntryVisi
     return link.primaryPath != link.path && entryPaths_.contains(link.primaryPath);
   });
   requireRules(reader, facts, field<"entries">);
-  return {.manifest = std::move(manifest), .samples = samples_};
+  std::ranges::for_each(samples_, visitor.sample);
+  return manifest;
 }
 
 }  // namespace velmora::internal

@@ -5,7 +5,8 @@
 #include "json/strict/JSONReader.h"
 #include "text/CanonicalTextSet.h"
 #include "text/Text.h"
-#include "warpshared/reading/DecodedHeader.h"
+#include "warpshared/reading/ManifestVisitor.h"
+#include "warpshared/records/VelmoraWarpSharedManifest.h"
 
 #include <string>
 #include <vector>
@@ -15,9 +16,10 @@ namespace velmora::internal {
 /// Keeps its memory between documents. One thread at a time.
 class DiagnosingManifestReader {
  public:
-  /// Throws the errors that ManifestDecoder documents (ManifestDecoding.h). `bytes` are scratch
-  /// afterwards. `visitEntry` is also called with the entries before a faulty one.
-  [[nodiscard]] DecodedHeader read(std::string& bytes, const EntryVisitor& visitEntry);
+  /// Returns the manifest without samples and entries, which are passed to `visitor`, also those
+  /// before a faulty one. Throws the errors that ManifestDecoder documents (ManifestDecoding.h).
+  /// `bytes` are scratch afterwards.
+  [[nodiscard]] VelmoraWarpSharedManifest read(std::string& bytes, const ManifestVisitor& visitor);
 
  private:
   struct HardLink {

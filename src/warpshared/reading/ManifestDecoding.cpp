@@ -1,18 +1,19 @@
-// Two readers share the work. The StreamingManifestReader reads manifests in the form that the
-// application writes, in one pass over chunks of the document, and gives up at others. The
-// DiagnosingManifestReader then reads the whole document again: it accepts everything that is
-// valid, and raises the first fault of what is not. Both hand their entries to a product: a whole
-// manifest, or a summary.
+// Two readers share the work. The StreamingManifestReader reads chunks of the document, and accepts
+// or refuses it. For a refused one, the DiagnosingManifestReader reads the whole document again,
+// and raises the first fault. Both hand their entries to a product: a whole manifest, or a summary.
 #include "warpshared/reading/ManifestDecoding.h"
 
 #include "json/streaming/ChunkedDocument.h"
 #include "json/strict/JSONReader.h"
 #include "platform/FileReader.h"
+#include "platform/PlatformError.h"
 #include "warpshared/reading/DiagnosingManifestReader.h"
 #include "warpshared/reading/StreamingManifestReader.h"
 
+#include <cerrno>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -28,44 +29,58 @@ class WholeManifest {
   explicit WholeManifest(VelmoraWarpSharedManifest& manifest)
       : manifest_(manifest), entries_(std::move(manifest.entries)) {}
 
-  void begin() { entries_.clear(); }
-
+  void begin() {
+    entries_.clear();
+    samples_.clear();
+  }
   void add(const WarpSharedEntry<TextView>& entry) { entries_.append(entry); }
+  void add(TextView sample) { samples_.emplace_back(sample); }
 
-  void finish(internal::DecodedHeader&& header) {
-    manifest_ = std::move(header.manifest);
-    manifest_.verificationSampleRelativePaths =
-        std::vector<Text>(header.samples.begin(), header.samples.end());
+  void finish(VelmoraWarpSharedManifest&& manifest) {
+    manifest_ = std::move(manifest);
+    manifest_.verificationSampleRelativePaths = std::move(samples_);
     manifest_.entries = std::move(entries_);
   }
 
  private:
   VelmoraWarpSharedManifest& manifest_;
   WarpSharedEntries entries_;
+  std::vector<Text> samples_;
 };
 
 class Summary {
  public:
   explicit Summary(ManifestSummary& summary) : summary_(summary) {}
 
-  void begin() { entryCount_ = 0; }
-
+  void begin() {
+    entryCount_ = 0;
+    sampleCount_ = 0;
+  }
   void add(const WarpSharedEntry<TextView>&) { ++entryCount_; }
+  void add(TextView) { ++sampleCount_; }
 
-  void finish(internal::DecodedHeader&& header) const {
-    summary_ = {.warpID = std::move(header.manifest.warpID),
-                .manifestKey = std::move(header.manifest.manifestKey),
-                .originalFolderPath = std::move(header.manifest.originalFolderPath),
-                .createdAt = header.manifest.createdAt,
-                .status = header.manifest.status,
+  void finish(VelmoraWarpSharedManifest&& manifest) const {
+    summary_ = {.warpID = std::move(manifest.warpID),
+                .manifestKey = std::move(manifest.manifestKey),
+                .originalFolderPath = std::move(manifest.originalFolderPath),
+                .createdAt = manifest.createdAt,
+                .status = manifest.status,
                 .entryCount = entryCount_,
-                .sampleCount = header.samples.size()};
+                .sampleCount = sampleCount_};
   }
 
  private:
   ManifestSummary& summary_;
   std::size_t entryCount_ = 0;
+  std::size_t sampleCount_ = 0;
 };
+
+template <class Product>
+internal::ManifestVisitor visitorOf(Product& product) {
+  return {.begin = [&product] { product.begin(); },
+          .sample = [&product](TextView sample) { product.add(sample); },
+          .entry = [&product](const auto& entry) { product.add(entry); }};
+}
 
 }  // namespace
 
@@ -73,52 +88,79 @@ class ManifestDecoder::Readers {
  public:
   template <class Product>
   void decode(std::string& bytes, Product product) {
-    if (bytes.size() > maxSharedWarpManifestLength ||
-        !stream(internal::ChunkedDocument(bytes, chunkBuffer_), product)) {
-      diagnose(bytes, product);
+    const auto open = [&] {
+      return std::make_unique<internal::ChunkedDocument>(bytes, chunkBuffer_);
+    };
+    try {
+      if (bytes.size() <= maxSharedWarpManifestLength && stream(open, product)) {
+        return;
+      }
+    } catch (const std::length_error&) {
+      // The document is in memory already, so the rest of the memory does not matter.
+    }
+    diagnose(bytes, product);
+  }
+
+  /// False if the file is no valid manifest.
+  template <class Product>
+  bool accept(const Text& path, const FileReader& files, Product product) {
+    releaseMemoryOfLargeFile();
+    const auto open = [&] {
+      const std::shared_ptr<FileContent> file = files.open(path, maxSharedWarpManifestLength);
+      return std::make_unique<internal::ChunkedDocument>(
+          [file, this](char* room, std::size_t size) {
+            const std::size_t count = file->read(room, size);
+            readLength_ += count;
+            return count;
+          },
+          chunkBuffer_);
+    };
+    try {
+      return stream(open, product);
+    } catch (const std::length_error&) {
+      throw posixError(EFBIG);
     }
   }
 
   template <class Product>
   void read(const Text& path, const FileReader& files, Product product) {
-    if (stream(openChunked(path, files), product)) {
+    if (accept(path, files, product)) {
       return;
     }
-    // A large chunk is not to lie beside the whole document.
-    constexpr std::size_t usualChunkMemory = 4 * internal::documentChunkLength;
-    if (chunkBuffer_.size > usualChunkMemory) {
-      chunkBuffer_ = internal::ChunkBuffer();
-    }
+    // The memory of the first reader is not to lie beside the whole document.
+    releaseMemoryOfLargeFile();
     std::string bytes = files.read(path, maxSharedWarpManifestLength);
     diagnose(bytes, product);
   }
 
  private:
-  /// False when the streaming reader gives up.
-  template <class Product>
-  bool stream(internal::ChunkedDocument&& document, Product& product) {
-    product.begin();
-    std::optional<internal::DecodedHeader> header =
-        streamingReader_.read(document, [&product](const auto& entry) { product.add(entry); });
-    if (!header.has_value()) {
-      return false;
+  /// Only memory that one file after the other can use is kept.
+  void releaseMemoryOfLargeFile() {
+    constexpr std::size_t largeFile = 16 * internal::documentChunkLength;
+    if (std::exchange(readLength_, 0) > largeFile) {
+      chunkBuffer_ = internal::ChunkBuffer();
+      streamingReader_ = internal::StreamingManifestReader();
     }
-    product.finish(*std::move(header));
-    return true;
+  }
+
+  /// False if the document is no valid manifest.
+  template <class Product>
+  bool stream(const internal::StreamingManifestReader::OpenDocument& open, Product& product) {
+    std::optional<VelmoraWarpSharedManifest> manifest =
+        streamingReader_.read(open, visitorOf(product));
+    if (manifest.has_value()) {
+      product.finish(*std::move(manifest));
+    }
+    return manifest.has_value();
   }
 
   template <class Product>
   void diagnose(std::string& bytes, Product& product) {
-    product.begin();
-    product.finish(
-        diagnosingReader_.read(bytes, [&product](const auto& entry) { product.add(entry); }));
+    product.finish(diagnosingReader_.read(bytes, visitorOf(product)));
   }
 
-  internal::ChunkedDocument openChunked(const Text& path, const FileReader& files) {
-    const std::shared_ptr<FileContent> file = files.open(path, maxSharedWarpManifestLength);
-    return {[file](char* room, std::size_t size) { return file->read(room, size); }, chunkBuffer_};
-  }
-
+  /// The number of bytes that were read from the last file.
+  std::size_t readLength_ = 0;
   internal::ChunkBuffer chunkBuffer_;
   internal::StreamingManifestReader streamingReader_;
   internal::DiagnosingManifestReader diagnosingReader_;
@@ -154,6 +196,13 @@ ManifestSummary ManifestDecoder::readSummary(const Text& path, const FileReader&
   ManifestSummary summary;
   readers_->read(path, files, Summary(summary));
   return summary;
+}
+
+std::optional<ManifestSummary> ManifestDecoder::readSummaryIfValid(const Text& path,
+                                                                   const FileReader& files) {
+  ManifestSummary summary;
+  return readers_->accept(path, files, Summary(summary)) ? std::optional(std::move(summary))
+                                                         : std::nullopt;
 }
 
 }  // namespace velmora

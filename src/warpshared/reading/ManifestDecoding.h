@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace velmora {
@@ -51,13 +52,19 @@ class ManifestDecoder {
   /// As `decode`, every check included, but keeps no entry.
   [[nodiscard]] ManifestSummary decodeSummary(std::string& bytes);
 
-  /// As `decode`, of the file at `path`. A file in the form that the application writes is never in
-  /// memory as a whole. Any other file is read a second time, and judged as it is by then. Throws
-  /// PlatformError, too: EFBIG for a file longer than maxSharedWarpManifestLength.
+  /// As `decode`, of the file at `path`. A valid manifest is never in memory as a whole. Any other
+  /// file is read a second time, as a whole, and judged as it is by then. Throws PlatformError,
+  /// too: EFBIG for a file longer than maxSharedWarpManifestLength, and for one with a value that
+  /// does not fit into 64 MiB of memory: an entry of 24 MiB, other texts of 8 MiB, 3 million paths.
   [[nodiscard]] VelmoraWarpSharedManifest read(const Text& path, const FileReader& files);
 
   /// As `read`, every check included, but keeps no entry.
   [[nodiscard]] ManifestSummary readSummary(const Text& path, const FileReader& files);
+
+  /// As `readSummary`, in at most 64 MiB of memory for any file; none if it is no valid manifest.
+  /// Throws PlatformError and std::bad_alloc.
+  [[nodiscard]] std::optional<ManifestSummary> readSummaryIfValid(const Text& path,
+                                                                  const FileReader& files);
 
  private:
   class Readers;

@@ -15,7 +15,7 @@
 //                    11         4              readField
 //                    (12        ,              endMember sees that another member follows)
 //     inManifest     12 13 22   ,"entries":    the predictor finds the field `entries`
-//                    23         [              beginEntries opens the list
+//                    23         [              beginList opens the list
 //     inEntries      24 ... 33  {"size":1}     readEntry, and all rules of an entry
 //                    34         ,              the entry goes to the visitor
 //     The next token is a sentinel: the chunk is read.
@@ -25,28 +25,34 @@
 //                    11         }              ends the manifest
 //     afterManifest  Only blanks may follow. Last, the rules of the manifest are tested.
 //
-// A chunk may also end inside of a unit: at a line break, or between two objects of a list in an
-// entry. The unit then fails at the sentinel. The reader then leaves the bytes of the unit unread,
-// and the next chunk begins with them. A unit that fails before the sentinel, or in the last chunk,
-// ends the parse: it gives up.
+// A chunk may also end inside of a unit. The unit then fails at the sentinel. The reader leaves the
+// bytes of the unit unread, and the next chunk begins with them. If the chunk ends in the value of
+// an unknown key, which may be of any size, the rest of the value is passed over first, and the
+// unit begins again with a 0 in place of the value. A unit that fails before the sentinel, or in
+// the last chunk, ends the parse: the document is refused.
 //
-// Two rules concern all entries. A hash of each path is kept to tell that paths are distinct, and
-// the common ancestor of all paths to tell that they are in the original folder, which may be read
-// after the entries.
+// Some rules concern all paths of a list. A hash of each path is kept to tell that paths are
+// distinct, and the common ancestor of all paths to tell that they are in the original folder,
+// which may be read after the list. Both may leave a doubt. The document is then read again, with
+// other hashes, and with the original folder of the first reading, so that each path is compared
+// with that.
 #include "warpshared/reading/StreamingManifestReader.h"
 
 #include "json/streaming/StreamingRecordReader.h"
 #include "json/streaming/TextArena.h"
-#include "text/CanonicalTextSet.h"
 #include "text/UniquenessCheck.h"
 #include "warpshared/records/FieldCodecs.h"
 #include "warpshared/records/FieldLists.h"
 #include "warpshared/rules/EntryRules.h"
 #include "warpshared/rules/ManifestRules.h"
 #include "warpshared/rules/OriginalFolder.h"
+#include "warpshared/rules/TextRules.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -57,61 +63,40 @@ namespace {
 using Manifest = VelmoraWarpSharedManifest;
 using EntryView = WarpSharedEntry<TextView>;
 
-/// The facts about all entries, in memory that does not grow with their texts.
-class EntrySetChecks {
+/// What is known of a list of paths, in memory that does not grow with their texts.
+class PathList {
  public:
-  void clear() {
-    paths_.clear();
-    folder_.clear();
-    linkedPaths_.clear();
-    primaryPaths_.clear();
+  /// `folder` is the original folder, if it is known already.
+  void begin(std::uint64_t salt, const OriginalFolder* folder) {
+    paths_.clear(salt);
+    ancestor_.clear();
+    folder_ = folder;
+    areOwned_ = true;
   }
 
-  /// Adds an entry. False when the facts are no longer known. `texts` keeps the texts of links.
-  [[nodiscard]] bool add(const EntryView& entry, TextArena& texts) {
-    paths_.add(entry.relativePath);
-    // The application writes the identity at every path of a file that has several paths.
-    if (entry.hardLinkIdentity.has_value()) {
-      linkedPaths_.insert(texts.copy(entry.relativePath));
-    }
-    if (entry.hardLinkPrimaryPath.has_value()) {
-      if (*entry.hardLinkPrimaryPath == entry.relativePath) {
-        return false;
-      }
-      primaryPaths_.push_back(texts.copy(*entry.hardLinkPrimaryPath));
-    }
-    return folder_.add(entry.relativePath);
+  /// Adds a canonical path.
+  void add(TextView path) {
+    paths_.add(path);
+    areOwned_ = areOwned_ && (folder_ != nullptr ? folder_->owns(path) : ancestor_.add(path));
   }
 
-  /// Whether every entry has a path of its own, in `folder`. Clears the paths.
-  [[nodiscard]] bool areOwned(const OriginalFolder& folder) {
-    return paths_.allDistinct() && folder_.isBelow(folder);
-  }
+  [[nodiscard]] std::size_t size() const { return paths_.size(); }
 
-  /// Whether every hard link leads to an entry that has an identity, too.
-  [[nodiscard]] bool areHardLinksInside() const {
-    return std::ranges::all_of(primaryPaths_,
-                               [this](TextView path) { return linkedPaths_.contains(path); });
+  /// Whether each path of `others` is one of this list.
+  [[nodiscard]] bool includes(UniquenessCheck& others) const { return paths_.includes(others); }
+
+  /// Whether the paths are surely distinct and in `folder`. Clears the list.
+  [[nodiscard]] bool areSurelyOwned(const OriginalFolder& folder) {
+    const bool areDistinct = paths_.allDistinct();
+    return areDistinct && areOwned_ && (folder_ != nullptr || ancestor_.isBelow(folder));
   }
 
  private:
   UniquenessCheck paths_;
-  CommonAncestor folder_;
-  CanonicalTextSet linkedPaths_;
-  std::vector<TextView> primaryPaths_;
+  CommonAncestor ancestor_;
+  const OriginalFolder* folder_ = nullptr;
+  bool areOwned_ = true;
 };
-
-bool areSamplesOwned(const std::vector<TextView>& samples, const OriginalFolder& folder,
-                     UniquenessCheck& paths) {
-  paths.clear();
-  for (const TextView sample : samples) {
-    if (!isSampleOwned(sample, folder)) {
-      return false;
-    }
-    paths.add(sample);
-  }
-  return paths.allDistinct();
-}
 
 }  // namespace
 
@@ -122,58 +107,110 @@ class StreamingManifestReader::ParserState {
                         WarpSharedExtendedAttribute<TextView>>
       reader;
   EntryView entry;
-  std::vector<TextView> samples;
-  EntrySetChecks entries;
-  UniquenessCheck samplePaths;
+  PathList entries;
+  PathList samples;
+  UniquenessCheck primaryPaths;
   /// Texts of the current chunk.
-  TextArena chunkTexts;
-  /// Texts of the whole document.
-  TextArena documentTexts;
+  TextArena texts;
 };
 
 namespace {
 
-/// Parses one manifest.
+enum class Verdict { accepted, refused, undecided };
+
+/// Reads one manifest once.
 template <class ParserState>
 class StreamingParse {
  public:
-  StreamingParse(ParserState& state, ChunkedDocument& document, const EntryVisitor& visitEntry)
-      : state_(state), document_(document), visitEntry_(visitEntry) {}
+  /// `folder` is the original folder if that is known from an earlier reading, or null.
+  StreamingParse(ParserState& state, ChunkedDocument& document, const ManifestVisitor& visitor,
+                 const OriginalFolder* folder)
+      : state_(state), document_(document), visitor_(visitor), folder_(folder) {}
 
-  std::optional<DecodedHeader> run() {
-    state_.entries.clear();
-    state_.samples.clear();
-    state_.documentTexts.clear();
+  Verdict run() {
+    const std::uint64_t salt = folder_ == nullptr ? 0 : 1;
+    state_.entries.begin(salt, folder_);
+    state_.samples.begin(salt, folder_);
+    state_.primaryPaths.clear(salt);
+    visitor_.begin();
+    if (!document_.mayBeginWith('{')) {
+      return Verdict::refused;
+    }
     std::size_t unreadLength = 0;
     do {
-      if (!document_.advance(unreadLength)) {
-        return std::nullopt;
+      if (!document_.advance(unreadLength, maxChunkLength())) {
+        return Verdict::refused;
       }
-      state_.chunkTexts.clear();
-      TokenCursor tokens(document_.text(), document_.tokens(), state_.chunkTexts);
+      state_.texts.clear();
+      TokenCursor tokens(document_.text(), document_.tokens(), state_.texts);
       if (!readUnits(tokens, unreadLength)) {
-        return std::nullopt;
+        return Verdict::refused;
       }
     } while (!document_.isLast());
-    if (place_ != Place::afterManifest || !satisfiesManifestRules()) {
-      return std::nullopt;
-    }
-    return DecodedHeader{.manifest = std::move(manifest_), .samples = state_.samples};
+    return place_ == Place::afterManifest ? verdictOnManifest() : Verdict::refused;
   }
 
- private:
-  enum class Place { inManifest, inEntries, afterManifest };
+  Manifest& manifest() { return manifest_; }
 
+ private:
+  enum class Place { inManifest, inEntries, inSamples, afterManifest };
+
+  static constexpr std::size_t entriesField = fieldIndex<Manifest, "entries">;
+  static constexpr std::size_t samplesField =
+      fieldIndex<Manifest, "verificationSampleAbsolutePaths">;
+  /// The number of arrays and objects around a member's value, and around a list's element.
+  static constexpr std::size_t memberDepth = 1;
+  static constexpr std::size_t elementDepth = 2;
+
+  [[nodiscard]] std::size_t maxChunkLength() const {
+    return place_ == Place::inEntries ? maxStreamedEntryLength : maxStreamedMemberLength;
+  }
+
+  /// Reads the units of a chunk. Sets the length of the last unit if the chunk ends in it.
   bool readUnits(TokenCursor& tokens, std::size_t& unreadLength) {
     unreadLength = 0;
     while (!tokens.atEnd()) {
-      const std::size_t beforeUnit = tokens.remaining();
-      if (!readUnit(tokens)) {
-        unreadLength = beforeUnit;
-        return !givesUp_ && tokens.atEnd() && !document_.isLast();
+      unitLength_ = tokens.remaining();
+      if (readUnit(tokens)) {
+        continue;
       }
+      const std::optional<std::size_t> cutValueLength = state_.reader.takeCutValueLength();
+      if (isBroken_ || !tokens.atEnd() || document_.isLast()) {
+        return false;
+      }
+      if (cutValueLength.has_value()) {
+        return passOverCutValue(unitLength_ - *cutValueLength);
+      }
+      unreadLength = unitLength_;
     }
     return true;
+  }
+
+  /// Passes over the rest of a value that the chunk ends in. `beginningLength` is the length of its
+  /// unit before the value.
+  bool passOverCutValue(std::size_t beginningLength) {
+    const std::string_view text = document_.text();
+    std::string unit(text.substr(text.size() - unitLength_, beginningLength));
+    // No chunk ends between the colon and the new value.
+    unit.erase(unit.rfind(':') + 1);
+    unit += '0';
+    while (!document_.isLast()) {
+      if (!document_.advanceThroughString(0, maxChunkLength())) {
+        return false;
+      }
+      state_.texts.clear();
+      TokenCursor tokens(document_.text(), document_.tokens(), state_.texts);
+      switch (state_.reader.skipper().skip(tokens, document_.endsInString())) {
+        case ValueSkipper::Progress::complete:
+          document_.replaceRead(unit, tokens.remaining());
+          return true;
+        case ValueSkipper::Progress::broken:
+          return false;
+        case ValueSkipper::Progress::atEndOfChunk:
+          break;
+      }
+    }
+    return false;
   }
 
   bool readUnit(TokenCursor& tokens) {
@@ -182,6 +219,8 @@ class StreamingParse {
         return readMember(tokens);
       case Place::inEntries:
         return readListedEntry(tokens);
+      case Place::inSamples:
+        return readListedSample(tokens);
       case Place::afterManifest:
         break;
     }
@@ -190,15 +229,23 @@ class StreamingParse {
 
   bool readMember(TokenCursor& tokens) {
     const std::size_t field = state_.reader.template takeMemberStart<Manifest>(tokens, lastField_);
+    if (field == MemberPredictor<Manifest>::none) {
+      return false;
+    }
+    if (presentFields_.has(field)) {
+      // An unknown key, or not the first one of several.
+      return state_.reader.skipValue(tokens, memberDepth) && endMember(tokens, field);
+    }
     switch (field) {
-      case fieldIndex<Manifest, "entries">:
-        return beginEntries(tokens);
+      case entriesField:
+        return beginList(tokens, field, Place::inEntries);
+      case samplesField:
+        return beginList(tokens, field, Place::inSamples);
       case fieldIndex<Manifest, "rootMetadata">:
-        return readRoot(tokens) && endMember(tokens, field);
-      case fieldIndex<Manifest, "verificationSampleAbsolutePaths">:
-        return readSamples(tokens) && endMember(tokens, field);
+        return readRoot(tokens) && endKeptMember(tokens, field);
       default:
-        return state_.reader.readField(tokens, manifest_, field) && endMember(tokens, field);
+        return state_.reader.readField(tokens, manifest_, field, memberDepth) &&
+               endKeptMember(tokens, field);
     }
   }
 
@@ -211,77 +258,121 @@ class StreamingParse {
     place_ = isLast ? Place::afterManifest : Place::inManifest;
     lastField_ = field;
     presentFields_.add(field);
-    givesUp_ = isLast && !presentFields_.finish(manifest_);
-    return !givesUp_;
+    isBroken_ = isLast && !presentFields_.finish(manifest_);
+    return !isBroken_;
   }
 
-  bool readEntry(TokenCursor& tokens) {
-    return state_.reader.read(tokens, state_.entry) && satisfiesEntryRules(state_.entry);
+  bool endKeptMember(TokenCursor& tokens, std::size_t field) {
+    if (!endMember(tokens, field)) {
+      return false;
+    }
+    keptLength_ += unitLength_ - tokens.remaining();
+    if (keptLength_ > maxStreamedMemberLength) {
+      throw std::length_error("the members of a manifest are too long");
+    }
+    return true;
+  }
+
+  bool readEntry(TokenCursor& tokens, std::size_t outerDepth) {
+    return state_.reader.read(tokens, state_.entry, outerDepth) &&
+           satisfiesEntryRules(state_.entry);
   }
 
   bool readRoot(TokenCursor& tokens) {
-    if (!readEntry(tokens)) {
+    if (!readEntry(tokens, memberDepth)) {
       return false;
     }
     manifest_.rootMetadata = ownedEntry(state_.entry);
     return true;
   }
 
-  bool readSamples(TokenCursor& tokens) {
-    if (!state_.reader.read(tokens, state_.samples)) {
-      return false;
-    }
-    for (TextView& sample : state_.samples) {
-      sample = state_.documentTexts.copy(sample);
-    }
-    return true;
-  }
-
-  bool beginEntries(TokenCursor& tokens) {
+  bool beginList(TokenCursor& tokens, std::size_t field, Place place) {
     // If the chunk ends here, the list may still be empty.
     if (!tokens.take('[') || tokens.atEnd()) {
       return false;
     }
     if (tokens.take(']')) {
-      return endMember(tokens, fieldIndex<Manifest, "entries">);
+      return endMember(tokens, field);
     }
-    place_ = Place::inEntries;
+    place_ = place;
     return true;
   }
 
-  bool readListedEntry(TokenCursor& tokens) {
-    if (!readEntry(tokens)) {
-      return false;
-    }
-    const bool isLast = tokens.take(']');
-    if (isLast ? !endMember(tokens, fieldIndex<Manifest, "entries">) : !tokens.take(',')) {
-      return false;
-    }
-    visitEntry_(state_.entry);
-    givesUp_ = !state_.entries.add(state_.entry, state_.documentTexts);
-    return !givesUp_;
+  /// Takes the comma after an element, or the end of the list.
+  bool endElement(TokenCursor& tokens, std::size_t field) {
+    return tokens.take(']') ? endMember(tokens, field) : tokens.take(',');
   }
 
-  bool satisfiesManifestRules() {
+  bool readListedEntry(TokenCursor& tokens) {
+    if (!readEntry(tokens, elementDepth) || !endElement(tokens, entriesField)) {
+      return false;
+    }
+    visitor_.entry(state_.entry);
+    state_.entries.add(state_.entry.relativePath);
+    const std::optional<TextView>& primaryPath = state_.entry.hardLinkPrimaryPath;
+    if (primaryPath.has_value()) {
+      state_.primaryPaths.add(*primaryPath);
+      isBroken_ = *primaryPath == state_.entry.relativePath;
+    }
+    requireFewPaths();
+    return !isBroken_;
+  }
+
+  bool readListedSample(TokenCursor& tokens) {
+    TextView sample;
+    if (!tokens.take(sample) || !endElement(tokens, samplesField)) {
+      return false;
+    }
+    visitor_.sample(sample);
+    isBroken_ = !isCanonicalAbsolutePath(sample);
+    if (!isBroken_) {
+      state_.samples.add(sample);
+    }
+    requireFewPaths();
+    return !isBroken_;
+  }
+
+  void requireFewPaths() const {
+    if (state_.entries.size() + state_.samples.size() + state_.primaryPaths.size() >
+        maxStreamedPathCount) {
+      throw std::length_error("a manifest has too many paths");
+    }
+  }
+
+  Verdict verdictOnManifest() {
     const OriginalFolder folder(manifest_.originalFolderPath);
-    const ManifestFacts facts{
-        .manifest = manifest_,
-        .areEntriesOwned = state_.entries.areOwned(folder),
-        .areSamplesOwned = areSamplesOwned(state_.samples, folder, state_.samplePaths),
-        .areHardLinksInside = state_.entries.areHardLinksInside()};
+    ManifestFacts facts{.manifest = manifest_};
+    facts.areHardLinksInside = state_.entries.includes(state_.primaryPaths);
+    if (!satisfiesRules(facts)) {
+      return Verdict::refused;
+    }
+    facts.areEntriesOwned = state_.entries.areSurelyOwned(folder);
+    facts.areSamplesOwned = state_.samples.areSurelyOwned(folder);
+    if (satisfiesRules(facts)) {
+      return Verdict::accepted;
+    }
+    return folder_ == nullptr ? Verdict::undecided : Verdict::refused;
+  }
+
+  static bool satisfiesRules(const ManifestFacts& facts) {
     return std::ranges::all_of(manifestRules(),
                                [&facts](const ManifestRule& rule) { return rule.holds(facts); });
   }
 
   ParserState& state_;
   ChunkedDocument& document_;
-  const EntryVisitor& visitEntry_;
+  const ManifestVisitor& visitor_;
+  const OriginalFolder* folder_;
   Manifest manifest_;
   PresentFields<Manifest> presentFields_;
   std::size_t lastField_ = fieldCount<Manifest>;
   Place place_ = Place::inManifest;
-  /// Whether to give up, although the unit was complete.
-  bool givesUp_ = false;
+  /// The length of the chunk from the beginning of the current unit.
+  std::size_t unitLength_ = 0;
+  /// The length of the members that are kept.
+  std::size_t keptLength_ = 0;
+  /// Whether to refuse the document, although the unit was complete.
+  bool isBroken_ = false;
 };
 
 }  // namespace
@@ -290,9 +381,30 @@ StreamingManifestReader::StreamingManifestReader() : state_(std::make_unique<Par
 
 StreamingManifestReader::~StreamingManifestReader() = default;
 
-std::optional<DecodedHeader> StreamingManifestReader::read(ChunkedDocument& document,
-                                                           const EntryVisitor& visitEntry) {
-  return StreamingParse(*state_, document, visitEntry).run();
+StreamingManifestReader::StreamingManifestReader(StreamingManifestReader&&) noexcept = default;
+
+StreamingManifestReader& StreamingManifestReader::operator=(StreamingManifestReader&&) noexcept =
+    default;
+
+std::optional<Manifest> StreamingManifestReader::read(const OpenDocument& open,
+                                                      const ManifestVisitor& visitor) {
+  const std::unique_ptr<ChunkedDocument> document = open();
+  StreamingParse first(*state_, *document, visitor, nullptr);
+  const Verdict verdict = first.run();
+  if (verdict == Verdict::accepted) {
+    return std::move(first.manifest());
+  }
+  if (verdict == Verdict::refused) {
+    return std::nullopt;
+  }
+  const Text folderPath = std::move(first.manifest().originalFolderPath);
+  const OriginalFolder folder(folderPath);
+  const std::unique_ptr<ChunkedDocument> again = open();
+  StreamingParse second(*state_, *again, visitor, &folder);
+  // The file may have changed.
+  return second.run() == Verdict::accepted && second.manifest().originalFolderPath == folderPath
+             ? std::optional(std::move(second.manifest()))
+             : std::nullopt;
 }
 
 }  // namespace velmora::internal

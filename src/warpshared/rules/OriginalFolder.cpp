@@ -28,14 +28,24 @@ bool OriginalFolder::owns(TextView path) const {
 
 bool CommonAncestor::add(std::string_view path) {
   if (prefix_.empty()) {
-    prefix_ = folderIn(path, path.size());
-  } else if (!path.starts_with(prefix_)) {
-    const std::string_view shorter = folderIn(path, commonPrefixLength(path, prefix_));
+    prefix_ = path;
+    if (!path.ends_with(separator)) {
+      prefix_ += separator;
+    }
+    return true;
+  }
+  if (!path.starts_with(prefix_)) {
+    const std::size_t common = commonPrefixLength(path, prefix_);
+    const bool isFolderOfOthers = common == path.size() && prefix_[common] == separator;
+    const std::size_t length = isFolderOfOthers ? common + 1 : folderIn(path, common).size();
     // After the new end, all earlier paths have the bytes of the old prefix.
-    if (!isCharacterBoundaryAfterASCII(prefix_, shorter.size())) {
+    if (!isCharacterBoundaryAfterASCII(prefix_, length)) {
       return false;
     }
-    prefix_.resize(shorter.size());
+    prefix_.resize(length);
+    if (isFolderOfOthers) {
+      return true;
+    }
   }
   return isCharacterBoundaryAfterASCII(path, prefix_.size());
 }

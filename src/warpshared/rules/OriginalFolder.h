@@ -21,21 +21,22 @@ class OriginalFolder {
   std::string prefix_;
 };
 
-/// The longest common ancestor of a stream of paths, so that they can be checked against a folder
-/// that becomes known only after the paths have been discarded.
+/// The longest common ancestor of a stream of paths, which may be one of them, so that they can be
+/// checked against a folder that becomes known only after the paths have been discarded.
 class CommonAncestor {
  public:
   /// Adds a path, which begins with a separator. False when the ancestor is no longer known.
   [[nodiscard]] bool add(std::string_view path);
 
-  /// True only if `folder` owns all added paths. May be false if one of them is the folder's own
-  /// path, because the common ancestor is then the parent folder.
+  /// True only if `folder` owns all added paths. May be false if they spell a folder in more than
+  /// one way.
   [[nodiscard]] bool isBelow(const OriginalFolder& folder) const;
 
   void clear() { prefix_.clear(); }
 
  private:
-  /// The common beginning of all paths, which ends with a separator. Empty before the first path.
+  /// The common beginning of all paths with a separator at their ends. Ends with a separator; empty
+  /// before the first path.
   std::string prefix_;
 };
 

@@ -277,5 +277,198 @@ TEST(ChunkedDocumentTest, nothingIsReadAfterTheEnd) {
   EXPECT_EQ(endCount, 1);
 }
 
+TEST(ChunkedDocumentTest, skipsAByteOrderMark) {
+  const std::string document = "[1,\n2]";
+  const std::string marked = "\xEF\xBB\xBF" + document;
+  for (const std::size_t chunkLength : {1U, 2U, 3U, 4U, 100U}) {
+    ChunkBuffer memory;
+    std::string bytes = marked;
+    ChunkedDocument chunks(bytes, memory, chunkLength);
+    const std::optional<Tokens> tokens = walk(chunks, document);
+    EXPECT_EQ(tokens, walkInMemory(document, chunkLength));
+    ChunkedDocument stream(portions(marked, 1), memory, chunkLength);
+    EXPECT_EQ(walk(stream, document), tokens);
+  }
+}
+
+TEST(ChunkedDocumentTest, knowsWhatTheDocumentMayBeginWith) {
+  struct {
+    const char* document;
+    bool mayBegin;
+  } const rows[] = {
+      {"{}", true},  {" \n\t\r{", true}, {"", true},    {"  ", true}, {"\xEF\xBB\xBF {", true},
+      {"[{", false}, {"\"{\"", false},   {"1{", false},
+  };
+  for (const auto& row : rows) {
+    ChunkBuffer memory;
+    ChunkedDocument stream(portions(row.document, 2), memory, 100);
+    EXPECT_EQ(stream.mayBeginWith('{'), row.mayBegin) << row.document;
+    EXPECT_TRUE(stream.advance(0));
+  }
+}
+
+/// Walks through one string by cutting it. Returns the content of the pieces; std::nullopt when the
+/// walk fails.
+std::optional<std::string> contentOfPieces(ChunkedDocument& chunks, std::size_t& pieceCount) {
+  std::string content;
+  do {
+    if (!chunks.advanceThroughString(0)) {
+      return std::nullopt;
+    }
+    const std::string_view piece = chunks.text();
+    EXPECT_TRUE(piece.starts_with('"') && piece.ends_with('"')) << piece;
+    EXPECT_EQ(chunks.tokens()[0], 0);
+    EXPECT_EQ(chunks.tokens()[1], piece.size());
+    content += piece.substr(1, piece.size() - 2);
+    ++pieceCount;
+  } while (chunks.endsInString());
+  EXPECT_TRUE(chunks.isLast());
+  return content;
+}
+
+TEST(ChunkedDocumentTest, cutsALongStringBetweenCharactersAndEscapes) {
+  const std::string letters = repeated("abcdefghij", 30);
+  const std::string contents[] = {
+      letters,
+      repeated("\\\"", 100),
+      repeated("\\\\", 100),
+      repeated("\\u00e9", 60),
+      repeated("\\uD83D\\uDE00", 60),
+      repeated("x\\ud83d\\ude00\\n", 60),
+      repeated("\u00e9", 100),
+      repeated("a\U0001F600", 60),
+      repeated(",:{}[] ", 60),
+  };
+  for (const std::string& content : contents) {
+    const std::string document = '"' + content + '"';
+    for (std::size_t chunkLength = 1; chunkLength < 60; ++chunkLength) {
+      ChunkBuffer memory;
+      std::string bytes = document;
+      std::size_t pieceCount = 0;
+      {
+        ChunkedDocument chunks(bytes, memory, chunkLength);
+        EXPECT_EQ(contentOfPieces(chunks, pieceCount), content) << chunkLength;
+      }
+      EXPECT_EQ(bytes, document);
+      EXPECT_GT(pieceCount, 2);
+      ChunkedDocument stream(portions(document, 7), memory, chunkLength);
+      EXPECT_EQ(contentOfPieces(stream, pieceCount), content) << chunkLength;
+    }
+  }
+}
+
+TEST(ChunkedDocumentTest, findsTheFaultsOfALongString) {
+  const std::string letters(300, 'x');
+  for (const std::string& document :
+       {'"' + letters, '"' + letters + "\n" + letters + '"', '"' + letters + "\x80" + letters + '"',
+        '"' + letters + repeated("\x80", 100) + letters + '"',
+        '"' + letters + "\xE2\x82" + letters + '"'}) {
+    for (std::size_t chunkLength = 16; chunkLength < 60; ++chunkLength) {
+      ChunkBuffer memory;
+      ChunkedDocument chunks(portions(document, 7), memory, chunkLength);
+      std::size_t pieceCount = 0;
+      EXPECT_EQ(contentOfPieces(chunks, pieceCount), std::nullopt) << chunkLength;
+    }
+  }
+}
+
+TEST(ChunkedDocumentTest, goesOnWithAReplacement) {
+  const std::string document = "[1,\n2,\n3,\n4,\n5]";
+  const std::string replacement = "[" + repeated("\"0\",", 20) + "7,";
+  for (const std::size_t chunkLength : {1U, 4U, 7U, 100U}) {
+    ChunkBuffer memory;
+    std::string bytes = document;
+    {
+      ChunkedDocument chunks(bytes, memory, chunkLength);
+      std::size_t readLength = 0;
+      do {
+        ASSERT_TRUE(chunks.advance(0));
+        readLength += chunks.text().size();
+      } while (readLength < 7);
+      chunks.replaceRead(replacement, readLength - 7);
+      EXPECT_FALSE(chunks.isLast());
+      std::string rest;
+      do {
+        ASSERT_TRUE(chunks.advance(0));
+        EXPECT_TRUE(!rest.empty() || chunks.text().size() > replacement.size());
+        rest += chunks.text();
+      } while (!chunks.isLast());
+      EXPECT_EQ(rest, replacement + document.substr(7));
+    }
+    EXPECT_EQ(bytes, document);
+  }
+}
+
+TEST(ChunkedDocumentTest, dropsManyBlanksOfAnUnreadChunk) {
+  const std::string document = "[1," + std::string(1'000'000, ' ') + "2]";
+  ChunkBuffer memory;
+  ChunkedDocument chunks(portions(document, 1000), memory, 100);
+  std::size_t longest = 0;
+  std::size_t unread = 0;
+  while (!chunks.isLast()) {
+    ASSERT_TRUE(chunks.advance(unread));
+    unread = chunks.text().size();
+    longest = std::max(longest, unread);
+  }
+  EXPECT_LT(longest, 20'000);
+  EXPECT_TRUE(chunks.text().starts_with("[1, "));
+  EXPECT_TRUE(chunks.text().ends_with(" 2]"));
+}
+
+TEST(ChunkedDocumentTest, refusesALongTokenThatIsNoStringAndNoNumber) {
+  for (const char byte : {'\0', 'x', '\\', '\x7F'}) {
+    std::size_t readLength = 0;
+    ChunkBuffer memory;
+    ChunkedDocument chunks(
+        [&](char* room, std::size_t size) {
+          readLength += size;
+          std::fill_n(room, size, byte);
+          return size;
+        },
+        memory, 10'000);
+    EXPECT_FALSE(chunks.advance(0));
+    EXPECT_LT(readLength, 20'000);
+  }
+}
+
+TEST(ChunkedDocumentTest, limitsTheChunksOfAStream) {
+  struct {
+    const char* name;
+    std::string beginning;
+    std::string repeatedText;
+    std::size_t maxLength;
+  } const rows[] = {
+      {"string", "\"", "x", 100'000},
+      {"number", "", "1", 100'000},
+      {"unreadTokens", "[", "1,", 100'000},
+      {"unreadTokensOfAnyLength", "[", "1,", ChunkedDocument::anyLength},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    ChunkBuffer memory;
+    std::string text = row.beginning;
+    std::size_t readLength = 0;
+    ChunkedDocument chunks(
+        [&](char* room, std::size_t size) {
+          while (text.size() < size) {
+            text += row.repeatedText;
+          }
+          const std::size_t count = text.copy(room, size);
+          text.erase(0, count);
+          readLength += count;
+          return count;
+        },
+        memory);
+    const auto walkUnread = [&] {
+      std::size_t unread = 0;
+      while (chunks.advance(unread, row.maxLength)) {
+        unread = chunks.text().size();
+      }
+    };
+    EXPECT_THROW(walkUnread(), std::length_error);
+    EXPECT_LT(readLength, std::min(row.maxLength, maxChunkMemory) + documentChunkLength);
+  }
+}
+
 }  // namespace
 }  // namespace velmora::internal

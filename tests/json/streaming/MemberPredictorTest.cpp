@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -34,8 +35,13 @@ namespace {
 using Prediction = MemberPredictor<Numbers>;
 using Fields = std::vector<std::size_t>;
 
-/// The fields of an object of numbers, in order. The last one is `end` at the end of the object, or
-/// `none` for another text.
+constexpr std::size_t end = Prediction::end;
+constexpr std::size_t none = Prediction::none;
+/// Any unknown key.
+constexpr std::size_t unknown = Prediction::firstUnknown;
+
+/// The members of an object of numbers, in order. The last one is `end` at the end of the object,
+/// or `none` for another text.
 Fields fieldsIn(const std::string& object, Prediction& prediction) {
   TokenizedText text(object);
   TokenCursor& tokens = text.tokens();
@@ -44,8 +50,8 @@ Fields fieldsIn(const std::string& object, Prediction& prediction) {
   int value = 0;
   do {
     field = prediction.take(tokens, field);
-    fields.push_back(field);
-  } while (field < Prediction::end && tokens.take(value));
+    fields.push_back(std::min(field, unknown));
+  } while (field != end && field != none && tokens.take(value));
   return fields;
 }
 
@@ -54,9 +60,6 @@ const std::string longKey =
 
 /// As long as the longest prefix, so that the cursor compares every prefix before it.
 const std::string blanks(MemberPrefix::maxLength, ' ');
-
-constexpr std::size_t end = Prediction::end;
-constexpr std::size_t none = Prediction::none;
 
 struct ObjectCase {
   const char* name;
@@ -75,10 +78,14 @@ const std::vector<ObjectCase> objects = {
     {"twice", R"({"first":1,"first":2,"first":3})" + blanks, {0, 0, 0, end}},
     {"longKey", "{" + longKey + ":1,\"first\":2}" + blanks, {2, 0, end}},
     {"longBlanks", "{\"first\":" + blanks + "1,\"second\":2}" + blanks, {0, 1, end}},
-    {"unknownKey", R"({"first":1,"third":2})" + blanks, {0, none}},
-    {"keyInOtherCase", R"({"First":1})" + blanks, {none}},
-    {"keyThatBeginsAlike", R"({"first":1,"second2":2})" + blanks, {0, none}},
-    {"keyThatIsShorter", R"({"first":1,"secon":2})" + blanks, {0, none}},
+    {"unknownKey", R"({"first":1,"third":2,"second":3})" + blanks, {0, unknown, 1, end}},
+    {"unknownKeys",
+     R"({"x":0,"first":1,"y":2,"zzz":3,"second":4,"":5})" + blanks,
+     {unknown, 0, unknown, unknown, 1, unknown, end}},
+    {"longUnknownKey", R"({"first":1,")" + blanks + R"(":2,"second":3})", {0, unknown, 1, end}},
+    {"keyInOtherCase", R"({"First":1})" + blanks, {unknown, end}},
+    {"keyThatBeginsAlike", R"({"first":1,"second2":2})" + blanks, {0, unknown, end}},
+    {"keyThatIsShorter", R"({"first":1,"secon":2})" + blanks, {0, unknown, end}},
     {"keyWithBrokenEscape", R"({"first":1,"second\x":2})" + blanks, {0, none}},
     {"noQuotes", R"({first:1})" + blanks, {none}},
     {"noColon", R"({"first":1,"second"2})" + blanks, {0, none}},
@@ -131,6 +138,7 @@ TEST(MemberPredictorTest, findsTheFieldsOfUsualAndOtherForms) {
       {"both", R"({"first":1,"second":2})" + blanks, {0, 1, end}},
       {"one", R"({"first":1})" + blanks, {0, end}},
       {"twice", R"({"first":1,"first":2})" + blanks, {0, 0, end}},
+      {"unknown", R"({"first":1,"more":0,"second":2})" + blanks, {0, unknown, 1, end}},
       {"spaced", R"({"first":1, "second":2})" + blanks, {0, 1, end}},
   };
   for (const ObjectCase& usual : forms) {

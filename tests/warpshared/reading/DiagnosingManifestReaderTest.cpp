@@ -18,9 +18,12 @@ std::string threeEntries() {
 std::vector<std::string> pathsIn(std::string text, DiagnosingManifestReader& reader) {
   std::vector<std::string> paths;
   const std::string verdict = verdictOf([&] {
-    static_cast<void>(reader.read(text, [&](const WarpSharedEntry<TextView>& entry) {
-      paths.emplace_back(entry.relativePath.view());
-    }));
+    static_cast<void>(reader.read(text, {.begin = [] {},
+                                         .sample = [](TextView) {},
+                                         .entry =
+                                             [&](const WarpSharedEntry<TextView>& entry) {
+                                               paths.emplace_back(entry.relativePath.view());
+                                             }}));
   });
   paths.push_back(verdict.substr(0, verdict.find(": ")));
   return paths;
@@ -50,20 +53,24 @@ TEST(DiagnosingManifestReaderTest, visitsTheEntriesBeforeAFaultInOrder) {
 TEST(DiagnosingManifestReaderTest, leavesSamplesAndEntriesOutOfTheManifest) {
   DiagnosingManifestReader reader;
   std::string text = manifestDocument().text({"", JSONStyle::Order::sorted, true, true});
-  const DecodedHeader read = reader.read(text, [](const auto&) {});
-  EXPECT_TRUE(read.manifest.entries.empty());
-  EXPECT_TRUE(read.manifest.verificationSampleRelativePaths.empty());
-  EXPECT_EQ(std::vector<Text>(read.samples.begin(), read.samples.end()),
-            (std::vector<Text>{"/Users/a/Docs/file", "/Users/a/Docs"}));
-  EXPECT_EQ(read.manifest.warpID, "W-1");
+  std::vector<Text> samples;
+  const VelmoraWarpSharedManifest manifest =
+      reader.read(text, {.begin = [] {},
+                         .sample = [&](TextView sample) { samples.emplace_back(sample); },
+                         .entry = [](const auto&) {}});
+  EXPECT_TRUE(manifest.entries.empty());
+  EXPECT_TRUE(manifest.verificationSampleRelativePaths.empty());
+  EXPECT_EQ(samples, (std::vector<Text>{"/Users/a/Docs/file", "/Users/a/Docs"}));
+  EXPECT_EQ(manifest.warpID, "W-1");
 }
 
 TEST(DiagnosingManifestReaderTest, passesOnTheVisitorsException) {
   DiagnosingManifestReader reader;
   std::string text = threeEntries();
-  EXPECT_THROW(
-      static_cast<void>(reader.read(text, [](const auto&) { throw std::domain_error("enough"); })),
-      std::domain_error);
+  const ManifestVisitor visitor = {.begin = [] {},
+                                   .sample = [](TextView) {},
+                                   .entry = [](const auto&) { throw std::domain_error("enough"); }};
+  EXPECT_THROW(static_cast<void>(reader.read(text, visitor)), std::domain_error);
   EXPECT_EQ(pathsIn(threeEntries(), reader).back(), valid);
 }
 

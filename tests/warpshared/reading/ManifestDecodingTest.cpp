@@ -192,12 +192,5 @@ TEST(ManifestDecoding, readsItsOwnManifestsOnce) {
   }
 }
 
-TEST(ManifestDecoding, leavesAByteOrderMarkToTheSecondReading) {
-  ManifestDecoder decoder;
-  std::string bytes = "\xEF\xBB\xBF" + manifestDocument().text();
-  EXPECT_FALSE(ManifestReaders().streamed(bytes).has_value());
-  EXPECT_EQ(decoder.decode(bytes), decodedManifest(manifestDocument().text()));
-}
-
 }  // namespace
 }  // namespace velmora::internal

@@ -1,3 +1,4 @@
+#include "tests/json/JSONCases.h"
 #include "tests/warpshared/ManifestCases.h"
 #include "tests/warpshared/PlainManifests.h"
 #include "warpshared/reading/StreamingManifestReader.h"
@@ -6,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -64,6 +66,17 @@ std::string replaced(std::string_view old, std::string_view by) {
   return replaced(twoEntries, old, by);
 }
 
+/// Values of unknown keys.
+const std::string longArray = "[" + repeated("0,-1.5e9, [null,true],{},\n", 40) + "[]]";
+const std::string longObject = "{" + repeated(R"("a":{"b":"},{","\u00e9":[]} , )", 30) + "\"\":1}";
+const std::string longText = '"' + repeated(R"(text \n \ud83d\ude00 },{\" )", 40) + '"';
+const std::string deepValue = repeated("[{\"a\":", 200) + "1" + repeated("}]", 200);
+
+/// twoEntries with an unknown member of this value before the member that begins with `place`.
+std::string withUnknown(std::string_view place, std::string_view value) {
+  return replaced(place, "\"unknown\" :\n " + std::string(value) + "," + std::string(place));
+}
+
 /// A manifest as text.
 struct TextCase {
   const char* name;
@@ -95,13 +108,43 @@ const std::vector<TextCase> texts = {
     {"longPath", replaced("/a/x", "/a/" + std::string(2000, 'x')), true},
     {"letterAfterEntries", replaced("}]", "}x]")},
     {"noCutAtAll", replaced("},{", "}, {"), true},
+    {"unknownArray", withUnknown("\"version\"", longArray), true},
+    {"unknownArrayInAnEntry", withUnknown("\"kind\"", longArray), true},
+    {"unknownObject", withUnknown("\"warpID\"", longObject), true},
+    {"unknownObjectInTheRoot", withUnknown("\"absolutePath\":\"/a\"", longObject), true},
+    {"unknownText", withUnknown("\"entries\"", longText), true},
+    {"unknownTextInAnEntry", withUnknown("\"absolutePath\":\"/a/y\"", longText), true},
+    {"unknownNumber", withUnknown("\"version\"", std::string(300, '1')), true},
+    {"unknownDeepValue", withUnknown("\"size\"", deepValue), true},
+    {"unknownKeyThatIsLong", replaced("\"size\"", longText + ":0,\"size\""), true},
+    {"unknownMembersInARow",
+     replaced("\"size\"", "\"x\":" + longArray + ",\"y\":" + longText + ",\"z\":1,\"size\""), true},
+    {"laterDuplicatesOfOtherTypes",
+     replaced(",\"warpID\"", ",\"version\":" + longArray + ",\"version\":{},\"warpID\""), true},
+    {"secondListsOfEntries",
+     replaced(noEntries, "\"entries\":[]",
+              "\"entries\":[],\"entries\":[1],\"entries\":" + longObject),
+     true},
+    {"unknownArrayThatIsBroken", withUnknown("\"version\"", longArray + "]")},
+    {"unknownArrayWithAFaultAtItsEnd", withUnknown("\"kind\"", replaced(longArray, "[]]", "[}]"))},
+    {"unknownTextWithABadEscapeAtItsEnd",
+     withUnknown("\"kind\"", longText.substr(0, longText.size() - 1) + "\\x\"")},
+    {"unknownTextWithHalfAPairAtItsEnd",
+     withUnknown("\"kind\"", longText.substr(0, longText.size() - 1) + "\\ud83d\"")},
+    {"unknownTextThatIsNotUTF8",
+     withUnknown("\"kind\"", longText.substr(0, longText.size() - 1) + "\xE2\x82\"")},
+    {"unknownTextWithALineBreak",
+     withUnknown("\"kind\"", longText.substr(0, longText.size() - 1) + "\n\"")},
+    {"unknownValueThatIsTooDeep", withUnknown("\"size\"", repeated("[", 511) + repeated("]", 511))},
+    {"unknownNumberThatIsNone", withUnknown("\"version\"", std::string(300, '1') + "-")},
     {"empty", ""},
     {"blanksOnly", blanks},
     {"lineBreaksOnly", std::string(300, '\n')},
     {"nothing", "{}"},
     {"list", "[" + twoEntries + "]"},
     {"twice", twoEntries + "\n" + twoEntries},
-    {"byteOrderMark", "\xEF\xBB\xBF" + twoEntries},
+    {"byteOrderMark", "\xEF\xBB\xBF" + twoEntries, true},
+    {"byteOrderMarkTwice", "\xEF\xBB\xBF\xEF\xBB\xBF" + twoEntries},
     {"moreTextAfter", twoEntries + "\n" + blanks + "x"},
     {"braceAfter", twoEntries + "\n}"},
     {"commaAfter", twoEntries + ","},
@@ -147,7 +190,7 @@ TEST(StreamingManifestReaderTest, readsTheSameForAnyChunkLength) {
     const ManifestReading expected = isAccepted ? readers.diagnosed(text) : std::nullopt;
     EXPECT_EQ(expected.has_value(), isAccepted);
     expectStreamed(expected, readers, text, text.size() + 1);
-    for (std::size_t length = 1; length < text.size() + 30; length += length < 40 ? 1 : 29) {
+    for (std::size_t length = 1; length < text.size() + 150; length += length < 40 ? 1 : 149) {
       expectStreamed(expected, readers, text, length);
     }
   }
@@ -207,13 +250,106 @@ TEST(StreamingManifestReaderTest, visitsEachEntryOnceInOrder) {
   for (const std::size_t chunkLength : {1U, 100U, 500U, 1000U, 3000U, 100'000U}) {
     ChunkBuffer memory;
     StreamingManifestReader reader;
-    ChunkedDocument chunks(portionsOf(text, 1000), memory, chunkLength);
     std::size_t number = 0;
-    const auto read = reader.read(chunks, [&](const WarpSharedEntry<TextView>& entry) {
-      EXPECT_EQ(entry.relativePath, numberedPath(number++));
-    });
+    const auto read = reader.read(
+        [&] {
+          return std::make_unique<ChunkedDocument>(portionsOf(text, 1000), memory, chunkLength);
+        },
+        {.begin = [] {},
+         .sample = [](TextView) {},
+         .entry =
+             [&](const WarpSharedEntry<TextView>& entry) {
+               EXPECT_EQ(entry.relativePath, numberedPath(number++));
+             }});
     EXPECT_TRUE(read.has_value());
     EXPECT_EQ(number, 50);
+  }
+}
+
+/// A stream that repeats a text for ever after its beginning.
+ChunkedDocument::ReadSome endless(std::string beginning, std::string repeatedText) {
+  return [text = std::move(beginning), repeatedText = std::move(repeatedText)](
+             char* room, std::size_t size) mutable {
+    while (text.size() < size) {
+      text += repeatedText;
+    }
+    const std::size_t count = text.copy(room, size);
+    text.erase(0, count);
+    return count;
+  };
+}
+
+/// `text` up to and with the first `last`.
+std::string through(const std::string& text, std::string_view last) {
+  return text.substr(0, text.find(last) + last.size());
+}
+
+TEST(StreamingManifestReaderTest, refusesWhatDoesNotFitIntoItsMemory) {
+  const std::string inAnEntry = through(twoEntries, "\"kind\":\"file\",");
+  struct {
+    const char* name;
+    std::string beginning;
+    std::string repeatedText;
+  } const rows[] = {
+      {"textOfTheManifest", "{\"warpID\":\"", "x"},
+      {"sample", "{\"verificationSampleAbsolutePaths\":[\"/", "x"},
+      {"numberOfTheManifest", "{\"version\":", "4"},
+      {"unknownKey", "{\"", "x"},
+      {"unknownNumber", "{\"x\":", "1"},
+      {"textOfAnEntry", inAnEntry + "\"aclText\":\"", "x"},
+      {"listOfAnEntry", inAnEntry + "\"sparseExtents\":[",
+       R"({"logicalOffset":0,"storedOffset":0,"length":0},)"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    ManifestReaders readers;
+    EXPECT_THROW(readers.streamedOnce(endless(row.beginning, row.repeatedText)), std::length_error);
+  }
+}
+
+TEST(StreamingManifestReaderTest, refusesTooManyPaths) {
+  std::size_t number = 0;
+  std::string text = "{\"verificationSampleAbsolutePaths\":[";
+  ManifestReaders readers;
+  EXPECT_THROW(readers.streamedOnce([&](char* room, std::size_t size) {
+    while (text.size() < size) {
+      text += "\"/" + std::to_string(number++) + "\",";
+    }
+    const std::size_t count = text.copy(room, size);
+    text.erase(0, count);
+    return count;
+  }),
+               std::length_error);
+  EXPECT_GT(number, maxStreamedPathCount);
+}
+
+TEST(StreamingManifestReaderTest, refusesAtTheFirstChunkWhatIsNoManifest) {
+  struct {
+    const char* name;
+    std::string beginning;
+    std::string repeatedText;
+  } const rows[] = {
+      {"zeros", "", std::string(1, '\0')},
+      {"brackets", "", "["},
+      {"objects", "", "{\"a\":"},
+      {"numbers", "", "1,"},
+      {"digits", "", "1"},
+      {"text", "\"", "x"},
+      {"letters", "{\"version\":4,\"x\":", "x"},
+      {"otherVersionOfAnotherType", "{\"version\":\"4\",", "\"x\":1,"},
+      {"entryWithoutFields", "{\"entries\":[{}", " "},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    std::size_t readLength = 0;
+    const ChunkedDocument::ReadSome readSome = endless(row.beginning, row.repeatedText);
+    ManifestReaders readers;
+    EXPECT_EQ(readers.streamedOnce([&](char* room, std::size_t size) {
+      readLength += size;
+      return readSome(room, size);
+    }),
+              std::nullopt);
+    EXPECT_LE(readLength, 2 * documentChunkLength);
   }
 }
 
@@ -221,19 +357,19 @@ TEST(StreamingManifestReaderTest, passesOnExceptions) {
   std::string text = twoEntries;
   ChunkBuffer memory;
   StreamingManifestReader reader;
-  {
-    ChunkedDocument chunks(text, memory);
-    EXPECT_THROW(
-        static_cast<void>(reader.read(
-            chunks, [](const WarpSharedEntry<TextView>&) { throw std::domain_error("enough"); })),
-        std::domain_error);
-  }
-  ChunkedDocument broken([](char*, std::size_t) -> std::size_t { throw std::domain_error("gone"); },
-                         memory);
-  EXPECT_THROW(static_cast<void>(reader.read(broken, [](const auto&) {})), std::domain_error);
+  const auto open = [&] { return std::make_unique<ChunkedDocument>(text, memory); };
+  const ManifestVisitor visitor = {
+      .begin = [] {}, .sample = [](TextView) {}, .entry = [](const auto&) {}};
+  ManifestVisitor failing = visitor;
+  failing.entry = [](const auto&) { throw std::domain_error("enough"); };
+  EXPECT_THROW(static_cast<void>(reader.read(open, failing)), std::domain_error);
+  const auto openBroken = [&] {
+    return std::make_unique<ChunkedDocument>(
+        [](char*, std::size_t) -> std::size_t { throw std::domain_error("gone"); }, memory);
+  };
+  EXPECT_THROW(static_cast<void>(reader.read(openBroken, visitor)), std::domain_error);
   EXPECT_EQ(text, twoEntries);
-  ChunkedDocument chunks(text, memory);
-  EXPECT_TRUE(reader.read(chunks, [](const auto&) {}).has_value());
+  EXPECT_TRUE(reader.read(open, visitor).has_value());
 }
 
 }  // namespace

@@ -13,8 +13,6 @@
 namespace velmora::internal {
 namespace {
 
-using enum Streaming;
-
 /// The only entry, which is no hard link.
 constexpr Edits oneEntry = {{"/entries/1", ""},
                             {"/entries/0/hardLinkIdentity", ""},
@@ -69,11 +67,11 @@ constexpr ManifestCase manifestCases[] = {
     {"versionWithEightDigitsAndAFraction",
      {{"/version", "4.000001"}},
      "dataCorrupted at /version: The number is not whole, or too large."},
-    {"versionInOtherWriting", {{"/version", "40e-1"}}, valid, givenUp},
-    {"versionWithFraction", {{"/version", "4.0"}}, valid, givenUp},
-    {"sizeWithFraction", {{"/entries/0/size", "1000.0000"}}, valid, givenUp},
-    {"sizeWithExponent", {{"/entries/0/size", "1e3"}}, valid, givenUp},
-    {"sizeOfManyDigits", {{"/entries/0/size", "1000.0000000000000000000000"}}, valid, givenUp},
+    {"versionInOtherWriting", {{"/version", "40e-1"}}, valid},
+    {"versionWithFraction", {{"/version", "4.0"}}, valid},
+    {"sizeWithFraction", {{"/entries/0/size", "1000.0000"}}, valid},
+    {"sizeWithExponent", {{"/entries/0/size", "1e3"}}, valid},
+    {"sizeOfManyDigits", {{"/entries/0/size", "1000.0000000000000000000000"}}, valid},
     {"sizeWithAFractionOfManyDigits",
      {{"/entries/0/size", "1234.678"}},
      "dataCorrupted at /entries/0/size: The number is not whole, or too large."},
@@ -138,10 +136,10 @@ constexpr ManifestCase manifestCases[] = {
     {"uploadedBeforeCreated", {{"/uploadedAt", "'1999-01-01T00:00:00Z'"}}},
     {"verifiedButNotUploaded", {{"/status", "'verified'"}, {"/uploadedAt", ""}}},
 
-    {"unknownKey", {{"/+more", "1"}}, valid, givenUp},
-    {"unknownKeyOfAnEntry", {{"/entries/1/+more", "{}"}}, valid, givenUp},
-    {"keyTwice", {{"/+version", "4"}}, valid, givenUp},
-    {"keyTwiceInAnEntry", {{"/entries/1/+size", "1000"}}, valid, givenUp},
+    {"unknownKey", {{"/+more", "1"}}, valid},
+    {"unknownKeyOfAnEntry", {{"/entries/1/+more", "{}"}}, valid},
+    {"keyTwice", {{"/+version", "4"}}, valid},
+    {"keyTwiceInAnEntry", {{"/entries/1/+size", "1000"}}, valid},
     {"nothing", {{"", "{}"}}, "keyNotFound at /version: The key \"version\" is missing."},
     {"entryNull",
      {{"/entries/1", "null"}},
@@ -167,12 +165,11 @@ constexpr ManifestCase manifestCases[] = {
     {"pathTwiceByAnEscape", naming(R"('/Users/a/Docs/\u0078')"), inconsistent},
     {"pathTwiceInOtherNormalForm", naming("'/Users/a/Docs/e\u0301'", "'/Users/a/Docs/\u00e9'"),
      inconsistent},
-    {"pathOfTheRoot", naming("'/Users/a/Docs'", "'/Users/a/Docs/x'"), valid, givenUp},
+    {"pathOfTheRoot", naming("'/Users/a/Docs'", "'/Users/a/Docs/x'"), valid},
     {"pathOfASibling", naming("'/Users/a/Docsx'"), inconsistent},
     {"pathOfTheParent", naming("'/Users/a'"), inconsistent},
     {"pathWithAMarkAfterTheFolder", naming("'/Users/a/Docs/\u0301x'"), inconsistent},
-    {"pathWithAMarkFarBelow", naming("'/Users/a/Docs/x/\u0301y'", "'/Users/a/Docs/x/z'"), valid,
-     givenUp},
+    {"pathWithAMarkFarBelow", naming("'/Users/a/Docs/x/\u0301y'", "'/Users/a/Docs/x/z'"), valid},
     {"pathWithDot", naming("'/Users/a/Docs/./y'"), notCanonicalEntry},
     {"pathWithNUL", naming(R"('/Users/a/Docs/\u0000')"), notCanonicalEntry},
     {"pathWithHalfOfAPair", naming(R"('/Users/a/Docs/\ud83d')"), badEscape},
@@ -198,7 +195,7 @@ constexpr ManifestCase manifestCases[] = {
     {"linkToNothing", linking("'/Users/a/Docs/none'"), strayHardLink},
     {"linkToAPathInOtherLetterCase", linking("'/Users/a/Docs/Primary'"), strayHardLink},
     {"linkToTheRoot", linking("'/Users/a/Docs'"), strayHardLink},
-    {"linkToAnEntryOfTheRootsPath", linking("'/Users/a/Docs'", "'/Users/a/Docs'"), valid, givenUp},
+    {"linkToAnEntryOfTheRootsPath", linking("'/Users/a/Docs'", "'/Users/a/Docs'"), valid},
     {"linkInOtherNormalForm", linking("'/Users/a/Docs/e\u0301'", "'/Users/a/Docs/\u00e9'")},
     {"linkToAnEarlierEntry",
      {{"/entries/0/absolutePath", "'/Users/a/Docs/primary'"},
@@ -210,8 +207,8 @@ constexpr ManifestCase manifestCases[] = {
     {"linkRelative", linking("'primary'"),
      "dataCorrupted at /entries/0/hardLinkPrimaryPath: Shared Warp hard-link paths must be "
      "canonical absolute paths."},
-    {"linkToOneWithoutIdentity", {{"/entries/1/hardLinkIdentity", ""}}, valid, givenUp},
-    {"linkToOneWithNullIdentity", {{"/entries/1/hardLinkIdentity", "null"}}, valid, givenUp},
+    {"linkToOneWithoutIdentity", {{"/entries/1/hardLinkIdentity", ""}}, valid},
+    {"linkToOneWithNullIdentity", {{"/entries/1/hardLinkIdentity", "null"}}, valid},
 };
 
 TEST(ManifestRules, areAppliedByBothReaders) {
@@ -223,7 +220,7 @@ TEST(ManifestRules, areAppliedByBothReaders) {
 TEST(ManifestRules, ignoreDuplicateEntriesAndRefuseNestedLists) {
   const std::string entries = manifestDocument()["entries"].text();
   const std::string nested = '[' + entries + ']';
-  expectVerdict({"entriesTwice", {{"/+entries", entries}}, valid, givenUp});
+  expectVerdict({"entriesTwice", {{"/+entries", entries}}, valid});
   expectVerdict({"entriesInAnotherList",
                  {{"/entries", nested}},
                  "typeMismatch at /entries/0: Expected an object but found an array."});

@@ -41,7 +41,7 @@ class MirrorLoader {
         return;
       }
       manifest = refusedFiles_ == RefusedFiles::diagnosed
-                     ? std::optional(decoder_.readSummary(path, files_))
+                     ? std::optional(decoder_.readSummary(path, files_, maxDiagnosedManifestLength))
                      : decoder_.readSummaryIfValid(path, files_);
     } catch (const std::exception&) {
       // Also without the memory for this one, the others may still be read.
@@ -71,7 +71,7 @@ bool isManifestFileName(std::string_view name) {
 
 std::exception_ptr manifestFault(const Text& path, const FileReader& files) {
   try {
-    static_cast<void>(ManifestDecoder().readSummary(path, files));
+    static_cast<void>(ManifestDecoder().readSummary(path, files, maxDiagnosedManifestLength));
     return nullptr;
   } catch (const std::exception&) {
     return std::current_exception();

@@ -47,9 +47,12 @@ struct ManifestMirror {
 /// What is found out about the files that are no valid manifests.
 enum class RefusedFiles {
   listed,
-  /// Listed with their faults. A file is in memory as a whole for that.
+  /// Listed with their faults. A file is in memory as a whole for that, if it is not longer than
+  /// maxDiagnosedManifestLength.
   diagnosed,
 };
+
+inline constexpr std::size_t maxDiagnosedManifestLength = std::size_t{64} << 20;
 
 /// Called before the first file and after each one.
 using MirrorProgress = std::function<void(std::size_t readCount, std::size_t fileCount)>;

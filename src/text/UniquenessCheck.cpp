@@ -1,7 +1,7 @@
 // The check compares 64-bit canonical hashes instead of texts. Many hashes are first grouped by
 // their highest bits, by a counting sort; equal hashes fall into the same group. A hash table with
 // linear probing, small enough for the processor's cache, then finds repetitions in each group.
-// The hash 0 marks an empty slot, so add() replaces it by 1.
+// The lowest and the highest hash mark slots, so add() replaces them by their neighbours.
 #include "text/UniquenessCheck.h"
 
 #include "text/Text.h"
@@ -21,23 +21,29 @@ constexpr std::size_t fewHashes = 1024;
 /// The ends of 2^11 groups stay there, too.
 constexpr int maxGroupBits = 11;
 
+/// The hashes are from 1 to 2^64-2.
 constexpr std::uint64_t emptySlot = 0;
+constexpr std::uint64_t foundSlot = ~emptySlot;
 
-/// `table` is scratch memory.
-bool areDistinct(Hashes hashes, std::vector<std::uint64_t>& table) {
-  const std::size_t slotCount = std::bit_ceil(2 * hashes.size() + 1);
-  table.assign(slotCount, emptySlot);
+/// The slot of `hash`, or the empty one where it would be.
+std::size_t slotOf(std::uint64_t hash, Hashes table) {
+  std::size_t slot = hash & (table.size() - 1);
+  while (table[slot] != emptySlot && table[slot] != hash) {
+    slot = (slot + 1) & (table.size() - 1);
+  }
+  return slot;
+}
+
+/// Fills `table`, whose content is replaced. Returns the number of different hashes.
+std::size_t fillTable(Hashes hashes, std::vector<std::uint64_t>& table) {
+  table.assign(std::bit_ceil(2 * hashes.size() + 1), emptySlot);
+  std::size_t count = 0;
   for (const std::uint64_t hash : hashes) {
-    std::size_t slot = hash & (slotCount - 1);
-    while (table[slot] != emptySlot) {
-      if (table[slot] == hash) {
-        return false;
-      }
-      slot = (slot + 1) & (slotCount - 1);
-    }
+    const std::size_t slot = slotOf(hash, table);
+    count += table[slot] == emptySlot ? 1 : 0;
     table[slot] = hash;
   }
-  return true;
+  return count;
 }
 
 /// Copies `hashes` to `grouped`, those with the same highest `bits` next to each other. Returns the
@@ -65,24 +71,20 @@ std::vector<std::size_t> groupByHighestBits(Hashes hashes, int bits,
 
 void UniquenessCheck::add(std::string_view text) {
   const std::uint64_t hash = canonicalHash(text, salt_);
-  hashes_.push_back(hash == emptySlot ? 1 : hash);
+  hashes_.push_back(std::clamp(hash, emptySlot + 1, foundSlot - 1));
 }
 
 bool UniquenessCheck::includes(UniquenessCheck& others) const {
-  std::vector<std::uint64_t>& wanted = others.hashes_;
-  std::ranges::sort(wanted);
-  wanted.erase(std::unique(wanted.begin(), wanted.end()), wanted.end());
-  if (wanted.empty()) {
-    return true;
-  }
-  std::vector<bool> isFound(wanted.size());
-  for (const std::uint64_t hash : hashes_) {
-    const auto place = std::ranges::lower_bound(wanted, hash);
-    if (place != wanted.end() && *place == hash) {
-      isFound[static_cast<std::size_t>(place - wanted.begin())] = true;
+  std::vector<std::uint64_t>& table = others.table_;
+  std::size_t missingCount = fillTable(others.hashes_, table);
+  for (auto hash = hashes_.begin(); hash != hashes_.end() && missingCount > 0; ++hash) {
+    const std::size_t slot = slotOf(*hash, table);
+    if (table[slot] == *hash) {
+      table[slot] = foundSlot;
+      --missingCount;
     }
   }
-  return std::ranges::find(isFound, false) == isFound.end();
+  return missingCount == 0;
 }
 
 bool UniquenessCheck::allDistinct() {
@@ -90,11 +92,12 @@ bool UniquenessCheck::allDistinct() {
       std::min(static_cast<int>(std::bit_width(hashes_.size() / fewHashes)), maxGroupBits);
   bool verdict = true;
   if (groupBits == 0) {
-    verdict = areDistinct(hashes_, table_);
+    verdict = fillTable(hashes_, table_) == hashes_.size();
   } else {
     std::size_t begin = 0;
     for (const std::size_t end : groupByHighestBits(hashes_, groupBits, grouped_)) {
-      verdict = verdict && areDistinct(Hashes(grouped_).subspan(begin, end - begin), table_);
+      const Hashes group = Hashes(grouped_).subspan(begin, end - begin);
+      verdict = verdict && fillTable(group, table_) == group.size();
       begin = end;
     }
   }

@@ -21,7 +21,7 @@ class UniquenessCheck {
   void add(std::string_view text);
 
   /// Whether each of the texts of `others`, which has the same salt, is canonically equal to one of
-  /// the added texts. May also return true when 64-bit hashes collide. Reorders `others`.
+  /// the added texts. May also return true when 64-bit hashes collide. Uses memory of `others`.
   [[nodiscard]] bool includes(UniquenessCheck& others) const;
 
   /// Whether no two of the added texts are canonically equal (Text.h). May also return false when

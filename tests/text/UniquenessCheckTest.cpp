@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace velmora::internal {
@@ -92,6 +93,50 @@ TEST(UniquenessCheckTest, isEmptyAtFirstAndAfterACheck) {
   EXPECT_EQ(texts.size(), 0);
   texts.add("a");
   EXPECT_TRUE(texts.allDistinct());
+}
+
+TEST(UniquenessCheckTest, includesCanonicallyEqualTexts) {
+  for (const TextPair& row : textPairs) {
+    SCOPED_TRACE(row.name);
+    UniquenessCheck texts;
+    UniquenessCheck others;
+    texts.add(row.a);
+    others.add(row.b);
+    EXPECT_EQ(texts.includes(others), row.areEqual);
+    EXPECT_TRUE(texts.allDistinct());
+  }
+}
+
+TEST(UniquenessCheckTest, includesSomeOrAllOfManyTexts) {
+  for (const std::size_t count : counts) {
+    SCOPED_TRACE(count);
+    UniquenessCheck texts;
+    addDifferent(texts, count);
+    UniquenessCheck others;
+    EXPECT_TRUE(texts.includes(others));
+    addDifferent(others, count);
+    others.add(textOf(0));
+    EXPECT_TRUE(texts.includes(others));
+    others.add(textOf(count));
+    EXPECT_FALSE(texts.includes(others));
+    EXPECT_TRUE(texts.allDistinct());
+  }
+}
+
+TEST(UniquenessCheckTest, answersTheSameForAnySalt) {
+  for (const std::uint64_t salt : {std::uint64_t{0}, std::uint64_t{1}, ~std::uint64_t{0}}) {
+    UniquenessCheck texts;
+    UniquenessCheck others;
+    texts.clear(salt);
+    others.clear(salt);
+    addDifferent(texts, 2000);
+    others.add(textOf(7));
+    EXPECT_TRUE(texts.includes(others));
+    EXPECT_TRUE(texts.allDistinct());
+    texts.add(textOf(1));
+    texts.add(textOf(1));
+    EXPECT_FALSE(texts.allDistinct());
+  }
 }
 
 }  // namespace

@@ -68,6 +68,24 @@ TEST(ManifestFiles, areAcceptedWithoutBeingReadAsAWhole) {
   EXPECT_EQ(errorCodeOf([&] { return decoder.readSummaryIfValid("/nowhere", files); }), ENOENT);
 }
 
+TEST(ManifestFiles, areNotDiagnosedBeyondALength) {
+  const ScratchDirectory directory;
+  const PosixFileReader files;
+  ManifestDecoder decoder;
+  const std::string text = longManifest() + "x";
+  const std::string path = directory.write("manifest.json", text);
+  const auto verdict = [&](std::size_t maxLength) {
+    return verdictOf([&] { static_cast<void>(decoder.readSummary(path, files, maxLength)); });
+  };
+  EXPECT_EQ(verdict(text.size()),
+            "dataCorrupted at : Something follows the document's value.");
+  EXPECT_EQ(verdict(text.size() - 1),
+            "dataCorrupted at : The file is no valid manifest. It is too long to look for its "
+            "fault.");
+  const std::string valid = directory.write("valid.json", longManifest());
+  EXPECT_EQ(decoder.readSummary(valid, files, 1).entryCount, longCount);
+}
+
 TEST(ManifestFiles, areRefusedForTheSameReasonsAsDocuments) {
   const ScratchDirectory directory;
   const PosixFileReader realFiles;

@@ -39,7 +39,8 @@ bool isInNumbers(char byte) {
          std::string_view("+-.eE").find(byte) != std::string_view::npos;
 }
 
-/// Whether a token can begin with `text`. Only strings and numbers are long.
+/// Whether a token can begin with `text`, which has no end of a token outside of strings. Only
+/// strings and numbers are long.
 bool mayBeginToken(std::string_view text) {
   constexpr std::size_t shortLength = 4096;
   return text.size() < shortLength || text.front() == '"' || std::ranges::all_of(text, isInNumbers);
@@ -215,16 +216,16 @@ bool ChunkedDocument::findChunk(std::size_t maxLength, bool cutsStrings) {
     if (fault == TokenFault::unclosedString) {
       fault = findTokens(lastOpeningQuote(text()));
     }
+    if (fault != TokenFault::none || !mayTokenFollow()) {
+      return false;
+    }
     if (length_ > 0) {
-      return fault == TokenFault::none;
+      return true;
     }
     if (cutsStrings && *begin_ == '"') {
       if (const std::size_t length = cutString(); length != 0) {
         return findTokens(length) == TokenFault::none;
       }
-    }
-    if (!mayBeginToken({begin_, wantedLength_})) {
-      return false;
     }
     wantedLength_ *= 2;
   }
@@ -260,6 +261,16 @@ void ChunkedDocument::limitWindow(std::size_t maxLength) {
     throw std::length_error("a chunk of a document is too long");
   }
   wantedLength_ = maxLength;
+}
+
+/// Whether the rest of the window, after the chunk, may be the beginning of a token.
+bool ChunkedDocument::mayTokenFollow() {
+  restoreByteAfter();
+  const bool mayFollow = mayBeginToken({begin_ + length_, wantedLength_ - length_});
+  if (length_ > 0) {
+    begin_[length_] = '\0';
+  }
+  return mayFollow;
 }
 
 /// Closes the string that the window is part of. Returns the length up to there; 0 if the window is

@@ -19,7 +19,7 @@ inline constexpr std::size_t documentChunkLength = std::size_t{256} << 10;
 
 /// The most memory of a chunk of a stream, in bytes, in which each token counts as eight. Together
 /// with what a reader makes of the chunk, this is less than 60 MiB.
-inline constexpr std::size_t maxChunkMemory = std::size_t{40} << 20;
+inline constexpr std::size_t maxChunkMemory = std::size_t{32} << 20;
 
 /// The memory of a chunk, which is reused for the next document.
 struct ChunkBuffer {
@@ -89,6 +89,7 @@ class ChunkedDocument {
   bool findChunk(std::size_t maxLength, bool cutsStrings);
   TokenFault findTokens(std::size_t length);
   void limitWindow(std::size_t maxLength);
+  bool mayTokenFollow();
   std::size_t cutString();
   void leave(std::size_t unreadLength);
   void dropBlanksAtTheEnd(std::size_t unreadLength);

@@ -27,8 +27,7 @@ class MemberPredictor {
   /// that the members around it can be predicted, too.
   static constexpr std::size_t firstUnknown = none + 1;
 
-  /// The number of all these indexes.
-  static constexpr std::size_t indexCount = firstUnknown + 8;
+  static constexpr bool isUnknown(std::size_t member) { return member >= firstUnknown; }
 
   /// Takes the tokens before a value: the opening brace or a comma, the key, the colon. Returns the
   /// index of the member. `previous` is the index of the previous one, or `end` before the first.
@@ -88,7 +87,7 @@ class MemberPredictor {
   static std::size_t unknownField(std::string_view key) {
     const std::size_t mixed =
         key.empty() ? 0 : key.size() + static_cast<unsigned char>(key.back()) * std::size_t{3};
-    return firstUnknown + mixed % (indexCount - firstUnknown);
+    return firstUnknown + mixed % unknownCount;
   }
 
   /// Swaps the two if the secondary one has come in more than half of the records.
@@ -126,6 +125,10 @@ class MemberPredictor {
   /// Enough for a few records with new members, and a few more in another order.
   static constexpr int maxInRow = 8 * static_cast<int>(fieldCount<Record>);
   static constexpr int longPause = 16 * maxInRow;
+
+  /// More unknown keys than a record is likely to have.
+  static constexpr std::size_t unknownCount = 8;
+  static constexpr std::size_t indexCount = firstUnknown + unknownCount;
 
   static constexpr KeyTable<fieldCount<Record>> keyTable{fieldKeys<Record>};
 

@@ -8,6 +8,7 @@
 #include "json/streaming/TokenCursor.h"
 #include "json/streaming/ValueSkipper.h"
 
+#include <bit>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -23,23 +24,22 @@ namespace velmora::internal {
 template <RecordWithFields Record>
 class PresentFields {
  public:
-  /// Adds a field. False if it is present already, and for an index that is no field's.
-  bool add(std::size_t index) {
-    const std::uint64_t field = std::uint64_t{1} << index;
-    const bool isNew = (fields_ & field) == 0;
-    fields_ |= field;
-    return isNew;
+  void add(std::size_t index) {
+    fields_ |= std::uint64_t{1} << index;
+    ++additionCount_;
   }
 
   [[nodiscard]] bool has(std::size_t index) const { return (fields_ >> index & 1) != 0; }
 
-  /// Makes the other fields absent. False if one of them is required.
+  /// Makes the other fields absent. False if one of them is required, or if a field was added
+  /// twice.
   [[nodiscard]] bool finish(Record& record) const {
-    return resetAbsent(record, std::make_index_sequence<fieldCount<Record>>());
+    return std::cmp_equal(std::popcount(fields_), additionCount_) &&
+           resetAbsent(record, std::make_index_sequence<fieldCount<Record>>());
   }
 
  private:
-  static_assert(MemberPredictor<Record>::indexCount <= 64);
+  static_assert(fieldCount<Record> < 64);
 
   template <std::size_t... indexes>
   bool resetAbsent(Record& record, std::index_sequence<indexes...>) const {
@@ -72,22 +72,25 @@ class PresentFields {
       },
       RecordFields<Record>::list);
 
-  /// The indexes that are no field's count as present, so that one test finds both kinds of
-  /// members that are passed over.
-  std::uint64_t fields_ = ~std::uint64_t{0} << fieldCount<Record>;
+  std::uint64_t fields_ = 0;
+  std::uint64_t additionCount_ = 0;
 };
 
 /// Reads records of these types, lists and optionals of them, and the values that a TokenCursor
 /// takes. Other headers add types by a `quickTake(TokenCursor&, Value&)` in this namespace. Learns
 /// the order of keys. Each function returns false when it refuses the text, and when the text ends
-/// before the value. `outerDepth` is the number of arrays and objects around the value.
+/// before the value.
 template <RecordWithFields... Records>
 class StreamingRecordReader {
  public:
+  /// To be called before each value that is not part of another one. `outerDepth` is the number of
+  /// arrays and objects around it.
+  void setDepth(std::size_t outerDepth) { depth_ = outerDepth; }
+
   template <class Value>
-  bool read(TokenCursor& tokens, Value& value, std::size_t outerDepth) {
+  bool read(TokenCursor& tokens, Value& value) {
     if constexpr ((std::same_as<Value, Records> || ...)) {
-      return readRecord(tokens, value, outerDepth);
+      return readRecord(tokens, value);
     } else if constexpr (requires { quickTake(tokens, value); }) {
       return quickTake(tokens, value);
     } else if constexpr (requires { tokens.take(value); }) {
@@ -99,16 +102,16 @@ class StreamingRecordReader {
   }
 
   template <class Value>
-  bool read(TokenCursor& tokens, std::optional<Value>& value, std::size_t outerDepth) {
+  bool read(TokenCursor& tokens, std::optional<Value>& value) {
     if (tokens.isNext('n')) {
       value.reset();
       return tokens.takeNull();
     }
-    return read(tokens, value.emplace(), outerDepth);
+    return read(tokens, value.emplace());
   }
 
   template <class Element>
-  bool read(TokenCursor& tokens, std::vector<Element>& elements, std::size_t outerDepth) {
+  bool read(TokenCursor& tokens, std::vector<Element>& elements) {
     elements.clear();
     if (!tokens.take('[')) {
       return false;
@@ -116,11 +119,13 @@ class StreamingRecordReader {
     if (tokens.take(']')) {
       return true;
     }
+    ++depth_;
     do {
-      if (!read(tokens, elements.emplace_back(), outerDepth + 1)) {
+      if (!read(tokens, elements.emplace_back())) {
         return false;
       }
     } while (tokens.take(','));
+    --depth_;
     return tokens.take(']');
   }
 
@@ -132,15 +137,14 @@ class StreamingRecordReader {
 
   /// Reads the value of the field `index` alone; there may be no such field.
   template <RecordWithFields Record>
-  bool readField(TokenCursor& tokens, Record& record, std::size_t index, std::size_t outerDepth) {
-    return readFieldOf(tokens, record, index, outerDepth,
-                       std::make_index_sequence<fieldCount<Record>>());
+  bool readField(TokenCursor& tokens, Record& record, std::size_t index) {
+    return readFieldOf(tokens, record, index, std::make_index_sequence<fieldCount<Record>>());
   }
 
   /// Passes over a value. Not inlined into readRecord.
-  [[gnu::noinline]] bool skipValue(TokenCursor& tokens, std::size_t outerDepth) {
+  [[gnu::noinline]] bool skipValue(TokenCursor& tokens) {
     const std::size_t remaining = tokens.remaining();
-    skipper_.begin(outerDepth);
+    skipper_.begin(depth_);
     const ValueSkipper::Progress progress = skipper_.skip(tokens);
     if (progress == ValueSkipper::Progress::atEndOfChunk) {
       cutValueLength_ = remaining;
@@ -156,41 +160,75 @@ class StreamingRecordReader {
   [[nodiscard]] ValueSkipper& skipper() { return skipper_; }
 
  private:
-  /// Inlines its callees, because a call for each member costs too much.
+  /// Reads a record as if no key came twice, and again if that fails. Inlines its callees, because
+  /// a call for each member costs too much.
   template <RecordWithFields Record>
-  [[gnu::flatten, gnu::noinline]] bool readRecord(TokenCursor& tokens, Record& record,
-                                                  std::size_t outerDepth) {
+  [[gnu::flatten, gnu::noinline]] bool readRecord(TokenCursor& tokens, Record& record) {
     auto& members = std::get<MemberPredictor<Record>>(predictions_);
+    const TokenCursor::Position begin = tokens.save();
+    const std::size_t depth = ++depth_;
     PresentFields<Record> present;
     std::size_t field = members.take(tokens, members.end);
     while (true) {
-      if (present.add(field)) {
-        if (!readField(tokens, record, field, outerDepth + 1)) {
+      while (readField(tokens, record, field)) {
+        present.add(field);
+        field = members.take(tokens, field);
+      }
+      if (!members.isUnknown(field) || !skipValue(tokens)) {
+        break;
+      }
+      field = members.take(tokens, field);
+    }
+    const bool isAtBrace = field == members.end && tokens.take('}');
+    if (isAtBrace && present.finish(record)) {
+      --depth_;
+      return true;
+    }
+    if (!isAtBrace && tokens.atEnd()) {
+      return false;
+    }
+    tokens.restore(begin);
+    depth_ = depth;
+    return readFirstOfEach(tokens, record);
+  }
+
+  /// Reads a record of which a key may come twice: passes over all its values but the first.
+  template <RecordWithFields Record>
+  [[gnu::noinline]] bool readFirstOfEach(TokenCursor& tokens, Record& record) {
+    auto& members = std::get<MemberPredictor<Record>>(predictions_);
+    PresentFields<Record> present;
+    std::size_t field = members.take(tokens, members.end);
+    while (field != members.end && field != members.none) {
+      if (members.isUnknown(field) || present.has(field)) {
+        if (!skipValue(tokens)) {
           return false;
         }
-      } else if (field == members.end) {
-        return tokens.take('}') && present.finish(record);
-      } else if (field == members.none || !skipValue(tokens, outerDepth + 1)) {
+      } else if (readField(tokens, record, field)) {
+        present.add(field);
+      } else {
         return false;
       }
       field = members.take(tokens, field);
     }
+    --depth_;
+    return field == members.end && tokens.take('}') && present.finish(record);
   }
 
   template <class Record, std::size_t... indexes>
-  bool readFieldOf(TokenCursor& tokens, Record& record, std::size_t field, std::size_t outerDepth,
+  bool readFieldOf(TokenCursor& tokens, Record& record, std::size_t field,
                    std::index_sequence<indexes...>) {
     bool isRead = false;
     static_cast<void>(
         ((field == indexes &&
-          (isRead = read(tokens, record.*std::get<indexes>(RecordFields<Record>::list).member,
-                         outerDepth),
+          (isRead = read(tokens, record.*std::get<indexes>(RecordFields<Record>::list).member),
            true)) ||
          ...));
     return isRead;
   }
 
   std::tuple<MemberPredictor<Records>...> predictions_;
+  /// The number of arrays and objects around the value that is read.
+  std::size_t depth_ = 0;
   ValueSkipper skipper_;
   std::optional<std::size_t> cutValueLength_;
 };

@@ -80,6 +80,17 @@ class TokenCursor {
   /// Whether the next token begins with `byte`, which is not NUL.
   [[nodiscard]] bool isNext(char byte) const { return bytes_[*token_] == byte; }
 
+  /// A place to which the cursor can go back.
+  struct Position {
+    const std::uint32_t* token;
+    std::size_t nextBackslash;
+  };
+  [[nodiscard]] Position save() const { return {token_, nextBackslash_}; }
+  void restore(const Position& position) {
+    token_ = position.token;
+    nextBackslash_ = position.nextBackslash;
+  }
+
   /// The beginning of the next token, and the number of bytes from there to the end of the text.
   [[nodiscard]] const char* position() const { return bytes_ + *token_; }
   [[nodiscard]] std::size_t remaining() const { return size_ - *token_; }
@@ -180,8 +191,8 @@ class TokenCursor {
     return {position(), atEnd() ? 0 : endOfToken() - *token_};
   }
 
-  /// Takes a number in any form. None if it is no integer.
-  std::optional<ExactInteger> takeExactInteger();
+  /// Takes a number in any form. None if it is no integer. Not inlined, because it is rarely called.
+  [[gnu::noinline]] std::optional<ExactInteger> takeExactInteger();
 
   DecimalValue takeMagnitude(bool isNegative) {
     if (atEnd()) {

@@ -4,7 +4,7 @@
 #include "warpshared/reading/ManifestDecoding.h"
 
 #include "json/streaming/ChunkedDocument.h"
-#include "json/strict/JSONReader.h"
+#include "json/DecodingError.h"
 #include "platform/FileReader.h"
 #include "platform/PlatformError.h"
 #include "warpshared/reading/DiagnosingManifestReader.h"
@@ -123,17 +123,32 @@ class ManifestDecoder::Readers {
   }
 
   template <class Product>
-  void read(const Text& path, const FileReader& files, Product product) {
+  void read(const Text& path, const FileReader& files, std::size_t maxDiagnosedLength,
+            Product product) {
     if (accept(path, files, product)) {
       return;
     }
     // The memory of the first reader is not to lie beside the whole document.
     releaseMemoryOfLargeFile();
-    std::string bytes = files.read(path, maxSharedWarpManifestLength);
+    std::string bytes = readDiagnosedFile(path, files, maxDiagnosedLength);
     diagnose(bytes, product);
   }
 
  private:
+  static std::string readDiagnosedFile(const Text& path, const FileReader& files,
+                                       std::size_t maxLength) {
+    try {
+      return files.read(path, maxLength);
+    } catch (const PlatformError& error) {
+      if (error.code() != EFBIG || maxLength == maxSharedWarpManifestLength) {
+        throw;
+      }
+      throw DecodingError(DecodingErrorKind::dataCorrupted,
+                          "The file is no valid manifest. It is too long to look for its fault.",
+                          std::nullopt);
+    }
+  }
+
   /// Only memory that one file after the other can use is kept.
   void releaseMemoryOfLargeFile() {
     constexpr std::size_t largeFile = 16 * internal::documentChunkLength;
@@ -188,13 +203,14 @@ ManifestSummary ManifestDecoder::decodeSummary(std::string& bytes) {
 
 VelmoraWarpSharedManifest ManifestDecoder::read(const Text& path, const FileReader& files) {
   VelmoraWarpSharedManifest manifest;
-  readers_->read(path, files, WholeManifest(manifest));
+  readers_->read(path, files, maxSharedWarpManifestLength, WholeManifest(manifest));
   return manifest;
 }
 
-ManifestSummary ManifestDecoder::readSummary(const Text& path, const FileReader& files) {
+ManifestSummary ManifestDecoder::readSummary(const Text& path, const FileReader& files,
+                                             std::size_t maxDiagnosedLength) {
   ManifestSummary summary;
-  readers_->read(path, files, Summary(summary));
+  readers_->read(path, files, maxDiagnosedLength, Summary(summary));
   return summary;
 }
 

@@ -228,13 +228,13 @@ class StreamingParse {
   }
 
   bool readMember(TokenCursor& tokens) {
+    state_.reader.setDepth(memberDepth);
     const std::size_t field = state_.reader.template takeMemberStart<Manifest>(tokens, lastField_);
     if (field == MemberPredictor<Manifest>::none) {
       return false;
     }
-    if (presentFields_.has(field)) {
-      // An unknown key, or not the first one of several.
-      return state_.reader.skipValue(tokens, memberDepth) && endMember(tokens, field);
+    if (MemberPredictor<Manifest>::isUnknown(field) || presentFields_.has(field)) {
+      return state_.reader.skipValue(tokens) && endMember(tokens, field);
     }
     switch (field) {
       case entriesField:
@@ -244,8 +244,7 @@ class StreamingParse {
       case fieldIndex<Manifest, "rootMetadata">:
         return readRoot(tokens) && endKeptMember(tokens, field);
       default:
-        return state_.reader.readField(tokens, manifest_, field, memberDepth) &&
-               endKeptMember(tokens, field);
+        return state_.reader.readField(tokens, manifest_, field) && endKeptMember(tokens, field);
     }
   }
 
@@ -257,7 +256,9 @@ class StreamingParse {
     }
     place_ = isLast ? Place::afterManifest : Place::inManifest;
     lastField_ = field;
-    presentFields_.add(field);
+    if (!MemberPredictor<Manifest>::isUnknown(field) && !presentFields_.has(field)) {
+      presentFields_.add(field);
+    }
     isBroken_ = isLast && !presentFields_.finish(manifest_);
     return !isBroken_;
   }
@@ -273,13 +274,12 @@ class StreamingParse {
     return true;
   }
 
-  bool readEntry(TokenCursor& tokens, std::size_t outerDepth) {
-    return state_.reader.read(tokens, state_.entry, outerDepth) &&
-           satisfiesEntryRules(state_.entry);
+  bool readEntry(TokenCursor& tokens) {
+    return state_.reader.read(tokens, state_.entry) && satisfiesEntryRules(state_.entry);
   }
 
   bool readRoot(TokenCursor& tokens) {
-    if (!readEntry(tokens, memberDepth)) {
+    if (!readEntry(tokens)) {
       return false;
     }
     manifest_.rootMetadata = ownedEntry(state_.entry);
@@ -304,7 +304,8 @@ class StreamingParse {
   }
 
   bool readListedEntry(TokenCursor& tokens) {
-    if (!readEntry(tokens, elementDepth) || !endElement(tokens, entriesField)) {
+    state_.reader.setDepth(elementDepth);
+    if (!readEntry(tokens) || !endElement(tokens, entriesField)) {
       return false;
     }
     visitor_.entry(state_.entry);
@@ -333,7 +334,7 @@ class StreamingParse {
   }
 
   void requireFewPaths() const {
-    if (state_.entries.size() + state_.samples.size() + state_.primaryPaths.size() >
+    if (state_.entries.size() + state_.samples.size() + 2 * state_.primaryPaths.size() >
         maxStreamedPathCount) {
       throw std::length_error("a manifest has too many paths");
     }

@@ -20,8 +20,8 @@ inline constexpr std::size_t maxStreamedEntryLength = std::size_t{24} << 20;
 /// also the limit of all such members together.
 inline constexpr std::size_t maxStreamedMemberLength = std::size_t{8} << 20;
 
-/// The most entries, samples and hard links together.
-inline constexpr std::size_t maxStreamedPathCount = 3'000'000;
+/// The most entries, samples and hard links together. A hard link takes the memory of two others.
+inline constexpr std::size_t maxStreamedPathCount = 2'500'000;
 
 /// Accepts the documents that DiagnosingManifestReader accepts, with equal values, but takes less
 /// than 64 MiB of memory, whatever the document is. It is quickest with documents in which all

@@ -22,39 +22,46 @@ std::vector<std::string> manifestFileNames(const Text& mirrorPath, const FileRea
   return names;
 }
 
-/// Reads one file after the other into a mirror.
-class MirrorLoader {
- public:
-  MirrorLoader(const FileReader& files, const std::optional<std::vector<Text>>& warpIDs)
-      : files_(files) {
-    if (warpIDs.has_value()) {
-      search_.emplace(*warpIDs);
-    }
+/// Adds the file at `path` to a mirror. `read` returns its manifest, or none to leave it out.
+template <class Mirror, class Read>
+void load(Text path, Mirror& mirror, Read& read) {
+  decltype(read(path)) manifest;
+  try {
+    manifest = read(path);
+  } catch (const std::exception&) {
+    // Also without the memory for this one, the others may still be read.
+    mirror.refused.push_back({.filePath = std::move(path), .fault = std::current_exception()});
+    return;
   }
-
-  void load(Text path, ManifestMirror& mirror) {
-    std::optional<ManifestSummary> manifest;
-    try {
-      if (!search_.has_value() || search_->mayBeManifest(path, files_)) {
-        manifest = decoder_.readSummary(path, files_);
-      }
-    } catch (const std::exception&) {
-      // Also without the memory for this one, the others may still be read.
-      mirror.refused.push_back({.filePath = std::move(path), .fault = std::current_exception()});
-      return;
-    }
-    if (manifest.has_value()) {
-      mirror.manifests.push_back({.filePath = std::move(path), .manifest = *std::move(manifest)});
-    }
+  if (manifest.has_value()) {
+    mirror.manifests.push_back({.filePath = std::move(path), .manifest = *std::move(manifest)});
   }
+}
 
- private:
-  const FileReader& files_;
-  std::optional<WarpIDSearch> search_;
-  ManifestDecoder decoder_;
-};
-
-Date creationOf(const MirroredManifest& mirrored) { return mirrored.manifest.createdAt; }
+/// Reads one file of the mirror at `path` after the other.
+template <class Mirror, class Read>
+Mirror loadMirror(const Text& path, const FileReader& files, const MirrorProgress& progress,
+                  Read read) {
+  Mirror mirror;
+  std::vector<std::string> names;
+  try {
+    names = manifestFileNames(path, files);
+  } catch (const PlatformError&) {
+    mirror.fault = std::current_exception();
+  }
+  for (std::size_t readCount = 0; readCount < names.size(); ++readCount) {
+    if (progress) {
+      progress(readCount, names.size());
+    }
+    load(appendingPathComponent(path, names[readCount]), mirror, read);
+  }
+  if (progress) {
+    progress(names.size(), names.size());
+  }
+  std::ranges::stable_sort(mirror.manifests, std::ranges::greater(),
+                           [](const auto& mirrored) { return mirrored.manifest.createdAt; });
+  return mirror;
+}
 
 }  // namespace
 
@@ -71,26 +78,28 @@ ManifestMirror mirroredManifests(const Text& sharedWarpRoot, const FileReader& f
                                  const PathStandardizer& paths,
                                  const std::optional<std::vector<Text>>& warpIDs,
                                  const MirrorProgress& progress) {
-  const Text path = manifestMirrorPath(sharedWarpRoot, paths);
-  ManifestMirror mirror;
-  std::vector<std::string> names;
-  try {
-    names = manifestFileNames(path, files);
-  } catch (const PlatformError&) {
-    mirror.fault = std::current_exception();
+  std::optional<WarpIDSearch> search;
+  if (warpIDs.has_value()) {
+    search.emplace(*warpIDs);
   }
-  MirrorLoader loader(files, warpIDs);
-  for (std::size_t readCount = 0; readCount < names.size(); ++readCount) {
-    if (progress) {
-      progress(readCount, names.size());
-    }
-    loader.load(appendingPathComponent(path, names[readCount]), mirror);
-  }
-  if (progress) {
-    progress(names.size(), names.size());
-  }
-  std::ranges::stable_sort(mirror.manifests, std::ranges::greater(), creationOf);
-  return mirror;
+  ManifestDecoder decoder;
+  return loadMirror<ManifestMirror>(
+      manifestMirrorPath(sharedWarpRoot, paths), files, progress,
+      [&](const Text& path) -> std::optional<ManifestSummary> {
+        if (search.has_value() && !search->mayBeManifest(path, files)) {
+          return std::nullopt;
+        }
+        return decoder.readSummary(path, files);
+      });
+}
+
+WholeManifestMirror wholeMirroredManifests(const Text& sharedWarpRoot, const FileReader& files,
+                                           const PathStandardizer& paths,
+                                           const MirrorProgress& progress) {
+  ManifestDecoder decoder;
+  return loadMirror<WholeManifestMirror>(
+      manifestMirrorPath(sharedWarpRoot, paths), files, progress,
+      [&](const Text& path) { return std::optional(decoder.read(path, files)); });
 }
 
 }  // namespace velmora

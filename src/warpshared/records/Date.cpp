@@ -1,6 +1,5 @@
 #include "warpshared/records/Date.h"
 
-#include "json/EncodingError.h"
 #include "text/InternetDateTime.h"
 
 #include <chrono>

@@ -122,6 +122,7 @@ const std::vector<TextCase> texts = {
     {"cutCodePointAfterALineBreak", twoEntries + "\n\xE6\x97"},
     {"cutCodePointBeforeALineBreak", replaced("},{", "},\xE6\x97\n{")},
     {"cutCodePointInAPath", replaced("/a/x", "/a/x\xE6\x97")},
+    {"noDate", replaced("2025-03-01T12:00:00Z", "2025-03-01")},
     {"loneSurrogateForADate", replaced("\"2025-03-01T12:00:00Z\"", R"("\ud800")")},
     {"loneSurrogateAfterADate", replaced("12:00:00Z", R"(12:00:00Z\ud800)")},
     {"escapedDate", replaced("12:00:00Z", R"(12:00:00\u005a)"), true},

@@ -80,6 +80,7 @@ void WarpSharedEntries::read(std::size_t index, WarpSharedEntry<TextView>& entry
   unpack(bytes, entry);
 }
 
+// NOLINTBEGIN(readability-const-return-type): so that no assignment to a view compiles.
 WarpSharedEntries::const_reference WarpSharedEntries::operator[](std::size_t index) const {
   WarpSharedEntry<TextView> entry;
   read(index, entry);
@@ -89,6 +90,7 @@ WarpSharedEntries::const_reference WarpSharedEntries::operator[](std::size_t ind
 WarpSharedEntryIterator::reference WarpSharedEntryIterator::operator*() const {
   return (*entries_)[static_cast<std::size_t>(index_)];
 }
+// NOLINTEND(readability-const-return-type)
 
 bool operator==(const WarpSharedEntries& a, const WarpSharedEntries& b) {
   if (a.size() != b.size()) {

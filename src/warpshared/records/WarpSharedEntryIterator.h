@@ -42,6 +42,7 @@ class WarpSharedEntryIterator {
 
   reference operator*() const;
   Pointer operator->() const { return Pointer(*this); }
+  // NOLINTNEXTLINE(readability-const-return-type): so that no assignment to a view compiles.
   reference operator[](difference_type distance) const { return *(*this + distance); }
 
   WarpSharedEntryIterator& operator++() { return *this += 1; }

@@ -1,20 +1,5 @@
-# Finds the system libraries that the project needs. The message for a missing one names the Debian
-# package that contains it. The installed package includes this file, too.
-
-find_package(PkgConfig QUIET)
-if(NOT PKG_CONFIG_FOUND)
-  message(FATAL_ERROR "pkg-config is missing: install the package pkg-config")
-endif()
-
-# velmora_require_module(TARGET-NAME CONDITIONS DEBIAN-PACKAGE) finds a library by pkg-config, and
-# makes the target PkgConfig::TARGET-NAME.
-macro(velmora_require_module name module package)
-  pkg_check_modules(${name} QUIET IMPORTED_TARGET GLOBAL ${module})
-  if(NOT ${name}_FOUND)
-    string(REPLACE ";" ", " conditions "${module}")
-    message(FATAL_ERROR "${conditions} is missing: install the package ${package}")
-  endif()
-endmacro()
+# Finds all that a build of the project needs. The message for a missing library names the Debian
+# package that contains it.
 
 # velmora_require_package(CMAKE-PACKAGE DEBIAN-PACKAGE) finds a library by its CMake package.
 macro(velmora_require_package name package)
@@ -31,21 +16,45 @@ macro(velmora_require_found variable what package)
   endif()
 endmacro()
 
-find_package(Threads REQUIRED)
-velmora_require_module(UTF8PROC libutf8proc libutf8proc-dev)
-# Links the static library if there is one, so that each start loads one library less.
-find_library(VELMORA_UTF8PROC_ARCHIVE
-             ${CMAKE_STATIC_LIBRARY_PREFIX}utf8proc${CMAKE_STATIC_LIBRARY_SUFFIX}
-             HINTS ${UTF8PROC_LIBDIR})
-mark_as_advanced(VELMORA_UTF8PROC_ARCHIVE)
-if(VELMORA_UTF8PROC_ARCHIVE)
-  set_target_properties(PkgConfig::UTF8PROC PROPERTIES INTERFACE_LINK_LIBRARIES
-                                                       ${VELMORA_UTF8PROC_ARCHIVE})
+# The compiler may find the header of another installation than that of the library: it searches
+# /usr/local/include first. Such a program would build, and misread the library's tables.
+function(velmora_check_utf8proc_version)
+  try_run(
+    status is_linked
+    SOURCE_FROM_CONTENT utf8proc_version.cpp [[
+      #include <utf8proc.h>
+      #include <cstdio>
+      #include <string>
+      int main() {
+        const std::string header = std::to_string(UTF8PROC_VERSION_MAJOR) + "." +
+            std::to_string(UTF8PROC_VERSION_MINOR) + "." + std::to_string(UTF8PROC_VERSION_PATCH);
+        std::printf("its header is of version %s, its library of version %s", header.c_str(),
+                    utf8proc_version());
+        return header == utf8proc_version() ? 0 : 1;
+      }
+    ]]
+    NO_CACHE
+    LINK_LIBRARIES PkgConfig::VELMORA_UTF8PROC
+    COMPILE_OUTPUT_VARIABLE messages
+    RUN_OUTPUT_VARIABLE versions)
+  if(NOT is_linked)
+    message(FATAL_ERROR "A program that uses utf8proc cannot be built:\n${messages}")
+  endif()
+  if(NOT status STREQUAL "0")
+    message(FATAL_ERROR "utf8proc is installed twice: ${versions}. Remove one, or choose one by "
+                        "CPATH (its headers) and PKG_CONFIG_PATH (its pkgconfig folder).")
+  endif()
+endfunction()
+
+include(VelmoraLibraries)
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND PKG_CONFIG_FOUND)
+  velmora_find_module(GIO "gio-unix-2.0>=2.74" libglib2.0-dev)
 endif()
-velmora_require_module(XXHASH libxxhash libxxhash-dev)
-# TokenFinder.cpp uses the first stage of the parser, which the library does not document. So a new
-# major release must be tried before it is allowed here. (vcpkg.json and Brewfile repeat the range.)
-velmora_require_module(SIMDJSON "simdjson>=3.0.1;simdjson<5" libsimdjson-dev)
-if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
-  velmora_require_module(GIO "gio-unix-2.0>=2.74" libglib2.0-dev)
+if(VELMORA_MISSING_LIBRARIES)
+  list(JOIN VELMORA_MISSING_LIBRARIES "\n" reasons)
+  message(FATAL_ERROR "${reasons}")
+endif()
+# The version of a library for another system is known only there.
+if(NOT CMAKE_CROSSCOMPILING)
+  velmora_check_utf8proc_version()
 endif()

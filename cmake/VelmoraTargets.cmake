@@ -86,6 +86,7 @@ function(velmora_add_library name)
     return()
   endif()
   install(TARGETS ${target} EXPORT velmora-finder-actions COMPONENT development)
+  set_property(GLOBAL APPEND PROPERTY VELMORA_INSTALLED_LIBRARIES ${name})
   file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
   foreach(header IN LISTS arg_HEADERS)
     cmake_path(GET header PARENT_PATH room)
@@ -99,6 +100,8 @@ function(velmora_install_package)
   set(directory ${CMAKE_INSTALL_LIBDIR}/cmake/velmora-finder-actions)
   install(EXPORT velmora-finder-actions NAMESPACE velmora:: DESTINATION ${directory}
           COMPONENT development FILE velmora-finder-actions-targets.cmake)
+  get_property(components GLOBAL PROPERTY VELMORA_INSTALLED_LIBRARIES)
+  list(JOIN components ", " component_names)
   configure_package_config_file(
     ${PROJECT_SOURCE_DIR}/cmake/velmora-finder-actions-config.cmake.in
     ${PROJECT_BINARY_DIR}/velmora-finder-actions-config.cmake INSTALL_DESTINATION ${directory})
@@ -107,6 +110,6 @@ function(velmora_install_package)
     COMPATIBILITY SameMinorVersion)
   install(FILES ${PROJECT_BINARY_DIR}/velmora-finder-actions-config.cmake
                 ${PROJECT_BINARY_DIR}/velmora-finder-actions-config-version.cmake
-                ${PROJECT_SOURCE_DIR}/cmake/VelmoraDependencies.cmake
+                ${PROJECT_SOURCE_DIR}/cmake/VelmoraLibraries.cmake
           DESTINATION ${directory} COMPONENT development)
 endfunction()

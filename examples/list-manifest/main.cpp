@@ -17,8 +17,7 @@ int main(int argumentCount, char** arguments) {
   try {
     const velmora::VelmoraWarpSharedManifest manifest = decoder.read(arguments[1], files);
     std::cout << manifest.originalFolderPath.view() << "\n";
-    for (std::size_t index = 0; index < manifest.entries.size(); ++index) {
-      const velmora::WarpSharedEntry<velmora::TextView> entry = manifest.entries[index];
+    for (const auto& entry : manifest.entries) {
       std::cout << rawValue(entry.kind) << " " << entry.size << " " << entry.relativePath.view()
                 << "\n";
     }

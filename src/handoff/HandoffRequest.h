@@ -3,6 +3,7 @@
 #pragma once
 
 #include "handoff/FinderHandoffAction.h"
+#include "platform/PlatformError.h"
 #include "text/Text.h"
 
 #include <chrono>

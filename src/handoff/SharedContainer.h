@@ -1,6 +1,7 @@
 // The shared Warp root: the directory in which the extension and the application exchange files.
 #pragma once
 
+#include "platform/PlatformError.h"
 #include "text/FileURL.h"
 
 namespace velmora {

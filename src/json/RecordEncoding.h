@@ -2,13 +2,17 @@
 // fields left out.
 #pragma once
 
+#include "json/EncodingError.h"
 #include "json/JSONWriting.h"
 #include "json/RecordFields.h"
 #include "text/Text.h"
 
 #include <concepts>
+#include <cstddef>
 #include <optional>
+#include <ranges>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -21,8 +25,8 @@ struct JSONText {
   std::string utf8;
 };
 
-// Each `encode` appends a value. Other headers add types by an `encode` in this namespace. Texts
-// are UTF-8.
+// Each `encode` appends a value. It throws EncodingError for a value that it cannot write, such as
+// a text that is not UTF-8. Other headers add types by an `encode` in this namespace.
 
 template <std::integral Integer>
 void encode(JSONText& json, Integer integer) {
@@ -31,17 +35,43 @@ void encode(JSONText& json, Integer integer) {
 
 inline void encode(JSONText& json, bool boolean) { json.utf8 += boolean ? "true" : "false"; }
 
-inline void encode(JSONText& json, TextView text) { appendJSONString(json.utf8, text); }
+inline void encode(JSONText& json, TextView text) {
+  if (!isUTF8(text)) {
+    throw EncodingError("The text is not UTF-8.");
+  }
+  appendJSONString(json.utf8, text);
+}
+
+inline CodingKey codingKey(std::string_view key) { return std::string(key); }
+inline CodingKey codingKey(std::size_t index) { return index; }
+
+/// Appends the value of a key or an index, which becomes a step of the coding path of an error.
+template <class Place, class Value>
+void encodeAt(Place place, JSONText& json, const Value& value) {
+  try {
+    encode(json, value);
+  } catch (EncodingError& error) {
+    error.prependToCodingPath(codingKey(place));
+    throw;
+  }
+}
+
+/// Appends an array of the elements of a range.
+template <std::ranges::input_range Elements>
+void encodeArray(JSONText& json, const Elements& elements) {
+  char separator = '[';
+  std::size_t index = 0;
+  for (const auto& element : elements) {
+    json.utf8 += separator;
+    encodeAt(index++, json, element);
+    separator = ',';
+  }
+  json.utf8 += separator == '[' ? "[]" : "]";
+}
 
 template <class Element>
 void encode(JSONText& json, const std::vector<Element>& elements) {
-  char separator = '[';
-  for (const Element& element : elements) {
-    json.utf8 += separator;
-    encode(json, element);
-    separator = ',';
-  }
-  json.utf8 += elements.empty() ? "[]" : "]";
+  encodeArray(json, elements);
 }
 
 template <class Value>
@@ -70,7 +100,7 @@ void encode(JSONText& json, const Record& record) {
     json.utf8 += separator;
     appendJSONString(json.utf8, field.key);
     json.utf8 += ':';
-    encode(json, value);
+    encodeAt(field.key, json, value);
     separator = ',';
   };
   std::apply([&](const auto&... fields) { (encodeField(fields), ...); },
@@ -78,7 +108,7 @@ void encode(JSONText& json, const Record& record) {
   json.utf8 += separator == '{' ? "{}" : "}";
 }
 
-/// The JSON text of a value.
+/// The JSON text of a value. Throws EncodingError if a part of it cannot be written.
 template <class Value>
 [[nodiscard]] std::string encoded(const Value& value) {
   JSONText json;

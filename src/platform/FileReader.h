@@ -2,6 +2,8 @@
 // be of any kind and size, and may change during a call and between calls. Nothing is cached.
 #pragma once
 
+#include "platform/PlatformError.h"
+
 #include <cstddef>
 #include <limits>
 #include <memory>

@@ -1,6 +1,8 @@
 // Creates files and directories.
 #pragma once
 
+#include "platform/PlatformError.h"
+
 #include <string_view>
 
 namespace velmora {

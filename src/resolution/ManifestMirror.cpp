@@ -22,46 +22,52 @@ std::vector<std::string> manifestFileNames(const Text& mirrorPath, const FileRea
   return names;
 }
 
-/// Reads one file after the other into a mirror.
-class MirrorLoader {
- public:
-  MirrorLoader(const FileReader& files, RefusedFiles refusedFiles,
-               const std::optional<std::vector<Text>>& warpIDs)
-      : files_(files), refusedFiles_(refusedFiles) {
-    if (warpIDs.has_value()) {
-      search_.emplace(*warpIDs);
+/// Adds the file at `path` to a mirror. `read` returns its manifest; none if it is not valid.
+template <class Mirror, class Read>
+void load(Text path, Mirror& mirror, WarpIDSearch* search, const FileReader& files, Read& read) {
+  decltype(read(path)) manifest;
+  std::exception_ptr fault;
+  try {
+    if (search != nullptr && !search->mayBeManifest(path, files)) {
+      return;
     }
+    manifest = read(path);
+  } catch (const std::exception&) {
+    // Also without the memory for this one, the others may still be read.
+    fault = std::current_exception();
   }
-
-  void load(Text path, ManifestMirror& mirror) {
-    std::optional<ManifestSummary> manifest;
-    std::exception_ptr fault;
-    try {
-      if (search_.has_value() && !search_->mayBeManifest(path, files_)) {
-        return;
-      }
-      manifest = refusedFiles_ == RefusedFiles::diagnosed
-                     ? std::optional(decoder_.readSummary(path, files_, maxDiagnosedManifestLength))
-                     : decoder_.readSummaryIfValid(path, files_);
-    } catch (const std::exception&) {
-      // Also without the memory for this one, the others may still be read.
-      fault = std::current_exception();
-    }
-    if (manifest.has_value()) {
-      mirror.manifests.push_back({.filePath = std::move(path), .manifest = *std::move(manifest)});
-    } else {
-      mirror.refused.push_back({.filePath = std::move(path), .fault = std::move(fault)});
-    }
+  if (manifest.has_value()) {
+    mirror.manifests.push_back({.filePath = std::move(path), .manifest = *std::move(manifest)});
+  } else {
+    mirror.refused.push_back({.filePath = std::move(path), .fault = std::move(fault)});
   }
+}
 
- private:
-  const FileReader& files_;
-  const RefusedFiles refusedFiles_;
-  std::optional<WarpIDSearch> search_;
-  ManifestDecoder decoder_;
-};
-
-Date creationOf(const MirroredManifest& mirrored) { return mirrored.manifest.createdAt; }
+/// Reads one file of the mirror at `path` after the other, but those that `search` excludes, if
+/// there is a search.
+template <class Mirror, class Read>
+Mirror loadMirror(const Text& path, const FileReader& files, WarpIDSearch* search,
+                  const MirrorProgress& progress, Read read) {
+  Mirror mirror;
+  std::vector<std::string> names;
+  try {
+    names = manifestFileNames(path, files);
+  } catch (const PlatformError&) {
+    mirror.fault = std::current_exception();
+  }
+  for (std::size_t readCount = 0; readCount < names.size(); ++readCount) {
+    if (progress) {
+      progress(readCount, names.size());
+    }
+    load(appendingPathComponent(path, names[readCount]), mirror, search, files, read);
+  }
+  if (progress) {
+    progress(names.size(), names.size());
+  }
+  std::ranges::stable_sort(mirror.manifests, std::ranges::greater(),
+                           [](const auto& mirrored) { return mirrored.manifest.createdAt; });
+  return mirror;
+}
 
 }  // namespace
 
@@ -87,26 +93,27 @@ ManifestMirror mirroredManifests(const Text& sharedWarpRoot, const FileReader& f
                                  const PathStandardizer& paths, RefusedFiles refusedFiles,
                                  const std::optional<std::vector<Text>>& warpIDs,
                                  const MirrorProgress& progress) {
-  const Text path = manifestMirrorPath(sharedWarpRoot, paths);
-  ManifestMirror mirror;
-  std::vector<std::string> names;
-  try {
-    names = manifestFileNames(path, files);
-  } catch (const PlatformError&) {
-    mirror.fault = std::current_exception();
+  std::optional<WarpIDSearch> search;
+  if (warpIDs.has_value()) {
+    search.emplace(*warpIDs);
   }
-  MirrorLoader loader(files, refusedFiles, warpIDs);
-  for (std::size_t readCount = 0; readCount < names.size(); ++readCount) {
-    if (progress) {
-      progress(readCount, names.size());
-    }
-    loader.load(appendingPathComponent(path, names[readCount]), mirror);
-  }
-  if (progress) {
-    progress(names.size(), names.size());
-  }
-  std::ranges::stable_sort(mirror.manifests, std::ranges::greater(), creationOf);
-  return mirror;
+  ManifestDecoder decoder;
+  return loadMirror<ManifestMirror>(
+      manifestMirrorPath(sharedWarpRoot, paths), files, search.has_value() ? &*search : nullptr,
+      progress, [&](const Text& path) {
+        return refusedFiles == RefusedFiles::diagnosed
+                   ? std::optional(decoder.readSummary(path, files, maxDiagnosedManifestLength))
+                   : decoder.readSummaryIfValid(path, files);
+      });
+}
+
+WholeManifestMirror wholeMirroredManifests(const Text& sharedWarpRoot, const FileReader& files,
+                                           const PathStandardizer& paths,
+                                           const MirrorProgress& progress) {
+  ManifestDecoder decoder;
+  return loadMirror<WholeManifestMirror>(
+      manifestMirrorPath(sharedWarpRoot, paths), files, /*search=*/nullptr, progress,
+      [&](const Text& path) { return std::optional(decoder.read(path, files)); });
 }
 
 }  // namespace velmora

@@ -4,6 +4,7 @@
 
 #include "text/Text.h"
 #include "warpshared/reading/ManifestDecoding.h"
+#include "warpshared/records/VelmoraWarpSharedManifest.h"
 
 #include <cstddef>
 #include <exception>
@@ -54,6 +55,19 @@ enum class RefusedFiles {
 
 inline constexpr std::size_t maxDiagnosedManifestLength = std::size_t{64} << 20;
 
+/// A valid manifest of the mirror with all its entries.
+struct WholeMirroredManifest {
+  Text filePath;
+  VelmoraWarpSharedManifest manifest;
+};
+
+/// The content of the mirror with all entries of its manifests. As ManifestMirror.
+struct WholeManifestMirror {
+  std::vector<WholeMirroredManifest> manifests;
+  std::vector<RefusedManifest> refused;
+  std::exception_ptr fault;
+};
+
 /// Called before the first file and after each one.
 using MirrorProgress = std::function<void(std::size_t readCount, std::size_t fileCount)>;
 
@@ -77,5 +91,14 @@ using MirrorProgress = std::function<void(std::size_t readCount, std::size_t fil
                                                RefusedFiles refusedFiles,
                                                const std::optional<std::vector<Text>>& warpIDs = {},
                                                const MirrorProgress& progress = {});
+
+/// Reads the whole manifests of the mirror. All their entries are in memory at the end: about half
+/// as many bytes as their files have when written without blanks (docs/performance.md). A manifest
+/// that memory does not suffice for is refused. Otherwise as mirroredManifests. No program here
+/// calls it, because the actions need no entry.
+[[nodiscard]] WholeManifestMirror wholeMirroredManifests(const Text& sharedWarpRoot,
+                                                         const FileReader& files,
+                                                         const PathStandardizer& paths,
+                                                         const MirrorProgress& progress = {});
 
 }  // namespace velmora

@@ -33,8 +33,13 @@ class Requested {
   }
 
   void begin(const std::shared_ptr<FakeExtensionContext>& context) {
+    begin(context, fake.platform());
+  }
+
+  void begin(const std::shared_ptr<FakeExtensionContext>& context, const Platform& platform) {
     ends = context->ends;
-    beginRequest(context, fake.platform());
+    ends->journal = &fake.journal;
+    beginRequest(context, platform);
   }
 
   void serve(Providers providers) {
@@ -48,14 +53,14 @@ class Requested {
     EXPECT_TRUE(fake.logger.lines.empty());
   }
 
-  /// Expects one cancellation with this code and description, and nothing written, posted or
-  /// opened.
-  void expectCancelled(int code, const char* description) const {
+  /// Expects one cancellation with this code and description, after these events.
+  void expectCancelled(int code, const char* description, Journal events = {}) const {
     EXPECT_EQ(ends->completedCount, 0);
     EXPECT_EQ(ends->errors, (std::vector<RequestError>{{.domain = "io.tolvane.Velmora.FinderAction",
                                                         .code = code,
                                                         .localizedDescription = description}}));
-    EXPECT_TRUE(fake.journal.empty());
+    events.push_back("cancel " + std::to_string(code));
+    EXPECT_EQ(fake.journal, events);
   }
 
   void expectSelectionError() const {
@@ -64,7 +69,8 @@ class Requested {
   }
 
   void expectHandoffError(const std::string& description) const {
-    expectCancelled(2, "Velmora could not start this Warp action. Open Velmora and try again.");
+    expectCancelled(2, "Velmora could not start this Warp action. Open Velmora and try again.",
+                    {"log"});
     EXPECT_EQ(fake.logger.lines,
               std::vector<std::string>{"Velmora Finder Action handoff failed: " + description});
   }
@@ -82,7 +88,7 @@ TEST_F(RequestFlow, writesThenPostsThenOpensThenCompletes) {
   fake.mainQueue.runAll();
   expectCompleted();
   EXPECT_EQ(fake.journal, (Journal{"write " + requestPath, "post io.tolvane.Velmora.finderHandoff",
-                                   "open /Velmora"}));
+                                   "open /Velmora", "complete"}));
   EXPECT_EQ(fake.fileSystem.files[requestPath],
             "{\n  \"action\" : \"warpFolder\",\n  \"createdAt\" : \"1970-01-01T00:00:00Z\",\n"
             "  \"folderPaths\" : [\n    \"\\/b\",\n    \"\\/a\"\n  ]\n}");
@@ -190,7 +196,58 @@ TEST_F(RequestFlow, cancelsAFailedRestoreWithItsOwnMessage) {
   recordWarp(fake, "/a", "warp");
   fake.fileSystem.writeFailure = throwing(posixError(EIO));
   serve({answeringPath("/a")});
-  expectCancelled(2, "Velmora could not start this Restore action. Open Velmora and try again.");
+  expectCancelled(2, "Velmora could not start this Restore action. Open Velmora and try again.",
+                  {"log"});
+}
+
+/// Records when the action is asked for.
+class AskedBundle final : public ExtensionBundle {
+ public:
+  explicit AskedBundle(Journal& journal) : journal_(journal) {}
+
+  std::optional<Text> bundleIdentifier() const override {
+    journal_.emplace_back("action?");
+    return restoreIdentifier;
+  }
+  std::unique_ptr<LocalizationFolder> localizationFolder(std::string_view) const override {
+    return nullptr;
+  }
+
+ private:
+  Journal& journal_;
+};
+
+/// Records when the shared root is asked for.
+class AskedLocations final : public SharedLocations {
+ public:
+  AskedLocations(const SharedLocations& locations, Journal& journal)
+      : locations_(locations), journal_(journal) {}
+
+  std::optional<Text> groupContainer(std::string_view groupIdentifier) const override {
+    journal_.emplace_back("root?");
+    return locations_.groupContainer(groupIdentifier);
+  }
+  std::vector<Text> applicationSupportDirectories() const override {
+    return locations_.applicationSupportDirectories();
+  }
+
+ private:
+  const SharedLocations& locations_;
+  Journal& journal_;
+};
+
+TEST_F(RequestFlow, asksForTheActionAndThenForTheRootInBothSteps) {
+  recordWarp(fake, "/a", "warp");
+  const AskedBundle bundle(fake.journal);
+  const AskedLocations locations(fake.locations, fake.journal);
+  begin(contextWith({answeringPath("/a")}),
+        {bundle, fake.fileSystem, fake.fileSystem, fake.paths, locations, fake.defaults,
+         fake.languages, fake.notifications, fake.workspace, fake.mainQueue, fake.logger,
+         fake.clock, fake.identifiers});
+  fake.mainQueue.runAll();
+  EXPECT_EQ(fake.journal,
+            (Journal{"action?", "root?", "action?", "root?", "write " + requestPath,
+                     "post io.tolvane.Velmora.finderHandoff", "open /Velmora", "complete"}));
 }
 
 class FailingLanguages final : public PreferredLanguages {

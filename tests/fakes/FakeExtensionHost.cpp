@@ -52,12 +52,20 @@ FakeExtensionContext::~FakeExtensionContext() = default;
 
 std::vector<InputItem> FakeExtensionContext::inputItems() const { return items_; }
 
-void FakeExtensionContext::completeRequest() noexcept { ++ends->completedCount; }
+void FakeExtensionContext::completeRequest() noexcept {
+  ++ends->completedCount;
+  if (ends->journal != nullptr) {
+    ends->journal->emplace_back("complete");
+  }
+}
 
 void FakeExtensionContext::cancelRequest(const RequestError& error) noexcept {
   ++ends->cancelledCount;
   const std::lock_guard guard(ends->lock);
   ends->errors.push_back(error);
+  if (ends->journal != nullptr) {
+    ends->journal->push_back("cancel " + std::to_string(error.code));
+  }
 }
 
 std::shared_ptr<FakeExtensionContext> contextWith(

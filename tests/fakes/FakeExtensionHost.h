@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -60,6 +61,8 @@ struct RequestEnds {
   std::atomic<int> cancelledCount = 0;
   std::mutex lock;
   std::vector<RequestError> errors;
+  /// Events of other objects, too, if it is set: "complete", or "cancel" with the code.
+  std::vector<std::string>* journal = nullptr;
 
   int count() const { return completedCount + cancelledCount; }
 };

@@ -198,7 +198,10 @@ void FakeWorkspace::openApplication(const Text& location,
   journal_.push_back("open " + location.utf8());
 }
 
-void FakeLogger::log(std::string_view line) noexcept { lines.emplace_back(line); }
+void FakeLogger::log(std::string_view line) noexcept {
+  lines.emplace_back(line);
+  journal_.emplace_back("log");
+}
 
 std::chrono::system_clock::time_point FakeClock::now() const { return time; }
 

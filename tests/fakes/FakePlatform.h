@@ -153,9 +153,14 @@ class FakeWorkspace final : public Workspace {
 
 class FakeLogger final : public Logger {
  public:
+  explicit FakeLogger(Journal& journal) : journal_(journal) {}
+
   std::vector<std::string> lines;
 
   void log(std::string_view line) noexcept override;
+
+ private:
+  Journal& journal_;
 };
 
 class FakeClock final : public Clock {
@@ -192,7 +197,7 @@ struct FakePlatform {
   FakeNotificationCenter notifications{journal};
   FakeWorkspace workspace{journal};
   FakeMainQueue mainQueue;
-  FakeLogger logger;
+  FakeLogger logger{journal};
   FakeClock clock;
   FakeIdentifierSource identifiers;
 

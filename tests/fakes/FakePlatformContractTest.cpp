@@ -40,7 +40,8 @@ struct BundleAdapter {
 };
 
 struct LoggerAdapter {
-  FakeLogger fake;
+  Journal journal;
+  FakeLogger fake{journal};
 
   Logger& logger() { return fake; }
   std::vector<std::string> lines() { return fake.lines; }

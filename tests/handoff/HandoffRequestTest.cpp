@@ -116,6 +116,11 @@ TEST_F(HandoffRequestWriting, raisesErrorsAndPostsNothing) {
   expectError(fileNoSuchFileErrorCode);
 }
 
+TEST_F(HandoffRequestWriting, createsTheDirectoryBeforeItEncodesTheRequest) {
+  expectError(EILSEQ, "/\xff");
+  EXPECT_TRUE(fake.fileSystem.isDirectory("/C/Warp/FinderHandoff"));
+}
+
 using std::chrono::sys_days;
 using std::chrono::sys_seconds;
 using namespace std::chrono_literals;

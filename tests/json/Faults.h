@@ -1,7 +1,8 @@
-// Describes the fault of a document in one line, so that a test can compare it.
+// Describes the fault of a document or of a value in one line, so that a test can compare it.
 #pragma once
 
 #include "json/DecodingError.h"
+#include "json/EncodingError.h"
 
 #include <cstddef>
 #include <string>
@@ -40,6 +41,18 @@ std::string faultOf(Action action) {
     action();
   } catch (const DecodingError& error) {
     return describe(error);
+  }
+  return "none";
+}
+
+/// The path and description of the EncodingError that `action` throws; "none" when it throws
+/// nothing.
+template <class Action>
+std::string encodingFaultOf(Action action) {
+  try {
+    static_cast<void>(action());
+  } catch (const EncodingError& error) {
+    return joined(error.codingPath()) + ": " + error.what();
   }
   return "none";
 }

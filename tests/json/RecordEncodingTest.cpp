@@ -1,5 +1,6 @@
 #include "json/RecordEncoding.h"
 #include "json/strict/RecordDecoding.h"
+#include "tests/json/Faults.h"
 #include "tests/json/ReadDocument.h"
 
 #include <gtest/gtest.h>
@@ -110,6 +111,17 @@ TEST(RecordEncodingTest, encodedRecordDecodesToItself) {
   expectToDecodeAsItself(Everything{});
   expectToDecodeAsItself(Optionals{});
   expectToDecodeAsItself(Optionals{.first = true, .second = std::nullopt, .third = {{"", "\n"}}});
+}
+
+TEST(RecordEncodingTest, textsThatAreNotUTF8AreRefusedWithTheirPath) {
+  constexpr const char* notUTF8[] = {"\xFF", "a\xC3", "\xE6\x97", "\xED\xA0\x80", "\xC0\xAF"};
+  for (const char* const text : notUTF8) {
+    EXPECT_EQ(encodingFaultOf([&] { return encoded(Text(text)); }), ": The text is not UTF-8.");
+    std::vector<Optionals> records(2);
+    records[1].third = {"", text};
+    EXPECT_EQ(encodingFaultOf([&] { return encoded(records); }),
+              "1.third.1: The text is not UTF-8.");
+  }
 }
 
 TEST(RecordEncodingTest, valuesAreAppended) {

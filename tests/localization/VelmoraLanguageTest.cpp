@@ -54,11 +54,11 @@ TEST(LanguageForPreferredLanguage, isTheSupportedLanguageOfTheTag) {
       {brazilianPortuguese, {"pt-BR", "pt_BR", "pt-Latn-BR"}},
       {simplifiedChinese,
        {"zh", "zh-CN", "zh-SG", "zh-Hans", "zh_Hans_CN", "zh-Hans-HK", "zh-12ab", "zh-TW-Hans",
-        "zh--hans"}},
+        "zh--hans", "zh-han", "zh-hantx", "zh-han`", "zh-han{"}},
       {std::nullopt,
        {"pt", "pt-PT", "zh-TW", "zh-HK", "zh_MO", "zh-Hant-CN", "zh-Hant-TW", "zh-Latn",
-        "zh-12ab-TW", "zh-Hant-Hans", "zh-H\u212A", "zh-\u0301TW", "ｅｎ", "fr-FR", "eng", "",
-        "-_-"}}};
+        "zh-12ab-TW", "zh-Hanz", "zh-Aaaa", "zh-Hant-Hans", "zh-H\u212A", "zh-\u0301TW", "ｅｎ",
+        "fr-FR", "eng", "", "-_-"}}};
   for (const auto& [language, tags] : rows) {
     for (const std::string& tag : tags) {
       EXPECT_EQ(languageForPreferredLanguage(tag), language) << tag;

@@ -2,6 +2,7 @@
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/ProcessTest.h"
+#include "tests/process/Trace.h"
 #include "warpshared/writing/ManifestEncoding.h"
 
 namespace velmora::process {
@@ -57,6 +58,29 @@ TEST_F(WarpedFoldersTest, areCheckedWithoutChanges) {
   expectChecks(1, 0);
   std::filesystem::remove(marker);
   expectChecks(0, 1);
+}
+
+TEST_F(WarpedFoldersTest, areFoundWhenSignalsInterruptTheReading) {
+  // The leak checker does not work in a traced process.
+  command.environment["ASAN_OPTIONS"] += ":detect_leaks=0";
+  const std::filesystem::path trace = home.path() / "trace";
+  const auto checkWithFaults = [&](const std::vector<std::string>& injections) {
+    command.arguments =
+        tracingCommand(trace, "?open,openat,?stat,?fstat,?newfstatat,?statx,read", injections);
+    return run({VELMORA_TEST_PROGRAM, "--check", "--restore", folder}).exitStatus;
+  };
+  ASSERT_EQ(checkWithFaults({}), 0);
+  std::size_t count = 0;
+  for (const TracedCall& call : callsIn(trace)) {
+    if (call.text.find(".json") != std::string::npos) {
+      SCOPED_TRACE(call.text);
+      EXPECT_EQ(
+          checkWithFaults({call.name + ":error=EINTR:when=" + std::to_string(call.occurrence)}), 0);
+      EXPECT_EQ(injectedFaults(trace), 1);
+      ++count;
+    }
+  }
+  EXPECT_GT(count, 10);
 }
 
 }  // namespace

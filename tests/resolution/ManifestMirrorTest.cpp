@@ -64,6 +64,33 @@ TEST_F(Mirror, readsTheManifestsUnderTheStandardisedRoot) {
   EXPECT_EQ(manifests[0].manifest.entryCount, 1);
 }
 
+TEST_F(Mirror, readsWholeManifestsOnRequest) {
+  VelmoraWarpSharedManifest older = manifestOf("/a", "older");
+  older.entries.append(entryOf("/a/b"));
+  older.verificationSampleRelativePaths = {"/a/b"};
+  VelmoraWarpSharedManifest newer = manifestOf("/c", "newer");
+  newer.createdAt = {.secondsSinceReferenceDate = 1};
+  add("a.json", older);
+  add("b.json", newer);
+  fake.fileSystem.files[pathOf("broken.json")] = "{";
+  fake.fileSystem.files[pathOf("other")] = "{";
+  std::size_t stepCount = 0;
+  const auto count = [&](std::size_t, std::size_t) { ++stepCount; };
+  WholeManifestMirror mirror =
+      wholeMirroredManifests(recordedWarpRoot, fake.fileSystem, fake.paths, count);
+  ASSERT_EQ(mirror.manifests.size(), 2);
+  EXPECT_EQ(mirror.manifests[0].filePath, pathOf("b.json"));
+  EXPECT_EQ(mirror.manifests[0].manifest, newer);
+  EXPECT_EQ(mirror.manifests[1].filePath, pathOf("a.json"));
+  EXPECT_EQ(mirror.manifests[1].manifest, older);
+  ASSERT_EQ(mirror.refused.size(), 1);
+  EXPECT_EQ(mirror.refused[0].filePath, pathOf("broken.json"));
+  EXPECT_EQ(stepCount, 4);
+  mirror = wholeMirroredManifests("/none", fake.fileSystem, fake.paths);
+  EXPECT_TRUE(mirror.manifests.empty());
+  EXPECT_EQ(messageOf(mirror.fault), "No such file or directory");
+}
+
 TEST_F(Mirror, readsFilesByTheirExtensionAndNoSubdirectory) {
   fake.fileSystem.createDirectories(pathOf("inner"));
   for (const char* name :

@@ -105,6 +105,9 @@ class Rewriter {
     for (internal::JSONMembers rest(object); !rest.atEnd(); rest.advance()) {
       members.push_back({.key = rest.key(), .value = rest.value()});
     }
+    if (rewriting_.isSorted) {
+      std::ranges::stable_sort(members, {}, &Member::key);
+    }
     if (rewriting_.shuffleSeed.has_value()) {
       std::vector<Member> shuffled = members;
       std::ranges::shuffle(shuffled, random_);

@@ -2,8 +2,11 @@
 
 #include "json/DecodingError.h"
 #include "json/JSONWriting.h"
+#include "json/strict/JSONReader.h"
 #include "platform/PlatformError.h"
 #include "tests/support/AnsweredDocuments.h"
+#include "tests/support/JSONRewriting.h"
+#include "tests/warpshared/ManifestReadings.h"
 #include "warpshared/reading/DestroyedManifestIndexDecoding.h"
 #include "warpshared/reading/ManifestDecoding.h"
 #include "warpshared/writing/ManifestEncoding.h"
@@ -71,15 +74,65 @@ TEST(AnsweredDocuments, ofManifestsHaveTheirAnswersAndReadBackWhenEncoded) {
   EXPECT_EQ(validCount, 594);
 }
 
+std::string answerToIndex(std::string bytes) {
+  const VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
+  validateDestroyedManifestIndex(index);
+  return "{\"records\":" + std::to_string(index.records.size()) + '}';
+}
+
 TEST(AnsweredDocuments, ofIndexesHaveTheirAnswers) {
   const auto documents = readAnsweredDocuments("warpshared/index.jsonl");
   EXPECT_EQ(documents.size(), 209);
   for (const AnsweredDocument& document : documents) {
-    expectAnswer(document, [](std::string bytes) {
-      const VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
-      validateDestroyedManifestIndex(index);
-      return "{\"records\":" + std::to_string(index.records.size()) + '}';
-    });
+    expectAnswer(document, answerToIndex);
+  }
+}
+
+/// The content of a document, whatever its layout and the order of its keys.
+std::string contentOf(std::string document) {
+  JSONReader reader;
+  return rewritten(reader.read(document), {.isSorted = true});
+}
+
+// The JSON encoder of the application's platform wrote these documents, in all its forms and from
+// hostile texts and extreme numbers.
+TEST(WrittenDocuments, ofManifestsKeepTheirContentInBothReaders) {
+  const auto documents = readAnsweredDocuments("warpshared/writtenManifest.jsonl");
+  EXPECT_EQ(documents.size(), 72);
+  std::size_t streamedCount = 0;
+  ManifestDecoder decoder;
+  ManifestReaders readers;
+  for (const AnsweredDocument& document : documents) {
+    SCOPED_TRACE(document.name);
+    expectAnswer(document,
+                 [&](std::string bytes) { return answerOf(decoder.decodeSummary(bytes)); });
+    std::string bytes = document.bytes;
+    const ManifestReading streamed = readers.streamed(bytes, 500);
+    const ManifestReading diagnosed = readers.diagnosed(bytes);
+    ASSERT_TRUE(diagnosed.has_value());
+    EXPECT_EQ(contentOf(*diagnosed), contentOf(bytes));
+    if (streamed.has_value()) {
+      EXPECT_EQ(streamed, diagnosed);
+      ++streamedCount;
+    }
+    std::string again = *diagnosed;
+    EXPECT_EQ(decoder.decode(again), decoder.decode(bytes));
+  }
+  // In the others, a hard link leads to an entry without an identity.
+  EXPECT_EQ(streamedCount, 63);
+}
+
+TEST(WrittenDocuments, ofIndexesKeepTheirContent) {
+  const auto documents = readAnsweredDocuments("warpshared/writtenIndex.jsonl");
+  EXPECT_EQ(documents.size(), 36);
+  for (const AnsweredDocument& document : documents) {
+    SCOPED_TRACE(document.name);
+    expectAnswer(document, answerToIndex);
+    std::string bytes = document.bytes;
+    const VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
+    std::string again = encodeDestroyedManifestIndex(index);
+    EXPECT_EQ(contentOf(again), contentOf(document.bytes));
+    EXPECT_EQ(decodeDestroyedManifestIndex(again), index);
   }
 }
 

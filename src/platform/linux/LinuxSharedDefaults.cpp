@@ -17,6 +17,10 @@ namespace {
 constexpr std::size_t maxSettingsLength = 1024 * 1024;
 
 std::optional<Text> stringInKeyFile(std::string_view bytes, std::string_view key) {
+  // GLib would end a value at a NUL. Such a file is no text, and is refused as a whole.
+  if (bytes.find('\0') != std::string_view::npos) {
+    return std::nullopt;
+  }
   const GLibPointer<GKeyFile> file(glib().g_key_file_new());
   if (!glib().g_key_file_load_from_data(file.get(), bytes.data(), bytes.size(), G_KEY_FILE_NONE,
                                         nullptr)) {

@@ -47,7 +47,7 @@ FileDescriptor openToRead(const std::string& path, int flags) {
 /// The length that a regular file claims to have. Throws EISDIR or EINVAL for another kind of file.
 std::uintmax_t claimedLength(const FileDescriptor& file) {
   struct stat status {};
-  if (::fstat(file.get(), &status) != 0) {
+  if (retryingInterrupted([&] { return ::fstat(file.get(), &status); }) != 0) {
     throw posixError(errno);
   }
   if (!S_ISREG(status.st_mode)) {

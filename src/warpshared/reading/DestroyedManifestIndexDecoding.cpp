@@ -2,9 +2,7 @@
 
 #include "json/strict/JSONReader.h"
 #include "json/strict/RecordDecoding.h"
-#include "platform/FileReader.h"
 #include "platform/PathStandardizer.h"
-#include "platform/PlatformError.h"
 #include "text/CanonicalTextSet.h"
 #include "text/LexicalPath.h"
 #include "warpshared/records/FieldCodecs.h"

@@ -1,6 +1,9 @@
 // Reads the index of destroyed manifests.
 #pragma once
 
+#include "json/DecodingError.h"
+#include "platform/FileReader.h"
+#include "platform/PlatformError.h"
 #include "text/Text.h"
 #include "warpshared/records/DestroyedManifestIndex.h"
 
@@ -10,7 +13,6 @@
 
 namespace velmora {
 
-class FileReader;
 class PathStandardizer;
 
 /// The longest index that is read, in bytes. (A megabyte is enough for some thousand records.)

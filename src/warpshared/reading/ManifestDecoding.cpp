@@ -4,9 +4,6 @@
 #include "warpshared/reading/ManifestDecoding.h"
 
 #include "json/streaming/ChunkedDocument.h"
-#include "json/DecodingError.h"
-#include "platform/FileReader.h"
-#include "platform/PlatformError.h"
 #include "warpshared/reading/DiagnosingManifestReader.h"
 #include "warpshared/reading/StreamingManifestReader.h"
 

@@ -1,6 +1,9 @@
 // Reads shared Warp manifests, strictly: there is no way to a value that skipped a check.
 #pragma once
 
+#include "json/DecodingError.h"
+#include "platform/FileReader.h"
+#include "platform/PlatformError.h"
 #include "text/Text.h"
 #include "warpshared/records/Date.h"
 #include "warpshared/records/VelmoraWarpSharedManifest.h"
@@ -11,8 +14,6 @@
 #include <string>
 
 namespace velmora {
-
-class FileReader;
 
 /// The longest manifest that is read, in bytes. (A gigabyte holds a million entries.)
 inline constexpr std::size_t maxSharedWarpManifestLength = (std::size_t{1} << 31) - 1;

@@ -20,6 +20,29 @@ constexpr sys_days referenceDay = std::chrono::year(2001) / std::chrono::January
 
 constexpr minutes maxOffset = hours(23) + minutes(59);
 
+constexpr Date dateOf(sys_seconds instant) {
+  return {static_cast<double>((instant - referenceDay).count())};
+}
+
+// The first and the last date that a text can have.
+constexpr Date firstDate =
+    dateOf(sys_days(std::chrono::year(0) / std::chrono::January / 1) - maxOffset);
+constexpr Date lastDate =
+    dateOf(sys_days(std::chrono::year(10000) / std::chrono::January / 1) - seconds(1) + maxOffset);
+
+sys_seconds instantOf(const Date& date) {
+  // The comparison also fails for NaN. Elsewhere the conversion to an integer would be undefined.
+  if (!(firstDate <= date && date <= lastDate)) {
+    throw EncodingError("The date is not in the years 0000 to 9999 of any time zone.");
+  }
+  const auto count = static_cast<seconds::rep>(date.secondsSinceReferenceDate);
+  const sys_seconds instant = referenceDay + seconds(count);
+  if (dateOf(instant) != date) {
+    throw EncodingError("The date has a fraction of a second.");
+  }
+  return instant;
+}
+
 /// The offset in which the year has four digits.
 minutes offsetFor(sys_seconds instant) {
   const int year =
@@ -36,15 +59,11 @@ bool isFinite(const Date& date) { return std::isfinite(date.secondsSinceReferenc
 
 std::optional<Date> parseInternetDateTime(std::string_view text) {
   const std::optional<sys_seconds> instant = internal::parseInternetDateTime(text);
-  if (!instant.has_value()) {
-    return std::nullopt;
-  }
-  return Date{static_cast<double>((*instant - referenceDay).count())};
+  return instant.has_value() ? std::optional(dateOf(*instant)) : std::nullopt;
 }
 
 std::string internetDateTime(const Date& date) {
-  const sys_seconds instant =
-      referenceDay + seconds(static_cast<seconds::rep>(date.secondsSinceReferenceDate));
+  const sys_seconds instant = instantOf(date);
   return internal::formatInternetDateTime(instant, offsetFor(instant));
 }
 

@@ -1,6 +1,8 @@
 // Instants of time in files.
 #pragma once
 
+#include "json/EncodingError.h"
+
 #include <compare>
 #include <optional>
 #include <string>
@@ -29,8 +31,10 @@ struct Date {
 
 /// `date` in the internet date-time format, in UTC with "Z". If its year in UTC is outside 0000 to
 /// 9999, the offset is +23:59 or -23:59 instead, so that each text reads back as the same date.
-/// `date` must be one that parseInternetDateTime can return: whole seconds from
-/// 0000-01-01T00:00:00+23:59 to 9999-12-31T23:59:59-23:59.
+///
+/// Throws EncodingError for a date that no text reads back as: one that is
+/// not finite, that has a fraction of a second, or that is before 0000-01-01T00:00:00+23:59 or
+/// after 9999-12-31T23:59:59-23:59.
 [[nodiscard]] std::string internetDateTime(const Date& date);
 
 }  // namespace velmora

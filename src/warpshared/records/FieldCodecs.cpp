@@ -31,4 +31,6 @@ void refuseWord(JSONValue value) {
   refuseData(value, "The text is none of the words that may stand here.");
 }
 
+void refuseNumberOfWord() { throw EncodingError("The value is none of its enumeration."); }
+
 }  // namespace velmora::internal

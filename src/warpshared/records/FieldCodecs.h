@@ -9,6 +9,7 @@
 #include "warpshared/records/Enumerations.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 namespace velmora::internal {
@@ -16,6 +17,7 @@ namespace velmora::internal {
 /// A text in the internet date-time format; dataCorrupted for any other.
 void decode(JSONValue value, Date& date);
 
+/// Throws EncodingError as internetDateTime (Date.h) does.
 void encode(JSONText& json, const Date& date);
 
 /// For StreamingRecordReader. False when it gives up.
@@ -34,6 +36,7 @@ bool quickTake(TokenCursor& tokens, Enumeration& enumeration) {
 }
 
 [[noreturn]] void refuseWord(JSONValue value);
+[[noreturn]] void refuseNumberOfWord();
 
 /// One of the texts of the enumeration, byte for byte; dataCorrupted for any other text.
 template <EnumerationWithRawValues Enumeration>
@@ -49,6 +52,9 @@ void decode(JSONValue value, Enumeration& enumeration) {
 
 template <EnumerationWithRawValues Enumeration>
 void encode(JSONText& json, Enumeration enumeration) {
+  if (static_cast<std::size_t>(enumeration) >= EnumNames<Enumeration>::list.size()) {
+    refuseNumberOfWord();
+  }
   appendJSONString(json.utf8, rawValue(enumeration));
 }
 

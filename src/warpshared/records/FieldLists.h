@@ -88,6 +88,9 @@ struct RecordFields<WarpSharedEntry<String>> {
 };
 
 template <>
+struct RecordFields<VelmoraWarpSharedEntry> : RecordFields<WarpSharedEntry<Text>> {};
+
+template <>
 struct RecordFields<VelmoraWarpSharedManifest> {
   using Manifest = VelmoraWarpSharedManifest;
   static constexpr std::tuple list{

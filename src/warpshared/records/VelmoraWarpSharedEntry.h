@@ -97,7 +97,9 @@ struct WarpSharedEntry {
 
 using VelmoraWarpSharedPayloadPart = WarpSharedPayloadPart<Text>;
 using VelmoraWarpSharedExtendedAttribute = WarpSharedExtendedAttribute<Text>;
-using VelmoraWarpSharedEntry = WarpSharedEntry<Text>;
+
+/// An entry that owns its texts. A struct and no alias, so that it can be declared before use.
+struct VelmoraWarpSharedEntry : WarpSharedEntry<Text> {};
 
 /// A copy that owns its texts. Throws std::bad_alloc.
 [[nodiscard]] VelmoraWarpSharedEntry ownedEntry(const WarpSharedEntry<TextView>& entry);

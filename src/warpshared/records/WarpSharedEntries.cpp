@@ -45,7 +45,7 @@ void WarpSharedEntries::appendPacked(const Entry& entry) {
 
 void WarpSharedEntries::append(const WarpSharedEntry<TextView>& entry) { appendPacked(entry); }
 
-void WarpSharedEntries::append(const VelmoraWarpSharedEntry& entry) { appendPacked(entry); }
+void WarpSharedEntries::append(const WarpSharedEntry<Text>& entry) { appendPacked(entry); }
 
 WarpSharedEntries::Chunk& WarpSharedEntries::chunkWithRoom(std::size_t size) {
   std::size_t capacity = smallestChunk;
@@ -80,11 +80,17 @@ void WarpSharedEntries::read(std::size_t index, WarpSharedEntry<TextView>& entry
   unpack(bytes, entry);
 }
 
-WarpSharedEntry<TextView> WarpSharedEntries::operator[](std::size_t index) const {
+// NOLINTBEGIN(readability-const-return-type): so that no assignment to a view compiles.
+WarpSharedEntries::const_reference WarpSharedEntries::operator[](std::size_t index) const {
   WarpSharedEntry<TextView> entry;
   read(index, entry);
   return entry;
 }
+
+WarpSharedEntryIterator::reference WarpSharedEntryIterator::operator*() const {
+  return (*entries_)[static_cast<std::size_t>(index_)];
+}
+// NOLINTEND(readability-const-return-type)
 
 bool operator==(const WarpSharedEntries& a, const WarpSharedEntries& b) {
   if (a.size() != b.size()) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "warpshared/records/VelmoraWarpSharedEntry.h"
+#include "warpshared/records/WarpSharedEntryIterator.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,12 +16,20 @@ namespace velmora {
 /// A list of entries, which is a plain value. Entries are packed into chunks of memory: no entry
 /// has an allocation of its own, and none is moved when others are appended.
 ///
-/// Entries are read as views. The texts of a view become invalid when the list is assigned to,
-/// cleared or destroyed. They stay valid when entries are appended and when the list is moved.
+/// Entries are read as views, which cannot be assigned to: a list changes only as a whole. The
+/// texts of a view become invalid when the list is assigned to, cleared or destroyed. They stay
+/// valid when entries are appended and when the list is moved.
 ///
 /// An operation that runs out of memory throws std::bad_alloc and leaves the list unchanged.
 class WarpSharedEntries {
  public:
+  // NOLINTBEGIN(readability-identifier-naming): the standard requires these names of containers.
+  using iterator = WarpSharedEntryIterator;
+  using const_iterator = iterator;
+  using value_type = iterator::value_type;
+  using const_reference = iterator::reference;
+  // NOLINTEND(readability-identifier-naming)
+
   WarpSharedEntries() = default;
   WarpSharedEntries(const WarpSharedEntries& other);
   WarpSharedEntries(WarpSharedEntries&& other) noexcept { swap(other); }
@@ -36,7 +45,7 @@ class WarpSharedEntries {
 
   /// Appends a copy of the entry with its texts.
   void append(const WarpSharedEntry<TextView>& entry);
-  void append(const VelmoraWarpSharedEntry& entry);
+  void append(const WarpSharedEntry<Text>& entry);
 
   /// Removes all entries, and keeps the memory for others.
   void clear();
@@ -44,10 +53,14 @@ class WarpSharedEntries {
   [[nodiscard]] std::size_t size() const { return positions_.size(); }
   [[nodiscard]] bool empty() const { return positions_.empty(); }
 
-  /// `index` is less than `size()`. Only an entry with lists allocates memory.
-  [[nodiscard]] WarpSharedEntry<TextView> operator[](std::size_t index) const;
+  [[nodiscard]] iterator begin() const { return {*this, 0}; }
+  [[nodiscard]] iterator end() const { return begin() + static_cast<std::ptrdiff_t>(size()); }
 
-  /// The same, and reuses the memory of `entry`, for loops. After an error, `entry` is invalid.
+  /// `index` is less than `size()`. Only an entry with lists allocates memory.
+  [[nodiscard]] const_reference operator[](std::size_t index) const;
+
+  /// The same, and reuses the memory of `entry`, for long loops. After an error, `entry` is
+  /// invalid.
   void read(std::size_t index, WarpSharedEntry<TextView>& entry) const;
 
   /// Whether both have equal entries in the same order.

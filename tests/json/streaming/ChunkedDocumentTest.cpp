@@ -127,6 +127,8 @@ const std::vector<ChunksCase> documents = {
     {"backslashBeforeALineBreak", "[1,\\\n\"a\"\n]"},
     {"notUTF8", "[\n\"\xFF\"\n]", false},
     {"notUTF8AtTheEnd", repeated("1\n", 200) + "\xC3", false},
+    {"cutCodePointAtTheEnd", repeated("1\n", 200) + "\xE6\x97", false},
+    {"cutCodePointBeforeALineBreak", "[" + repeated("1,\n", 30) + "\xE6\x97\n1]", false},
     {"notUTF8OverALineBreak", "[\"\",\xC3\n\xA9]", false},
     {"notUTF8OverACut", repeated("{\"a\":1},", 30) + "\xE2\x82},{\"a\":1},\xAC", false},
     {"noEndOfAString", "[1,\n2,\n\"a", false},

@@ -17,6 +17,8 @@
 namespace velmora {
 namespace {
 
+using std::string_literals::operator""s;
+
 std::string settingsFile(std::string_view suite) { return std::string(suite) + "/defaults.conf"; }
 
 class LinuxDefaultsAdapter {
@@ -79,6 +81,10 @@ TEST(LinuxSharedDefaultsTest, readsTheFormatOfSettings) {
       {"noGroup", "Language.v1=ja\n", std::nullopt},
       {"unknownEscape", "[Defaults]\nLanguage.v1=a\\qb\n", std::nullopt},
       {"valueNotUTF8", "[Defaults]\nLanguage.v1=a\xFF\n", std::nullopt},
+      {"NULAfterTheValue", "[Defaults]\nLanguage.v1=ja\0\n"s, std::nullopt},
+      {"NULInTheValue", "[Defaults]\nLanguage.v1=ja\0x\n"s, std::nullopt},
+      {"NULAfterTheLastValue", "[Defaults]\nLanguage.v1=ja\0"s, std::nullopt},
+      {"NULAfterAnotherLine", "[Defaults]\nLanguage.v1=ja\n# c\0\n"s, std::nullopt},
       {"byteOrderMark", "\xEF\xBB\xBF[Defaults]\nLanguage.v1=ja\n", std::nullopt},
       {"asLongAsTheLimit", settingsOfLength(1024 * 1024), "ja"},
       {"longerThanTheLimit", settingsOfLength(1024 * 1024 + 1), std::nullopt},

@@ -1,7 +1,9 @@
+#include "json/EncodingError.h"
 #include "warpshared/records/Date.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <random>
@@ -85,6 +87,32 @@ TEST(DateTest, refusesOtherTexts) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(parseInternetDateTime(row.text), std::nullopt);
   }
+}
+
+std::string refusalOf(double seconds) {
+  try {
+    return internetDateTime(Date{seconds});
+  } catch (const EncodingError& error) {
+    return error.what();
+  }
+}
+
+TEST(DateTest, writesNoDateThatNoTextReadsBackAs) {
+  using Limits = std::numeric_limits<double>;
+  constexpr double first = -63145612740;
+  constexpr double last = 252424079939;
+  for (const double seconds :
+       {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN(), -Limits::quiet_NaN(),
+        Limits::max(), Limits::lowest(), 0x1p63, -0x1p63, first - 1, last + 1,
+        std::nextafter(first, -Limits::max()), std::nextafter(last, Limits::max())}) {
+    EXPECT_EQ(refusalOf(seconds), "The date is not in the years 0000 to 9999 of any time zone.")
+        << seconds;
+  }
+  for (const double seconds :
+       {std::nextafter(first, 0), std::nextafter(last, 0), 0.5, -0.5, 1e-9, Limits::denorm_min()}) {
+    EXPECT_EQ(refusalOf(seconds), "The date has a fraction of a second.") << seconds;
+  }
+  EXPECT_EQ(refusalOf(-0.0), "2001-01-01T00:00:00Z");
 }
 
 TEST(DateTest, everyPrefixIsRefused) {

@@ -82,6 +82,16 @@ TEST(FieldCodecsTest, enumerationsAreWordsWithExactBytes) {
   expectItsWordsOnly<VelmoraPayloadNamespace>();
 }
 
+TEST(FieldCodecsTest, valuesWithoutATextAreNotWritten) {
+  EXPECT_EQ(encodingFaultOf([] { return encoded(Date{0.5}); }),
+            ": The date has a fraction of a second.");
+  for (const int number : {-1, 5, 255, 256}) {
+    EXPECT_EQ(
+        encodingFaultOf([&] { return encoded(static_cast<VelmoraWarpSharedStatus>(number)); }),
+        ": The value is none of its enumeration.");
+  }
+}
+
 TEST(FieldCodecsTest, wordsMayHaveEscapes) {
   EXPECT_EQ(decoded<VelmoraWarpSharedStatus>(R"("needs\u0041ttention")"),
             VelmoraWarpSharedStatus::needsAttention);

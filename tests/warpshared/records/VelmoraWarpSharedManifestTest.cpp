@@ -1,3 +1,4 @@
+#include "tests/json/Faults.h"
 #include "tests/warpshared/RecordsAtTheirEnds.h"
 #include "tests/warpshared/SharedWarpDocuments.h"
 #include "warpshared/records/FieldLists.h"
@@ -6,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 #include <tuple>
 
@@ -35,6 +37,23 @@ TEST(SharedManifest, readsBackWhenEncoded) {
   document["createdAt"] = "'0000-01-01T00:00:00+23:59'";
   const VelmoraWarpSharedManifest manifest = decodedManifest(document.text());
   EXPECT_EQ(decodedManifest(encodeManifest(manifest)), manifest);
+}
+
+TEST(SharedManifest, isNotWrittenWithAValueThatJSONCannotHold) {
+  VelmoraWarpSharedManifest manifest;
+  manifest.replacedAt = Date{std::numeric_limits<double>::quiet_NaN()};
+  EXPECT_EQ(encodingFaultOf([&] { return encodeManifest(manifest); }),
+            "replacedAt: The date is not in the years 0000 to 9999 of any time zone.");
+  manifest.replacedAt.reset();
+  manifest.entries.append(VelmoraWarpSharedEntry());
+  VelmoraWarpSharedEntry entry;
+  entry.payloadParts.emplace_back().key = "\xFF";
+  manifest.entries.append(entry);
+  EXPECT_EQ(encodingFaultOf([&] { return encodeManifest(manifest); }),
+            "entries.1.payloadParts.0.key: The text is not UTF-8.");
+  manifest.rootMetadata.kind = static_cast<VelmoraWarpSharedEntryKind>(3);
+  EXPECT_EQ(encodingFaultOf([&] { return encodeManifest(manifest); }),
+            "rootMetadata.kind: The value is none of its enumeration.");
 }
 
 /// Expects a record to be unequal after a change of any one field to its maximum.

@@ -9,11 +9,19 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <optional>
+#include <ranges>
 #include <string>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
+
+// As a user declares an entry before its use.
+namespace velmora {
+struct VelmoraWarpSharedEntry;
+}  // namespace velmora
 
 namespace velmora::internal {
 namespace {
@@ -54,11 +62,33 @@ WarpSharedEntries entriesAt(const std::vector<std::string>& paths) {
 
 std::vector<std::string> pathsOf(const WarpSharedEntries& entries) {
   std::vector<std::string> paths;
-  for (std::size_t index = 0; index < entries.size(); ++index) {
-    paths.emplace_back(entries[index].relativePath.view());
+  for (const auto& entry : entries) {
+    paths.emplace_back(entry.relativePath.view());
   }
   return paths;
 }
+
+/// Whether neither the result of an expression of this type nor a field of it can be assigned to.
+template <class Result>
+constexpr bool isReadOnly() {
+  const auto isFieldReadOnly = []<class Value>(const RecordField<EntryView, Value>&) {
+    using Field = decltype((std::declval<Result>().*std::declval<Value EntryView::*>()));
+    return !std::is_assignable_v<Field, Value>;
+  };
+  return !std::is_assignable_v<Result, EntryView> &&
+         std::apply([&](const auto&... fields) { return (isFieldReadOnly(fields) && ...); },
+                    RecordFields<EntryView>::list);
+}
+
+static_assert(isReadOnly<decltype(std::declval<WarpSharedEntries&>()[0])>());
+static_assert(isReadOnly<decltype(*std::declval<WarpSharedEntries&>().begin())>());
+static_assert(isReadOnly<decltype(std::declval<WarpSharedEntries&>().begin()[0])>());
+static_assert(
+    isReadOnly<decltype(*std::declval<WarpSharedEntryIterator::Pointer&>().operator->())>());
+static_assert(!isReadOnly<EntryView&>());
+
+static_assert(std::ranges::random_access_range<const WarpSharedEntries>);
+static_assert(std::ranges::sized_range<const WarpSharedEntries>);
 
 TEST(WarpSharedEntries, keepEveryFieldOfOwnedEntriesAndOfViews) {
   const std::vector<Entry> originals = entriesWithOneFieldAtAnEnd();
@@ -188,6 +218,47 @@ TEST(WarpSharedEntries, areEmptyAtFirstAndWhenCleared) {
   EXPECT_TRUE(entries.empty());
   entries.append(entryOf("/c"));
   EXPECT_EQ(pathsOf(entries), std::vector<std::string>{"/c"});
+}
+
+TEST(WarpSharedEntries, areReusedForAnEntryLongerThanAllChunks) {
+  WarpSharedEntries entries = entriesAt(manyPaths());
+  entries.clear();
+  const std::string path = '/' + std::string(3'000'000, 'x');
+  entries.append(entryOf(path));
+  entries.append(entryOf("/a"));
+  EXPECT_EQ(pathsOf(entries), (std::vector<std::string>{path, "/a"}));
+  EXPECT_EQ(pathsOf(WarpSharedEntries(entries)), pathsOf(entries));
+}
+
+TEST(WarpSharedEntries, arePassedOverInOrder) {
+  const WarpSharedEntries none;
+  EXPECT_EQ(none.begin(), none.end());
+  const std::vector<std::string> paths = manyPaths();
+  const WarpSharedEntries entries = entriesAt(paths);
+  EXPECT_EQ(pathsOf(entries), paths);
+  const auto found = std::ranges::find(entries, TextView(paths[7]), &EntryView::relativePath);
+  EXPECT_EQ(found - entries.begin(), 7);
+  EXPECT_EQ(found->relativePath, paths[7]);
+  EXPECT_EQ(std::ranges::find(entries, TextView("/none"), &EntryView::relativePath), entries.end());
+}
+
+TEST(WarpSharedEntries, areReachedByEachStepOfAnIterator) {
+  WarpSharedEntries entries = entriesAt({"/0", "/1", "/2"});
+  const WarpSharedEntries::iterator begin = entries.begin();
+  auto iterator = begin;
+  EXPECT_EQ(iterator++, begin);
+  EXPECT_EQ(iterator, begin + 1);
+  EXPECT_EQ(++iterator, 2 + begin);
+  EXPECT_EQ(iterator--, begin + 2);
+  EXPECT_EQ(iterator, (begin + 2) - 1);
+  EXPECT_EQ(--iterator, begin);
+  EXPECT_EQ(begin[2].relativePath, "/2");
+  EXPECT_EQ((iterator += 3), entries.end());
+  EXPECT_EQ((iterator -= 2)->relativePath, "/1");
+  EXPECT_LT(begin, iterator);
+  EXPECT_EQ(entries.end() - begin, 3);
+  entries.append(entryOf("/3"));
+  EXPECT_EQ(begin[3].relativePath, "/3");
 }
 
 TEST(WarpSharedEntries, areEqualWithEqualEntriesInOrder) {

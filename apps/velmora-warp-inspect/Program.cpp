@@ -10,6 +10,7 @@
 #include "common/Main.h"
 #include "extension/ActionKind.h"
 #include "platform/linux/Environment.h"
+#include "platform/linux/LimitedWriting.h"
 
 #include <unistd.h>
 
@@ -22,13 +23,8 @@ namespace velmora::inspect {
 
 namespace {
 
-/// Ignores a failure, because the exit status reports the result.
 void showOnStandardError(std::string_view bytes) {
-  try {
-    Output(STDERR_FILENO).write(bytes);
-  } catch (const OutputError&) {
-    return;
-  }
+  writeWithin(messageLimit, STDERR_FILENO, bytes);
 }
 
 class Program {

@@ -55,14 +55,24 @@ TEST_F(InspectOutputTest, outputClosedMidwayEndsItSoon) {
 
 TEST_F(InspectOutputTest, outputToAFullDeviceIsAnError) {
   command.arguments = {"sh", "-c", R"(exec "$0" "$@" >/dev/full)", VELMORA_TEST_INSPECT_PROGRAM};
-  expectCancelled(run({"doctor"}), 74,
-                  "velmora-warp-inspect: cannot write the answer: No space left on device\n");
+  for (const char* argument : {"doctor", "--help", "--version"}) {
+    expectCancelled(run({argument}), 74,
+                    "velmora-warp-inspect: cannot write the answer: No space left on device\n");
+  }
 }
 
-TEST_F(InspectOutputTest, missingStreamsMakeNoDifference) {
-  command.arguments = {"sh", "-c", R"(exec "$0" "$@" <&- >&- 2>&-)", VELMORA_TEST_INSPECT_PROGRAM};
-  EXPECT_EQ(run({"check", "missing"}).exitStatus, 1);
-  EXPECT_EQ(run({"check", "--files0-from=-"}).exitStatus, 0);
+TEST_F(InspectOutputTest, missingStreamIsAnErrorIfItIsUsed) {
+  const auto runWithout = [this](const char* streams, const std::vector<std::string>& arguments) {
+    command.arguments = {"sh", "-c", std::string(R"(exec "$0" "$@" )") + streams,
+                         VELMORA_TEST_INSPECT_PROGRAM};
+    return run(arguments);
+  };
+  expectCancelled(runWithout(">&-", {"list"}), 74,
+                  "velmora-warp-inspect: cannot write the answer: Bad file descriptor\n");
+  expectCancelled(runWithout("<&-", {"check", "--files0-from=-"}), 64,
+                  "velmora-warp-inspect: cannot read standard input: Bad file descriptor\n");
+  EXPECT_EQ(runWithout("<&- 2>&-", {"check", "missing"}).exitStatus, 1);
+  EXPECT_EQ(runWithout("<&- >&- 2>&-", {"check", "missing"}).exitStatus, 74);
 }
 
 TEST_F(InspectOutputTest, coloursAreForTerminalsThatAcceptThem) {

@@ -9,6 +9,7 @@
 #include "common/LinuxPlatform.h"
 #include "common/Main.h"
 #include "extension/ActionKind.h"
+#include "platform/ApplicationGroup.h"
 #include "platform/linux/Environment.h"
 #include "platform/linux/LimitedWriting.h"
 
@@ -79,6 +80,10 @@ class Program {
         platform_.references(),
         {.isContainerSetByEnvironment =
              [this] { return platform_.locations.groupContainerOfEnvironment().has_value(); },
+         .containerInDataHome =
+             [this] {
+               return platform_.locations.groupContainerInDataHome(applicationGroupIdentifier);
+             },
          .isBusReachable = [this] { return isBusReachable(); },
          .canHoldNewFiles = canHoldNewFiles});
     tell(diagnosis);
@@ -108,14 +113,12 @@ class Program {
 
   /// Warns if the data that the verdicts depend on is incomplete.
   static void warnOf(const ResolutionReport& resolution) {
-    const auto warn = [](const char* subject, const std::optional<Fault>& fault) {
-      if (fault.has_value()) {
-        complain(programName, std::string(subject) + ": " + toText(*fault));
-      }
-    };
-    warn("there is no shared Warp root", resolution.rootFault);
-    warn("the mirror cannot be listed", resolution.mirrorFault);
-    warn("the index of destroyed manifests cannot be used", resolution.indexFault);
+    for (const PlaceFault& unusable : placeFaultsIn(resolution)) {
+      std::string line(unusable.name);
+      unusable.path.has_value() ? line.append(" ").append(displayText(*unusable.path))
+                                : line.append(": ").append(noRootWords);
+      complain(programName, line.append(": ").append(toText(*unusable.fault)));
+    }
   }
 
   bool isBusReachable() {

@@ -83,8 +83,8 @@ void JSONObject::addNumber(std::string_view key, std::size_t value) {
   addJSON(key, std::to_string(value));
 }
 
-void JSONObject::addFlag(std::string_view key, bool value) {
-  addJSON(key, value ? "true" : "false");
+void JSONObject::addFlag(std::string_view key, std::optional<bool> value) {
+  addJSON(key, !value.has_value() ? "null" : *value ? "true" : "false");
 }
 
 void JSONObject::addJSON(std::string_view key, std::string_view json) {

@@ -1,6 +1,7 @@
 #include "common/Main.h"
 
 #include "common/CommandArguments.h"
+#include "common/DisplayText.h"
 #include "common/SelectedItems.h"
 #include "common/StandardStreams.h"
 #include "platform/PlatformError.h"
@@ -14,6 +15,7 @@
 #include <csignal>
 #include <cstddef>
 #include <exception>
+#include <new>
 
 namespace velmora {
 
@@ -40,8 +42,11 @@ int runMain(
       complain(program.name, std::string("cannot write the answer: ") + error.what());
     }
     return program.failureStatus;
+  } catch (const std::bad_alloc&) {
+    complain(program.name, "Cannot allocate memory");
+    return program.failureStatus;
   } catch (const std::exception& error) {
-    complain(program.name, error.what());
+    complain(program.name, displayText(error.what()));
     return program.failureStatus;
   }
 }

@@ -1,6 +1,7 @@
 #include "CheckCommand.h"
 
 #include "EnumTable.h"
+#include "common/DisplayText.h"
 #include "platform/FileReader.h"
 #include "warpshared/reading/DestroyedManifestIndexDecoding.h"
 

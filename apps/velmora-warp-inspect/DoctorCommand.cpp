@@ -1,6 +1,7 @@
 #include "DoctorCommand.h"
 
 #include "EnumTable.h"
+#include "common/DisplayText.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -2,6 +2,7 @@
 
 #include "EnumTable.h"
 #include "Presence.h"
+#include "common/DisplayText.h"
 #include "common/SelectedItems.h"
 #include "json/strict/JSONReader.h"
 #include "platform/PathStandardizer.h"

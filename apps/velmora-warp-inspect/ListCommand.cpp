@@ -1,5 +1,6 @@
 #include "ListCommand.h"
 
+#include "common/DisplayText.h"
 #include "text/Text.h"
 
 #include <cstddef>

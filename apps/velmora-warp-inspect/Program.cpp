@@ -6,6 +6,7 @@
 #include "ExplainCommand.h"
 #include "ListCommand.h"
 #include "Terminal.h"
+#include "common/DisplayText.h"
 #include "common/LinuxPlatform.h"
 #include "common/Main.h"
 #include "extension/ActionKind.h"

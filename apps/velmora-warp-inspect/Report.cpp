@@ -1,6 +1,7 @@
 #include "Report.h"
 
 #include "Terminal.h"
+#include "common/DisplayText.h"
 #include "json/JSONWriting.h"
 #include "json/strict/JSONReader.h"
 #include "platform/FileReader.h"

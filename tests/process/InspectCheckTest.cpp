@@ -89,7 +89,7 @@ TEST_F(InspectCheckTest, hostileNamesAndContentsAreEscaped) {
       "31m\xff.json";
   write(name, markerJSON("\x1b[2J\n\u009b\u202e\u202c"));
   EXPECT_EQ(inspect({"check", "--kind", "marker", name}, 0).output,
-            "valid    marker    a\\n\\u{1b}[2J\uFFFD31m\uFFFD.json\n"
+            "valid    marker    a\\n\\u{1b}[2J\\x9b31m\\xff.json\n"
             "         Warp \\u{1b}[2J\\n\\u{9b}\\u{202e}\\u{202c}\n");
   EXPECT_EQ(onlyLine({"check", "--kind", "marker", name}, 0).text("/file"),
             "a\n\x1b[2J\uFFFD31m\uFFFD.json");

@@ -154,7 +154,7 @@ TEST(ExplainedItems, areTwoLinesForPeople) {
        "refused   /a\n          notWarped: holds a marker, but is no warped folder and lies in "
        "none\n"},
       {itemOf("x://\xff", {}, {}),
-       "refused   x://\uFFFD\n          notAFileURL: names no file: another kind of URL, nothing, "
+       "refused   x://\\xff\n          notAFileURL: names no file: another kind of URL, nothing, "
        "or no UTF-8\n"},
   };
   for (const auto& [item, text] : rows) {

@@ -35,7 +35,7 @@ constexpr const char* checkHelp = R"(Usage: velmora-warp-inspect check [OPTIONS]
        velmora-warp-inspect check [OPTIONS] --files0-from=-
 
 Reports whether files are valid manifests, indexes of destroyed manifests, or markers,
-and the first fault of each invalid file.
+and the first fault of each invalid file. FILE may be a pipe, or - for standard input.
 
 Options:
   --json           Print one JSON object per line

@@ -6,6 +6,7 @@
 #include "ExplainCommand.h"
 #include "ListCommand.h"
 #include "Terminal.h"
+#include "WatchedFileReader.h"
 #include "common/DisplayText.h"
 #include "common/LinuxPlatform.h"
 #include "common/Main.h"
@@ -40,11 +41,14 @@ class Program {
         progress_(barOf(environment), std::chrono::steady_clock::now) {}
 
   ExitStatus check() {
-    FileChecker checker(platform_.fileReader);
+    FileChecker checker(files_);
     bool areAllValid = true;
     progress_.begin(line_.operands.size());
     for (const std::string& file : line_.operands) {
-      const CheckedFile checked = checker.check(file, line_.kind);
+      // A list may have been made from a directory's content, in which a pipe may have no writer.
+      const CheckedFile checked = line_.readsStandardInput
+                                      ? checker.check(file, line_.kind)
+                                      : checker.checkFileOrStream(file, line_.kind);
       areAllValid &= checked.isValid();
       tell(checked);
       progress_.advance();
@@ -53,7 +57,7 @@ class Program {
   }
 
   ExitStatus list() {
-    const Platform platform = platform_.references();
+    const Platform platform = platform_.references(files_);
     const ResolutionReport report = reportOn(
         resolveWarpedFolders(platform,
                              [this](std::size_t readCount, std::size_t fileCount) {
@@ -132,6 +136,8 @@ class Program {
   const Output output_{STDOUT_FILENO};
   const Style style_;
   Progress progress_;
+  const WatchedFileReader files_{platform_.fileReader,
+                                 [this](double part) { progress_.advanceWithinFile(part); }};
 };
 
 }  // namespace

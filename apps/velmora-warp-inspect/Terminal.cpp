@@ -4,6 +4,7 @@
 #include "platform/linux/Environment.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace velmora::inspect {
@@ -21,15 +22,21 @@ constexpr std::string_view noColour = "\x1b[0m";
 
 constexpr std::chrono::seconds patience{1};
 constexpr std::chrono::milliseconds pause{100};
-constexpr std::size_t barWidth = 24;
+/// With the brackets and the percentage, a line of 28 columns.
+constexpr std::size_t barWidth = 20;
+/// A file that was read still has to be counted by advance().
+constexpr double beforeTheEnd = 0.999;
 /// Moves to the beginning of the line, and erases the line.
 constexpr std::string_view erasure = "\r\x1b[K";
 
-std::string bar(std::size_t done, std::size_t total) {
-  const std::size_t filled = total > 0 ? std::min(done, total) * barWidth / total : 0;
+std::string bar(double done, std::size_t total) {
+  const double part =
+      std::clamp(done / static_cast<double>(std::max<std::size_t>(total, 1)), 0.0, 1.0);
+  const auto filled = static_cast<std::size_t>(part * barWidth);
+  const auto percentage = std::to_string(static_cast<int>(part * 100));
   std::string text(erasure);
   text.append("[").append(filled, '#').append(barWidth - filled, '-').append("] ");
-  return text.append(std::to_string(done)).append(" of ").append(counted(total, "file", "files"));
+  return text.append(percentage).append(" %");
 }
 
 }  // namespace
@@ -72,8 +79,17 @@ void Progress::begin(std::size_t total) {
   }
 }
 
+void Progress::advanceWithinFile(double part) {
+  done_ = std::floor(done_) + std::min(part, beforeTheEnd);
+  show();
+}
+
 void Progress::advance() {
-  ++done_;
+  done_ = std::floor(done_) + 1;
+  show();
+}
+
+void Progress::show() {
   if (!show_) {
     return;
   }

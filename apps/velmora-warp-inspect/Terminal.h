@@ -49,16 +49,22 @@ class Progress {
 
   /// Begins a run over `total` files.
   void begin(std::size_t total);
+  /// `part`, from 0 to 1, of the current file has been read.
+  void advanceWithinFile(double part);
   /// Counts one more file as done.
   void advance();
-  /// Erases the bar if it is visible, so that the program can print. advance() shows it again.
+  /// Erases the bar if it is visible, so that the program can print. The next advance shows it
+  /// again.
   void hide();
 
  private:
+  void show();
+
   std::function<void(std::string_view)> show_;
   std::function<Time()> now_;
   std::size_t total_ = 0;
-  std::size_t done_ = 0;
+  /// Files, and parts of the current one.
+  double done_ = 0;
   Time begin_;
   std::optional<Time> shownAt_;
   bool isVisible_ = false;

@@ -74,7 +74,7 @@ TEST_F(ProgressTest, isShownAfterOneSecond) {
   progress->hide();
   EXPECT_EQ(shown, Lines());
   advanceAfter(milliseconds(1));
-  EXPECT_EQ(shown, Lines{"\r\x1b[K[############------------] 2 of 4 files"});
+  EXPECT_EQ(shown, Lines{"\r\x1b[K[##########----------] 50 %"});
 }
 
 TEST_F(ProgressTest, changesTenTimesASecondAtMost) {
@@ -92,12 +92,39 @@ TEST_F(ProgressTest, isErasedOnceAndShownAgainLater) {
   progress->hide();
   progress->hide();
   advanceAfter(milliseconds(99));
-  EXPECT_EQ(shown, (Lines{"\r\x1b[K[########----------------] 1 of 3 files", "\r\x1b[K"}));
+  EXPECT_EQ(shown, (Lines{"\r\x1b[K[######--------------] 33 %", "\r\x1b[K"}));
   advanceAfter(milliseconds(1));
-  EXPECT_EQ(shown.back(), "\r\x1b[K[########################] 3 of 3 files");
+  EXPECT_EQ(shown.back(), "\r\x1b[K[####################] 100 %");
   progress.reset();
   ASSERT_EQ(shown.size(), 4U);
   EXPECT_EQ(shown.back(), "\r\x1b[K");
+}
+
+TEST_F(ProgressTest, movesWithinAFile) {
+  progress->begin(2);
+  advanceAfter(milliseconds(2000));
+  for (const double part : {0.0, 0.25, 0.5, 1.0}) {
+    now += milliseconds(100);
+    progress->advanceWithinFile(part);
+  }
+  EXPECT_EQ(shown.back(), "\r\x1b[K[###################-] 99 %");
+  advanceAfter(milliseconds(100));
+  EXPECT_EQ(shown,
+            (Lines{"\r\x1b[K[##########----------] 50 %", "\r\x1b[K[##########----------] 50 %",
+                   "\r\x1b[K[############--------] 62 %", "\r\x1b[K[###############-----] 75 %",
+                   "\r\x1b[K[###################-] 99 %", "\r\x1b[K[####################] 100 %"}));
+}
+
+TEST_F(ProgressTest, fitsThirtyColumns) {
+  progress->begin(1'000'000);
+  for (const double part : {0.0, 0.5, 1.0}) {
+    now += milliseconds(2000);
+    progress->advanceWithinFile(part);
+    advanceAfter(milliseconds(2000));
+  }
+  for (const std::string& line : shown) {
+    EXPECT_LT(line.size() - std::string_view("\r\x1b[K").size(), 30U) << line;
+  }
 }
 
 TEST_F(ProgressTest, countsEachRunFromZero) {

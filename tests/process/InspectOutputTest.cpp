@@ -2,6 +2,7 @@
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/InspectTest.h"
+#include "tests/process/Trace.h"
 
 #include <algorithm>
 
@@ -96,6 +97,29 @@ TEST_F(InspectOutputTest, shortRunShowsNoBar) {
   command.environment["TERM"] = "xterm";
   inspect({"list"}, 0);
   inspect({"check", "missing"}, 1);
+}
+
+TEST_F(InspectOutputTest, barMovesWithinALargeFile) {
+  VelmoraWarpSharedManifest manifest = manifestOf("/a", "W1");
+  for (int number = 0; number < 1000; ++number) {
+    manifest.entries.append(entryOf("/a/" + std::to_string(number)));
+  }
+  mirrorManifest(manifest, "W1.json");
+  // The manifest is on a slow disk, so the second of its pieces comes after more than a second.
+  command.arguments = tracingCommand(home.path() / "trace", "read", {"read:delay_exit=550000"});
+  command.arguments.push_back("--trace-path=" + (mirror() / "W1.json").native());
+  command.environment["ASAN_OPTIONS"] += ":detect_leaks=0";
+  command.environment["TERM"] = "xterm";
+  command.standardError = StandardError::terminal;
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"list"}, {"check", mirror() / "W1.json"}}) {
+    std::vector<std::string> all = {VELMORA_TEST_INSPECT_PROGRAM};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    const std::string bars = run(all).error;
+    EXPECT_TRUE(bars.starts_with("\r\x1b[K[")) << bars;
+    EXPECT_GE(std::ranges::count(bars, '%'), 2) << bars;
+    EXPECT_TRUE(bars.ends_with("\r\x1b[K")) << bars;
+  }
 }
 
 }  // namespace

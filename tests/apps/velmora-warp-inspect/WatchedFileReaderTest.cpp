@@ -15,7 +15,7 @@ namespace {
 class WatchedFileReaderTest : public testing::Test {
  protected:
   const ScratchDirectory scratch;
-  const PosixFileReader files;
+  PosixFileReader files;
   std::vector<double> parts;
   const WatchedFileReader watched{files, [this](double part) { parts.push_back(part); }};
 };

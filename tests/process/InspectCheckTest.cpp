@@ -7,7 +7,6 @@
 #include <sys/stat.h>
 
 #include <filesystem>
-#include <utility>
 
 namespace velmora::process {
 
@@ -79,20 +78,22 @@ TEST_F(InspectCheckTest, fileMayBeAStream) {
   const std::string fault = write("fault", "{\n!}");
   // Standard input as a pipe and as a file, a pipe of the shell, and a pipe with a name.
   const std::string check = R"("$0" check --json --kind=marker )";
-  const std::pair<std::string, std::string> rows[] = {
-      {"cat FILE | " + check + "-", "-"},
-      {check + "- < FILE", "-"},
-      {"cat FILE | " + check + "/dev/stdin", "/dev/stdin"},
-      {check + "<(cat FILE)", "/dev/fd/63"},
-      {"mkfifo p; cat FILE > p & " + check + "p; rm p", "p"}};
-  for (const auto& [script, file] : rows) {
-    SCOPED_TRACE(script);
+  const struct {
+    std::string script;
+    std::string file;
+  } rows[] = {{"cat FILE | " + check + "-", "-"},
+              {check + "- < FILE", "-"},
+              {"cat FILE | " + check + "/dev/stdin", "/dev/stdin"},
+              {check + "<(cat FILE)", "/dev/fd/63"},
+              {"mkfifo p; cat FILE > p & " + check + "p; rm p", "p"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.script);
     const auto lineFor = [&](const std::string& content) {
-      command.arguments = {"bash", "-c", substituted(script, "FILE", content),
+      command.arguments = {"bash", "-c", substituted(row.script, "FILE", content),
                            VELMORA_TEST_INSPECT_PROGRAM};
       return JSONLine(run({}).output);
     };
-    EXPECT_EQ(lineFor(marker).text("/file"), file);
+    EXPECT_EQ(lineFor(marker).text("/file"), row.file);
     EXPECT_EQ(lineFor(marker).text("/marker/warpID"), "W1");
     EXPECT_EQ(lineFor(fault).number("/error/line"), 2U);
   }

@@ -1,9 +1,13 @@
 #include "common/CommandArguments.h"
 
+#include "common/DisplayText.h"
+#include "common/NearestName.h"
+
 #include <getopt.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace velmora {
@@ -13,18 +17,10 @@ namespace {
 /// getopt_long returns these for an operand and for a missing value.
 constexpr int operandCode = 1;
 constexpr int missingValueCode = ':';
+/// It returns the letter of a short option.
+constexpr int shortHelpCode = 'h';
 /// The code of an option is this number plus the option's index in the list.
 constexpr int firstOptionCode = 0x100;
-
-std::string inOneLine(std::string message) {
-  std::ranges::replace_if(
-      message,
-      [](char character) {
-        return static_cast<unsigned char>(character) < ' ' || character == '\x7F';
-      },
-      '?');
-  return message;
-}
 
 /// "-" alone is an operand.
 bool looksLikeOption(std::string_view argument) {
@@ -61,8 +57,8 @@ class ArgumentParser {
       position_ = std::max(optind, 1);
       // "-" returns the operands in their order, even if POSIXLY_CORRECT is set. ":" distinguishes
       // a missing value from an unknown option, and prevents getopt_long from printing.
-      const int code = ::getopt_long(static_cast<int>(storage_.size()), pointers_.data(),
-                                     "-:", longOptions_.data(), nullptr);
+      const int code = ::getopt_long(static_cast<int>(storage_.size()), pointers_.data(), "-:h",
+                                     longOptions_.data(), nullptr);
       if (code == -1) {
         parsed_.operands.insert(parsed_.operands.end(), storage_.begin() + optind, storage_.end());
         return std::move(parsed_);
@@ -81,9 +77,21 @@ class ArgumentParser {
     return storage_[static_cast<std::size_t>(position_)];
   }
 
-  /// The name if the current argument is a long option; otherwise empty.
+  /// The name if the current argument is a long option or "-h"; otherwise empty.
   [[nodiscard]] std::string name() const {
+    if (argument() == "-h") {
+      return "help";
+    }
     return argument().starts_with("--") ? argument().substr(2, argument().find('=') - 2) : "";
+  }
+
+  [[nodiscard]] UsageError unknownOption() const {
+    std::vector<std::string_view> names;
+    std::ranges::transform(known_, std::back_inserter(names), &KnownOption::name);
+    const std::size_t dashes = argument().find_first_not_of('-');
+    const std::string word = argument().substr(std::min(dashes, argument().size()));
+    return UsageError("unknown option: " + argument() +
+                      hintAt(word.substr(0, word.find('=')), "--", names));
   }
 
   /// Returns false if the rest of the command line does not matter.
@@ -91,12 +99,12 @@ class ArgumentParser {
     const auto option = std::ranges::find(known_, name(), &KnownOption::name);
     // getopt_long also accepts abbreviations.
     if (option == known_.end()) {
-      throw UsageError("unknown option: " + argument());
+      throw unknownOption();
     }
     if (code == missingValueCode) {
       throw UsageError("--" + name() + " without a value");
     }
-    if (code < firstOptionCode) {
+    if (code < firstOptionCode && code != shortHelpCode) {
       throw UsageError("--" + name() + " takes no value");
     }
     if (option->form == OptionForm::value) {
@@ -130,7 +138,7 @@ class ArgumentParser {
 
 }  // namespace
 
-UsageError::UsageError(std::string message) : std::runtime_error(inOneLine(std::move(message))) {}
+UsageError::UsageError(std::string_view message) : std::runtime_error(displayText(message)) {}
 
 std::optional<std::string> CommandArguments::valueOf(std::string_view name) const {
   const auto option = std::ranges::find(options, name, &Option::name);
@@ -140,6 +148,14 @@ std::optional<std::string> CommandArguments::valueOf(std::string_view name) cons
 CommandArguments parseArguments(const std::vector<std::string>& arguments,
                                 std::span<const KnownOption> known) {
   return ArgumentParser(arguments, known).parse();
+}
+
+std::string hintAt(std::string_view word, std::string_view prefix,
+                   std::span<const std::string_view> names) {
+  const std::optional<std::string_view> nearest = nearestName(word, names);
+  return nearest.has_value()
+             ? std::string("; did you mean ").append(prefix).append(*nearest).append("?")
+             : "";
 }
 
 bool readsOperandsFromStandardInput(const CommandArguments& arguments,

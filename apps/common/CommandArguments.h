@@ -11,11 +11,11 @@
 
 namespace velmora {
 
-/// The command line is wrong. The message is one line: each control character is replaced by a
-/// question mark, because the message may quote the user's arguments.
+/// The command line is wrong. The message is escaped (displayText), because it may quote the user's
+/// arguments.
 class UsageError : public std::runtime_error {
  public:
-  explicit UsageError(std::string message);
+  explicit UsageError(std::string_view message);
 };
 
 enum class OptionForm {
@@ -47,11 +47,16 @@ struct CommandArguments {
 };
 
 /// Options may come anywhere before "--". Every other argument is an operand, including "-" and all
-/// arguments after "--". Operands are not changed. Options have no short form and no abbreviation.
-/// An option with a value may be given only once. Throws UsageError. Main thread only, because
-/// getopt_long keeps its state in global variables.
+/// arguments after "--". Operands are not changed. "-h" is "--help"; other options have no short
+/// form, and none has an abbreviation. An option with a value may be given only once. Throws
+/// UsageError. Main thread only, because getopt_long keeps its state in global variables.
 [[nodiscard]] CommandArguments parseArguments(const std::vector<std::string>& arguments,
                                               std::span<const KnownOption> known);
+
+/// The words after an unknown name in a UsageError: the nearest name with `prefix` before it, if
+/// there is one.
+[[nodiscard]] std::string hintAt(std::string_view word, std::string_view prefix,
+                                 std::span<const std::string_view> names);
 
 /// The option of each program that can also read its operands from standard input.
 inline constexpr KnownOption operandsFileOption = {.name = "files0-from",

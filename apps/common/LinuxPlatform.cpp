@@ -42,9 +42,9 @@ LinuxPlatform::LinuxPlatform(const char* programName, std::optional<Text> bundle
       workspace(sessionBus, environment, fileReader),
       logger(programName) {}
 
-Platform LinuxPlatform::references() {
+Platform LinuxPlatform::references(const FileReader& files) {
   return {.bundle = bundle,
-          .fileReader = fileReader,
+          .fileReader = files,
           .fileWriter = fileWriter,
           .paths = paths,
           .locations = locations,

@@ -31,7 +31,9 @@ struct LinuxPlatform {
   LinuxPlatform(const char* programName, std::optional<Text> bundleIdentifier,
                 const Environment& environment);
 
-  Platform references();
+  Platform references() { return references(fileReader); }
+  /// The same with another reader.
+  Platform references(const FileReader& files);
 
   PosixFileReader fileReader;
   PosixFileWriter fileWriter;

@@ -1,8 +1,9 @@
 #include "common/Output.h"
 
+#include "common/StandardStreams.h"
 #include "platform/PlatformError.h"
-#include "platform/posix/SystemCalls.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -14,8 +15,9 @@ OutputError::OutputError(int code) : std::runtime_error(posixError(code).what())
 
 void Output::write(std::string_view bytes) const {
   while (!bytes.empty()) {
-    const ssize_t count =
-        retryingInterrupted([&] { return ::write(fileDescriptor_, bytes.data(), bytes.size()); });
+    const ssize_t count = waitingUntilReady(fileDescriptor_, POLLOUT, [&] {
+      return ::write(fileDescriptor_, bytes.data(), bytes.size());
+    });
     if (count < 0) {
       throw OutputError(errno);
     }

@@ -23,7 +23,8 @@ class Output {
  public:
   explicit Output(int fileDescriptor) : fileDescriptor_(fileDescriptor) {}
 
-  /// Writes all of `bytes`. Throws OutputError.
+  /// Writes all of `bytes`, and waits for a slow reader, also of a non-blocking file. Throws
+  /// OutputError.
   void write(std::string_view bytes) const;
 
  private:

@@ -1,43 +1,26 @@
 #include "common/StandardStreams.h"
 
-#include "platform/PlatformError.h"
-#include "platform/posix/SystemCalls.h"
+#include "platform/posix/ReadAll.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstddef>
-
 namespace velmora {
 
 void openMissingStandardStreams() {
-  while (true) {
-    const int descriptor = ::open("/dev/null", O_RDWR);
-    if (descriptor < 0) {
-      return;
-    }
-    if (descriptor > STDERR_FILENO) {
-      ::close(descriptor);
-      return;
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(stream, F_GETFD) < 0) {
+      // Gets the lowest free number, which is the stream's.
+      ::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
     }
   }
 }
 
-std::string readStandardInput() {
-  std::string bytes;
-  char piece[16 * 1024];
-  while (true) {
-    const ssize_t count =
-        retryingInterrupted([&] { return ::read(STDIN_FILENO, piece, sizeof piece); });
-    if (count < 0) {
-      throw posixError(errno);
-    }
-    if (count == 0) {
-      return bytes;
-    }
-    bytes.append(piece, static_cast<std::size_t>(count));
-  }
+std::string readStandardInput(std::size_t maxLength) {
+  return readAll(0, maxLength, [](char* room, std::size_t size) {
+    return waitingUntilReady(STDIN_FILENO, POLLIN,
+                             [&] { return ::read(STDIN_FILENO, room, size); });
+  });
 }
 
 }  // namespace velmora

@@ -23,7 +23,7 @@ Options:
   --check                 Only report by the exit status whether the action applies
   --no-notify             Show no desktop notification of a failure
   --files0-from=-         Read the items from standard input, separated by NUL
-  --help                  Show this text and exit
+  -h, --help              Show this text and exit
   --version               Show the version and exit
 
 PATH is an absolute or relative path, or a file: URL. Write ./ before a relative path that
@@ -33,7 +33,7 @@ Exit status:
   0   the request was written; with --check: an item suits the action
   1   no item suits the action
   2   the handoff failed; the system log has the reason
-  64  the command line is wrong
+  64  the command line is wrong, or standard input cannot be read
 )";
 
 constexpr KnownOption knownOptions[] = {

@@ -3,7 +3,7 @@
 #include "CommandLine.h"
 #include "CommandLineContext.h"
 #include "common/LinuxPlatform.h"
-#include "common/Output.h"
+#include "common/Main.h"
 #include "common/SelectedItems.h"
 #include "extension/RequestFlow.h"
 #include "extension/VelmoraFinderActionExtension.h"
@@ -12,11 +12,14 @@
 #include "platform/linux/DesktopNotification.h"
 #include "platform/linux/Environment.h"
 #include "platform/linux/GLibLoading.h"
+#include "platform/linux/LimitedWriting.h"
 
 #include <unistd.h>
 
 #include <exception>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace velmora {
 
@@ -27,14 +30,15 @@ void tellUser(const RequestError& error, const CommandLine& commandLine, Session
     // Memory ran out before the message was found. The system log has a line.
     return;
   }
-  try {
-    Output(STDERR_FILENO).write(error.localizedDescription + "\n");
-  } catch (const OutputError&) {
-    // The exit status still reports the failure.
-  }
+  // The desktop comes first, because nobody may read standard error.
   if (commandLine.notifiesDesktop && ::isatty(STDERR_FILENO) == 0) {
     notifyDesktop(sessionBus, error.localizedDescription);
   }
+  writeWithin(messageLimit, STDERR_FILENO, error.localizedDescription + "\n");
+}
+
+std::vector<std::string> operandsOf(const CommandLine& commandLine) {
+  return commandLine.readsStandardInput ? operandsOnStandardInput() : commandLine.operands;
 }
 
 ExitStatus exitStatusOf(const Outcome& outcome) {
@@ -60,7 +64,7 @@ void serve(const std::shared_ptr<CommandLineContext>& context, const Platform& p
 
 ExitStatus checkSelection(const CommandLine& commandLine, const Environment& environment) try {
   LinuxPlatform platform(programName, commandLine.bundleIdentifier, environment);
-  const ScreenedOperands screened = screenOperands(commandLine.operands, platform.references());
+  const ScreenedOperands screened = screenOperands(operandsOf(commandLine), platform.references());
   return acceptedPaths(screened.screening).empty() ? ExitStatus::selectionCancelled
                                                    : ExitStatus::completed;
 } catch (const std::exception&) {
@@ -71,7 +75,7 @@ ExitStatus checkSelection(const CommandLine& commandLine, const Environment& env
 ExitStatus performAction(const CommandLine& commandLine, const Environment& environment) {
   LinuxPlatform platform(programName, commandLine.bundleIdentifier, environment);
   const auto context = std::make_shared<CommandLineContext>(
-      commandLine.operands, platform.paths, [&platform] { platform.mainQueue.quit(); });
+      operandsOf(commandLine), platform.paths, [&platform] { platform.mainQueue.quit(); });
   serve(context, platform.references());
   platform.mainQueue.run();
   const Outcome& outcome = context->outcome().value();

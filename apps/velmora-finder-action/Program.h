@@ -17,12 +17,14 @@ enum class ExitStatus {
 };
 
 /// Returns `completed` if the action applies to an item of the selection, or else
-/// `selectionCancelled`. Writes and prints nothing.
+/// `selectionCancelled`, also if the operands cannot be read. Writes and prints nothing.
 [[nodiscard]] ExitStatus checkSelection(const CommandLine& commandLine,
                                         const Environment& environment);
 
-/// Performs the action. If the request is cancelled, prints the reason on standard error. If
-/// standard error is not a terminal and `commandLine` allows it, also shows a desktop notification.
+/// Performs the action. If the request is cancelled, prints the reason on standard error, and waits
+/// for a reader no longer than `messageLimit` (LimitedWriting.h). If standard error is not a
+/// terminal and `commandLine` allows it, shows a desktop notification first. Throws UsageError if
+/// the operands cannot be read.
 [[nodiscard]] ExitStatus performAction(const CommandLine& commandLine,
                                        const Environment& environment);
 

@@ -18,10 +18,7 @@ using velmora::ExitStatus;
 struct Answer {
   const velmora::Environment& environment;
 
-  ExitStatus operator()(velmora::CommandLine commandLine) const {
-    if (commandLine.readsStandardInput) {
-      commandLine.operands = velmora::operandsOnStandardInput();
-    }
+  ExitStatus operator()(const velmora::CommandLine& commandLine) const {
     return commandLine.isCheck ? checkSelection(commandLine, environment)
                                : performAction(commandLine, environment);
   }

@@ -1,6 +1,8 @@
 #include "CheckCommand.h"
 
 #include "EnumTable.h"
+#include "StreamCopy.h"
+#include "common/DisplayText.h"
 #include "platform/FileReader.h"
 #include "warpshared/reading/DestroyedManifestIndexDecoding.h"
 
@@ -13,16 +15,21 @@ namespace velmora::inspect {
 
 namespace {
 
-struct FileKindName {
+struct FileKindRow {
   FileKind value;
   std::string_view name;
+  std::size_t maxLength;
 };
 
-constexpr FileKindName fileKindNames[] = {
-    {FileKind::manifest, "manifest"}, {FileKind::index, "index"}, {FileKind::marker, "marker"}};
+constexpr FileKindRow fileKindRows[] = {
+    {FileKind::manifest, "manifest", maxSharedWarpManifestLength},
+    {FileKind::index, "index", maxDestroyedManifestIndexLength},
+    {FileKind::marker, "marker", maxWarpMarkerLength}};
 
 constexpr std::size_t verdictWidth = 9;
 constexpr std::size_t kindWidth = 10;
+
+std::size_t maxLengthOf(FileKind kind) { return rowFor(fileKindRows, kind).maxLength; }
 
 /// Resolves `file` against the working directory. Keeps "..", which may follow a symbolic link.
 std::string absolutePath(const std::string& file) {
@@ -71,8 +78,8 @@ struct ContentText {
 }  // namespace
 
 std::optional<FileKind> fileKindNamed(std::string_view name) {
-  const auto* const found = std::ranges::find(fileKindNames, name, &FileKindName::name);
-  return found != std::ranges::end(fileKindNames) ? std::optional(found->value) : std::nullopt;
+  const auto* const found = std::ranges::find(fileKindRows, name, &FileKindRow::name);
+  return found != std::ranges::end(fileKindRows) ? std::optional(found->value) : std::nullopt;
 }
 
 FileKind fileKindOf(std::string_view path) {
@@ -88,6 +95,18 @@ CheckedFile FileChecker::check(const std::string& file, std::optional<FileKind> 
   return {.file = file, .kind = wanted, .content = contentOf(absolutePath(file), wanted)};
 }
 
+CheckedFile FileChecker::checkFileOrStream(const std::string& file, std::optional<FileKind> kind) {
+  const FileKind wanted = kind.value_or(fileKindOf(file));
+  try {
+    if (const std::optional<StreamCopy> copy = copyOfStream(file, maxLengthOf(wanted))) {
+      return {.file = file, .kind = wanted, .content = contentOf(copy->path(), wanted)};
+    }
+  } catch (const std::exception&) {
+    return {.file = file, .kind = wanted, .content = faultOf(std::current_exception())};
+  }
+  return check(file, kind);
+}
+
 std::variant<ManifestSummary, IndexSummary, WarpMarker, Fault> FileChecker::contentOf(
     const std::string& path, FileKind kind) {
   try {
@@ -95,13 +114,13 @@ std::variant<ManifestSummary, IndexSummary, WarpMarker, Fault> FileChecker::cont
       case FileKind::manifest:
         return manifests_.readSummary(path, files_);
       case FileKind::marker: {
-        std::string bytes = files_.read(path, maxWarpMarkerLength);
+        std::string bytes = files_.read(path, maxLengthOf(kind));
         return decodeWarpMarker(bytes, markers_);
       }
       case FileKind::index:
         break;
     }
-    std::string bytes = files_.read(path, maxDestroyedManifestIndexLength);
+    std::string bytes = files_.read(path, maxLengthOf(kind));
     const VelmoraWarpSharedDestroyedManifestIndex index = decodeDestroyedManifestIndex(bytes);
     validateDestroyedManifestIndex(index);
     return IndexSummary{.recordCount = index.records.size()};
@@ -113,7 +132,7 @@ std::variant<ManifestSummary, IndexSummary, WarpMarker, Fault> FileChecker::cont
 std::string toJSON(const CheckedFile& checked) {
   JSONObject object;
   object.addText("file", checked.file);
-  object.addText("kind", rowFor(fileKindNames, checked.kind).name);
+  object.addText("kind", rowFor(fileKindRows, checked.kind).name);
   object.addFlag("valid", checked.isValid());
   std::visit(ContentJSON{object}, checked.content);
   return object.json();
@@ -122,7 +141,7 @@ std::string toJSON(const CheckedFile& checked) {
 std::string toText(const CheckedFile& checked, Style style) {
   std::string text = checked.isValid() ? styledWord("valid", Tone::good, style, verdictWidth)
                                        : styledWord("invalid", Tone::bad, style, verdictWidth);
-  const std::string_view kind = rowFor(fileKindNames, checked.kind).name;
+  const std::string_view kind = rowFor(fileKindRows, checked.kind).name;
   text.append(kind).append(kindWidth - kind.size(), ' ').append(displayText(checked.file));
   return text.append("\n").append(std::visit(ContentText{}, checked.content));
 }

@@ -47,9 +47,13 @@ class FileChecker {
   /// `files` is kept by reference.
   explicit FileChecker(const FileReader& files) : files_(files) {}
 
-  /// Checks `file`. A relative path is resolved against the working directory. Without `kind`, the
-  /// file's name decides its kind. Each error becomes the fault in the result.
+  /// Checks the regular file `file`. A relative path is resolved against the working directory.
+  /// Without `kind`, the file's name decides its kind. Each error becomes the fault in the result.
   [[nodiscard]] CheckedFile check(const std::string& file, std::optional<FileKind> kind);
+
+  /// The same for a file that the user names, which may also be a stream (StreamCopy.h).
+  [[nodiscard]] CheckedFile checkFileOrStream(const std::string& file,
+                                              std::optional<FileKind> kind);
 
  private:
   std::variant<ManifestSummary, IndexSummary, WarpMarker, Fault> contentOf(const std::string& path,

@@ -3,6 +3,7 @@
 #include "common/CommandArguments.h"
 
 #include <algorithm>
+#include <iterator>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -24,8 +25,8 @@ Commands:
   doctor   can the actions work here?
 
 Options:
-  --help     Show this text and exit
-  --version  Show the version and exit
+  -h, --help  Show this text and exit
+  --version   Show the version and exit
 
 velmora-warp-inspect COMMAND --help describes a command.
 )";
@@ -34,19 +35,19 @@ constexpr const char* checkHelp = R"(Usage: velmora-warp-inspect check [OPTIONS]
        velmora-warp-inspect check [OPTIONS] --files0-from=-
 
 Reports whether files are valid manifests, indexes of destroyed manifests, or markers,
-and the first fault of each invalid file.
+and the first fault of each invalid file. FILE may be a pipe, or - for standard input.
 
 Options:
   --json           Print one JSON object per line
   --kind KIND      Treat all files as KIND: manifest, index or marker; by default, the
                    name of each file decides
   --files0-from=-  Read the operands from standard input, separated by NUL
-  --help           Show this text and exit
+  -h, --help       Show this text and exit
 
 Exit status:
   0   all files are valid
   1   some files are not valid
-  64  the command line is wrong
+  64  the command line is wrong, or standard input cannot be read
   74  the answer is not complete
 )";
 
@@ -56,8 +57,8 @@ Lists the manifests of the mirror, newest first, and the reason why the folder o
 counts as warped or not. Then lists the files that are not valid manifests.
 
 Options:
-  --json  Print one JSON object per line
-  --help  Show this text and exit
+  --json      Print one JSON object per line
+  -h, --help  Show this text and exit
 
 Exit status:
   0   the mirror was listed, or does not exist
@@ -78,7 +79,7 @@ Options:
   --restore        Explain the action Restore
   --json           Print one JSON object per line
   --files0-from=-  Read the operands from standard input, separated by NUL
-  --help           Show this text and exit
+  -h, --help       Show this text and exit
 
 PATH is an absolute or relative path, or a file: URL. Write ./ before a relative path that
 looks like a URL.
@@ -86,7 +87,7 @@ looks like a URL.
 Exit status:
   0   all items are accepted
   1   some items are refused
-  64  the command line is wrong
+  64  the command line is wrong, or standard input cannot be read
   74  the answer is not complete
 )";
 
@@ -96,8 +97,8 @@ Shows the places that the actions use, and what is there. Changes nothing and st
 nothing.
 
 Options:
-  --json  Print one JSON object per line
-  --help  Show this text and exit
+  --json      Print one JSON object per line
+  -h, --help  Show this text and exit
 
 Exit status:
   0   nothing prevents an action
@@ -198,7 +199,9 @@ std::variant<CommandLine, RequestedText> parseCommandLine(
   }
   const auto* const syntax = std::ranges::find(commands, first, &CommandSyntax::name);
   if (syntax == std::ranges::end(commands)) {
-    throw UsageError("unknown command: " + first);
+    std::vector<std::string_view> names;
+    std::ranges::transform(commands, std::back_inserter(names), &CommandSyntax::name);
+    throw UsageError("unknown command: " + first + hintAt(first, "", names));
   }
   return parseCommand(*syntax, {arguments.begin() + 1, arguments.end()});
 }

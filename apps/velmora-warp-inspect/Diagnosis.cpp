@@ -1,5 +1,6 @@
 #include "Diagnosis.h"
 
+#include "Presence.h"
 #include "handoff/ApplicationLaunch.h"
 #include "platform/FileReader.h"
 #include "platform/Platform.h"
@@ -14,6 +15,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <exception>
+#include <utility>
 
 namespace velmora::inspect {
 
@@ -29,22 +32,26 @@ RootSource rootSourceOf(const SharedPlaces& places, const SystemProbes& probes) 
                                               : RootSource::groupContainer;
 }
 
-std::optional<std::size_t> waitingRequestsIn(const Text& directory, const FileReader& files) {
-  try {
-    const std::vector<std::string> names = files.entryNames(directory, unlimitedNameCount);
-    return static_cast<std::size_t>(std::ranges::count_if(
-        names, [](const std::string& name) { return name.ends_with(requestExtension); }));
-  } catch (const PlatformError&) {
-    return std::nullopt;
-  }
+std::size_t waitingRequestsIn(const Text& directory, const FileReader& files) {
+  const std::vector<std::string> names = files.entryNames(directory, unlimitedNameCount);
+  return static_cast<std::size_t>(std::ranges::count_if(
+      names, [](const std::string& name) { return name.ends_with(requestExtension); }));
 }
 
 HandoffState handoffStateOf(const Text& directory, const FileReader& files,
                             const SystemProbes& probes) {
-  HandoffState state;
-  state.exists = files.exists(directory);
-  state.isWritable = probes.canHoldNewFiles(directory);
-  state.waitingRequests = state.exists ? waitingRequestsIn(directory, files) : 0;
+  Presence presence = presenceOf(directory, files);
+  HandoffState state = {.exists = presence.exists,
+                        .isWritable = probes.canHoldNewFiles(directory),
+                        .waitingRequests = {},
+                        .fault = std::move(presence.fault)};
+  try {
+    if (state.exists.has_value()) {
+      state.waitingRequests = *state.exists ? waitingRequestsIn(directory, files) : 0;
+    }
+  } catch (const PlatformError&) {
+    state.fault = faultOf(std::current_exception());
+  }
   return state;
 }
 
@@ -79,6 +86,9 @@ std::vector<std::string> Diagnosis::obstacles() const {
 
 std::vector<std::string> Diagnosis::notes() const {
   std::vector<std::string> names;
+  if (containerFault.has_value()) {
+    names.emplace_back("containerUnreadable");
+  }
   if (resolution.indexFault.has_value()) {
     names.emplace_back("indexUnusable");
   }
@@ -99,7 +109,10 @@ Diagnosis diagnose(const Platform& platform, const SystemProbes& probes) {
   diagnosis.resolution = reportOn(resolveWarpedFolders(platform), platform);
   if (const std::optional<SharedPlaces>& places = diagnosis.resolution.places) {
     diagnosis.rootSource = rootSourceOf(*places, probes);
-    diagnosis.indexExists = platform.fileReader.exists(places->index);
+    const std::optional<Text> container = probes.containerInDataHome();
+    if (diagnosis.rootSource == RootSource::fallback && container.has_value()) {
+      diagnosis.containerFault = presenceOf(*container, platform.fileReader).fault;
+    }
     diagnosis.handoff = handoffStateOf(places->handoff, platform.fileReader, probes);
   }
   diagnosis.chosenLanguage = selectedLanguage(platform.defaults);

@@ -29,18 +29,23 @@ enum class RootSource {
 };
 
 struct HandoffState {
-  bool exists = false;
+  /// None if it cannot be determined; `fault` then has the reason.
+  std::optional<bool> exists = false;
   /// Whether request files can be written there. A missing directory counts as writable if it can
   /// be created.
   bool isWritable = false;
   /// None when the directory cannot be listed.
   std::optional<std::size_t> waitingRequests;
+  /// The reason why the directory cannot be looked at or listed.
+  std::optional<Fault> fault = {};
 };
 
 struct Diagnosis {
   RootSource rootSource = RootSource::fallback;
+  /// The reason why the group container cannot be looked at. The actions use the
+  /// fallback then.
+  std::optional<Fault> containerFault;
   ResolutionReport resolution;
-  bool indexExists = false;
   HandoffState handoff;
   VelmoraLanguage chosenLanguage = VelmoraLanguage::system;
   std::vector<Text> preferredLanguages;
@@ -51,8 +56,8 @@ struct Diagnosis {
   /// The faults that prevent the actions from working: "noRoot", "mirrorUnreadable",
   /// "handoffNotWritable".
   [[nodiscard]] std::vector<std::string> obstacles() const;
-  /// The faults with which the actions still work: "indexUnusable", "invalidManifests",
-  /// "busUnreachable", "applicationNotFound".
+  /// The faults with which the actions still work: "containerUnreadable", "indexUnusable",
+  /// "invalidManifests", "busUnreachable", "applicationNotFound".
   [[nodiscard]] std::vector<std::string> notes() const;
 };
 
@@ -60,6 +65,8 @@ struct Diagnosis {
 struct SystemProbes {
   /// Whether an environment variable names the group container (LinuxSharedLocations.h).
   std::function<bool()> isContainerSetByEnvironment;
+  /// The path at which the application creates the group container; none without a data home.
+  std::function<std::optional<Text>()> containerInDataHome;
   std::function<bool()> isBusReachable;
   /// See the function of this name below.
   std::function<bool(const Text& directory)> canHoldNewFiles;

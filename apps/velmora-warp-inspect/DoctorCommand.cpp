@@ -1,6 +1,7 @@
 #include "DoctorCommand.h"
 
 #include "EnumTable.h"
+#include "common/DisplayText.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -46,15 +47,20 @@ std::string textsJSON(const std::vector<String>& texts) {
   return jsonArray(elements);
 }
 
+void addError(JSONObject& object, const std::optional<Fault>& fault) {
+  if (fault.has_value()) {
+    object.addJSON("error", toJSON(*fault));
+  }
+}
+
 std::string rootJSON(const Diagnosis& diagnosis) {
   JSONObject object;
   object.addText("path", diagnosis.resolution.pathOf(&SharedPlaces::root));
   if (diagnosis.resolution.places.has_value()) {
     object.addText("source", rowFor(rootSourceWords, diagnosis.rootSource).name);
   }
-  if (diagnosis.resolution.rootFault.has_value()) {
-    object.addJSON("error", toJSON(*diagnosis.resolution.rootFault));
-  }
+  addError(object, diagnosis.containerFault);
+  addError(object, diagnosis.resolution.rootFault);
   return object.json();
 }
 
@@ -62,9 +68,9 @@ std::string mirrorJSON(const Diagnosis& diagnosis) {
   const ResolutionReport& resolution = diagnosis.resolution;
   JSONObject object;
   object.addText("path", resolution.places->mirror);
-  object.addFlag("exists", !resolution.isMirrorMissing);
+  object.addFlag("exists", resolution.mirrorExists);
   if (resolution.mirrorFault.has_value()) {
-    object.addJSON("error", toJSON(*resolution.mirrorFault));
+    addError(object, resolution.mirrorFault);
     return object.json();
   }
   object.addNumber("files", resolution.judged.size() + resolution.refused.size());
@@ -78,10 +84,9 @@ std::string indexJSON(const Diagnosis& diagnosis) {
   const ResolutionReport& resolution = diagnosis.resolution;
   JSONObject object;
   object.addText("path", resolution.places->index);
-  object.addFlag("exists", diagnosis.indexExists);
-  if (resolution.indexFault.has_value()) {
-    object.addJSON("error", toJSON(*resolution.indexFault));
-  } else {
+  object.addFlag("exists", resolution.indexExists);
+  addError(object, resolution.indexFault);
+  if (!resolution.indexFault.has_value()) {
     object.addNumber("records", resolution.tombstoneCount);
   }
   return object.json();
@@ -96,6 +101,7 @@ std::string handoffJSON(const Diagnosis& diagnosis) {
   if (handoff.waitingRequests.has_value()) {
     object.addNumber("requests", *handoff.waitingRequests);
   }
+  addError(object, handoff.fault);
   return object.json();
 }
 
@@ -131,53 +137,46 @@ std::string detailLine(std::string_view line) {
 
 std::string rootText(const Diagnosis& diagnosis, Style style) {
   const ResolutionReport& resolution = diagnosis.resolution;
-  if (resolution.places.has_value()) {
-    return subjectLine(ok, "root", displayText(resolution.places->root), style) +
-           detailLine(rowFor(rootSourceWords, diagnosis.rootSource).reason);
+  if (!resolution.places.has_value()) {
+    return subjectLine(problem, "root", noRootWords, style) +
+           detailLine(toText(resolution.rootFault.value()));
   }
-  const std::string text = subjectLine(problem, "root", "there is no place for it", style);
-  return resolution.rootFault.has_value() ? text + detailLine(toText(*resolution.rootFault)) : text;
+  const std::string path = displayText(resolution.places->root);
+  if (diagnosis.containerFault.has_value()) {
+    return subjectLine(note, "root", path, style) +
+           detailLine("the group container cannot be looked at: " +
+                      toText(*diagnosis.containerFault));
+  }
+  return subjectLine(ok, "root", path, style) +
+         detailLine(rowFor(rootSourceWords, diagnosis.rootSource).reason);
 }
 
 std::string mirrorText(const ResolutionReport& resolution, Style style) {
-  const std::string path = displayText(resolution.places->mirror);
-  if (resolution.mirrorFault.has_value()) {
-    return subjectLine(problem, "mirror", path, style) +
-           detailLine(toText(*resolution.mirrorFault));
-  }
-  const std::string text =
-      subjectLine(resolution.refused.empty() ? ok : note, "mirror", path, style);
-  if (resolution.isMirrorMissing) {
-    return text + detailLine("does not exist: no folder is warped");
-  }
-  return text +
-         detailLine(counted(resolution.judged.size() + resolution.refused.size(), "file", "files") +
-                    ": " + std::to_string(resolution.judged.size()) + " valid, " +
-                    std::to_string(resolution.refused.size()) + " refused; " +
-                    std::to_string(resolution.confirmedCount()) + " confirmed");
+  const State& usable = resolution.refused.empty() ? ok : note;
+  return subjectLine(resolution.mirrorFault.has_value() ? problem : usable, "mirror",
+                     displayText(resolution.places->mirror), style) +
+         detailLine(mirrorWords(resolution));
 }
 
-std::string indexText(const Diagnosis& diagnosis, Style style) {
-  const ResolutionReport& resolution = diagnosis.resolution;
-  const std::string path = displayText(resolution.places->index);
-  if (resolution.indexFault.has_value()) {
-    return subjectLine(note, "index", path, style) + detailLine(toText(*resolution.indexFault));
-  }
-  return subjectLine(ok, "index", path, style) +
-         detailLine(diagnosis.indexExists ? counted(resolution.tombstoneCount, "record", "records")
-                                          : "does not exist: no Warp is recorded as destroyed");
+std::string indexText(const ResolutionReport& resolution, Style style) {
+  return subjectLine(resolution.indexFault.has_value() ? note : ok, "index",
+                     displayText(resolution.places->index), style) +
+         detailLine(indexWords(resolution));
 }
 
 std::string handoffDetail(const HandoffState& handoff) {
-  if (!handoff.isWritable) {
-    return handoff.exists ? "requests cannot be left there" : "cannot be made";
+  if (!handoff.exists.has_value()) {
+    return toText(handoff.fault.value());
   }
-  if (!handoff.exists) {
+  if (!handoff.isWritable) {
+    return *handoff.exists ? "requests cannot be left there" : "cannot be made";
+  }
+  if (!*handoff.exists) {
     return "does not exist yet; can be made";
   }
   return handoff.waitingRequests.has_value()
              ? "writable; " + counted(*handoff.waitingRequests, "request waits", "requests wait")
-             : "writable; cannot be listed";
+             : "writable; cannot be listed: " + toText(handoff.fault.value());
 }
 
 std::string handoffText(const Diagnosis& diagnosis, Style style) {
@@ -239,7 +238,7 @@ std::string toText(const Diagnosis& diagnosis, Style style) {
   std::string text = rootText(diagnosis, style);
   if (diagnosis.resolution.places.has_value()) {
     text += mirrorText(diagnosis.resolution, style);
-    text += indexText(diagnosis, style);
+    text += indexText(diagnosis.resolution, style);
     text += handoffText(diagnosis, style);
   }
   text += languageText(diagnosis, style);

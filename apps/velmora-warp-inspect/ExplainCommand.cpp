@@ -1,6 +1,8 @@
 #include "ExplainCommand.h"
 
 #include "EnumTable.h"
+#include "Presence.h"
+#include "common/DisplayText.h"
 #include "common/SelectedItems.h"
 #include "json/strict/JSONReader.h"
 #include "platform/PathStandardizer.h"
@@ -38,7 +40,14 @@ constexpr VerdictWords verdictWords[] = {
     {std::nullopt, "notAFileURL", "names no file: another kind of URL, nothing, or no UTF-8"},
 };
 
+std::string_view reasonName(const ExplainedItem& item) {
+  return item.fault.has_value() ? item.fault->kind : rowFor(verdictWords, item.verdict).name;
+}
+
 std::string reasonText(const ExplainedItem& item) {
+  if (item.fault.has_value()) {
+    return displayText(item.fault->message);
+  }
   if (item.isAccepted() && item.root.has_value()) {
     return "is a warped folder and holds its marker";
   }
@@ -60,14 +69,27 @@ class ItemExplainer {
       item.root = screened.root->utf8();
       item.manifestFile = fileThatWarps(*screened.root);
     }
+    item.fault = faultBehind(screened);
     const bool isWarpedFolder = screened.root == screened.path;
-    if (!isWarpedFolder && screened.verdict != ItemVerdict::notADirectory) {
+    if (!isWarpedFolder && !item.fault && screened.verdict != ItemVerdict::notADirectory) {
       item.marker = markerIn(screened.path);
     }
     return item;
   }
 
  private:
+  /// The screening takes an item or marker for missing if it cannot tell whether there is one.
+  [[nodiscard]] std::optional<Fault> faultBehind(const ScreenedItem& screened) const {
+    switch (screened.verdict) {
+      case ItemVerdict::notADirectory:
+        return presenceOf(screened.path, platform_.fileReader).fault;
+      case ItemVerdict::noMarker:
+        return presenceOf(warpMarkerPath(screened.path), platform_.fileReader).fault;
+      default:
+        return std::nullopt;
+    }
+  }
+
   [[nodiscard]] std::optional<std::string> fileThatWarps(const Text& root) const {
     const auto isReason = [&](const ReportedManifest& reported) {
       return reported.verdict == ManifestVerdict::confirmed && reported.folder == root;
@@ -175,11 +197,14 @@ std::string toJSON(const ExplainedItem& item) {
   JSONObject object;
   object.addText("path", item.path);
   object.addFlag("accepted", item.isAccepted());
-  object.addText("reason", rowFor(verdictWords, item.verdict).name);
+  object.addText("reason", reasonName(item));
   object.addText("root", item.root);
   object.addText("manifest", item.manifestFile);
   if (item.marker.has_value()) {
     object.addJSON("marker", markerJSON(*item.marker));
+  }
+  if (item.fault.has_value()) {
+    object.addJSON("error", toJSON(*item.fault));
   }
   return object.json();
 }
@@ -188,10 +213,7 @@ std::string toText(const ExplainedItem& item, Style style) {
   std::string text = item.isAccepted() ? styledWord("accepted", Tone::good, style, headWidth)
                                        : styledWord("refused", Tone::bad, style, headWidth);
   text.append(displayText(item.path)).append("\n").append(headWidth, ' ');
-  text.append(rowFor(verdictWords, item.verdict).name)
-      .append(": ")
-      .append(reasonText(item))
-      .append("\n");
+  text.append(reasonName(item)).append(": ").append(reasonText(item)).append("\n");
   if (item.manifestFile.has_value()) {
     text += line("by " + displayText(*item.manifestFile));
   }

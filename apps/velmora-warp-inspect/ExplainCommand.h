@@ -38,6 +38,8 @@ struct ExplainedItem {
   std::optional<std::string> manifestFile = {};
   /// Present if the item contains a marker but is not a warped folder.
   std::optional<ExplainedMarker> marker = {};
+  /// The error that prevented a look at the item or at its marker, if the verdict follows from it.
+  std::optional<Fault> fault = {};
 
   [[nodiscard]] bool isAccepted() const { return verdict == ItemVerdict::accepted; }
 };

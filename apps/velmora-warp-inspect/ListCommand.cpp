@@ -1,5 +1,6 @@
 #include "ListCommand.h"
 
+#include "common/DisplayText.h"
 #include "text/Text.h"
 
 #include <cstddef>
@@ -11,19 +12,6 @@ namespace velmora::inspect {
 namespace {
 
 constexpr std::size_t headWidth = 12;
-
-/// A place that may be unusable, and the member of the report that gives the reason.
-struct PlaceFault {
-  std::string_view name;
-  Text SharedPlaces::*place;
-  std::optional<Fault> ResolutionReport::*fault;
-};
-
-constexpr PlaceFault placeFaults[] = {
-    {"index", &SharedPlaces::index, &ResolutionReport::indexFault},
-    {"mirror", &SharedPlaces::mirror, &ResolutionReport::mirrorFault},
-    {"root", &SharedPlaces::root, &ResolutionReport::rootFault},
-};
 
 std::string judgedJSON(const ReportedManifest& judged) {
   JSONObject object;
@@ -58,23 +46,6 @@ std::string faultText(std::string_view head, std::string_view line, const Fault&
          indentedLine(headWidth, toText(fault));
 }
 
-std::string pathText(const ResolutionReport& resolution, Text SharedPlaces::*place) {
-  const std::optional<Text> path = resolution.pathOf(place);
-  return path.has_value() ? displayText(*path) : "there is none";
-}
-
-std::string totals(const ResolutionReport& resolution) {
-  const std::size_t confirmed = resolution.confirmedCount();
-  return counted(resolution.judged.size() + resolution.refused.size(), "file", "files")
-      .append(": ")
-      .append(std::to_string(confirmed))
-      .append(" warped, ")
-      .append(std::to_string(resolution.judged.size() - confirmed))
-      .append(" not warped, ")
-      .append(std::to_string(resolution.refused.size()))
-      .append(" invalid\n");
-}
-
 }  // namespace
 
 std::string toJSONLines(const ResolutionReport& resolution) {
@@ -85,13 +56,17 @@ std::string toJSONLines(const ResolutionReport& resolution) {
   for (const ReportedRefusal& refused : resolution.refused) {
     lines.append(toJSON(refused)).append("\n");
   }
-  for (const PlaceFault& unusable : placeFaults) {
-    if (const std::optional<Fault>& fault = resolution.*unusable.fault) {
-      JSONObject object;
-      object.addText(unusable.name, resolution.pathOf(unusable.place));
-      object.addJSON("error", toJSON(*fault));
-      lines.append(object.json()).append("\n");
-    }
+  for (const PlaceFault& unusable : placeFaultsIn(resolution)) {
+    JSONObject object;
+    object.addText(unusable.name, unusable.path);
+    object.addJSON("error", toJSON(*unusable.fault));
+    lines.append(object.json()).append("\n");
+  }
+  if (resolution.isMirrorMissing()) {
+    JSONObject object;
+    object.addText("mirror", resolution.places->mirror);
+    object.addFlag("exists", false);
+    lines.append(object.json()).append("\n");
   }
   return lines;
 }
@@ -104,15 +79,17 @@ std::string toText(const ResolutionReport& resolution, Style style) {
   for (const ReportedRefusal& refused : resolution.refused) {
     text += faultText("invalid", displayText(refused.file), refused.fault, style);
   }
-  for (const PlaceFault& unusable : placeFaults) {
-    if (const std::optional<Fault>& fault = resolution.*unusable.fault) {
-      text += faultText(unusable.name, pathText(resolution, unusable.place), *fault, style);
-    }
+  for (const PlaceFault& unusable : placeFaultsIn(resolution)) {
+    text += faultText(unusable.name,
+                      unusable.path.has_value() ? displayText(*unusable.path) : noRootWords,
+                      *unusable.fault, style);
   }
-  if (resolution.isMirrorMissing) {
-    return text + "There is no mirror at " + pathText(resolution, &SharedPlaces::mirror) + "\n";
+  if (resolution.isMirrorMissing()) {
+    return text + styledWord("mirror", Tone::good, style, headWidth) +
+           displayText(resolution.places->mirror) + "\n" +
+           indentedLine(headWidth, mirrorWords(resolution));
   }
-  return resolution.isComplete() ? text + totals(resolution) : text;
+  return resolution.isComplete() ? text + mirrorWords(resolution) + "\n" : text;
 }
 
 }  // namespace velmora::inspect

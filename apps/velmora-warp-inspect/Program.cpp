@@ -6,10 +6,14 @@
 #include "ExplainCommand.h"
 #include "ListCommand.h"
 #include "Terminal.h"
+#include "WatchedFileReader.h"
+#include "common/DisplayText.h"
 #include "common/LinuxPlatform.h"
 #include "common/Main.h"
 #include "extension/ActionKind.h"
+#include "platform/ApplicationGroup.h"
 #include "platform/linux/Environment.h"
+#include "platform/linux/LimitedWriting.h"
 
 #include <unistd.h>
 
@@ -22,13 +26,8 @@ namespace velmora::inspect {
 
 namespace {
 
-/// Ignores a failure, because the exit status reports the result.
 void showOnStandardError(std::string_view bytes) {
-  try {
-    Output(STDERR_FILENO).write(bytes);
-  } catch (const OutputError&) {
-    return;
-  }
+  writeWithin(messageLimit, STDERR_FILENO, bytes);
 }
 
 class Program {
@@ -42,11 +41,14 @@ class Program {
         progress_(barOf(environment), std::chrono::steady_clock::now) {}
 
   ExitStatus check() {
-    FileChecker checker(platform_.fileReader);
+    FileChecker checker(files_);
     bool areAllValid = true;
     progress_.begin(line_.operands.size());
     for (const std::string& file : line_.operands) {
-      const CheckedFile checked = checker.check(file, line_.kind);
+      // A list may have been made from a directory's content, in which a pipe may have no writer.
+      const CheckedFile checked = line_.readsStandardInput
+                                      ? checker.check(file, line_.kind)
+                                      : checker.checkFileOrStream(file, line_.kind);
       areAllValid &= checked.isValid();
       tell(checked);
       progress_.advance();
@@ -55,7 +57,7 @@ class Program {
   }
 
   ExitStatus list() {
-    const Platform platform = platform_.references();
+    const Platform platform = platform_.references(files_);
     const ResolutionReport report = reportOn(
         resolveWarpedFolders(platform,
                              [this](std::size_t readCount, std::size_t fileCount) {
@@ -83,6 +85,10 @@ class Program {
         platform_.references(),
         {.isContainerSetByEnvironment =
              [this] { return platform_.locations.groupContainerOfEnvironment().has_value(); },
+         .containerInDataHome =
+             [this] {
+               return platform_.locations.groupContainerInDataHome(applicationGroupIdentifier);
+             },
          .isBusReachable = [this] { return isBusReachable(); },
          .canHoldNewFiles = canHoldNewFiles});
     tell(diagnosis);
@@ -112,14 +118,12 @@ class Program {
 
   /// Warns if the data that the verdicts depend on is incomplete.
   static void warnOf(const ResolutionReport& resolution) {
-    const auto warn = [](const char* subject, const std::optional<Fault>& fault) {
-      if (fault.has_value()) {
-        complain(programName, std::string(subject) + ": " + toText(*fault));
-      }
-    };
-    warn("there is no shared Warp root", resolution.rootFault);
-    warn("the mirror cannot be listed", resolution.mirrorFault);
-    warn("the index of destroyed manifests cannot be used", resolution.indexFault);
+    for (const PlaceFault& unusable : placeFaultsIn(resolution)) {
+      std::string line(unusable.name);
+      unusable.path.has_value() ? line.append(" ").append(displayText(*unusable.path))
+                                : line.append(": ").append(noRootWords);
+      complain(programName, line.append(": ").append(toText(*unusable.fault)));
+    }
   }
 
   bool isBusReachable() {
@@ -132,6 +136,8 @@ class Program {
   const Output output_{STDOUT_FILENO};
   const Style style_;
   Progress progress_;
+  const WatchedFileReader files_{platform_.fileReader,
+                                 [this](double part) { progress_.advanceWithinFile(part); }};
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "Report.h"
 
 #include "Terminal.h"
+#include "common/DisplayText.h"
 #include "json/JSONWriting.h"
 #include "json/strict/JSONReader.h"
 #include "platform/FileReader.h"
@@ -83,8 +84,8 @@ void JSONObject::addNumber(std::string_view key, std::size_t value) {
   addJSON(key, std::to_string(value));
 }
 
-void JSONObject::addFlag(std::string_view key, bool value) {
-  addJSON(key, value ? "true" : "false");
+void JSONObject::addFlag(std::string_view key, std::optional<bool> value) {
+  addJSON(key, !value.has_value() ? "null" : *value ? "true" : "false");
 }
 
 void JSONObject::addJSON(std::string_view key, std::string_view json) {

@@ -30,7 +30,8 @@ class JSONObject {
   /// Adds null if there is no value.
   void addText(std::string_view key, std::optional<std::string_view> value);
   void addNumber(std::string_view key, std::size_t value);
-  void addFlag(std::string_view key, bool value);
+  /// Adds null if there is no value.
+  void addFlag(std::string_view key, std::optional<bool> value);
   /// `json` is a JSON text.
   void addJSON(std::string_view key, std::string_view json);
 

@@ -1,6 +1,8 @@
 #include "ResolutionReport.h"
 
 #include "EnumTable.h"
+#include "Presence.h"
+#include "Terminal.h"
 #include "handoff/HandoffRequest.h"
 #include "platform/Platform.h"
 #include "platform/PlatformError.h"
@@ -53,6 +55,24 @@ bool isMissingFileError(const std::exception_ptr& fault) {
   }
 }
 
+void reportMirror(const Resolution& resolution, const FileReader& files, ResolutionReport& report) {
+  report.mirrorExists = !resolution.mirrorFault;
+  if (resolution.mirrorFault && !isMissingFileError(resolution.mirrorFault)) {
+    report.mirrorFault = faultOf(resolution.mirrorFault);
+    report.mirrorExists = presenceOf(report.places->mirror, files).exists;
+  }
+}
+
+void reportIndex(const Resolution& resolution, const FileReader& files, ResolutionReport& report) {
+  const Text& path = report.places->index;
+  // The actions take an index for missing if they cannot tell whether there is one.
+  Presence presence = presenceOf(path, files);
+  report.indexExists = presence.exists;
+  report.indexFault = resolution.tombstonesFault
+                          ? faultInFile(resolution.tombstonesFault, path, files)
+                          : std::move(presence.fault);
+}
+
 }  // namespace
 
 std::size_t ResolutionReport::confirmedCount() const {
@@ -68,21 +88,12 @@ ResolutionReport reportOn(const Resolution& resolution, const Platform& platform
   ResolutionReport report;
   if (resolution.root.has_value()) {
     report.places = placesIn(*resolution.root, platform.paths);
+    reportMirror(resolution, platform.fileReader, report);
+    reportIndex(resolution, platform.fileReader, report);
   }
   report.tombstoneCount = resolution.tombstoneCount;
   if (resolution.rootFault) {
     report.rootFault = faultOf(resolution.rootFault);
-  }
-  if (resolution.mirrorFault) {
-    report.isMirrorMissing = isMissingFileError(resolution.mirrorFault);
-    if (!report.isMirrorMissing) {
-      report.mirrorFault = faultOf(resolution.mirrorFault);
-    }
-  }
-  if (resolution.tombstonesFault) {
-    report.indexFault =
-        faultInFile(resolution.tombstonesFault, report.pathOf(&SharedPlaces::index).value_or(""),
-                    platform.fileReader);
   }
   for (const JudgedManifest& judged : resolution.judged) {
     ReportedManifest reported = {.file = judged.filePath.utf8(),
@@ -109,6 +120,46 @@ ResolutionReport reportOn(const Resolution& resolution, const Platform& platform
     }
   }
   return report;
+}
+
+std::vector<PlaceFault> placeFaultsIn(const ResolutionReport& report) {
+  std::vector<PlaceFault> faults;
+  const auto add = [&](std::string_view name, Text SharedPlaces::*place,
+                       const std::optional<Fault>& fault) {
+    if (fault.has_value()) {
+      faults.push_back({.name = name, .path = report.pathOf(place), .fault = &*fault});
+    }
+  };
+  add("index", &SharedPlaces::index, report.indexFault);
+  add("mirror", &SharedPlaces::mirror, report.mirrorFault);
+  add("root", &SharedPlaces::root, report.rootFault);
+  return faults;
+}
+
+std::string mirrorWords(const ResolutionReport& report) {
+  if (report.mirrorFault.has_value()) {
+    return toText(*report.mirrorFault);
+  }
+  if (report.isMirrorMissing()) {
+    return "does not exist: no folder is warped";
+  }
+  const std::size_t confirmed = report.confirmedCount();
+  return counted(report.judged.size() + report.refused.size(), "file", "files")
+      .append(": ")
+      .append(std::to_string(confirmed))
+      .append(" warped, ")
+      .append(std::to_string(report.judged.size() - confirmed))
+      .append(" not warped, ")
+      .append(std::to_string(report.refused.size()))
+      .append(" invalid");
+}
+
+std::string indexWords(const ResolutionReport& report) {
+  if (report.indexFault.has_value()) {
+    return toText(*report.indexFault);
+  }
+  return report.indexExists == false ? "does not exist: no Warp is recorded as destroyed"
+                                     : counted(report.tombstoneCount, "record", "records");
 }
 
 std::string toJSON(const ReportedRefusal& refused) {

@@ -52,9 +52,12 @@ struct ResolutionReport {
   std::optional<SharedPlaces> places;
   /// The reason why there is no shared Warp root. Nothing else was examined then.
   std::optional<Fault> rootFault;
-  /// The reason why an existing mirror cannot be listed.
+  /// None if it cannot be determined whether the mirror exists; `mirrorFault` then has the reason.
+  std::optional<bool> mirrorExists;
+  /// The reason why a mirror that may exist cannot be listed.
   std::optional<Fault> mirrorFault;
-  bool isMirrorMissing = false;
+  /// As for the mirror.
+  std::optional<bool> indexExists;
   /// The reason why the index of destroyed manifests cannot be used.
   std::optional<Fault> indexFault;
   std::size_t tombstoneCount = 0;
@@ -66,12 +69,34 @@ struct ResolutionReport {
   [[nodiscard]] bool isComplete() const {
     return !rootFault.has_value() && !mirrorFault.has_value();
   }
+  [[nodiscard]] bool isMirrorMissing() const {
+    return mirrorExists == false && !mirrorFault.has_value();
+  }
   [[nodiscard]] std::size_t confirmedCount() const;
   [[nodiscard]] std::optional<Text> pathOf(Text SharedPlaces::*place) const;
 };
 
 /// Reads each file with a decoding error a second time, to find the place of the error.
 [[nodiscard]] ResolutionReport reportOn(const Resolution& resolution, const Platform& platform);
+
+/// A place that cannot be used, and the reason.
+struct PlaceFault {
+  /// "root", "mirror" or "index".
+  std::string_view name;
+  /// None without a shared Warp root.
+  std::optional<Text> path;
+  const Fault* fault = nullptr;
+};
+
+/// The faults of the places in `report`, to which the result refers.
+[[nodiscard]] std::vector<PlaceFault> placeFaultsIn(const ResolutionReport& report);
+
+/// The words for a missing shared Warp root.
+inline constexpr std::string_view noRootWords = "there is no place for it";
+
+/// The state of the mirror and of the index in words for people: a fault, the absence, or numbers.
+[[nodiscard]] std::string mirrorWords(const ResolutionReport& report);
+[[nodiscard]] std::string indexWords(const ResolutionReport& report);
 
 /// Formats the file as a JSON object with the verdict "invalid".
 [[nodiscard]] std::string toJSON(const ReportedRefusal& refused);

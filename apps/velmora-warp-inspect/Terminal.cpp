@@ -2,12 +2,9 @@
 
 #include "EnumTable.h"
 #include "platform/linux/Environment.h"
-#include "text/UTF8.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cstdint>
+#include <cmath>
 #include <utility>
 
 namespace velmora::inspect {
@@ -23,64 +20,23 @@ constexpr ToneColour toneColours[] = {
     {Tone::good, "\x1b[32m"}, {Tone::doubtful, "\x1b[33m"}, {Tone::bad, "\x1b[31m"}};
 constexpr std::string_view noColour = "\x1b[0m";
 
-constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
-
-bool isBetween(std::int32_t value, std::int32_t first, std::int32_t last) {
-  return first <= value && value <= last;
-}
-
-/// Whether a terminal may interpret this code point instead of showing it.
-bool steersTerminal(std::int32_t value) {
-  const bool isControl = value < 0x20 || isBetween(value, 0x7F, 0x9F);
-  const bool isLineSeparator = isBetween(value, 0x2028, 0x2029);
-  const bool isDirectionMark = value == 0x061C || isBetween(value, 0x200E, 0x200F) ||
-                               isBetween(value, 0x202A, 0x202E) || isBetween(value, 0x2066, 0x2069);
-  return isControl || isLineSeparator || isDirectionMark;
-}
-
-std::string escaped(std::int32_t value) {
-  switch (value) {
-    case '\n':
-      return "\\n";
-    case '\r':
-      return "\\r";
-    case '\t':
-      return "\\t";
-    default:
-      break;
-  }
-  std::array<char, 8> digits{};
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, 16).ptr;
-  return std::string("\\u{").append(digits.data(), end).append("}");
-}
-
-/// Replaces each code point by the result of `shown`, and each byte that is not UTF-8 by U+FFFD.
-template <class Show>
-std::string repaired(std::string_view bytes, Show shown) {
-  std::string text;
-  for (std::size_t position = 0; position < bytes.size();) {
-    const internal::CodePoint point = internal::codePointAt(bytes, position);
-    if (point.isUTF8()) {
-      text += shown(point.value, bytes.substr(position, point.length));
-    } else {
-      text += replacementCharacter;
-    }
-    position += point.length;
-  }
-  return text;
-}
-
 constexpr std::chrono::seconds patience{1};
 constexpr std::chrono::milliseconds pause{100};
-constexpr std::size_t barWidth = 24;
+/// With the brackets and the percentage, a line of 28 columns.
+constexpr std::size_t barWidth = 20;
+/// A file that was read still has to be counted by advance().
+constexpr double beforeTheEnd = 0.999;
 /// Moves to the beginning of the line, and erases the line.
 constexpr std::string_view erasure = "\r\x1b[K";
 
-std::string bar(std::size_t done, std::size_t total) {
-  const std::size_t filled = total > 0 ? std::min(done, total) * barWidth / total : 0;
+std::string bar(double done, std::size_t total) {
+  const double part =
+      std::clamp(done / static_cast<double>(std::max<std::size_t>(total, 1)), 0.0, 1.0);
+  const auto filled = static_cast<std::size_t>(part * barWidth);
+  const auto percentage = std::to_string(static_cast<int>(part * 100));
   std::string text(erasure);
   text.append("[").append(filled, '#').append(barWidth - filled, '-').append("] ");
-  return text.append(std::to_string(done)).append(" of ").append(counted(total, "file", "files"));
+  return text.append(percentage).append(" %");
 }
 
 }  // namespace
@@ -90,7 +46,8 @@ bool wantsColour(const Environment& environment) {
 }
 
 bool canErase(const Environment& environment) {
-  return environment.variable("TERM").value_or("") != "dumb";
+  const std::string_view terminal = environment.variable("TERM").value_or("");
+  return !terminal.empty() && terminal != "dumb";
 }
 
 std::string styledWord(std::string_view word, Tone tone, Style style, std::size_t width) {
@@ -99,19 +56,6 @@ std::string styledWord(std::string_view word, Tone tone, Style style, std::size_
     text.insert(0, rowFor(toneColours, tone).sequence).append(noColour);
   }
   return text.append(width > word.size() ? width - word.size() : 0, ' ');
-}
-
-std::string repairedUTF8(std::string_view bytes) {
-  return repaired(bytes, [](std::int32_t, std::string_view piece) { return piece; });
-}
-
-std::string displayText(std::string_view bytes) {
-  return repaired(bytes, [](std::int32_t value, std::string_view piece) {
-    if (value == '\\') {
-      return std::string("\\\\");
-    }
-    return steersTerminal(value) ? escaped(value) : std::string(piece);
-  });
 }
 
 std::string indentedLine(std::size_t width, std::string_view line) {
@@ -135,8 +79,17 @@ void Progress::begin(std::size_t total) {
   }
 }
 
+void Progress::advanceWithinFile(double part) {
+  done_ = std::floor(done_) + std::min(part, beforeTheEnd);
+  show();
+}
+
 void Progress::advance() {
-  ++done_;
+  done_ = std::floor(done_) + 1;
+  show();
+}
+
+void Progress::show() {
   if (!show_) {
     return;
   }

@@ -1,4 +1,4 @@
-// Text for a terminal: colours, escaped untrusted text, and the progress bar.
+// Text for a terminal: colours, columns, and the progress bar.
 #pragma once
 
 #include <chrono>
@@ -14,10 +14,10 @@ class Environment;
 
 namespace inspect {
 
-/// Whether a terminal may show colours. False for a "dumb" terminal, and if $NO_COLOR is not empty.
+/// Whether a terminal may show colours: whether it can erase a line, and $NO_COLOR is empty.
 [[nodiscard]] bool wantsColour(const Environment& environment);
 
-/// Whether a terminal can erase a line. False for a "dumb" terminal.
+/// Whether a terminal can erase a line. False for a "dumb" terminal, and if $TERM is empty.
 [[nodiscard]] bool canErase(const Environment& environment);
 
 enum class Style { plain, coloured };
@@ -28,14 +28,6 @@ enum class Tone { good, doubtful, bad };
 /// `tone`. `word` must be ASCII.
 [[nodiscard]] std::string styledWord(std::string_view word, Tone tone, Style style,
                                      std::size_t width = 0);
-
-/// Returns `bytes` as UTF-8. Replaces each byte that is not part of well-formed UTF-8 by U+FFFD.
-[[nodiscard]] std::string repairedUTF8(std::string_view bytes);
-
-/// Returns `bytes` as one line that cannot control the terminal. Repairs the text as repairedUTF8
-/// does. Escapes control characters, line separators and direction marks, for example as "\n" or
-/// "\u{1b}", and doubles each backslash.
-[[nodiscard]] std::string displayText(std::string_view bytes);
 
 /// Returns `width` blanks, `line` and a line feed.
 [[nodiscard]] std::string indentedLine(std::size_t width, std::string_view line);
@@ -57,16 +49,22 @@ class Progress {
 
   /// Begins a run over `total` files.
   void begin(std::size_t total);
+  /// `part`, from 0 to 1, of the current file has been read.
+  void advanceWithinFile(double part);
   /// Counts one more file as done.
   void advance();
-  /// Erases the bar if it is visible, so that the program can print. advance() shows it again.
+  /// Erases the bar if it is visible, so that the program can print. The next advance shows it
+  /// again.
   void hide();
 
  private:
+  void show();
+
   std::function<void(std::string_view)> show_;
   std::function<Time()> now_;
   std::size_t total_ = 0;
-  std::size_t done_ = 0;
+  /// Files, and parts of the current one.
+  double done_ = 0;
   Time begin_;
   std::optional<Time> shownAt_;
   bool isVisible_ = false;

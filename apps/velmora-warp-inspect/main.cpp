@@ -7,7 +7,6 @@
 
 #include <unistd.h>
 
-#include <cerrno>
 #include <string>
 #include <variant>
 #include <vector>
@@ -32,25 +31,15 @@ struct Answer {
   }
 };
 
-int answer(const std::vector<std::string>& arguments, const velmora::Environment& environment) {
-  try {
-    return static_cast<int>(
-        std::visit(Answer{environment}, velmora::inspect::parseCommandLine(arguments)));
-  } catch (const velmora::OutputError& error) {
-    // A reader that closed the pipe early needs no message.
-    if (error.code() != EPIPE) {
-      velmora::complain(velmora::inspect::programName,
-                        std::string("cannot write the answer: ") + error.what());
-    }
-    return static_cast<int>(ExitStatus::incomplete);
-  }
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
-  return velmora::runMain(argc, argv,
-                          {.name = velmora::inspect::programName,
-                           .failureStatus = static_cast<int>(ExitStatus::incomplete)},
-                          answer);
+  return velmora::runMain(
+      argc, argv,
+      {.name = velmora::inspect::programName,
+       .failureStatus = static_cast<int>(ExitStatus::incomplete)},
+      [](const std::vector<std::string>& arguments, const velmora::Environment& environment) {
+        return static_cast<int>(
+            std::visit(Answer{environment}, velmora::inspect::parseCommandLine(arguments)));
+      });
 }

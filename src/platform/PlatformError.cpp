@@ -1,11 +1,16 @@
 #include "platform/PlatformError.h"
 
+#include <cerrno>
 #include <system_error>
 
 namespace velmora {
 
 PlatformError posixError(int code) {
   return {posixErrorDomain, code, std::generic_category().message(code)};
+}
+
+bool isNoSuchFile(const PlatformError& error) {
+  return error.domain() == posixErrorDomain && (error.code() == ENOENT || error.code() == ENOTDIR);
 }
 
 PlatformError noSuchFileError() {

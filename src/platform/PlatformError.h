@@ -45,6 +45,10 @@ class PlatformError : public std::runtime_error {
 /// The error of an `errno` value, with the system's text as its description.
 [[nodiscard]] PlatformError posixError(int code);
 
+/// Whether the error says that nothing exists at a path: ENOENT, or ENOTDIR for a path through a
+/// file. Any other error, such as EACCES, leaves that open.
+[[nodiscard]] bool isNoSuchFile(const PlatformError& error);
+
 /// The error of a file or place that does not exist: fileNoSuchFileErrorCode, without further
 /// information.
 [[nodiscard]] PlatformError noSuchFileError();

@@ -24,9 +24,8 @@ std::optional<WarpMarker> readWarpMarker(const Text& folderPath, const FileReade
   std::string bytes;
   try {
     bytes = files.read(path, maxWarpMarkerLength);
-  } catch (const PlatformError&) {
-    // Asked only after the failure, because one call is enough where the marker is there.
-    if (!files.exists(path)) {
+  } catch (const PlatformError& error) {
+    if (isNoSuchFile(error)) {
       return std::nullopt;
     }
     throw;

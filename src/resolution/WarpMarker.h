@@ -47,7 +47,8 @@ struct internal::RecordFields<WarpMarker> {
 [[nodiscard]] Text warpMarkerPath(const Text& folderPath);
 
 /// The marker of a folder; none if nothing of its name exists. Throws PlatformError if it cannot be
-/// read, DecodingError if it is not a marker, and std::bad_alloc. Any thread.
+/// read, or if a missing permission hides whether it exists; DecodingError if it
+/// is not a marker; and std::bad_alloc. Any thread.
 [[nodiscard]] std::optional<WarpMarker> readWarpMarker(const Text& folderPath,
                                                        const FileReader& files,
                                                        internal::JSONReader& reader);

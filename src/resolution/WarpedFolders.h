@@ -30,7 +30,7 @@ enum class ManifestVerdict {
   destroyedByManifestKey,
   /// Its folder contains no marker.
   noMarker,
-  /// The marker exists but cannot be read.
+  /// The marker cannot be read. It may even be unknown whether there is one.
   unreadableMarker,
   /// The marker is not JSON, or not an object with an identifier.
   malformedMarker,

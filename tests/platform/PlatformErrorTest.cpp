@@ -29,5 +29,15 @@ TEST(PlatformErrors, haveDomainCodeAndDescription) {
   }
 }
 
+TEST(PlatformErrors, sayThatNothingExists) {
+  for (const int code : {ENOENT, ENOTDIR}) {
+    EXPECT_TRUE(isNoSuchFile(posixError(code))) << code;
+  }
+  for (const int code : {EACCES, ELOOP, EIO, ENAMETOOLONG, EISDIR}) {
+    EXPECT_FALSE(isNoSuchFile(posixError(code))) << code;
+  }
+  EXPECT_FALSE(isNoSuchFile({"domain", ENOENT, ""}));
+}
+
 }  // namespace
 }  // namespace velmora

@@ -61,6 +61,15 @@ TEST_F(BrokenBusTest, brokenBus) {
   }
 }
 
+TEST_F(BrokenBusTest, frozenBusAndNobodyWhoReadsStandardError) {
+  const BrokenBus bus(BusFault::answersNothing);
+  setBus(bus.address());
+  command.standardError = StandardError::stuckPipe;
+  expectCancelled(run({home.makeFile("file")}), 1, "");
+  writeFile(home.container(), "");
+  expectCancelled(run({folder}), 2, "");
+}
+
 TEST_F(BrokenBusTest, busThatFreezes) {
   const PrivateBus bus;
   bus.freeze();

@@ -3,6 +3,7 @@
 #include "tests/process/ProcessTest.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace velmora::process {
 
@@ -44,6 +45,14 @@ TEST_F(CommandLineTest, helpAndVersionArePrintedOnly) {
   EXPECT_EQ(made(), std::set<std::string>());
 }
 
+TEST_F(CommandLineTest, helpThatCannotBeWrittenIsAnError) {
+  command.arguments = {"sh", "-c", R"(exec "$0" "$@" >/dev/full)", VELMORA_TEST_PROGRAM};
+  for (const char* argument : {"--help", "--version"}) {
+    expectCancelled(run({argument}), 2,
+                    "velmora-finder-action: cannot write the answer: No space left on device\n");
+  }
+}
+
 TEST_F(CommandLineTest, optionsOfASuccessfulRequestMayBeCombined) {
   const std::string folder = home.makeFolder("A");
   expectHandedOver(run({"--no-notify", "--bundle-identifier", "other", "--", folder}), {folder});
@@ -78,9 +87,25 @@ TEST_F(CommandLineTest, emptyListIsAnEmptySelection) {
 }
 
 TEST_F(CommandLineTest, listThatCannotBeReadIsAnError) {
-  command.arguments = {"sh", "-c", R"(exec "$0" "$@" </)", VELMORA_TEST_PROGRAM};
+  const std::pair<const char*, const char*> rows[] = {
+      {"</", "cannot read standard input: Is a directory"},
+      {"<&-", "cannot read standard input: Bad file descriptor"},
+      {"</dev/zero", "standard input is longer than 16 MiB"}};
+  for (const auto& [redirection, message] : rows) {
+    command.arguments = {"sh", "-c", std::string(R"(exec "$0" "$@" )") + redirection,
+                         VELMORA_TEST_PROGRAM};
+    expectCancelled(run({"--files0-from=-"}), 64,
+                    std::string("velmora-finder-action: ") + message + "\n");
+    expectCancelled(run({"--check", "--files0-from=-"}), 1, "");
+  }
+}
+
+TEST_F(CommandLineTest, listMayHave100000Items) {
+  command.input = std::string(100'000, '\0');
+  expectCancelled(run({"--files0-from=-"}), 1, message("en", chooseWarpFolders) + "\n");
+  *command.input += '\0';
   expectCancelled(run({"--files0-from=-"}), 64,
-                  "velmora-finder-action: cannot read standard input: Is a directory\n");
+                  "velmora-finder-action: standard input names more than 100000 items\n");
 }
 
 }  // namespace

@@ -63,9 +63,6 @@ TEST_F(InspectCheckTest, oneInvalidFileAmongValidOnesIsEnough) {
 }
 
 TEST_F(InspectCheckTest, otherThanARegularFileIsUnreadable) {
-  const std::string fifo = home.path() / "fifo.json";
-  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-  expectUnreadable(fifo, "Invalid argument");
   expectUnreadable("/dev/zero", "Invalid argument");
   expectUnreadable(home.makeFolder("a.json"), "Is a directory");
   expectUnreadable("", "No such file or directory");
@@ -74,6 +71,48 @@ TEST_F(InspectCheckTest, otherThanARegularFileIsUnreadable) {
   const std::string huge = write("huge.json", "");
   std::filesystem::resize_file(huge, std::uintmax_t{1} << 42);
   expectUnreadable(huge, "File too large");
+}
+
+TEST_F(InspectCheckTest, fileMayBeAStream) {
+  const std::string marker = write("m", "{\n\"warpID\":\"W1\"}");
+  const std::string fault = write("fault", "{\n!}");
+  // Standard input as a pipe and as a file, a pipe of the shell, and a pipe with a name.
+  const std::string check = R"("$0" check --json --kind=marker )";
+  const struct {
+    std::string script;
+    std::string file;
+  } rows[] = {{"cat FILE | " + check + "-", "-"},
+              {check + "- < FILE", "-"},
+              {"cat FILE | " + check + "/dev/stdin", "/dev/stdin"},
+              {check + "<(cat FILE)", "/dev/fd/63"},
+              {"mkfifo p; cat FILE > p & " + check + "p; rm p", "p"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.script);
+    const auto lineFor = [&](const std::string& content) {
+      command.arguments = {"bash", "-c", substituted(row.script, "FILE", content),
+                           VELMORA_TEST_INSPECT_PROGRAM};
+      return JSONLine(run({}).output);
+    };
+    EXPECT_EQ(lineFor(marker).text("/file"), row.file);
+    EXPECT_EQ(lineFor(marker).text("/marker/warpID"), "W1");
+    EXPECT_EQ(lineFor(fault).number("/error/line"), 2U);
+  }
+}
+
+TEST_F(InspectCheckTest, closedStandardInputIsUnreadable) {
+  command.arguments = {"sh", "-c", R"(exec "$0" "$@" <&-)", VELMORA_TEST_INSPECT_PROGRAM};
+  expectUnreadable("-", "Bad file descriptor");
+}
+
+TEST_F(InspectCheckTest, listHasRegularFilesOnly) {
+  ASSERT_EQ(::mkfifo((home.path() / "pipe").c_str(), 0600), 0);
+  write("-", markerJSON("W1"));
+  command.input = std::string("pipe\0-\0", 7);
+  const std::vector<JSONLine> lines =
+      inspectAsJSON({"check", "--kind=marker", "--files0-from=-"}, 1);
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0].text("/error/message"), "Invalid argument");
+  EXPECT_EQ(lines[1].text("/marker/warpID"), "W1");
 }
 
 TEST_F(InspectCheckTest, fileWithoutPermissionIsUnreadable) {
@@ -89,7 +128,7 @@ TEST_F(InspectCheckTest, hostileNamesAndContentsAreEscaped) {
       "31m\xff.json";
   write(name, markerJSON("\x1b[2J\n\u009b\u202e\u202c"));
   EXPECT_EQ(inspect({"check", "--kind", "marker", name}, 0).output,
-            "valid    marker    a\\n\\u{1b}[2J\uFFFD31m\uFFFD.json\n"
+            "valid    marker    a\\n\\u{1b}[2J\\x9b31m\\xff.json\n"
             "         Warp \\u{1b}[2J\\n\\u{9b}\\u{202e}\\u{202c}\n");
   EXPECT_EQ(onlyLine({"check", "--kind", "marker", name}, 0).text("/file"),
             "a\n\x1b[2J\uFFFD31m\uFFFD.json");

@@ -96,6 +96,25 @@ TEST_F(InspectDoctorTest, unwritableRequestDirectoryIsAnObstacle) {
   EXPECT_EQ(look(1).texts("/obstacles"), Names{"handoffNotWritable"});
 }
 
+TEST_F(InspectDoctorTest, placesThatMayNotBeLookedAtAreNotMissing) {
+  std::filesystem::create_directories(sharedRoot());
+  lockOut(sharedRoot());
+  const JSONLine line = look(1);
+  for (const std::string place : {"/mirror", "/index", "/handoff"}) {
+    EXPECT_TRUE(line.isNull(place + "/exists")) << place;
+    EXPECT_EQ(line.text(place + "/error/message"), "Permission denied") << place;
+  }
+}
+
+TEST_F(InspectDoctorTest, containerThatMayNotBeLookedAtIsNotMissing) {
+  command.environment.erase("VELMORA_GROUP_CONTAINER");
+  std::filesystem::create_directories(home.dataHome());
+  lockOut(home.dataHome());
+  const JSONLine line = look(1);
+  EXPECT_EQ(line.text("/root/source"), "fallback");
+  EXPECT_EQ(line.text("/root/error/message"), "Permission denied");
+}
+
 TEST_F(InspectDoctorTest, damagedRecordsAreNotes) {
   writeFile(mirror() / "a.json", "");
   writeFile(index(), "");

@@ -72,7 +72,7 @@ TEST_F(InspectListTest, refusedFilesComeLast) {
   EXPECT_EQ(lines[2].text("/error/message"), "Is a directory");
   EXPECT_EQ(lines[3].text("/error/message"), "Invalid argument");
   const std::string output = inspect({"list"}, 0).output;
-  EXPECT_NE(output.find("/A\\n\\u{1b}[2J\uFFFD.json\n"), std::string::npos) << output;
+  EXPECT_NE(output.find("/A\\n\\u{1b}[2J\\xff.json\n"), std::string::npos) << output;
 }
 
 TEST_F(InspectListTest, textHasTheFolderAndTheReason) {
@@ -99,20 +99,37 @@ TEST_F(InspectListTest, unusableIndexIsReportedAndNothingElseChanges) {
 }
 
 TEST_F(InspectListTest, mirrorMayBeMissingButMustBeAReadableDirectory) {
-  EXPECT_TRUE(inspectAsJSON({"list"}, 0).empty());
-  EXPECT_EQ(inspect({"list"}, 0).output, "There is no mirror at " + mirror().native() + "\n");
+  const JSONLine missing = onlyLine({"list"}, 0);
+  EXPECT_EQ(missing.text("/mirror"), mirror());
+  EXPECT_FALSE(missing.flag("/exists"));
+  EXPECT_EQ(inspect({"list"}, 0).output, "mirror      " + mirror().native() +
+                                             "\n            does not exist: no folder is warped\n");
   writeFile(mirror(), "");
   const JSONLine line = onlyLine({"list"}, 1);
   EXPECT_EQ(line.text("/mirror"), mirror());
   EXPECT_EQ(line.text("/error/message"), "Not a directory");
   std::filesystem::remove(mirror());
   std::filesystem::create_directories(mirror());
-  std::filesystem::permissions(mirror(), std::filesystem::perms::none);
-  runAs(nobody);
+  lockOut(mirror());
   EXPECT_EQ(jsonLines(run({"list", "--json"}).output).at(0).text("/error/message"),
             "Permission denied");
-  // The home can only be removed with these permissions.
-  std::filesystem::permissions(mirror(), std::filesystem::perms::owner_all);
+}
+
+TEST_F(InspectListTest, markerThatMayNotBeLookedAtIsNotMissing) {
+  makeWarpedFolder("locked/a", "W1");
+  lockOut(home.folders() / "locked");
+  const JSONLine line = onlyLine({"list"}, 0);
+  EXPECT_EQ(line.text("/verdict"), "unreadableMarker");
+  EXPECT_EQ(line.text("/error/message"), "Permission denied");
+}
+
+TEST_F(InspectListTest, placesThatMayNotBeLookedAtAreNotMissing) {
+  std::filesystem::create_directories(mirror());
+  lockOut(sharedRoot());
+  EXPECT_EQ(inspect({"list"}, 1).output, "index       " + index().native() +
+                                             "\n            unreadable: Permission denied\n" +
+                                             "mirror      " + mirror().native() +
+                                             "\n            unreadable: Permission denied\n");
 }
 
 }  // namespace

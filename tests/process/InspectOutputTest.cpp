@@ -2,6 +2,7 @@
 
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/InspectTest.h"
+#include "tests/process/Trace.h"
 
 #include <algorithm>
 
@@ -55,14 +56,24 @@ TEST_F(InspectOutputTest, outputClosedMidwayEndsItSoon) {
 
 TEST_F(InspectOutputTest, outputToAFullDeviceIsAnError) {
   command.arguments = {"sh", "-c", R"(exec "$0" "$@" >/dev/full)", VELMORA_TEST_INSPECT_PROGRAM};
-  expectCancelled(run({"doctor"}), 74,
-                  "velmora-warp-inspect: cannot write the answer: No space left on device\n");
+  for (const char* argument : {"doctor", "--help", "--version"}) {
+    expectCancelled(run({argument}), 74,
+                    "velmora-warp-inspect: cannot write the answer: No space left on device\n");
+  }
 }
 
-TEST_F(InspectOutputTest, missingStreamsMakeNoDifference) {
-  command.arguments = {"sh", "-c", R"(exec "$0" "$@" <&- >&- 2>&-)", VELMORA_TEST_INSPECT_PROGRAM};
-  EXPECT_EQ(run({"check", "missing"}).exitStatus, 1);
-  EXPECT_EQ(run({"check", "--files0-from=-"}).exitStatus, 0);
+TEST_F(InspectOutputTest, missingStreamIsAnErrorIfItIsUsed) {
+  const auto runWithout = [this](const char* streams, const std::vector<std::string>& arguments) {
+    command.arguments = {"sh", "-c", std::string(R"(exec "$0" "$@" )") + streams,
+                         VELMORA_TEST_INSPECT_PROGRAM};
+    return run(arguments);
+  };
+  expectCancelled(runWithout(">&-", {"list"}), 74,
+                  "velmora-warp-inspect: cannot write the answer: Bad file descriptor\n");
+  expectCancelled(runWithout("<&-", {"check", "--files0-from=-"}), 64,
+                  "velmora-warp-inspect: cannot read standard input: Bad file descriptor\n");
+  EXPECT_EQ(runWithout("<&- 2>&-", {"check", "missing"}).exitStatus, 1);
+  EXPECT_EQ(runWithout("<&- >&- 2>&-", {"check", "missing"}).exitStatus, 74);
 }
 
 TEST_F(InspectOutputTest, coloursAreForTerminalsThatAcceptThem) {
@@ -86,6 +97,29 @@ TEST_F(InspectOutputTest, shortRunShowsNoBar) {
   command.environment["TERM"] = "xterm";
   inspect({"list"}, 0);
   inspect({"check", "missing"}, 1);
+}
+
+TEST_F(InspectOutputTest, barMovesWithinALargeFile) {
+  VelmoraWarpSharedManifest manifest = manifestOf("/a", "W1");
+  for (int number = 0; number < 1000; ++number) {
+    manifest.entries.append(entryOf("/a/" + std::to_string(number)));
+  }
+  mirrorManifest(manifest, "W1.json");
+  // The manifest is on a slow disk, so the second of its pieces comes after more than a second.
+  command.arguments = tracingCommand(home.path() / "trace", "read", {"read:delay_exit=550000"});
+  command.arguments.push_back("--trace-path=" + (mirror() / "W1.json").native());
+  command.environment["ASAN_OPTIONS"] += ":detect_leaks=0";
+  command.environment["TERM"] = "xterm";
+  command.standardError = StandardError::terminal;
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"list"}, {"check", mirror() / "W1.json"}}) {
+    std::vector<std::string> all = {VELMORA_TEST_INSPECT_PROGRAM};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    const std::string bars = run(all).error;
+    EXPECT_TRUE(bars.starts_with("\r\x1b[K[")) << bars;
+    EXPECT_GE(std::ranges::count(bars, '%'), 2) << bars;
+    EXPECT_TRUE(bars.ends_with("\r\x1b[K")) << bars;
+  }
 }
 
 }  // namespace

@@ -34,6 +34,19 @@ void InspectTest::mirrorManifest(const VelmoraWarpSharedManifest& manifest,
   writeFile(mirror() / fileName, encodeManifest(manifest));
 }
 
+void InspectTest::lockOut(const std::filesystem::path& directory) {
+  locked_ = directory;
+  std::filesystem::permissions(locked_, std::filesystem::perms::none);
+  runAs(nobody);
+}
+
+InspectTest::~InspectTest() {
+  if (!locked_.empty()) {
+    // The home can only be removed with these permissions.
+    std::filesystem::permissions(locked_, std::filesystem::perms::owner_all);
+  }
+}
+
 std::string InspectTest::makeWarpedFolder(std::string_view name, std::string_view warpID) const {
   std::string folder = home.makeFolder(name);
   writeFile(folder + "/.velmora-warped.json", markerJSON(warpID));

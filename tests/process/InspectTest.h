@@ -29,8 +29,15 @@ class InspectTest : public ProcessTest {
 
   /// Puts a manifest into the mirror.
   void mirrorManifest(const VelmoraWarpSharedManifest& manifest, std::string_view fileName) const;
+  /// Lets the program run as a user who cannot look into `directory`.
+  void lockOut(const std::filesystem::path& directory);
   /// Creates a folder with the marker and the manifest `<warpID>.json` of a Warp.
   std::string makeWarpedFolder(std::string_view name, std::string_view warpID) const;
+
+  ~InspectTest() override;
+
+ private:
+  std::filesystem::path locked_;
 };
 
 }  // namespace velmora::process

@@ -50,6 +50,17 @@ TEST_F(NotificationTest, failedHandoffIsShownInTheUsersLanguage) {
   expectNotification(shown(run({home.makeFolder("A")}), 2), message("ja", warpHandoffFailed));
 }
 
+TEST_F(NotificationTest, messageIsShownWhenNobodyReadsStandardError) {
+  command.standardError = StandardError::stuckPipe;
+  expectNotification(shown(run({file}), 1), text);
+}
+
+TEST_F(NotificationTest, failedHandoffIsShownWhenNobodyReadsStandardError) {
+  command.standardError = StandardError::stuckPipe;
+  writeFile(home.container(), "");
+  expectNotification(shown(run({home.makeFolder("A")}), 2), message("en", warpHandoffFailed));
+}
+
 TEST_F(NotificationTest, nothingElseIsShown) {
   EXPECT_TRUE(shown(run({"--no-notify", file}), 1).empty());
   EXPECT_TRUE(shown(run({home.makeFolder("A")}), 0).empty());

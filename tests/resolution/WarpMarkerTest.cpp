@@ -23,13 +23,18 @@ TEST(WarpMarkers, areReadFromTheirFolder) {
   EXPECT_EQ(readWarpMarker("/b", fake.fileSystem, reader), std::nullopt);
 }
 
-TEST(WarpMarkers, areUnreadableOnlyIfTheyExist) {
+TEST(WarpMarkers, areMissingOnlyIfNothingExists) {
   FakePlatform fake;
   internal::JSONReader reader;
-  fake.fileSystem.readFailure = throwing(posixError(EIO));
-  EXPECT_EQ(readWarpMarker("/a", fake.fileSystem, reader), std::nullopt);
+  for (const int code : {ENOENT, ENOTDIR}) {
+    fake.fileSystem.readFailure = throwing(posixError(code));
+    EXPECT_EQ(readWarpMarker("/a", fake.fileSystem, reader), std::nullopt);
+  }
+  for (const int code : {EACCES, ELOOP, EIO}) {
+    fake.fileSystem.readFailure = throwing(posixError(code));
+    EXPECT_THROW(static_cast<void>(readWarpMarker("/a", fake.fileSystem, reader)), PlatformError);
+  }
   mark(fake, "/a", "W");
-  EXPECT_THROW(static_cast<void>(readWarpMarker("/a", fake.fileSystem, reader)), PlatformError);
   fake.fileSystem.readFailure = nullptr;
   fake.fileSystem.files["/a/.velmora-warped.json"] = "[]";
   EXPECT_THROW(static_cast<void>(readWarpMarker("/a", fake.fileSystem, reader)), DecodingError);

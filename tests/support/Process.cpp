@@ -86,6 +86,27 @@ Connection terminal() {
   return {std::move(master), std::move(slave)};
 }
 
+Connection stuckPipe() {
+  auto [readEnd, writeEnd] = makePipe();
+  makeNonBlocking(writeEnd);
+  while (::write(writeEnd.get(), "x", 1) == 1) {
+  }
+  require(::fcntl(writeEnd.get(), F_SETFL, 0) == 0, "fcntl");
+  return {std::move(readEnd), std::move(writeEnd)};
+}
+
+Connection errorConnection(StandardError kind) {
+  switch (kind) {
+    case StandardError::terminal:
+      return terminal();
+    case StandardError::stuckPipe:
+      return stuckPipe();
+    case StandardError::pipe:
+      break;
+  }
+  return outputPipe();
+}
+
 Connection outputConnection(StandardOutput kind) {
   if (kind == StandardOutput::terminal) {
     return terminal();
@@ -284,7 +305,7 @@ Outcome run(const Command& command) {
   std::signal(SIGPIPE, SIG_IGN);
   Connection input = command.input ? inputPipe() : emptyInput();
   Connection output = outputConnection(command.standardOutput);
-  Connection error = command.standardError == StandardError::terminal ? terminal() : outputPipe();
+  Connection error = errorConnection(command.standardError);
   SpawnActions actions;
   actions.give(input.theirs, STDIN_FILENO);
   actions.give(output.theirs, STDOUT_FILENO);
@@ -297,7 +318,8 @@ Outcome run(const Command& command) {
   Feeder feeder{std::move(input.ours), command.input ? *command.input : std::string_view()};
   const bool hasReader = output.ours.isOpen();
   Collector outputCollector{std::move(output.ours), {}, !hasReader};
-  Collector errorCollector{std::move(error.ours), {}};
+  const bool isStuck = command.standardError == StandardError::stuckPipe;
+  Collector errorCollector{std::move(error.ours), {}, isStuck};
   serveUntilEnd(outcome.process, feeder, outputCollector, errorCollector);
   const int status = awaitEnd(outcome.process);
   if (WIFEXITED(status)) {

@@ -27,7 +27,12 @@ Environment inheritedEnvironment();
 /// ThreadSanitizer sees in libraries not compiled for it, or because of leaks.
 Environment helperEnvironment();
 
-enum class StandardError { pipe, terminal };
+enum class StandardError {
+  pipe,
+  terminal,
+  /// A full pipe that nobody reads.
+  stuckPipe,
+};
 
 enum class StandardOutput {
   pipe,

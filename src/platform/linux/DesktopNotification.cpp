@@ -27,7 +27,7 @@ void notifyDesktop(SessionBus& bus, std::string_view summary) noexcept {
   try {
     notify(bus, summary);
   } catch (const std::exception&) {
-    // The message is on standard error already.
+    // Standard error gets the message, too.
   }
 }
 

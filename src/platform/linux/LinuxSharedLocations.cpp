@@ -22,15 +22,17 @@ std::optional<Text> LinuxSharedLocations::groupContainer(std::string_view groupI
   if (std::optional<Text> container = groupContainerOfEnvironment()) {
     return container;
   }
-  std::optional<std::string> container = xdgDataHome(environment_, homeLookup_);
-  if (!container) {
+  std::optional<Text> container = groupContainerInDataHome(groupIdentifier);
+  return container && fileReader_.isDirectory(*container) ? container : std::nullopt;
+}
+
+std::optional<Text> LinuxSharedLocations::groupContainerInDataHome(
+    std::string_view groupIdentifier) const {
+  std::optional<std::string> dataHome = xdgDataHome(environment_, homeLookup_);
+  if (!dataHome) {
     return std::nullopt;
   }
-  container->append("/").append(groupIdentifier);
-  if (!fileReader_.isDirectory(*container)) {
-    return std::nullopt;
-  }
-  return Text(*std::move(container));
+  return Text(dataHome->append("/").append(groupIdentifier));
 }
 
 std::vector<Text> LinuxSharedLocations::applicationSupportDirectories() const {

@@ -26,6 +26,11 @@ class LinuxSharedLocations final : public SharedLocations {
   std::optional<Text> groupContainer(std::string_view groupIdentifier) const override;
   std::vector<Text> applicationSupportDirectories() const override;
 
+  /// The path at which the application creates the container of a group, whether or not something
+  /// is there. None without a data home.
+  [[nodiscard]] std::optional<Text> groupContainerInDataHome(
+      std::string_view groupIdentifier) const;
+
   /// The container of every group by $VELMORA_GROUP_CONTAINER: what groupContainer() then returns.
   /// None when the variable does not count.
   [[nodiscard]] std::optional<Text> groupContainerOfEnvironment() const;

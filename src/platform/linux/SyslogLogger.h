@@ -8,20 +8,19 @@
 
 namespace velmora {
 
-/// One object at a time, because the system has a single log per process.
+/// Writes no longer than `messageLimit` (LimitedWriting.h) to each of the two. syslog(3) would wait
+/// for a stuck log, or for a reader of standard error that never reads. Any thread.
 class SyslogLogger final : public Logger {
  public:
-  /// `identifier` names the program at the beginning of every line.
-  explicit SyslogLogger(std::string identifier);
-  ~SyslogLogger() override;
-  SyslogLogger(const SyslogLogger&) = delete;
-  SyslogLogger& operator=(const SyslogLogger&) = delete;
+  /// `identifier` names the program at the beginning of each line. `socketPath` is the datagram
+  /// socket of the system log; without a log there, only the copy is written.
+  explicit SyslogLogger(std::string identifier, std::string socketPath = "/dev/log");
 
   void log(std::string_view line) noexcept override;
 
  private:
-  /// The system keeps a pointer into it while the log is open.
   const std::string identifier_;
+  const std::string socketPath_;
 };
 
 }  // namespace velmora

@@ -52,6 +52,7 @@ TEST(Arguments, areOptionsAndOperandsInAnyOrder) {
        "[-][][a b][[a,b]][c=d][+][\xff][a\nb]"},
       {{"a", "--", "--check", "--", "-x"}, "[a][--check][--][-x]"},
       {{"--help", "--unknown"}, "help= "},
+      {{"a", "-h", "--unknown"}, "help= [a]"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(parsed(row.arguments), row.parsed) << testing::PrintToString(row.arguments);
@@ -66,14 +67,18 @@ TEST(Arguments, thatAreWrongRaiseAMessageOfOneLine) {
       {{"--unknown", "a"}, "unknown option: --unknown"},
       {{"--unknown=x", "a"}, "unknown option: --unknown=x"},
       {{"a", "-x"}, "unknown option: -x"},
-      {{"-check"}, "unknown option: -check"},
+      {{"-check"}, "unknown option: -check; did you mean --check?"},
+      {{"-hx"}, "unknown option: -hx"},
+      {{"-xh"}, "unknown option: -xh"},
       {{"-W", "check"}, "unknown option: -W"},
-      {{"--chec"}, "unknown option: --chec"},
-      {{"--Check"}, "unknown option: --Check"},
+      {{"--chec"}, "unknown option: --chec; did you mean --check?"},
+      {{"--Check"}, "unknown option: --Check; did you mean --check?"},
+      {{"--knid=x"}, "unknown option: --knid=x; did you mean --kind?"},
       {{"--=x"}, "unknown option: --=x"},
-      {{"--un\nknown\x1b\x7f"}, "unknown option: --un?known??"},
+      {{"--un\nknown\x1b\x7f"}, "unknown option: --un\\nknown\\u{1b}\\u{7f}"},
       {{"--unknown", "--help"}, "unknown option: --unknown"},
       {{"--check=false"}, "--check takes no value"},
+      {{"--check="}, "--check takes no value"},
       {{"--help=x"}, "--help takes no value"},
       {{"--kind"}, "--kind without a value"},
       {{"--kind", "--check", "a"}, "--kind without a value"},
@@ -100,8 +105,8 @@ TEST(ArgumentValues, areThoseOfTheGivenOptions) {
   EXPECT_FALSE(arguments.has("help"));
 }
 
-TEST(UsageErrors, areOneLineForAnyArgument) {
-  EXPECT_STREQ(UsageError("a\nb\x1b[31m\x7f").what(), "a?b?[31m?");
+TEST(UsageErrors, areEscaped) {
+  EXPECT_STREQ(UsageError("a\nb\x1b[31m\u202e\xff").what(), "a\\nb\\u{1b}[31m\\u{202e}\\xff");
   EXPECT_STREQ(UsageError("日本 'x'").what(), "日本 'x'");
 }
 

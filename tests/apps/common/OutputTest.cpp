@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <array>
@@ -25,21 +26,30 @@ int codeOfWriteTo(int descriptor) {
 }
 
 TEST(Outputs, writeAllToASlowReader) {
-  std::array<int, 2> ends{};
-  ASSERT_EQ(::pipe(ends.data()), 0);
-  const std::string sent(1'000'000, 'a');
-  std::string received;
-  std::thread reader([&] {
-    std::array<char, 4096> piece{};
-    for (ssize_t count = 0; (count = ::read(ends[0], piece.data(), piece.size())) > 0;) {
-      received.append(piece.data(), static_cast<std::size_t>(count));
-    }
-  });
-  Output(ends[1]).write(sent);
-  ::close(ends[1]);
-  reader.join();
-  ::close(ends[0]);
-  EXPECT_EQ(received, sent);
+  for (const int flags : {0, O_NONBLOCK}) {
+    SCOPED_TRACE(flags);
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    ASSERT_EQ(::fcntl(ends[1], F_SETFL, flags), 0);
+    const int capacity = ::fcntl(ends[0], F_GETPIPE_SZ);
+    const std::string sent(1'000'000, 'a');
+    std::string received;
+    std::thread reader([&] {
+      // Begins when the pipe is full.
+      for (int length = 0; length < capacity;) {
+        ASSERT_EQ(::ioctl(ends[0], FIONREAD, &length), 0);
+      }
+      std::array<char, 4096> piece{};
+      for (ssize_t count = 0; (count = ::read(ends[0], piece.data(), piece.size())) > 0;) {
+        received.append(piece.data(), static_cast<std::size_t>(count));
+      }
+    });
+    EXPECT_NO_THROW(Output(ends[1]).write(sent));
+    ::close(ends[1]);
+    reader.join();
+    ::close(ends[0]);
+    EXPECT_EQ(received, sent);
+  }
 }
 
 TEST(Outputs, reportAReaderThatHasGone) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,9 +24,14 @@ ino_t inodeOf(int descriptor) {
   return ::fstat(descriptor, &status) == 0 ? status.st_ino : 0;
 }
 
+bool isUsable(int stream) {
+  char byte = '\0';
+  return stream == STDIN_FILENO ? ::read(stream, &byte, 1) >= 0 : ::write(stream, "", 0) >= 0;
+}
+
 /// Closes the descriptors and opens the missing streams, so the caller must be a process of its
-/// own. Returns whether they are then writable /dev/null, the other standard streams are unchanged,
-/// and no further descriptor is open.
+/// own. Returns whether they are then an unusable /dev/null, the other standard streams are
+/// unchanged, and no further descriptor is open.
 bool opensOnly(const std::vector<int>& closed) {
   const int unused = ::open("/dev/null", O_RDONLY);
   const ino_t null = inodeOf(unused);
@@ -38,8 +44,7 @@ bool opensOnly(const std::vector<int>& closed) {
   openMissingStandardStreams();
   return std::ranges::all_of(
              expected, [](const auto& stream) { return inodeOf(stream.first) == stream.second; }) &&
-         std::ranges::all_of(closed, [](int stream) { return ::write(stream, "", 0) == 0; }) &&
-         ::fcntl(unused, F_GETFD) < 0;
+         std::ranges::none_of(closed, isUsable) && ::fcntl(unused, F_GETFD) < 0;
 }
 
 TEST(MissingStandardStreams, areOpenedAndNoOthers) {
@@ -53,13 +58,13 @@ TEST(MissingStandardStreams, areOpenedAndNoOthers) {
 
 /// Makes `descriptor` standard input, and closes it. Returns all that was read from it, or the
 /// message of the error.
-std::string readFrom(int descriptor) {
+std::string readFrom(int descriptor, std::size_t maxLength = 100'000) {
   const int original = ::dup(STDIN_FILENO);
   ::dup2(descriptor, STDIN_FILENO);
   ::close(descriptor);
   std::string result;
   try {
-    result = readStandardInput();
+    result = readStandardInput(maxLength);
   } catch (const PlatformError& error) {
     result = error.what();
   }
@@ -85,6 +90,29 @@ TEST(ReadingStandardInput, readsToTheEndOfAPipe) {
 
 TEST(ReadingStandardInput, raisesTheErrorOfReading) {
   EXPECT_EQ(readFrom(::open("/", O_RDONLY)), "Is a directory");
+  EXPECT_EQ(readFrom(::open("/dev/null", O_WRONLY)), "Bad file descriptor");
+}
+
+TEST(ReadingStandardInput, endsAtItsMaximumLength) {
+  EXPECT_EQ(readFrom(::open("/dev/zero", O_RDONLY)), "File too large");
+}
+
+TEST(ReadingStandardInput, waitsForTheWriterOfANonBlockingPipe) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(::pipe2(ends.data(), O_NONBLOCK), 0);
+  const int reader = ::dup(ends[0]);
+  ASSERT_EQ(::write(ends[1], "a", 1), 1);
+  std::thread writer([&] {
+    // Writes the second byte after the first one was read.
+    for (int length = 1; length > 0;) {
+      ASSERT_EQ(::ioctl(reader, FIONREAD, &length), 0);
+    }
+    EXPECT_EQ(::write(ends[1], "b", 1), 1);
+    ::close(ends[1]);
+  });
+  EXPECT_EQ(readFrom(ends[0]), "ab");
+  writer.join();
+  ::close(reader);
 }
 
 }  // namespace

@@ -73,7 +73,8 @@ TEST(WrongActionCommandLines, raiseAMessageOfOneLine) {
       {{}, noItem},
       {{"--"}, noItem},
       {{"--check"}, noItem},
-      {{"--un\nknown", "a"}, "unknown option: --un?known"},
+      {{"--un\nknown", "a"}, "unknown option: --un\\nknown"},
+      {{"--resotre", "a"}, "unknown option: --resotre; did you mean --restore?"},
       {{"--restore", "--bundle-identifier", "x", "a"},
        "--restore and --bundle-identifier exclude each other"},
       {{"--restore", "--bundle-identifier=", "a"},
@@ -89,7 +90,8 @@ TEST(WrongActionCommandLines, raiseAMessageOfOneLine) {
 }
 
 TEST(RequestedActionTexts, areHelpAndVersion) {
-  const std::string help = std::get<RequestedText>(parseCommandLine({"--help"})).text;
+  const std::string help = std::get<RequestedText>(parseCommandLine({"-h"})).text;
+  EXPECT_EQ(std::get<RequestedText>(parseCommandLine({"--help"})).text, help);
   for (const char* option : {"--bundle-identifier", "--restore", "--check", "--no-notify",
                              "--files0-from", "--help", "--version", "Exit status:"}) {
     EXPECT_NE(help.find(option), std::string::npos) << option;

@@ -81,9 +81,9 @@ TEST(WrongInspectCommandLines, raiseAMessageOfOneLine) {
   } rows[] = {
       {{}, noCommand},
       {{"--", "check"}, noCommand},
-      {{"chec", "a"}, "unknown command: chec"},
+      {{"chec", "a"}, "unknown command: chec; did you mean check?"},
       {{""}, "unknown command: "},
-      {{"a\x1b\n"}, "unknown command: a??"},
+      {{"a\x1b\n"}, "unknown command: a\\u{1b}\\n"},
       {{"--json", "list"}, "unknown option: --json"},
       {{"check"}, noFile},
       {{"check", "--"}, noFile},
@@ -112,9 +112,10 @@ TEST(RequestedInspectTexts, areHelpAndVersion) {
     Arguments pieces;
   } rows[] = {
       {{"--help"}, {"check", "list", "explain", "doctor", "--version"}},
+      {{"-h"}, {"check", "list", "explain", "doctor", "--version"}},
       {{"check", "--help"},
        {"check [OPTIONS] [--] FILE...", "--kind", "--json", "--files0-from", "  64  "}},
-      {{"list", "--help"}, {"list [OPTIONS]", "--json", "Exit status:"}},
+      {{"list", "-h"}, {"list [OPTIONS]", "--json", "Exit status:"}},
       {{"explain", "a", "--help"}, {"(--warp|--restore)", "--files0-from", "Exit status:"}},
       {{"doctor", "--help"}, {"doctor [OPTIONS]", "--json", "Exit status:"}},
   };

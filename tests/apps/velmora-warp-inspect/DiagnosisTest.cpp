@@ -24,6 +24,7 @@ class DiagnosisTest : public testing::Test {
   Diagnosis look() {
     return diagnose(fake.platform(),
                     {.isContainerSetByEnvironment = [this] { return isContainerSetByEnvironment; },
+                     .containerInDataHome = [] { return Text("/data/group"); },
                      .isBusReachable = [this] { return isBusReachable; },
                      .canHoldNewFiles =
                          [this](const Text& directory) {
@@ -57,8 +58,8 @@ TEST_F(DiagnosisTest, soundSystemIsReady) {
   EXPECT_EQ(diagnosis.resolution.judged.size(), 2U);
   EXPECT_EQ(diagnosis.resolution.confirmedCount(), 1U);
   EXPECT_EQ(diagnosis.resolution.tombstoneCount, 1U);
-  EXPECT_TRUE(diagnosis.indexExists);
-  EXPECT_TRUE(diagnosis.handoff.exists);
+  EXPECT_EQ(diagnosis.resolution.indexExists, true);
+  EXPECT_EQ(diagnosis.handoff.exists, true);
   EXPECT_TRUE(diagnosis.handoff.isWritable);
   EXPECT_EQ(diagnosis.handoff.waitingRequests, 1U);
   EXPECT_EQ(diagnosis.chosenLanguage, VelmoraLanguage::system);
@@ -82,7 +83,7 @@ TEST_F(DiagnosisTest, faultThatTheActionsTolerateIsANote) {
   EXPECT_EQ(diagnosis.rootSource, RootSource::fallback);
   EXPECT_EQ(diagnosis.resolution.refused.size(), 1U);
   EXPECT_EQ(diagnosis.resolution.indexFault.value().kind, "typeMismatch");
-  EXPECT_FALSE(diagnosis.handoff.exists);
+  EXPECT_EQ(diagnosis.handoff.exists, false);
   EXPECT_EQ(diagnosis.handoff.waitingRequests, 0U);
   EXPECT_EQ(diagnosis.chosenLanguage, VelmoraLanguage::spanish);
   EXPECT_EQ(diagnosis.language, VelmoraLanguage::spanish);
@@ -102,27 +103,44 @@ TEST_F(DiagnosisTest, unreadableMirrorIsAnObstacle) {
   fake.fileSystem.entryNamesFailure = throwing(posixError(EACCES));
   const Diagnosis diagnosis = look();
   EXPECT_EQ(diagnosis.obstacles(), Names{"mirrorUnreadable"});
-  EXPECT_FALSE(diagnosis.resolution.isMirrorMissing);
+  EXPECT_EQ(diagnosis.resolution.mirrorExists, true);
   EXPECT_EQ(diagnosis.resolution.mirrorFault.value().message, "Permission denied");
   EXPECT_EQ(diagnosis.handoff.waitingRequests, std::nullopt);
+  EXPECT_EQ(diagnosis.handoff.fault.value().message, "Permission denied");
+}
+
+TEST_F(DiagnosisTest, missingPermissionDoesNotMeanThatNothingIsThere) {
+  fake.locations.supportDirectories = {"/data"};
+  fake.fileSystem.readFailure = throwing(posixError(EACCES));
+  const Diagnosis diagnosis = look();
+  EXPECT_EQ(diagnosis.rootSource, RootSource::fallback);
+  for (const std::optional<Fault>& fault :
+       {diagnosis.containerFault, diagnosis.resolution.indexFault, diagnosis.handoff.fault}) {
+    EXPECT_EQ(fault.value().message, "Permission denied");
+  }
+  EXPECT_EQ(diagnosis.resolution.indexExists, std::nullopt);
+  EXPECT_EQ(diagnosis.handoff.exists, std::nullopt);
+  EXPECT_EQ(diagnosis.handoff.waitingRequests, std::nullopt);
+  EXPECT_EQ(diagnosis.notes(),
+            (Names{"containerUnreadable", "indexUnusable", "applicationNotFound"}));
 }
 
 TEST_F(DiagnosisTest, unwritableHandoffDirectoryIsAnObstacle) {
   prepareMirror(fake);
   isWritable = false;
   EXPECT_EQ(look().obstacles(), Names{"handoffNotWritable"});
-  EXPECT_FALSE(look().handoff.exists);
+  EXPECT_EQ(look().handoff.exists, false);
   fake.fileSystem.createDirectories("/C/Warp/FinderHandoff");
   EXPECT_EQ(look().obstacles(), Names{"handoffNotWritable"});
-  EXPECT_TRUE(look().handoff.exists);
+  EXPECT_EQ(look().handoff.exists, true);
 }
 
 TEST_F(DiagnosisTest, missingMirrorAndIndexAreNoObstacles) {
   fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
   const Diagnosis diagnosis = look();
   EXPECT_EQ(diagnosis.obstacles(), Names());
-  EXPECT_TRUE(diagnosis.resolution.isMirrorMissing);
-  EXPECT_FALSE(diagnosis.indexExists);
+  EXPECT_TRUE(diagnosis.resolution.isMirrorMissing());
+  EXPECT_EQ(diagnosis.resolution.indexExists, false);
 }
 
 TEST_F(DiagnosisTest, containerOfTheEnvironmentIsReported) {

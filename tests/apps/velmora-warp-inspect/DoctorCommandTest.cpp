@@ -31,7 +31,8 @@ class DoctorCommandTest : public testing::Test {
         {.file = "/m/1.json"},
         {.file = "/m/2.json", .manifest = {}, .verdict = ManifestVerdict::noMarker}};
     resolution.tombstoneCount = 1;
-    diagnosis.indexExists = true;
+    resolution.mirrorExists = true;
+    resolution.indexExists = true;
     diagnosis.handoff = {.exists = true, .isWritable = true, .waitingRequests = 1};
     diagnosis.preferredLanguages = {"ja-JP", "en"};
     diagnosis.language = VelmoraLanguage::japanese;
@@ -69,7 +70,7 @@ TEST_F(DoctorCommandTest, soundSystemIsReady) {
             "ok       root         /C/Warp\n"
             "                      in the group container, which the application has made\n"
             "ok       mirror       /C/Warp/ManifestMirror\n"
-            "                      2 files: 2 valid, 0 refused; 1 confirmed\n"
+            "                      2 files: 1 warped, 1 not warped, 0 invalid\n"
             "ok       index        /C/Warp/destroyed-manifest-index.json\n"
             "                      1 record\n"
             "ok       handoff      /C/Warp/FinderHandoff\n"
@@ -98,7 +99,7 @@ TEST_F(DoctorCommandTest, faultThatTheActionsTolerateIsANote) {
   expectPieces(
       {"ok       root         /C/Warp\n",
        "                      the application has made no group container\n",
-       "note     mirror       ", "1 file: 0 valid, 1 refused; 0 confirmed\n",
+       "note     mirror       ", "1 file: 0 warped, 0 not warped, 1 invalid\n",
        "note     index        ", "                      unreadable: File too large\n",
        "ok       handoff      ", "does not exist yet; can be made\n",
        "ok       language     es, chosen in the application\n",
@@ -136,6 +137,31 @@ TEST_F(DoctorCommandTest, unreadableMirrorIsAProblem) {
                 R"("exists":true,"error":{"kind":"unreadable","message":"Permission denied"}})"});
 }
 
+TEST_F(DoctorCommandTest, placeThatCannotBeLookedAtMayExist) {
+  const Fault fault = unreadable("Permission denied");
+  diagnosis.rootSource = RootSource::fallback;
+  diagnosis.containerFault = fault;
+  diagnosis.resolution.mirrorExists.reset();
+  diagnosis.resolution.mirrorFault = fault;
+  diagnosis.resolution.indexExists.reset();
+  diagnosis.resolution.indexFault = fault;
+  diagnosis.handoff = {.exists = {}, .isWritable = false, .waitingRequests = {}, .fault = fault};
+  const std::string words = "                      unreadable: Permission denied\n";
+  const std::string error = R"("error":{"kind":"unreadable","message":"Permission denied"}})";
+  expectPieces(
+      {"note     root         /C/Warp\n"
+       "                      the group container cannot be looked at: "
+       "unreadable: Permission denied\n",
+       "problem  mirror       /C/Warp/ManifestMirror\n" + words,
+       "note     index        /C/Warp/destroyed-manifest-index.json\n" + words,
+       "problem  handoff      /C/Warp/FinderHandoff\n" + words},
+      {R"("notes":["containerUnreadable","indexUnusable"])",
+       R"("root":{"path":"/C/Warp","source":"fallback",)" + error,
+       R"("mirror":{"path":"/C/Warp/ManifestMirror","exists":null,)" + error,
+       R"("index":{"path":"/C/Warp/destroyed-manifest-index.json","exists":null,)" + error,
+       R"("handoff":{"path":"/C/Warp/FinderHandoff","exists":null,"writable":false,)" + error});
+}
+
 TEST_F(DoctorCommandTest, handoffReportsWhetherRequestsCanBeWritten) {
   const std::string head = "handoff      /C/Warp/FinderHandoff\n                      ";
   const struct {
@@ -149,9 +175,12 @@ TEST_F(DoctorCommandTest, handoffReportsWhetherRequestsCanBeWritten) {
       {{.exists = true, .isWritable = false, .waitingRequests = {}},
        "problem  " + head + "requests cannot be left there\n",
        R"("exists":true,"writable":false})"},
-      {{.exists = true, .isWritable = true, .waitingRequests = {}},
-       "ok       " + head + "writable; cannot be listed\n",
-       R"("exists":true,"writable":true})"},
+      {{.exists = true,
+        .isWritable = true,
+        .waitingRequests = {},
+        .fault = unreadable("Permission denied")},
+       "ok       " + head + "writable; cannot be listed: unreadable: Permission denied\n",
+       R"("exists":true,"writable":true,"error":{"kind":"unreadable",)"},
       {{.exists = true, .isWritable = true, .waitingRequests = 2},
        "ok       " + head + "writable; 2 requests wait\n",
        R"("exists":true,"writable":true,"requests":2})"},
@@ -165,8 +194,8 @@ TEST_F(DoctorCommandTest, handoffReportsWhetherRequestsCanBeWritten) {
 TEST_F(DoctorCommandTest, missingMirrorAndIndexAreNoProblems) {
   diagnosis.resolution.judged.clear();
   diagnosis.resolution.tombstoneCount = 0;
-  diagnosis.resolution.isMirrorMissing = true;
-  diagnosis.indexExists = false;
+  diagnosis.resolution.mirrorExists = false;
+  diagnosis.resolution.indexExists = false;
   diagnosis.preferredLanguages.clear();
   expectPieces({"ok       mirror       /C/Warp/ManifestMirror\n"
                 "                      does not exist: no folder is warped\n"

@@ -70,6 +70,22 @@ TEST_F(ExplainCommandTest, restoreExplainsEveryVerdict) {
                                       {"/warped/stray", insideWarpedFolder, "/warped"}}));
 }
 
+TEST_F(ExplainCommandTest, itemThatCannotBeLookedAtHasTheReason) {
+  for (const char* action :
+       {"io.tolvane.Velmora.FinderWarpAction", "io.tolvane.Velmora.FinderRestoreAction"}) {
+    fake.bundle.identifier = action;
+    EXPECT_EQ(explainOne("/missing").fault, std::nullopt);
+    fake.fileSystem.readFailure = throwing(posixError(EACCES));
+    const ExplainedItem item = explainOne("/missing");
+    EXPECT_EQ(toText(item, Style::plain),
+              "refused   /missing\n          unreadable: Permission denied\n");
+    EXPECT_EQ(toJSON(item),
+              R"({"path":"/missing","accepted":false,"reason":"unreadable","root":null,)"
+              R"("manifest":null,"error":{"kind":"unreadable","message":"Permission denied"}})");
+    fake.fileSystem.readFailure = nullptr;
+  }
+}
+
 TEST_F(ExplainCommandTest, itemsKeepTheOrderOfTheOperands) {
   EXPECT_EQ(explain({"http://host/a", "/plain", "", "file:///plain/", "/plain/.", "/\xff"}),
             (std::vector<Explanation>{{"http://host/a", {}, {}},
@@ -138,7 +154,7 @@ TEST(ExplainedItems, areTwoLinesForPeople) {
        "refused   /a\n          notWarped: holds a marker, but is no warped folder and lies in "
        "none\n"},
       {itemOf("x://\xff", {}, {}),
-       "refused   x://\uFFFD\n          notAFileURL: names no file: another kind of URL, nothing, "
+       "refused   x://\\xff\n          notAFileURL: names no file: another kind of URL, nothing, "
        "or no UTF-8\n"},
   };
   for (const auto& [item, text] : rows) {

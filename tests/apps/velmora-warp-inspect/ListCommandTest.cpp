@@ -100,12 +100,13 @@ TEST_F(ListCommandTest, missingOrUnusableFilesAreLines) {
             R"({"root":null,"error":{"kind":"unreadable","message":"Permission denied"}})"
             "\n");
   EXPECT_EQ(toText(resolution, Style::plain),
-            "root        there is none\n            unreadable: Permission denied\n");
+            "root        there is no place for it\n            unreadable: Permission denied\n");
 
   resolution = emptyResolution();
-  resolution.isMirrorMissing = true;
-  EXPECT_EQ(toJSONLines(resolution), "");
-  EXPECT_EQ(toText(resolution, Style::plain), "There is no mirror at /m\n");
+  resolution.mirrorExists = false;
+  EXPECT_EQ(toJSONLines(resolution), "{\"mirror\":\"/m\",\"exists\":false}\n");
+  EXPECT_EQ(toText(resolution, Style::plain),
+            "mirror      /m\n            does not exist: no folder is warped\n");
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
 #include "ResolutionReport.h"
+#include "platform/PlatformError.h"
 #include "tests/fakes/RecordedWarps.h"
 #include "tests/fakes/WarpRecords.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <optional>
 #include <string>
 #include <utility>
@@ -73,6 +75,26 @@ TEST_F(ResolutionReportTest, unusableFilesHaveTheirFaultAndPlace) {
   EXPECT_EQ(resolution.indexFault.value().place, (Place{2, 12}));
   EXPECT_EQ(resolution.confirmedCount(), 2U);
   EXPECT_TRUE(resolution.isComplete());
+}
+
+TEST_F(ResolutionReportTest, placesThatCannotBeLookedAtAreNotMissing) {
+  fake.locations.groupContainers["group.io.tolvane.Velmora"] = "/C";
+  EXPECT_TRUE(report().isMirrorMissing());
+  EXPECT_EQ(report().indexExists, false);
+  EXPECT_TRUE(placeFaultsIn(report()).empty());
+  fake.fileSystem.readFailure = throwing(posixError(ELOOP));
+  fake.fileSystem.entryNamesFailure = throwing(posixError(EACCES));
+  const ResolutionReport resolution = report();
+  EXPECT_FALSE(resolution.isMirrorMissing());
+  EXPECT_EQ(resolution.mirrorExists, std::nullopt);
+  EXPECT_EQ(resolution.indexExists, std::nullopt);
+  const std::vector<PlaceFault> faults = placeFaultsIn(resolution);
+  ASSERT_EQ(faults.size(), 2U);
+  EXPECT_EQ(faults[0].name, "index");
+  EXPECT_EQ(faults[0].path, Text(indexPath));
+  EXPECT_EQ(faults[0].fault->message, "Too many levels of symbolic links");
+  EXPECT_EQ(faults[1].name, "mirror");
+  EXPECT_EQ(faults[1].fault->message, "Permission denied");
 }
 
 TEST(ManifestVerdicts, haveTheirNamesAndExplanations) {

@@ -7,7 +7,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace velmora::inspect {
@@ -15,7 +14,6 @@ namespace {
 
 using Lines = std::vector<std::string>;
 using std::chrono::milliseconds;
-using std::string_literals::operator""s;
 
 TEST(StyledWords, areAlignedWithAndWithoutColours) {
   EXPECT_EQ(styledWord("valid", Tone::good, Style::plain, 8), "valid   ");
@@ -30,58 +28,17 @@ TEST(Terminals, areUsedAccordingToTheEnvironment) {
     bool wantsColour;
     bool canErase;
   } rows[] = {
-      {{}, true, true},
+      {{}, false, false},
+      {{{"TERM", ""}}, false, false},
       {{{"TERM", "xterm-256color"}}, true, true},
       {{{"TERM", "dumb"}}, false, false},
-      {{{"NO_COLOR", "1"}}, false, true},
-      {{{"NO_COLOR", ""}}, true, true},
+      {{{"TERM", "xterm"}, {"NO_COLOR", "1"}}, false, true},
+      {{{"TERM", "xterm"}, {"NO_COLOR", ""}}, true, true},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(testing::PrintToString(row.variables));
     EXPECT_EQ(wantsColour(Environment(row.variables)), row.wantsColour);
     EXPECT_EQ(canErase(Environment(row.variables)), row.canErase);
-  }
-}
-
-TEST(ForeignText, thatIsSafeIsUnchanged) {
-  for (const char* text :
-       {"", "a b/c", "日本語", "cafe\u0301", "👩‍👩‍👧", "\uFFFD", "a\u00a0b"}) {
-    EXPECT_EQ(repairedUTF8(text), text);
-    EXPECT_EQ(displayText(text), text);
-  }
-}
-
-TEST(ForeignText, hasReplacementsForBytesThatAreNotUTF8) {
-  const std::pair<std::string, std::string> rows[] = {
-      {"a\xff\xfe z", "a\uFFFD\uFFFD z"},
-      {"caf\xe9", "caf\uFFFD"},
-      {"cut short\xe6\x97", "cut short\uFFFD\uFFFD"},
-      {"overlong\xc0\xaf", "overlong\uFFFD\uFFFD"},
-      {"surrogate\xed\xa0\x80", "surrogate\uFFFD\uFFFD\uFFFD"},
-  };
-  for (const auto& [bytes, repaired] : rows) {
-    EXPECT_EQ(repairedUTF8(bytes), repaired);
-    EXPECT_EQ(displayText(bytes), repaired);
-  }
-}
-
-TEST(ForeignText, hasUnsafeCharactersEscaped) {
-  const std::pair<std::string, std::string> rows[] = {
-      {"two\nlines\r", "two\\nlines\\r"},
-      {"a\tb", "a\\tb"},
-      {"\x1b[31mred", "\\u{1b}[31mred"},
-      {"a\0b"s, "a\\u{0}b"},
-      {"\x7f", "\\u{7f}"},
-      {"\u009b2J", "\\u{9b}2J"},
-      {"line ends \u2028\u2029", "line ends \\u{2028}\\u{2029}"},
-      {"right to left \u202egpj.exe\u202c", "right to left \\u{202e}gpj.exe\\u{202c}"},
-      {"isolate \xe2\x81\xa6\xe2\x81\xa9", "isolate \\u{2066}\\u{2069}"},
-      {"marks \xe2\x80\x8e\xe2\x80\x8f\xd8\x9c", "marks \\u{200e}\\u{200f}\\u{61c}"},
-      {"a\\n", "a\\\\n"},
-  };
-  for (const auto& [text, shown] : rows) {
-    EXPECT_EQ(repairedUTF8(text), text);
-    EXPECT_EQ(displayText(text), shown);
   }
 }
 
@@ -117,7 +74,7 @@ TEST_F(ProgressTest, isShownAfterOneSecond) {
   progress->hide();
   EXPECT_EQ(shown, Lines());
   advanceAfter(milliseconds(1));
-  EXPECT_EQ(shown, Lines{"\r\x1b[K[############------------] 2 of 4 files"});
+  EXPECT_EQ(shown, Lines{"\r\x1b[K[##########----------] 50 %"});
 }
 
 TEST_F(ProgressTest, changesTenTimesASecondAtMost) {
@@ -135,12 +92,39 @@ TEST_F(ProgressTest, isErasedOnceAndShownAgainLater) {
   progress->hide();
   progress->hide();
   advanceAfter(milliseconds(99));
-  EXPECT_EQ(shown, (Lines{"\r\x1b[K[########----------------] 1 of 3 files", "\r\x1b[K"}));
+  EXPECT_EQ(shown, (Lines{"\r\x1b[K[######--------------] 33 %", "\r\x1b[K"}));
   advanceAfter(milliseconds(1));
-  EXPECT_EQ(shown.back(), "\r\x1b[K[########################] 3 of 3 files");
+  EXPECT_EQ(shown.back(), "\r\x1b[K[####################] 100 %");
   progress.reset();
   ASSERT_EQ(shown.size(), 4U);
   EXPECT_EQ(shown.back(), "\r\x1b[K");
+}
+
+TEST_F(ProgressTest, movesWithinAFile) {
+  progress->begin(2);
+  advanceAfter(milliseconds(2000));
+  for (const double part : {0.0, 0.25, 0.5, 1.0}) {
+    now += milliseconds(100);
+    progress->advanceWithinFile(part);
+  }
+  EXPECT_EQ(shown.back(), "\r\x1b[K[###################-] 99 %");
+  advanceAfter(milliseconds(100));
+  EXPECT_EQ(shown,
+            (Lines{"\r\x1b[K[##########----------] 50 %", "\r\x1b[K[##########----------] 50 %",
+                   "\r\x1b[K[############--------] 62 %", "\r\x1b[K[###############-----] 75 %",
+                   "\r\x1b[K[###################-] 99 %", "\r\x1b[K[####################] 100 %"}));
+}
+
+TEST_F(ProgressTest, fitsThirtyColumns) {
+  progress->begin(1'000'000);
+  for (const double part : {0.0, 0.5, 1.0}) {
+    now += milliseconds(2000);
+    progress->advanceWithinFile(part);
+    advanceAfter(milliseconds(2000));
+  }
+  for (const std::string& line : shown) {
+    EXPECT_LT(line.size() - std::string_view("\r\x1b[K").size(), 30U) << line;
+  }
 }
 
 TEST_F(ProgressTest, countsEachRunFromZero) {

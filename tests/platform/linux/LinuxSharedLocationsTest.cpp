@@ -66,6 +66,15 @@ TEST(LinuxSharedLocationsTest, findsTheContainerOfTheEnvironmentOrOfTheDataHome)
             Text(group));
 }
 
+TEST(LinuxSharedLocationsTest, namesTheContainerInTheDataHomeAlsoIfItIsMissing) {
+  const PosixFileReader files;
+  const Environment environment({{"VELMORA_GROUP_CONTAINER", "/none"}, {"XDG_DATA_HOME", "/data"}});
+  EXPECT_EQ(LinuxSharedLocations(environment, files, nowhere).groupContainerInDataHome("group"),
+            Text("/data/group"));
+  EXPECT_EQ(LinuxSharedLocations(Environment(), files, nowhere).groupContainerInDataHome("group"),
+            std::nullopt);
+}
+
 TEST(LinuxSharedLocationsTest, recognisesTheContainerOfTheEnvironment) {
   const ScratchDirectory directory;
   const PosixFileReader files;

@@ -1,5 +1,5 @@
 // Documents and numbers for all readers of JSON. The strict reader reports each fault. The
-// streaming reader accepts or gives up.
+// streaming reader accepts or refuses.
 #pragma once
 
 #include "json/TokenFinder.h"

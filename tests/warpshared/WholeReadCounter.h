@@ -1,4 +1,4 @@
-// Counts how often a file is read as a whole, which happens after the streaming reader gives up.
+// Counts how often a file is read as a whole, which happens after the streaming reader refuses it.
 #pragma once
 
 #include "platform/FileReader.h"

@@ -20,7 +20,7 @@ void decode(JSONValue value, Date& date);
 /// Throws EncodingError as internetDateTime (Date.h) does.
 void encode(JSONText& json, const Date& date);
 
-/// For StreamingRecordReader. False when it gives up.
+/// For StreamingRecordReader. False for any other token.
 bool quickTake(TokenCursor& tokens, Date& date);
 
 template <EnumerationWithRawValues Enumeration>

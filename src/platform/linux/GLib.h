@@ -6,7 +6,6 @@
 
 #include "platform/linux/DynamicLibrary.h"
 
-#include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>
 
 namespace velmora {
@@ -21,10 +20,6 @@ class GLib {
   // One argument gives the name and the type of a function, so that they cannot differ.
   // NOLINTBEGIN(bugprone-macro-parentheses,readability-identifier-naming)
 #define VELMORA_GLIB_FUNCTION(name) decltype(&::name) name = library_.function(#name)
-  VELMORA_GLIB_FUNCTION(g_app_info_get_executable);
-  VELMORA_GLIB_FUNCTION(g_app_launch_context_new);
-  VELMORA_GLIB_FUNCTION(g_app_launch_context_setenv);
-  VELMORA_GLIB_FUNCTION(g_app_launch_context_unsetenv);
   VELMORA_GLIB_FUNCTION(g_cancellable_cancel);
   VELMORA_GLIB_FUNCTION(g_cancellable_new);
   VELMORA_GLIB_FUNCTION(g_dbus_address_escape_value);
@@ -37,19 +32,14 @@ class GLib {
   VELMORA_GLIB_FUNCTION(g_dbus_is_member_name);
   VELMORA_GLIB_FUNCTION(g_dbus_is_name);
   VELMORA_GLIB_FUNCTION(g_dbus_is_unique_name);
-  VELMORA_GLIB_FUNCTION(g_desktop_app_info_get_filename);
-  VELMORA_GLIB_FUNCTION(g_desktop_app_info_launch_uris_as_manager);
-  VELMORA_GLIB_FUNCTION(g_desktop_app_info_new);
-  VELMORA_GLIB_FUNCTION(g_desktop_app_info_new_from_keyfile);
   VELMORA_GLIB_FUNCTION(g_error_free);
+  VELMORA_GLIB_FUNCTION(g_find_program_in_path);
   VELMORA_GLIB_FUNCTION(g_free);
-  VELMORA_GLIB_FUNCTION(g_get_system_data_dirs);
-  VELMORA_GLIB_FUNCTION(g_get_user_data_dir);
   VELMORA_GLIB_FUNCTION(g_key_file_get_boolean);
+  VELMORA_GLIB_FUNCTION(g_key_file_get_locale_string);
   VELMORA_GLIB_FUNCTION(g_key_file_get_string);
   VELMORA_GLIB_FUNCTION(g_key_file_load_from_data);
   VELMORA_GLIB_FUNCTION(g_key_file_new);
-  VELMORA_GLIB_FUNCTION(g_key_file_remove_key);
   VELMORA_GLIB_FUNCTION(g_key_file_unref);
   VELMORA_GLIB_FUNCTION(g_main_context_iteration);
   VELMORA_GLIB_FUNCTION(g_main_context_new);
@@ -58,6 +48,9 @@ class GLib {
   VELMORA_GLIB_FUNCTION(g_main_context_unref);
   VELMORA_GLIB_FUNCTION(g_main_context_wakeup);
   VELMORA_GLIB_FUNCTION(g_object_unref);
+  VELMORA_GLIB_FUNCTION(g_shell_parse_argv);
+  VELMORA_GLIB_FUNCTION(g_spawn_async);
+  VELMORA_GLIB_FUNCTION(g_strfreev);
   VELMORA_GLIB_FUNCTION(g_utf8_make_valid);
   VELMORA_GLIB_FUNCTION(g_utf8_validate);
   VELMORA_GLIB_FUNCTION(g_variant_builder_add);

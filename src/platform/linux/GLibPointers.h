@@ -20,6 +20,8 @@ namespace velmora {
 
 struct GLibRelease {
   void operator()(char* text) const noexcept;
+  /// A list of texts that ends in null.
+  void operator()(char** texts) const noexcept;
   void operator()(GError* error) const noexcept;
   void operator()(GKeyFile* file) const noexcept;
   void operator()(GMainContext* context) const noexcept;

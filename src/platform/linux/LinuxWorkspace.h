@@ -2,9 +2,12 @@
 #pragma once
 
 #include "platform/Workspace.h"
+#include "platform/linux/DesktopEntries.h"
 
+#include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace velmora {
@@ -14,15 +17,16 @@ class FileReader;
 class PendingCall;
 class SessionBus;
 
-/// The location of an application is the path of its desktop entry.
+/// The location of an application is the path of its desktop entry. The entry is read only when the
+/// application is looked up, so that a later change of the file has no effect. Other locations open
+/// nothing.
 ///
 /// A running application with D-Bus activation is activated over the bus. Otherwise the entry's
 /// command is run, separated from this program's terminal and pipes. The bus starts an application
 /// only if its command is missing or cannot be run. The launcher's tokens for bringing a window to
 /// the front are passed on, in the call or in the command's environment.
 ///
-/// Looking up an application does not connect to the bus. The process must have called
-/// detachSessionBusFromLibraries(), because GIO would connect to the bus at every launch.
+/// Looking up an application does not connect to the bus.
 class LinuxWorkspace final : public Workspace {
  public:
   /// All arguments are kept by reference.
@@ -45,6 +49,8 @@ class LinuxWorkspace final : public Workspace {
   SessionBus& bus_;
   const Environment& environment_;
   const FileReader& fileReader_;
+  /// The entries of the applications that were looked up, by their locations.
+  std::map<std::string, DesktopEntry, std::less<>> found_;
   std::unique_ptr<PendingCall> pendingActivation_;
 };
 

@@ -75,7 +75,7 @@ TEST_F(InspectDoctorTest, unreadableEntryDoesNotHideAnotherOne) {
 }
 
 TEST_F(InspectDoctorTest, stuckBusIsNotReachable) {
-  const BrokenBus bus(BusFault::answersNothing);
+  const BrokenBus bus(BusStage::greeting);
   setBus(bus.address());
   EXPECT_FALSE(look(0).flag("/bus/reachable"));
 }

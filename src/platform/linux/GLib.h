@@ -20,18 +20,21 @@ class GLib {
   // One argument gives the name and the type of a function, so that they cannot differ.
   // NOLINTBEGIN(bugprone-macro-parentheses,readability-identifier-naming)
 #define VELMORA_GLIB_FUNCTION(name) decltype(&::name) name = library_.function(#name)
-  VELMORA_GLIB_FUNCTION(g_cancellable_cancel);
-  VELMORA_GLIB_FUNCTION(g_cancellable_new);
-  VELMORA_GLIB_FUNCTION(g_dbus_address_escape_value);
-  VELMORA_GLIB_FUNCTION(g_dbus_connection_call);
-  VELMORA_GLIB_FUNCTION(g_dbus_connection_call_finish);
-  VELMORA_GLIB_FUNCTION(g_dbus_connection_close_sync);
-  VELMORA_GLIB_FUNCTION(g_dbus_connection_emit_signal);
-  VELMORA_GLIB_FUNCTION(g_dbus_connection_new_for_address_sync);
   VELMORA_GLIB_FUNCTION(g_dbus_is_interface_name);
   VELMORA_GLIB_FUNCTION(g_dbus_is_member_name);
   VELMORA_GLIB_FUNCTION(g_dbus_is_name);
   VELMORA_GLIB_FUNCTION(g_dbus_is_unique_name);
+  VELMORA_GLIB_FUNCTION(g_dbus_message_bytes_needed);
+  VELMORA_GLIB_FUNCTION(g_dbus_message_get_body);
+  VELMORA_GLIB_FUNCTION(g_dbus_message_get_message_type);
+  VELMORA_GLIB_FUNCTION(g_dbus_message_get_reply_serial);
+  VELMORA_GLIB_FUNCTION(g_dbus_message_new_from_blob);
+  VELMORA_GLIB_FUNCTION(g_dbus_message_new_method_call);
+  VELMORA_GLIB_FUNCTION(g_dbus_message_new_signal);
+  VELMORA_GLIB_FUNCTION(g_dbus_message_set_body);
+  VELMORA_GLIB_FUNCTION(g_dbus_message_set_flags);
+  VELMORA_GLIB_FUNCTION(g_dbus_message_set_serial);
+  VELMORA_GLIB_FUNCTION(g_dbus_message_to_blob);
   VELMORA_GLIB_FUNCTION(g_error_free);
   VELMORA_GLIB_FUNCTION(g_find_program_in_path);
   VELMORA_GLIB_FUNCTION(g_free);
@@ -42,9 +45,6 @@ class GLib {
   VELMORA_GLIB_FUNCTION(g_key_file_new);
   VELMORA_GLIB_FUNCTION(g_key_file_unref);
   VELMORA_GLIB_FUNCTION(g_main_context_iteration);
-  VELMORA_GLIB_FUNCTION(g_main_context_new);
-  VELMORA_GLIB_FUNCTION(g_main_context_pop_thread_default);
-  VELMORA_GLIB_FUNCTION(g_main_context_push_thread_default);
   VELMORA_GLIB_FUNCTION(g_main_context_unref);
   VELMORA_GLIB_FUNCTION(g_main_context_wakeup);
   VELMORA_GLIB_FUNCTION(g_object_unref);

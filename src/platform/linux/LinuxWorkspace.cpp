@@ -109,8 +109,6 @@ LinuxWorkspace::LinuxWorkspace(SessionBus& bus, const Environment& environment,
                                const FileReader& fileReader)
     : bus_(bus), environment_(environment), fileReader_(fileReader) {}
 
-LinuxWorkspace::~LinuxWorkspace() = default;
-
 std::optional<Text> LinuxWorkspace::applicationLocation(
     std::string_view bundleIdentifier) noexcept {
   try {
@@ -161,8 +159,8 @@ void LinuxWorkspace::open(const Text& location, OpenConfiguration configuration)
 
 void LinuxWorkspace::finishPendingActivation() noexcept {
   try {
-    if (const auto call = std::exchange(pendingActivation_, nullptr)) {
-      call->answer();
+    if (const auto call = std::exchange(pendingActivation_, std::nullopt)) {
+      bus_.awaitAnswer(*call);
     }
   } catch (const std::exception&) {
     // The program is about to end, and nobody needs this error.

@@ -3,9 +3,9 @@
 
 #include "platform/Workspace.h"
 #include "platform/linux/DesktopEntries.h"
+#include "platform/linux/SessionBus.h"
 
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,8 +14,6 @@ namespace velmora {
 
 class Environment;
 class FileReader;
-class PendingCall;
-class SessionBus;
 
 /// The location of an application is the path of its desktop entry. The entry is read only when the
 /// application is looked up, so that a later change of the file has no effect. Other locations open
@@ -31,9 +29,6 @@ class LinuxWorkspace final : public Workspace {
  public:
   /// All arguments are kept by reference.
   LinuxWorkspace(SessionBus& bus, const Environment& environment, const FileReader& fileReader);
-  LinuxWorkspace(const LinuxWorkspace&) = delete;
-  LinuxWorkspace& operator=(const LinuxWorkspace&) = delete;
-  ~LinuxWorkspace() override;
 
   std::optional<Text> applicationLocation(std::string_view bundleIdentifier) noexcept override;
   void openApplication(const Text& location, OpenConfiguration configuration) noexcept override;
@@ -51,7 +46,7 @@ class LinuxWorkspace final : public Workspace {
   const FileReader& fileReader_;
   /// The entries of the applications that were looked up, by their locations.
   std::map<std::string, DesktopEntry, std::less<>> found_;
-  std::unique_ptr<PendingCall> pendingActivation_;
+  std::optional<PendingCall> pendingActivation_;
 };
 
 }  // namespace velmora

@@ -247,7 +247,7 @@ TEST_F(LinuxWorkspaceTest, letsTheBusStartAnApplicationWhoseCommandCannotBeRun) 
 }
 
 TEST_F(LinuxWorkspaceTest, returnsWhenTheBusCannotStartTheApplication) {
-  const BrokenBus deaf(BusFault::letsNobodyIn);
+  const BrokenBus deaf(BusStage::connected);
   for (const std::string& address : {std::string(), daemon.address(), deaf.address()}) {
     open("org.example.BusOnly", tokensAnd(address), activating, 200ms);
   }
@@ -256,8 +256,8 @@ TEST_F(LinuxWorkspaceTest, returnsWhenTheBusCannotStartTheApplication) {
 }
 
 TEST_F(LinuxWorkspaceTest, startsTheApplicationWhileTheBusHangs) {
-  for (const BusFault fault : {BusFault::letsNobodyIn, BusFault::answersNothing}) {
-    const BrokenBus bus(fault);
+  for (const BusStage stage : {BusStage::connected, BusStage::greeting}) {
+    const BrokenBus bus(stage);
     open("org.example.Activatable", tokensAnd(bus.address()), activating, 200ms);
     expectStarted("org.example.Activatable", tokensAnd(bus.address()));
   }

@@ -5,6 +5,7 @@
 #include "platform/linux/ExecLine.h"
 #include "platform/linux/GLib.h"
 #include "platform/linux/GLibPointers.h"
+#include "platform/linux/KeyFile.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -26,10 +27,7 @@ GLibPointer<GKeyFile> readKeyFile(const std::string& path, const FileReader& fil
     // Another directory may have an entry that can be read.
     return nullptr;
   }
-  GLibPointer<GKeyFile> file(glib().g_key_file_new());
-  const bool isRead = glib().g_key_file_load_from_data(file.get(), bytes.data(), bytes.size(),
-                                                       G_KEY_FILE_NONE, nullptr) != FALSE;
-  return isRead ? std::move(file) : nullptr;
+  return parseKeyFile(bytes);
 }
 
 bool hasFlag(GKeyFile& file, const char* key) {

@@ -8,6 +8,8 @@
 
 #include <gio/gio.h>
 
+#include <cstddef>
+
 namespace velmora {
 
 /// The functions of these libraries that this folder calls, under their own names.
@@ -69,5 +71,13 @@ class GLib {
 /// The libraries, loaded by the first call. Throws PlatformError as long as they cannot be loaded.
 /// Any thread.
 [[nodiscard]] const GLib& glib();
+
+/// More memory in bytes than GLib needs to be loaded, or for one message or command.
+inline constexpr std::size_t memoryForGLib = 8UL * 1024 * 1024;
+
+/// Throws PlatformError (ENOMEM) unless this process can get `size` more bytes of memory now. GLib
+/// ends the process when memory runs out, even after the request is in place. So whoever lets GLib
+/// allocate calls this first.
+void requireMemoryForGLib(std::size_t size = memoryForGLib);
 
 }  // namespace velmora

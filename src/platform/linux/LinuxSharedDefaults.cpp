@@ -4,6 +4,7 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/GLib.h"
 #include "platform/linux/GLibPointers.h"
+#include "platform/linux/KeyFile.h"
 
 #include <cstddef>
 #include <exception>
@@ -17,9 +18,8 @@ namespace {
 constexpr std::size_t maxSettingsLength = 1024 * 1024;
 
 std::optional<Text> stringInKeyFile(std::string_view bytes, std::string_view key) {
-  const GLibPointer<GKeyFile> file(glib().g_key_file_new());
-  if (!glib().g_key_file_load_from_data(file.get(), bytes.data(), bytes.size(), G_KEY_FILE_NONE,
-                                        nullptr)) {
+  const GLibPointer<GKeyFile> file = parseKeyFile(bytes);
+  if (!file) {
     return std::nullopt;
   }
   GError* failure = nullptr;

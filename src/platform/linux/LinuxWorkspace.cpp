@@ -140,6 +140,7 @@ void LinuxWorkspace::open(const Text& location, OpenConfiguration configuration)
   if (found == found_.end()) {
     return;
   }
+  requireMemoryForGLib();
   // The application opens no document, so nothing is added to the recent items in any case.
   const DesktopEntry& entry = found->second;
   const std::optional<std::string> name =

@@ -17,6 +17,8 @@
 
 #include <exception>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace velmora {
 
@@ -45,13 +47,21 @@ ExitStatus exitStatusOf(const Outcome& outcome) {
                                                              : ExitStatus::handoffCancelled;
 }
 
-void serve(const std::shared_ptr<CommandLineContext>& context, const Platform& platform) {
+bool suits(const std::vector<std::string>& operands, const Platform& platform) {
+  return !acceptedPaths(screenOperands(operands, platform).screening).empty();
+}
+
+void serve(const std::shared_ptr<CommandLineContext>& context, const CommandLine& commandLine,
+           const Platform& platform) {
   try {
     // Loaded before the request is written: without GLib, the application gets no notification.
     loadGLib();
   } catch (const PlatformError& error) {
-    cancelFailedHandoff(error.what(), *context, platform);
-    return;
+    if (suits(commandLine.operands, platform)) {
+      cancelFailedHandoff(error.what(), *context, platform);
+      return;
+    }
+    // The request is cancelled because of its selection.
   }
   VelmoraFinderActionExtension(platform).beginRequestWithExtensionContext(context);
 }
@@ -60,9 +70,8 @@ void serve(const std::shared_ptr<CommandLineContext>& context, const Platform& p
 
 ExitStatus checkSelection(const CommandLine& commandLine, const Environment& environment) try {
   LinuxPlatform platform(programName, commandLine.bundleIdentifier, environment);
-  const ScreenedOperands screened = screenOperands(commandLine.operands, platform.references());
-  return acceptedPaths(screened.screening).empty() ? ExitStatus::selectionCancelled
-                                                   : ExitStatus::completed;
+  return suits(commandLine.operands, platform.references()) ? ExitStatus::completed
+                                                            : ExitStatus::selectionCancelled;
 } catch (const std::exception&) {
   // A check prints no message. If the answer cannot be determined, the action does not apply.
   return ExitStatus::selectionCancelled;
@@ -72,7 +81,7 @@ ExitStatus performAction(const CommandLine& commandLine, const Environment& envi
   LinuxPlatform platform(programName, commandLine.bundleIdentifier, environment);
   const auto context = std::make_shared<CommandLineContext>(
       commandLine.operands, platform.paths, [&platform] { platform.mainQueue.quit(); });
-  serve(context, platform.references());
+  serve(context, commandLine, platform.references());
   platform.mainQueue.run();
   const Outcome& outcome = context->outcome().value();
   if (outcome.error.has_value()) {

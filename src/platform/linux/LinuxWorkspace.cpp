@@ -74,11 +74,8 @@ std::vector<std::string> variablesFrom(const Environment& environment, bool hand
 
 /// The form of a system call: pointers to the texts, then null. Valid as long as `texts`.
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-  std::vector<char*> pointers;
-  for (std::string& text : texts) {
-    pointers.push_back(text.data());
-  }
-  pointers.push_back(nullptr);
+  std::vector<char*> pointers(texts.size() + 1, nullptr);
+  std::ranges::transform(texts, pointers.begin(), [](std::string& text) { return text.data(); });
   return pointers;
 }
 

@@ -1,10 +1,5 @@
-// All uses share one deadline, which the first use sets; the socket keeps it. The connection begins
-// with the authentication and the call Hello.
-//
-// GIO only packs and unpacks messages. Its own connection, GDBusConnection, is not used: it needs
-// threads, it reads on without a limit while a bus sends without end, and it takes messages of 128
-// megabytes. This client reads one message at a time, of limited length, and only while it waits
-// for an answer.
+// The first use connects: authentication, then the call Hello. It also sets the deadline that all
+// uses share; the socket keeps it.
 #include "platform/linux/SessionBus.h"
 
 #include "platform/linux/BusAuthentication.h"
@@ -12,23 +7,11 @@
 #include "platform/linux/GLib.h"
 #include "platform/linux/SessionBusAddress.h"
 
-#include <cstddef>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace velmora {
 namespace {
-
-using std::chrono::steady_clock;
-
-/// The fixed part of each message, from which GIO determines its length.
-constexpr std::size_t headerLength = 16;
-/// Far more than an answer to this program, which is a few words. A longer message ends the
-/// connection.
-constexpr std::size_t maxMessageLength = 64UL * 1024;
-
-using Bytes = std::vector<unsigned char>;
 
 BusMethod busItself(const char* member) {
   return {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", member};
@@ -44,41 +27,6 @@ GObjectRef<GDBusMessage> callMessage(const BusMethod& method, GVariant& argument
   glib().g_dbus_message_set_body(message.get(), &arguments);
   glib().g_dbus_message_set_flags(message.get(), flags);
   return message;
-}
-
-/// Extends `bytes` to `length` from the socket. Returns false when the connection ends before.
-bool receiveUpTo(Bytes& bytes, std::size_t length, BusSocket& socket) {
-  std::size_t received = bytes.size();
-  bytes.resize(length);
-  while (received < length) {
-    const std::size_t count =
-        socket.receive(reinterpret_cast<char*>(bytes.data()) + received, length - received);
-    if (count == 0) {
-      return false;
-    }
-    received += count;
-  }
-  return true;
-}
-
-/// The next message; empty when the connection ends, or the message is too long or not valid.
-Bytes receiveMessage(BusSocket& socket) {
-  Bytes bytes;
-  if (!receiveUpTo(bytes, headerLength, socket)) {
-    return {};
-  }
-  const gssize length =
-      glib().g_dbus_message_bytes_needed(bytes.data(), bytes.size(), /*error=*/nullptr);
-  if (length < 0 || static_cast<std::size_t>(length) > maxMessageLength ||
-      !receiveUpTo(bytes, static_cast<std::size_t>(length), socket)) {
-    return {};
-  }
-  return bytes;
-}
-
-bool isAnswer(const Bytes& message) {
-  const int type = message[1];
-  return type == G_DBUS_MESSAGE_TYPE_METHOD_RETURN || type == G_DBUS_MESSAGE_TYPE_ERROR;
 }
 
 }  // namespace
@@ -97,18 +45,8 @@ std::optional<PendingCall> SessionBus::startCall(const BusMethod& method,
 }
 
 GLibPointer<GVariant> SessionBus::awaitAnswer(PendingCall call) {
-  while (const GObjectRef<GDBusMessage> answer = receiveAnswer()) {
-    if (glib().g_dbus_message_get_reply_serial(answer.get()) != call.serial) {
-      continue;
-    }
-    if (glib().g_dbus_message_get_message_type(answer.get()) == G_DBUS_MESSAGE_TYPE_ERROR) {
-      return nullptr;
-    }
-    // An answer without values has no body.
-    GVariant* const body = glib().g_dbus_message_get_body(answer.get());
-    return body == nullptr ? noArguments() : ownVariant(body);
-  }
-  return nullptr;
+  BusConnection* const connection = usableConnection();
+  return connection == nullptr ? nullptr : connection->awaitAnswer(call);
 }
 
 void SessionBus::send(const BusMethod& method, GLibPointer<GVariant> arguments) {
@@ -148,64 +86,35 @@ void SessionBus::flush() {
   call(busItself("GetId"), noArguments());
 }
 
-BusSocket* SessionBus::usableSocket() {
-  if (!deadline_) {
-    deadline_ = steady_clock::now() + limit_;
+std::optional<PendingCall> SessionBus::sendMessage(GDBusMessage& message) {
+  BusConnection* const connection = usableConnection();
+  return connection == nullptr ? std::nullopt : connection->send(message);
+}
+
+BusConnection* SessionBus::usableConnection() {
+  if (!hasTried_) {
+    hasTried_ = true;
     connect();
   }
-  return socket_ && steady_clock::now() < *deadline_ ? &*socket_ : nullptr;
+  return connection_ ? &*connection_ : nullptr;
 }
 
 void SessionBus::connect() {
+  const BusSocket::Deadline deadline = std::chrono::steady_clock::now() + limit_;
   for (const std::string& name : sessionBusSockets(environment_)) {
-    std::optional<BusSocket> socket = BusSocket::connect(name, *deadline_);
+    std::optional<BusSocket> socket = BusSocket::connect(name, deadline);
     if (!socket || !authenticate(*socket)) {
       continue;
     }
-    socket_ = std::move(socket);
-    if (call(busItself("Hello"), noArguments())) {
+    BusConnection connection(*std::move(socket));
+    const auto greeting =
+        callMessage(busItself("Hello"), *noArguments(), G_DBUS_MESSAGE_FLAGS_NONE);
+    const std::optional<PendingCall> call = connection.send(*greeting.get());
+    if (call && connection.awaitAnswer(*call)) {
+      connection_ = std::move(connection);
       return;
     }
-    socket_.reset();
   }
-}
-
-std::optional<PendingCall> SessionBus::sendMessage(GDBusMessage& message) {
-  BusSocket* const socket = usableSocket();
-  if (socket == nullptr) {
-    return std::nullopt;
-  }
-  const PendingCall call = {.serial = ++lastSerial_};
-  glib().g_dbus_message_set_serial(&message, call.serial);
-  gsize length = 0;
-  const GLibPointer<char> bytes(reinterpret_cast<char*>(glib().g_dbus_message_to_blob(
-      &message, &length, G_DBUS_CAPABILITY_FLAGS_NONE, /*error=*/nullptr)));
-  if (!bytes) {
-    return std::nullopt;
-  }
-  if (!socket->send({bytes.get(), length})) {
-    // A part of the message may have been sent.
-    socket_.reset();
-    return std::nullopt;
-  }
-  return call;
-}
-
-GObjectRef<GDBusMessage> SessionBus::receiveAnswer() {
-  while (BusSocket* const socket = usableSocket()) {
-    Bytes bytes = receiveMessage(*socket);
-    if (bytes.empty()) {
-      socket_.reset();
-    } else if (isAnswer(bytes)) {
-      auto message = GObjectRef<GDBusMessage>::adopt(glib().g_dbus_message_new_from_blob(
-          bytes.data(), bytes.size(), G_DBUS_CAPABILITY_FLAGS_NONE, /*error=*/nullptr));
-      if (message) {
-        return message;
-      }
-      socket_.reset();
-    }
-  }
-  return {};
 }
 
 }  // namespace velmora

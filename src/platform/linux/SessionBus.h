@@ -5,11 +5,10 @@
 // uses together take no longer than one time limit for the process.
 #pragma once
 
-#include "platform/linux/BusSocket.h"
+#include "platform/linux/BusConnection.h"
 #include "platform/linux/GLibPointers.h"
 
 #include <chrono>
-#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -23,12 +22,6 @@ struct BusMethod {
   std::string objectPath;
   std::string interface;
   std::string member;
-};
-
-/// A call that was sent.
-struct PendingCall {
-  /// Its number on the connection.
-  std::uint32_t serial;
 };
 
 /// The longest time that a user waits for all services of the desktop together.
@@ -71,19 +64,15 @@ class SessionBus {
   void flush();
 
  private:
-  /// Null after the time limit or without a bus.
-  BusSocket* usableSocket();
+  /// Null without a bus.
+  BusConnection* usableConnection();
   void connect();
-  /// None when the message cannot be sent.
   std::optional<PendingCall> sendMessage(GDBusMessage& message);
-  /// The next answer to any call; empty when the connection has ended.
-  GObjectRef<GDBusMessage> receiveAnswer();
 
   const Environment& environment_;
   const std::chrono::milliseconds limit_;
-  std::optional<BusSocket::Deadline> deadline_;
-  std::optional<BusSocket> socket_;
-  std::uint32_t lastSerial_ = 0;
+  bool hasTried_ = false;
+  std::optional<BusConnection> connection_;
 };
 
 }  // namespace velmora

@@ -29,7 +29,6 @@ int runMain(
   std::signal(SIGXFSZ, SIG_IGN);
   try {
     const Environment environment = captureEnvironment();
-    detachSessionBusFromLibraries();
     // A process may be started without arguments, even without its own name.
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     return run(arguments, environment);

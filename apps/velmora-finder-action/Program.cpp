@@ -49,13 +49,21 @@ ExitStatus exitStatusOf(const Outcome& outcome) {
                                                              : ExitStatus::handoffCancelled;
 }
 
-void serve(const std::shared_ptr<CommandLineContext>& context, const Platform& platform) {
+bool suits(const std::vector<std::string>& operands, const Platform& platform) {
+  return !acceptedPaths(screenOperands(operands, platform).screening).empty();
+}
+
+void serve(const std::shared_ptr<CommandLineContext>& context,
+           const std::vector<std::string>& operands, const Platform& platform) {
   try {
     // Loaded before the request is written: without GLib, the application gets no notification.
     loadGLib();
   } catch (const PlatformError& error) {
-    cancelFailedHandoff(error.what(), *context, platform);
-    return;
+    if (suits(operands, platform)) {
+      cancelFailedHandoff(error.what(), *context, platform);
+      return;
+    }
+    // The request is cancelled because of its selection.
   }
   VelmoraFinderActionExtension(platform).beginRequestWithExtensionContext(context);
 }
@@ -64,9 +72,8 @@ void serve(const std::shared_ptr<CommandLineContext>& context, const Platform& p
 
 ExitStatus checkSelection(const CommandLine& commandLine, const Environment& environment) try {
   LinuxPlatform platform(programName, commandLine.bundleIdentifier, environment);
-  const ScreenedOperands screened = screenOperands(operandsOf(commandLine), platform.references());
-  return acceptedPaths(screened.screening).empty() ? ExitStatus::selectionCancelled
-                                                   : ExitStatus::completed;
+  return suits(operandsOf(commandLine), platform.references()) ? ExitStatus::completed
+                                                               : ExitStatus::selectionCancelled;
 } catch (const std::exception&) {
   // A check prints no message. If the answer cannot be determined, the action does not apply.
   return ExitStatus::selectionCancelled;
@@ -74,9 +81,10 @@ ExitStatus checkSelection(const CommandLine& commandLine, const Environment& env
 
 ExitStatus performAction(const CommandLine& commandLine, const Environment& environment) {
   LinuxPlatform platform(programName, commandLine.bundleIdentifier, environment);
+  const std::vector<std::string> operands = operandsOf(commandLine);
   const auto context = std::make_shared<CommandLineContext>(
-      operandsOf(commandLine), platform.paths, [&platform] { platform.mainQueue.quit(); });
-  serve(context, platform.references());
+      operands, platform.paths, [&platform] { platform.mainQueue.quit(); });
+  serve(context, operands, platform.references());
   platform.mainQueue.run();
   const Outcome& outcome = context->outcome().value();
   if (outcome.error.has_value()) {

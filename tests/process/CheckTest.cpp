@@ -7,7 +7,7 @@ namespace velmora::process {
 namespace {
 
 TEST_F(ProcessTest, checkAnswersByTheExitStatusOnly) {
-  const BrokenBus bus(BusFault::letsNobodyIn);
+  const BrokenBus bus(BusStage::connected);
   setBus(bus.address());
   command.environment["LANG"] = "ja_JP.UTF-8";
   installApplication("DBusActivatable=true\n" + execLine());

@@ -38,9 +38,9 @@ std::string injection(const TracedCall& call, const std::string& fault) {
 
 /// Whether the call writes the content of a request, so that its failure must fail the request.
 bool keepsContent(const TracedCall& call) {
-  const bool concernsDirectory = call.text.find("FinderHandoff>") != std::string::npos;
+  const bool concernsFile = call.text.find("FinderHandoff/") != std::string::npos;
   return beginsWithAny(call.name, {"write", "pwrite", "fsync", "fdatasync", "ftruncate"}) &&
-         !concernsDirectory;
+         concernsFile;
 }
 
 class FaultWalkTest : public ProcessTest {
@@ -206,6 +206,23 @@ TEST_F(FaultWalkTest, mkdirIsCalledOnlyFromTheContainerDownwards) {
   for (const TracedCall& call : calls) {
     EXPECT_NE(call.text.find(container), std::string::npos) << call.text;
   }
+}
+
+TEST_F(FaultWalkTest, newDirectoriesAndTheRequestAreSynchronised) {
+  EXPECT_EQ(runTraced("fsync", {}).exitStatus, 0);
+  std::vector<std::string> synchronised;
+  for (const TracedCall& call : callsIn(trace)) {
+    const std::size_t begin = call.text.find('<') + 1;
+    synchronised.push_back(call.text.substr(begin, call.text.find('>') - begin));
+  }
+  const std::filesystem::path root = requestDirectory().parent_path();
+  ASSERT_EQ(synchronised.size(), 5U);
+  EXPECT_EQ(synchronised[0], root.parent_path().parent_path());
+  EXPECT_EQ(synchronised[1], root.parent_path());
+  EXPECT_EQ(synchronised[2], root);
+  // The file has no name yet.
+  EXPECT_TRUE(synchronised[3].starts_with(requestDirectory().string() + "/")) << synchronised[3];
+  EXPECT_EQ(synchronised[4], requestDirectory());
 }
 
 TEST_F(FaultWalkTest, requestIsWrittenWithoutUnnamedFiles) {

@@ -62,8 +62,20 @@ TEST_F(InspectDoctorTest, completeSystemHasNoNotesAndGetsNoSignal) {
   EXPECT_FALSE(launches.hasCaller());
 }
 
+TEST_F(InspectDoctorTest, unreadableEntryDoesNotHideAnotherOne) {
+  installApplication(execLine());
+  const std::filesystem::path ofUser =
+      home.dataHome() / "applications" / "io.tolvane.Velmora.desktop";
+  const std::filesystem::path shared =
+      home.path() / "share" / "applications" / "io.tolvane.Velmora.desktop";
+  writeFile(shared, readFile(ofUser));
+  std::filesystem::permissions(ofUser, std::filesystem::perms::none);
+  runAs(nobody);
+  EXPECT_EQ(look(0).text("/application/path"), shared);
+}
+
 TEST_F(InspectDoctorTest, stuckBusIsNotReachable) {
-  const BrokenBus bus(BusFault::answersNothing);
+  const BrokenBus bus(BusStage::greeting);
   setBus(bus.address());
   EXPECT_FALSE(look(0).flag("/bus/reachable"));
 }

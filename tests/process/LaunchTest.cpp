@@ -1,6 +1,8 @@
 // After the handoff the program starts the application, or activates the running one.
 
 #include "tests/process/ProcessTest.h"
+#include "tests/process/Trace.h"
+#include "tests/support/HostileFiles.h"
 
 #include <sys/stat.h>
 
@@ -9,8 +11,14 @@ namespace velmora::process {
 namespace {
 
 constexpr const char* applicationName = "io.tolvane.Velmora";
+constexpr const char* entryName = "io.tolvane.Velmora.desktop";
 constexpr const char* tokens =
     "({'activation-token': <'wayland token'>, 'desktop-startup-id': <'x11 startup'>},)";
+
+void makePipe(const std::filesystem::path& path) {
+  std::filesystem::create_directories(path.parent_path());
+  require(::mkfifo(path.c_str(), 0600) == 0, path);
+}
 
 class LaunchTest : public ProcessTest {
  protected:
@@ -95,11 +103,49 @@ TEST_F(LaunchTest, applicationThatCannotBeLaunchedIsNoError) {
   }
 }
 
-TEST_F(LaunchTest, desktopEntryThatIsAPipeIsNotWaitedFor) {
-  const std::filesystem::path entry =
-      home.dataHome() / "applications" / "io.tolvane.Velmora.desktop";
-  std::filesystem::create_directories(entry.parent_path());
-  ASSERT_EQ(::mkfifo(entry.c_str(), 0600), 0);
+TEST_F(LaunchTest, applicationIsFoundBesideHostileFiles) {
+  const std::filesystem::path shared = home.path() / "share" / "applications" / entryName;
+  installApplication(execLine());
+  std::filesystem::create_directories(shared.parent_path());
+  std::filesystem::rename(home.dataHome() / "applications" / entryName, shared);
+  makePipe(home.dataHome() / "applications" / entryName);
+  makePipe(home.configHome() / "mimeapps.list");
+  makePipe(home.path() / "etc" / "mimeapps.list");
+  for (const auto& directory : {home.dataHome() / "applications", shared.parent_path()}) {
+    for (const char* name : {"mimeapps.list", "defaults.list", "mimeinfo.cache"}) {
+      makePipe(directory / name);
+    }
+    // GIO would list these for ever.
+    std::filesystem::create_symlink(".", directory / "one");
+    std::filesystem::create_symlink(".", directory / "other");
+  }
+  expectLaunchedWithTokens();
+}
+
+TEST_F(LaunchTest, onlyTheEntryIsOpenedForALaunch) {
+  // The trace lasts until the application ends. The leak checker does not work in a traced process.
+  installApplication("Exec=/bin/true\n");
+  command.environment["ASAN_OPTIONS"] += ":detect_leaks=0";
+  const std::filesystem::path trace = home.path() / "trace";
+  command.arguments = tracingCommand(trace, "?open,openat,execve", {});
+  EXPECT_EQ(run({VELMORA_TEST_PROGRAM, folder}).exitStatus, 0);
+  const std::string calls = readFile(trace);
+  EXPECT_NE(calls.find("\"/bin/true\""), std::string::npos);
+  EXPECT_NE(calls.find(entryName), std::string::npos);
+  for (const char* name : {"mimeapps.list", "defaults.list", "mimeinfo.cache"}) {
+    EXPECT_EQ(calls.find(name), std::string::npos) << name;
+  }
+}
+
+TEST_F(LaunchTest, applicationInTheWorkingDirectoryIsNotStarted) {
+  writeFile(home.path() / "applications" / entryName,
+            "[Desktop Entry]\nType=Application\nName=Velmora\n" + execLine());
+  for (const char* directories : {".", ":", "none:", "./"}) {
+    SCOPED_TRACE(directories);
+    command.environment["XDG_DATA_DIRS"] = directories;
+    expectHandedOver(run({folder}), {folder});
+  }
+  command.environment["XDG_DATA_HOME"] = ".";
   expectHandedOver(run({folder}), {folder});
 }
 

@@ -76,6 +76,11 @@ TEST_F(LoadedLibrariesTest, handoffReportsThatGIOIsUnusable) {
                       message("en", warpHandoffFailed) + "\n");
 }
 
+TEST_F(LoadedLibrariesTest, unsuitableSelectionIsRefusedWithoutGIO) {
+  replaceGIO();
+  expectCancelled(run({home.makeFile("file")}), 1, message("en", chooseWarpFolders) + "\n");
+}
+
 TEST_F(LoadedLibrariesTest, doctorReportsThatGIOIsUnusable) {
   const std::string library = replaceGIO();
   command.arguments = {VELMORA_TEST_INSPECT_PROGRAM};

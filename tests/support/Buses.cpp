@@ -35,21 +35,42 @@ std::string configuration(const std::string& socket, const std::string& services
          "</policy></busconfig>";
 }
 
-std::string authenticationAnswer(std::string_view line) {
-  if (line.starts_with("AUTH EXTERNAL")) {
-    return "OK 0123456789abcdef0123456789abcdef\r\n";
-  }
-  return line.starts_with("NEGOTIATE_UNIX_FD") ? "AGREE_UNIX_FD\r\n" : "REJECTED EXTERNAL\r\n";
+/// Returns false when the client has left.
+bool send(const FileDescriptor& client, std::string_view bytes) {
+  return ::send(client.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL) > 0;
 }
 
-/// Performs the bus's part of the authentication.
-void authenticate(const FileDescriptor& client) {
-  // A NUL byte passes the client's credentials.
-  char first = 0;
-  ::recv(client.get(), &first, 1, 0);
-  for (auto line = readLine(client); line && !line->starts_with("BEGIN"); line = readLine(client)) {
-    const std::string answer = authenticationAnswer(*line);
-    ::send(client.get(), answer.data(), answer.size(), MSG_NOSIGNAL);
+/// The answer to the client's first call: the name of its connection.
+constexpr std::string_view answerToGreeting(
+    "l\2\1\1\x09\0\0\0\1\0\0\0\x0f\0\0\0"
+    "\5\1u\0\1\0\0\0\x8\1g\0\1s\0\0"
+    "\4\0\0\0:1.7\0",
+    41);
+
+/// The signal a.b.c from the object /a.
+constexpr std::string_view signal(
+    "l\4\1\1\0\0\0\0\1\0\0\0\x2a\0\0\0"
+    "\1\1o\0\2\0\0\0/a\0\0\0\0\0\0\2\1s\0\3\0\0\0a.b\0\0\0\0\0\3\1s\0\1\0\0\0c\0\0\0\0\0\0\0",
+    64);
+
+/// The beginning of an answer to the client's second call, with 112 megabytes of values.
+constexpr std::string_view hugeAnswer(
+    "l\2\1\1\0\0\0\7\1\0\0\0\x10\0\0\0"
+    "\5\1u\0\2\0\0\0\x8\1g\0\2av\0",
+    32);
+
+/// Sends without end.
+void send(const FileDescriptor& client, BusManner manner) {
+  std::string bytes(64UL * 1024, 'x');
+  if (manner == BusManner::sendsHugeAnswer) {
+    send(client, hugeAnswer);
+  }
+  if (manner == BusManner::sendsSignals) {
+    for (std::size_t offset = 0; offset < bytes.size(); offset += signal.size()) {
+      signal.copy(bytes.data() + offset, signal.size());
+    }
+  }
+  while (send(client, bytes)) {
   }
 }
 
@@ -95,14 +116,15 @@ FilteringProxy::FilteringProxy(const std::string& busAddress,
   }
 }
 
-BrokenBus::BrokenBus(BusFault fault) {
-  if (fault == BusFault::crashed) {
+BrokenBus::BrokenBus(BusStage stage, BusManner manner) {
+  if (stage == BusStage::ended) {
     makeSocket(directory_.path("bus"));
     return;
   }
   listener_.emplace(directory_.path("bus"));
-  if (fault != BusFault::letsNobodyIn) {
-    server_ = std::thread([this, fault] { serve(fault == BusFault::hangsUp); });
+  // A client is connected before it is accepted.
+  if (stage != BusStage::connected || manner != BusManner::hangs) {
+    server_ = std::thread([this, stage, manner] { serve(stage, manner); });
   }
 }
 
@@ -116,17 +138,40 @@ const std::string& BrokenBus::receivedBytes() {
   return receivedBytes_;
 }
 
-void BrokenBus::serve(bool hangsUp) {
+void BrokenBus::serve(BusStage stage, BusManner manner) {
   for (FileDescriptor client = listener_->accept(); client.isOpen(); client = listener_->accept()) {
-    authenticate(client);
-    std::array<char, 4096> message{};
-    ssize_t count = 0;
-    do {
-      count = ::recv(client.get(), message.data(), message.size(), 0);
-      receivedBytes_.append(message.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    } while (count > 0 && !hangsUp);
+    serveClient(client, stage, manner);
+    // Closed before the next one is awaited.
     client = FileDescriptor::adopt(-1);
   }
+}
+
+void BrokenBus::serveClient(const FileDescriptor& client, BusStage stage, BusManner manner) {
+  if (stage > BusStage::connected && !readLine(client)) {
+    return;
+  }
+  if (stage > BusStage::authenticating) {
+    send(client, "OK 0123456789abcdef0123456789abcdef\r\n");
+    if (!readLine(client) || !receive(client)) {
+      return;
+    }
+  }
+  if (stage > BusStage::greeting && (!send(client, answerToGreeting) || !receive(client))) {
+    return;
+  }
+  if (manner == BusManner::hangs) {
+    while (receive(client)) {
+    }
+  } else if (manner != BusManner::closes) {
+    send(client, manner);
+  }
+}
+
+bool BrokenBus::receive(const FileDescriptor& client) {
+  std::array<char, 4096> bytes{};
+  const ssize_t count = ::recv(client.get(), bytes.data(), bytes.size(), 0);
+  receivedBytes_.append(bytes.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+  return count > 0;
 }
 
 }  // namespace velmora

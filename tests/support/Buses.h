@@ -51,21 +51,36 @@ class FilteringProxy {
   std::optional<process::HelperProcess> proxy_;
 };
 
-enum class BusFault {
-  /// The bus has ended and left its socket's file.
-  crashed,
-  /// Clients can connect and get no answer, not even to the authentication.
-  letsNobodyIn,
-  /// Clients can authenticate and then get no answer, not even to their greeting.
-  answersNothing,
-  /// Clients can authenticate. The bus closes the connection after the first message.
-  hangsUp,
+/// How far a client of a broken bus comes.
+enum class BusStage {
+  /// Nobody listens: the bus has ended and left its socket's file.
+  ended,
+  /// The client has connected.
+  connected,
+  /// The client has asked for its authentication.
+  authenticating,
+  /// The client is authenticated and has greeted the bus.
+  greeting,
+  /// The client has got the answer to its greeting, and made a call.
+  calling,
 };
 
-/// Behaves like a bus up to its fault.
+/// What a broken bus does to a client at its stage.
+enum class BusManner {
+  hangs,
+  closes,
+  /// Sends the same letter without end.
+  babbles,
+  /// Sends signals without end.
+  sendsSignals,
+  /// Sends an answer of 112 megabytes.
+  sendsHugeAnswer,
+};
+
+/// Behaves like a bus up to the stage, and then in the given manner.
 class BrokenBus {
  public:
-  explicit BrokenBus(BusFault fault);
+  explicit BrokenBus(BusStage stage, BusManner manner = BusManner::hangs);
   BrokenBus(const BrokenBus&) = delete;
   BrokenBus& operator=(const BrokenBus&) = delete;
   ~BrokenBus();
@@ -74,7 +89,7 @@ class BrokenBus {
   std::string directory() const { return directory_.path(); }
   std::string address() const { return "unix:path=" + directory_.path("bus"); }
 
-  /// Whether a client has tried to connect and was not accepted.
+  /// Whether a client has connected to a bus that hangs at once.
   bool hasCaller() const { return listener_->hasCaller(); }
 
   /// Waits until its clients have left, and accepts no other client. Returns everything that
@@ -82,7 +97,10 @@ class BrokenBus {
   const std::string& receivedBytes();
 
  private:
-  void serve(bool hangsUp);
+  void serve(BusStage stage, BusManner manner);
+  void serveClient(const FileDescriptor& client, BusStage stage, BusManner manner);
+  /// Waits for the next bytes. Returns false at the end.
+  bool receive(const FileDescriptor& client);
 
   ScratchDirectory directory_;
   std::optional<Listener> listener_;

@@ -5,6 +5,7 @@
 #include <spawn.h>
 #include <stdlib.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -321,7 +322,10 @@ Outcome run(const Command& command) {
   const bool isStuck = command.standardError == StandardError::stuckPipe;
   Collector errorCollector{std::move(error.ours), {}, isStuck};
   serveUntilEnd(outcome.process, feeder, outputCollector, errorCollector);
-  const int status = awaitEnd(outcome.process);
+  int status = 0;
+  rusage usage{};
+  require(::wait4(outcome.process, &status, 0, &usage) == outcome.process, "wait4");
+  outcome.peakMemory = usage.ru_maxrss;
   if (WIFEXITED(status)) {
     outcome.exitStatus = WEXITSTATUS(status);
   } else {

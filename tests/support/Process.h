@@ -60,6 +60,8 @@ struct Outcome {
   int signal = 0;
   std::string output;
   std::string error;
+  /// In kilobytes. At least the size of the test when it started the program.
+  long peakMemory = 0;
   /// At its end, no other process had its output or errors open, such as a program that it started.
   bool released = false;
 };

@@ -36,6 +36,7 @@ std::string describeProcess() {
   ::sigaction(SIGPIPE, nullptr, &broken);
   std::string result = field("process", std::to_string(::getpid())) +
                        field("session", std::to_string(::getsid(0))) +
+                       field("directory", std::filesystem::current_path()) +
                        field("ignoresBrokenPipes", broken.sa_handler == SIG_IGN ? "yes" : "no");
   for (const char* stream : {"0", "1", "2"}) {
     result +=

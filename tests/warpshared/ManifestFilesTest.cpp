@@ -77,8 +77,7 @@ TEST(ManifestFiles, areNotDiagnosedBeyondALength) {
   const auto verdict = [&](std::size_t maxLength) {
     return verdictOf([&] { static_cast<void>(decoder.readSummary(path, files, maxLength)); });
   };
-  EXPECT_EQ(verdict(text.size()),
-            "dataCorrupted at : Something follows the document's value.");
+  EXPECT_EQ(verdict(text.size()), "dataCorrupted at : Something follows the document's value.");
   EXPECT_EQ(verdict(text.size() - 1),
             "dataCorrupted at : The file is no valid manifest. It is too long to look for its "
             "fault.");

@@ -191,7 +191,8 @@ class TokenCursor {
     return {position(), atEnd() ? 0 : endOfToken() - *token_};
   }
 
-  /// Takes a number in any form. None if it is no integer. Not inlined, because it is rarely called.
+  /// Takes a number in any form. None if it is no integer. Not inlined, because it is rarely
+  /// called.
   [[gnu::noinline]] std::optional<ExactInteger> takeExactInteger();
 
   DecimalValue takeMagnitude(bool isNegative) {

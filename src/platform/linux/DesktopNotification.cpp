@@ -9,6 +9,7 @@ namespace velmora {
 namespace {
 
 void notify(SessionBus& bus, std::string_view summary) {
+  requireMemoryForGLib();
   const GLibPointer<char> text(
       glib().g_utf8_make_valid(summary.data(), static_cast<gssize>(summary.size())));
   // Application, notification to replace, icon, summary, body, actions, hints, time to show it.

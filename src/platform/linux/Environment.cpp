@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <cstdlib>
 #include <utility>
 
 namespace velmora {
@@ -32,12 +31,6 @@ Environment captureEnvironment() {
     }
   }
   return Environment(std::move(variables));
-}
-
-void detachSessionBusFromLibraries() {
-  // Without the variable, libraries would look elsewhere or start a bus. An unknown transport fails
-  // at once.
-  setenv(std::string(sessionBusAddressVariable).c_str(), "disabled:", /*overwrite=*/1);
 }
 
 }  // namespace velmora

@@ -1,8 +1,8 @@
 // The environment variables at the start of the program.
 //
 // They are captured once, before any thread starts. Later reads of the process's environment would
-// not be safe, because a library may change it at the same time. One variable is also changed on
-// purpose (see below). No other code of the project reads the process's environment.
+// not be safe, because a library may change it at the same time. No other code of the project reads
+// the process's environment.
 #pragma once
 
 #include <functional>
@@ -31,17 +31,13 @@ class Environment {
   /// Base Directory Specification requires.
   [[nodiscard]] std::optional<std::string_view> absolutePath(std::string_view name) const;
 
+  [[nodiscard]] const Variables& variables() const { return variables_; }
+
  private:
   Variables variables_;
 };
 
 /// The variables of this process. The first of several with the same name counts, as in getenv.
 [[nodiscard]] Environment captureEnvironment();
-
-/// Hides the session bus from libraries that would connect to it themselves, without a time limit,
-/// and would even start a bus when there is none. To be called at the beginning of main, before any
-/// thread starts, and after captureEnvironment(), which keeps the address for this program and its
-/// children.
-void detachSessionBusFromLibraries();
 
 }  // namespace velmora

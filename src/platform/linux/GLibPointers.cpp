@@ -5,11 +5,9 @@
 namespace velmora {
 
 void GLibRelease::operator()(char* text) const noexcept { glib().g_free(text); }
+void GLibRelease::operator()(char** texts) const noexcept { glib().g_strfreev(texts); }
 void GLibRelease::operator()(GError* error) const noexcept { glib().g_error_free(error); }
 void GLibRelease::operator()(GKeyFile* file) const noexcept { glib().g_key_file_unref(file); }
-void GLibRelease::operator()(GMainContext* context) const noexcept {
-  glib().g_main_context_unref(context);
-}
 void GLibRelease::operator()(GVariant* variant) const noexcept { glib().g_variant_unref(variant); }
 
 GLibPointer<GVariant> ownVariant(GVariant* floating) {

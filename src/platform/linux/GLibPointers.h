@@ -8,11 +8,9 @@
 
 // GLib's own names for its own structures.
 // NOLINTBEGIN(bugprone-reserved-identifier)
-using GCancellable = struct _GCancellable;
-using GDBusConnection = struct _GDBusConnection;
+using GDBusMessage = struct _GDBusMessage;
 using GError = struct _GError;
 using GKeyFile = struct _GKeyFile;
-using GMainContext = struct _GMainContext;
 using GVariant = struct _GVariant;
 // NOLINTEND(bugprone-reserved-identifier)
 
@@ -20,9 +18,10 @@ namespace velmora {
 
 struct GLibRelease {
   void operator()(char* text) const noexcept;
+  /// A list of texts that ends in null.
+  void operator()(char** texts) const noexcept;
   void operator()(GError* error) const noexcept;
   void operator()(GKeyFile* file) const noexcept;
-  void operator()(GMainContext* context) const noexcept;
   void operator()(GVariant* variant) const noexcept;
 };
 

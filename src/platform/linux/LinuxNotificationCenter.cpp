@@ -24,6 +24,7 @@ void emitNotification(SessionBus& bus, std::string_view name) {
   if (lastDot == std::string_view::npos) {
     return;
   }
+  requireMemoryForGLib();
   const std::string interface(name.substr(0, lastDot));
   const std::string member(name.substr(lastDot + 1));
   if (!glib().g_dbus_is_interface_name(interface.c_str()) ||

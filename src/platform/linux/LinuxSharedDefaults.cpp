@@ -4,6 +4,7 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/GLib.h"
 #include "platform/linux/GLibPointers.h"
+#include "platform/linux/KeyFile.h"
 
 #include <cstddef>
 #include <exception>
@@ -14,16 +15,15 @@ namespace velmora {
 namespace {
 
 /// Far more than any settings, which are a few lines; a longer file is not read.
-constexpr std::size_t maxSettingsLength = 1024 * 1024;
+constexpr std::size_t maxSettingsLength = 256 * 1024;
 
 std::optional<Text> stringInKeyFile(std::string_view bytes, std::string_view key) {
   // GLib would end a value at a NUL. Such a file is no text, and is refused as a whole.
   if (bytes.find('\0') != std::string_view::npos) {
     return std::nullopt;
   }
-  const GLibPointer<GKeyFile> file(glib().g_key_file_new());
-  if (!glib().g_key_file_load_from_data(file.get(), bytes.data(), bytes.size(), G_KEY_FILE_NONE,
-                                        nullptr)) {
+  const GLibPointer<GKeyFile> file = parseKeyFile(bytes);
+  if (!file) {
     return std::nullopt;
   }
   GError* failure = nullptr;

@@ -2,34 +2,33 @@
 #pragma once
 
 #include "platform/Workspace.h"
+#include "platform/linux/DesktopEntries.h"
+#include "platform/linux/SessionBus.h"
 
-#include <memory>
+#include <map>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace velmora {
 
 class Environment;
 class FileReader;
-class PendingCall;
-class SessionBus;
 
-/// The location of an application is the path of its desktop entry.
+/// The location of an application is the path of its desktop entry. The entry is read only when the
+/// application is looked up, so that a later change of the file has no effect. Other locations open
+/// nothing.
 ///
 /// A running application with D-Bus activation is activated over the bus. Otherwise the entry's
 /// command is run, separated from this program's terminal and pipes. The bus starts an application
 /// only if its command is missing or cannot be run. The launcher's tokens for bringing a window to
 /// the front are passed on, in the call or in the command's environment.
 ///
-/// Looking up an application does not connect to the bus. The process must have called
-/// detachSessionBusFromLibraries(), because GIO would connect to the bus at every launch.
+/// Looking up an application does not connect to the bus.
 class LinuxWorkspace final : public Workspace {
  public:
   /// All arguments are kept by reference.
   LinuxWorkspace(SessionBus& bus, const Environment& environment, const FileReader& fileReader);
-  LinuxWorkspace(const LinuxWorkspace&) = delete;
-  LinuxWorkspace& operator=(const LinuxWorkspace&) = delete;
-  ~LinuxWorkspace() override;
 
   std::optional<Text> applicationLocation(std::string_view bundleIdentifier) noexcept override;
   void openApplication(const Text& location, OpenConfiguration configuration) noexcept override;
@@ -45,7 +44,9 @@ class LinuxWorkspace final : public Workspace {
   SessionBus& bus_;
   const Environment& environment_;
   const FileReader& fileReader_;
-  std::unique_ptr<PendingCall> pendingActivation_;
+  /// The entries of the applications that were looked up, by their locations.
+  std::map<std::string, DesktopEntry, std::less<>> found_;
+  std::optional<PendingCall> pendingActivation_;
 };
 
 }  // namespace velmora

@@ -1,14 +1,14 @@
 // The user's session bus, for a client that must never make its user wait.
 //
-// A bus may be absent, stale or hung, and may die at any moment. All calls and signals are only
-// hints to other programs. Therefore failures of the bus are not reported, and all uses together
-// take no longer than one time limit for the process.
+// A bus may be absent, stale or hung, may die at any moment, and may send anything. All calls and
+// signals are only hints to other programs. Therefore failures of the bus are not reported, and all
+// uses together take no longer than one time limit for the process.
 #pragma once
 
+#include "platform/linux/BusConnection.h"
 #include "platform/linux/GLibPointers.h"
 
 #include <chrono>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -22,33 +22,6 @@ struct BusMethod {
   std::string objectPath;
   std::string interface;
   std::string member;
-};
-
-/// A call in progress. Its time limit begins with the constructor.
-class PendingCall {
- public:
-  PendingCall(GDBusConnection& connection, const BusMethod& method, GVariant& arguments,
-              std::chrono::milliseconds limit);
-  ~PendingCall();
-  PendingCall(const PendingCall&) = delete;
-  PendingCall& operator=(const PendingCall&) = delete;
-
-  /// Waits for the answer, at most for the rest of the time. Null for an error or no answer.
-  GLibPointer<GVariant> answer();
-
- private:
-  void waitUntilFinished();
-
-  /// Used by this call only, so that waiting runs no callback but its own.
-  GLibPointer<GMainContext> context_;
-  GObjectRef<GCancellable> cancellable_;
-  GLibPointer<GVariant> answer_;
-  bool finished_ = false;
-};
-
-/// Closes a connection without waiting for other programs.
-struct BusDisconnect {
-  void operator()(GDBusConnection* connection) const noexcept;
 };
 
 /// The longest time that a user waits for all services of the desktop together.
@@ -65,9 +38,13 @@ class SessionBus {
   /// Calls and waits for the answer; null for an error or no answer.
   GLibPointer<GVariant> call(const BusMethod& method, GLibPointer<GVariant> arguments);
 
-  /// Starts a call, and the service if necessary; the caller waits for the answer. Null when the
-  /// call cannot be made.
-  std::unique_ptr<PendingCall> startCall(const BusMethod& method, GLibPointer<GVariant> arguments);
+  /// Sends a call, and starts the service if necessary; the caller waits for the answer. None when
+  /// the call cannot be sent.
+  std::optional<PendingCall> startCall(const BusMethod& method, GLibPointer<GVariant> arguments);
+
+  /// Waits for the answer to a call; null for an error or no answer. Answers to other calls that
+  /// arrive meanwhile are lost.
+  GLibPointer<GVariant> awaitAnswer(PendingCall call);
 
   /// Sends a call without waiting for an answer. Does not start the service.
   void send(const BusMethod& method, GLibPointer<GVariant> arguments);
@@ -87,16 +64,15 @@ class SessionBus {
   void flush();
 
  private:
-  using BusConnection = std::unique_ptr<GDBusConnection, BusDisconnect>;
-
-  GDBusConnection* usableConnection();
-  BusConnection connect() const;
-  std::chrono::milliseconds remainingTime() const;
+  /// Null without a bus.
+  BusConnection* usableConnection();
+  void connect();
+  std::optional<PendingCall> sendMessage(GDBusMessage& message);
 
   const Environment& environment_;
   const std::chrono::milliseconds limit_;
-  std::optional<std::chrono::steady_clock::time_point> deadline_;
-  BusConnection connection_;
+  bool hasTried_ = false;
+  std::optional<BusConnection> connection_;
 };
 
 }  // namespace velmora

@@ -1,61 +1,85 @@
+// An address is "transport:key=value,key=value", and ";" separates alternatives (D-Bus
+// Specification, "Server Addresses"). "%" and two digits stand for a byte of a value.
 #include "platform/linux/SessionBusAddress.h"
 
 #include "platform/linux/Environment.h"
-#include "platform/linux/GLib.h"
-#include "platform/linux/GLibPointers.h"
-
-#include <sys/stat.h>
+#include "text/Hexadecimal.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <optional>
 #include <string_view>
+#include <utility>
 
 namespace velmora {
 namespace {
 
-bool leadsToARunningBus(std::string_view address) {
-  return !address.empty() && !address.starts_with("autolaunch:") &&
-         !address.starts_with("disabled:");
+/// Removes and returns the part of `text` before `separator`, which is removed, too. Without a
+/// separator, the part is the whole text.
+std::string_view takePart(std::string_view& text, char separator) {
+  const std::string_view part = text.substr(0, text.find(separator));
+  text.remove_prefix(std::min(part.size() + 1, text.size()));
+  return part;
 }
 
-/// `addresses` is a list of alternatives. Returns those that may lead to a running bus, or none.
-std::optional<std::string> runningBuses(std::string_view addresses) {
-  std::string kept;
-  while (!addresses.empty()) {
-    const std::string_view address = addresses.substr(0, addresses.find(';'));
-    addresses.remove_prefix(std::min(address.size() + 1, addresses.size()));
-    if (!leadsToARunningBus(address)) {
+/// None when a "%" has no two digits.
+std::optional<std::string> unescaped(std::string_view value) {
+  std::string result;
+  while (!value.empty()) {
+    if (value.front() != '%') {
+      result += value.front();
+      value.remove_prefix(1);
       continue;
     }
-    if (!kept.empty()) {
-      kept.push_back(';');
+    if (value.size() < 3) {
+      return std::nullopt;
     }
-    kept.append(address);
+    const auto high = internal::hexDigitValue(value[1]);
+    const auto low = internal::hexDigitValue(value[2]);
+    if (!high || !low) {
+      return std::nullopt;
+    }
+    result += static_cast<char>(*high * 16 + *low);
+    value.remove_prefix(3);
   }
-  return kept.empty() ? std::nullopt : std::optional(kept);
+  return result;
 }
 
-bool isSocket(const std::string& path) {
-  struct stat status = {};
-  return stat(path.c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
+/// None for another transport or an address that is not valid.
+std::optional<std::string> socketAt(std::string_view address) {
+  if (takePart(address, ':') != "unix") {
+    return std::nullopt;
+  }
+  while (!address.empty()) {
+    std::string_view value = takePart(address, ',');
+    const std::string_view key = takePart(value, '=');
+    if ((key == "path" || key == "abstract") && !value.empty()) {
+      std::optional<std::string> name = unescaped(value);
+      if (name && key == "abstract") {
+        name->insert(name->begin(), '\0');
+      }
+      return name;
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace
 
-std::optional<std::string> sessionBusAddress(const Environment& environment) {
-  const auto address = environment.variable(sessionBusAddressVariable);
-  if (address && !address->empty()) {
-    return runningBuses(*address);
+std::vector<std::string> sessionBusSockets(const Environment& environment) {
+  std::string_view addresses = environment.variable(sessionBusAddressVariable).value_or("");
+  std::vector<std::string> sockets;
+  if (addresses.empty()) {
+    if (const auto runtimeDirectory = environment.absolutePath("XDG_RUNTIME_DIR")) {
+      sockets.push_back(std::string(*runtimeDirectory) + "/bus");
+    }
   }
-  const auto runtimeDirectory = environment.absolutePath("XDG_RUNTIME_DIR");
-  if (!runtimeDirectory) {
-    return std::nullopt;
+  while (!addresses.empty()) {
+    if (std::optional<std::string> socket = socketAt(takePart(addresses, ';'))) {
+      sockets.push_back(*std::move(socket));
+    }
   }
-  const std::string path = std::string(*runtimeDirectory) + "/bus";
-  if (!isSocket(path)) {
-    return std::nullopt;
-  }
-  const GLibPointer<char> escaped(glib().g_dbus_address_escape_value(path.c_str()));
-  return std::string("unix:path=") + escaped.get();
+  return sockets;
 }
 
 }  // namespace velmora

@@ -1,16 +1,19 @@
-// The address of the user's session bus.
+// The place of the user's session bus.
 #pragma once
 
-#include <optional>
 #include <string>
+#include <vector>
 
 namespace velmora {
 
 class Environment;
 
-/// $DBUS_SESSION_BUS_ADDRESS, without addresses that would start a new bus: no other program would
-/// listen there. If the variable is missing or empty, the socket "bus" in $XDG_RUNTIME_DIR. None
-/// when there is no such address or socket.
-[[nodiscard]] std::optional<std::string> sessionBusAddress(const Environment& environment);
+/// The names of the local sockets at which the session bus may listen, best first: those in
+/// $DBUS_SESSION_BUS_ADDRESS, or `bus` in $XDG_RUNTIME_DIR if the variable is missing or empty. A
+/// name is a path, or a NUL and the rest of a name in the abstract namespace. Nobody need listen
+/// there.
+///
+/// Addresses of other transports do not count, and neither do those that would start a new bus.
+[[nodiscard]] std::vector<std::string> sessionBusSockets(const Environment& environment);
 
 }  // namespace velmora

@@ -2,7 +2,9 @@
 
 #include "platform/linux/Environment.h"
 
+#include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -32,6 +34,26 @@ std::optional<std::string> xdgDirectory(const Environment& environment, std::str
 std::optional<std::string> xdgDataHome(const Environment& environment,
                                        const HomeLookup& homeLookup) {
   return xdgDirectory(environment, "XDG_DATA_HOME", "/.local/share", homeLookup);
+}
+
+std::vector<std::string> xdgDataDirectories(const Environment& environment,
+                                            const HomeLookup& homeLookup) {
+  std::vector<std::string> directories;
+  if (std::optional<std::string> home = xdgDataHome(environment, homeLookup)) {
+    directories.push_back(*std::move(home));
+  }
+  std::string_view shared = environment.variable("XDG_DATA_DIRS").value_or("");
+  if (shared.empty()) {
+    shared = "/usr/local/share:/usr/share";
+  }
+  while (!shared.empty()) {
+    const std::string_view directory = shared.substr(0, shared.find(':'));
+    shared.remove_prefix(std::min(directory.size() + 1, shared.size()));
+    if (directory.starts_with('/')) {
+      directories.emplace_back(directory);
+    }
+  }
+  return directories;
 }
 
 std::optional<std::string> xdgConfigHome(const Environment& environment,

@@ -1,4 +1,4 @@
-// The user's directories according to the XDG Base Directory Specification.
+// The directories of files according to the XDG Base Directory Specification.
 //
 // GLib's functions are not used: they cache their answers at the first use, and never answer
 // "none".
@@ -9,6 +9,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace velmora {
 
@@ -22,7 +23,13 @@ using HomeLookup = std::function<std::optional<std::string>()>;
 [[nodiscard]] std::optional<std::string> xdgDataHome(
     const Environment& environment, const HomeLookup& homeLookup = passwordEntryHome);
 
-/// The same for settings: $XDG_CONFIG_HOME or ".config" in the home directory.
+/// The directories for the data of applications, best first: xdgDataHome, then those of
+/// $XDG_DATA_DIRS, or /usr/local/share and /usr/share when it is unset or empty. Relative and empty
+/// elements do not count. The directories need not exist.
+[[nodiscard]] std::vector<std::string> xdgDataDirectories(
+    const Environment& environment, const HomeLookup& homeLookup = passwordEntryHome);
+
+/// The same as xdgDataHome for settings: $XDG_CONFIG_HOME or ".config" in the home directory.
 [[nodiscard]] std::optional<std::string> xdgConfigHome(
     const Environment& environment, const HomeLookup& homeLookup = passwordEntryHome);
 

@@ -2,12 +2,11 @@
 // an unnamed file (O_TMPFILE) and links it to its path. This fails, for example, on a file system
 // without unnamed files, or when the path exists. The second attempt then writes a hidden partial
 // file and renames it. The directory is synchronised at the end.
-//
-// createDirectories tries the directories above the path, from the nearest upwards, until one
-// exists or can be created. It then creates the missing ones below it, downwards.
 #include "platform/posix/PosixFileWriter.h"
 
+#include "platform/posix/Directories.h"
 #include "platform/posix/FileDescriptor.h"
+#include "platform/posix/PartialFiles.h"
 #include "platform/posix/SystemCalls.h"
 
 #include <fcntl.h>
@@ -24,9 +23,8 @@ namespace velmora {
 
 namespace {
 
-/// The permissions of a new file or directory, before the user's umask reduces them.
+/// The permissions of a new file, before the user's umask reduces them.
 constexpr mode_t newFileMode = 0666;
-constexpr mode_t newDirectoryMode = 0777;
 
 FileDescriptor openToWrite(const std::string& path, int flags) {
   return FileDescriptor::adopt(retryingInterrupted(
@@ -53,15 +51,6 @@ void writeDurably(const FileDescriptor& file, std::string_view bytes) {
 
 std::string parentDirectory(const std::string& path) {
   return std::filesystem::path(path).parent_path().string();
-}
-
-/// Best effort: the file is in place already, and an error could not undo that.
-void synchronizeDirectory(const std::string& directory) noexcept {
-  const FileDescriptor descriptor = FileDescriptor::adopt(
-      retryingInterrupted([&] { return ::open(directory.c_str(), O_RDONLY | O_CLOEXEC); }));
-  if (descriptor.isOpen()) {
-    ::fsync(descriptor.get());
-  }
 }
 
 #ifdef O_TMPFILE
@@ -106,9 +95,8 @@ class PartialFile {
 
 void writeThroughPartialFile(const std::string& path, std::string_view bytes) {
   const std::filesystem::path target(path);
-  const std::string partialName =
-      std::string(".").append(target.filename().string()).append(".partial");
-  const std::string partialPath = (target.parent_path() / partialName).string();
+  const std::string partialPath =
+      (target.parent_path() / partialFileName(target.filename().string())).string();
   const FileDescriptor file = openToWrite(partialPath, O_CREAT | O_EXCL);
   if (!file.isOpen()) {
     throw posixError(errno);
@@ -118,54 +106,10 @@ void writeThroughPartialFile(const std::string& path, std::string_view bytes) {
   partialFile.moveTo(path);
 }
 
-bool isDirectory(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-/// Returns 0 or the errno value. An existing directory is a success, also when another process
-/// creates it at the same time.
-int createDirectory(const std::string& path) {
-  if (::mkdir(path.c_str(), newDirectoryMode) == 0) {
-    return 0;
-  }
-  const int error = errno;
-  return isDirectory(path) ? 0 : error;
-}
-
-void requireSuccess(int error) {
-  if (error != 0) {
-    throw posixError(error);
-  }
-}
-
-/// Creates the missing directories above `path`. Does not examine any directory above the nearest
-/// existing one, because a sandbox may hide those.
-void createDirectoriesAbove(const std::string& path) {
-  int error = ENOENT;
-  std::size_t slash = path.size();
-  while (error == ENOENT && slash > 1 && slash != std::string::npos) {
-    slash = path.rfind('/', slash - 1);
-    const bool hasDirectory = slash != 0 && slash != std::string::npos;
-    error = hasDirectory ? createDirectory(path.substr(0, slash)) : 0;
-  }
-  requireSuccess(error);
-  for (slash = path.find('/', slash + 1); slash != std::string::npos;
-       slash = path.find('/', slash + 1)) {
-    requireSuccess(createDirectory(path.substr(0, slash)));
-  }
-}
-
 }  // namespace
 
 void PosixFileWriter::createDirectories(std::string_view path) {
-  const std::string directory = systemPath(path);
-  int error = createDirectory(directory);
-  if (error == ENOENT) {
-    createDirectoriesAbove(directory);
-    error = createDirectory(directory);
-  }
-  requireSuccess(error);
+  velmora::createDirectories(systemPath(path));
 }
 
 void PosixFileWriter::writeAtomically(std::string_view path, std::string_view bytes) {
@@ -176,7 +120,9 @@ void PosixFileWriter::writeAtomically(std::string_view path, std::string_view by
   if (!writeThroughUnnamedFile(target, bytes)) {
     writeThroughPartialFile(target, bytes);
   }
+  // Best effort: the file is in place, and an error could not undo that.
   synchronizeDirectory(directory);
+  removeAbandonedPartialFiles(directory);
 }
 
 }  // namespace velmora

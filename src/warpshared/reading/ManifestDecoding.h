@@ -56,7 +56,8 @@ class ManifestDecoder {
   /// As `decode`, of the file at `path`. A valid manifest is never in memory as a whole. Any other
   /// file is read a second time, as a whole, and judged as it is by then. Throws PlatformError,
   /// too: EFBIG for a file longer than maxSharedWarpManifestLength, and for one with a value that
-  /// does not fit into 64 MiB of memory: an entry of 24 MiB, other texts of 8 MiB, 2.5 million paths.
+  /// does not fit into 64 MiB of memory: an entry of 24 MiB, other texts of 8 MiB, 2.5 million
+  /// paths.
   [[nodiscard]] VelmoraWarpSharedManifest read(const Text& path, const FileReader& files);
 
   /// As `read`, every check included, but keeps no entry. If an invalid file is longer than

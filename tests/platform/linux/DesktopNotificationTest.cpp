@@ -44,7 +44,7 @@ TEST(DesktopNotification, showsTheMessageAsSummary) {
 
 TEST(DesktopNotification, doesNotWaitForADesktopOrABus) {
   const PrivateBus withoutDesktop;
-  const BrokenBus deaf(BusFault::letsNobodyIn);
+  const BrokenBus deaf(BusStage::connected);
   for (const std::string& address : {std::string(), withoutDesktop.address(), deaf.address()}) {
     const Environment environment({{"DBUS_SESSION_BUS_ADDRESS", address}});
     SessionBus bus(environment, 200ms);

@@ -50,13 +50,5 @@ TEST_F(EnvironmentOfProcess, doesNotChangeAfterCapture) {
   EXPECT_EQ(environment.variable("VELMORA_TEST_VARIABLE"), "before=1");
 }
 
-TEST_F(EnvironmentOfProcess, keepsTheBusAddressThatIsHiddenFromLibraries) {
-  set("DBUS_SESSION_BUS_ADDRESS", "unix:path=/somewhere");
-  const Environment environment = captureEnvironment();
-  detachSessionBusFromLibraries();
-  EXPECT_EQ(environment.variable(sessionBusAddressVariable), "unix:path=/somewhere");
-  EXPECT_STREQ(std::getenv("DBUS_SESSION_BUS_ADDRESS"), "disabled:");
-}
-
 }  // namespace
 }  // namespace velmora

@@ -115,9 +115,9 @@ TEST_F(LinuxNotificationCenterTest, postsNothingForAnInvalidName) {
 }
 
 TEST(LinuxNotificationCenters, returnFromABrokenBus) {
-  const BrokenBus deaf(BusFault::letsNobodyIn);
-  BrokenBus mute(BusFault::answersNothing);
-  const BrokenBus crashed(BusFault::crashed);
+  const BrokenBus deaf(BusStage::connected);
+  BrokenBus mute(BusStage::greeting);
+  const BrokenBus crashed(BusStage::ended);
   for (const std::string& address :
        {std::string(), deaf.address(), mute.address(), crashed.address()}) {
     post(address, handoffName, 200ms);

@@ -86,8 +86,8 @@ TEST(LinuxSharedDefaultsTest, readsTheFormatOfSettings) {
       {"NULAfterTheLastValue", "[Defaults]\nLanguage.v1=ja\0"s, std::nullopt},
       {"NULAfterAnotherLine", "[Defaults]\nLanguage.v1=ja\n# c\0\n"s, std::nullopt},
       {"byteOrderMark", "\xEF\xBB\xBF[Defaults]\nLanguage.v1=ja\n", std::nullopt},
-      {"asLongAsTheLimit", settingsOfLength(1024 * 1024), "ja"},
-      {"longerThanTheLimit", settingsOfLength(1024 * 1024 + 1), std::nullopt},
+      {"asLongAsTheLimit", settingsOfLength(256 * 1024), "ja"},
+      {"longerThanTheLimit", settingsOfLength(256 * 1024 + 1), std::nullopt},
       {"strayLine", "[Defaults]\nLanguage.v1=ja\nstray\n", std::nullopt},
       {"empty", "", std::nullopt},
   };

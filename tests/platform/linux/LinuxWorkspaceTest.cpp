@@ -1,5 +1,3 @@
-// Opens applications on a desktop that main() prepares, because GLib reads the directories of
-// desktop entries only once.
 #include "platform/linux/Environment.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/SessionBus.h"
@@ -7,17 +5,18 @@
 #include "tests/contracts/WorkspaceContract.h"
 #include "tests/support/BusPeer.h"
 #include "tests/support/Buses.h"
+#include "tests/support/HostileFiles.h"
 #include "tests/support/LaunchedApplication.h"
+#include "tests/support/Process.h"
 #include "tests/support/ScratchDirectory.h"
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <chrono>
 #include <cstddef>
-#include <cstdlib>
-#include <exception>
-#include <iostream>
-#include <memory>
+#include <filesystem>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -28,20 +27,52 @@ namespace {
 
 using namespace std::chrono_literals;
 
+using Variables = Environment::Variables;
+
 constexpr OpenConfiguration activating = {.activates = true, .addsToRecentItems = false};
 
 constexpr const char* tokens =
     "({'activation-token': <'wayland-token'>, 'desktop-startup-id': <'x11-id'>},)";
 
-std::string dataHome() {
-  return std::string(captureEnvironment().variable("XDG_DATA_HOME").value());
-}
+/// A data home with applications, which report their starts.
+class Desktop {
+ public:
+  Desktop() {
+    install("org.example.Plain", command("org.example.Plain"));
+    for (const char* application : {"org.example.Activatable", "org.example.with-dash"}) {
+      install(application, "DBusActivatable=true\n" + command(application));
+    }
+    install("org.example.BusOnly", "DBusActivatable=true\n");
+  }
 
-/// Started applications connect here, each with its name as argument.
-std::unique_ptr<Listener> launches;
+  std::string install(const std::string& application, const std::string& lines) const {
+    return home_.write("applications/" + application + ".desktop",
+                       "[Desktop Entry]\nType=Application\nName=Example\n" + lines);
+  }
 
-/// The name of the next started application. The call ends the application.
-std::string nextStarted() { return LaunchedApplication(*launches).value("argument"); }
+  /// The line of an entry that starts an application with its name as argument.
+  std::string command(const std::string& application) const {
+    return "Exec=" + applicationCommand(launches, application) + "\n";
+  }
+
+  /// `variables` and those that every program needs here.
+  Environment environmentWith(Variables variables) const {
+    variables.emplace("XDG_DATA_HOME", home_.path());
+    for (const auto& variable : process::helperEnvironment()) {
+      variables.insert(variable);
+    }
+    return Environment(std::move(variables));
+  }
+
+  /// The name of the next started application. The call ends the application.
+  std::string nextStarted() const { return LaunchedApplication(launches).value("argument"); }
+
+ private:
+  ScratchDirectory home_;
+
+ public:
+  const Listener launches{home_.path("launches")};
+};
 
 class LinuxWorkspaceAdapter {
  public:
@@ -50,17 +81,19 @@ class LinuxWorkspaceAdapter {
   static std::string otherInstalledApplication() { return "org.example.Activatable"; }
   static Text emptyLocation() { return {"/does/not/exist.desktop"}; }
 
-  static std::vector<std::string> opened(std::size_t count) {
+  std::vector<std::string> opened(std::size_t count) const {
     std::vector<std::string> applications;
     while (applications.size() < count) {
-      applications.push_back(nextStarted());
+      applications.push_back(desktop_.nextStarted());
     }
     return applications;
   }
 
  private:
+  Desktop desktop_;
   PrivateBus daemon_;
-  Environment environment_{{{"DBUS_SESSION_BUS_ADDRESS", daemon_.address()}}};
+  Environment environment_ =
+      desktop_.environmentWith({{"DBUS_SESSION_BUS_ADDRESS", daemon_.address()}});
   SessionBus bus_{environment_, 60s};
   PosixFileReader fileReader_;
   LinuxWorkspace workspace_{bus_, environment_, fileReader_};
@@ -68,40 +101,9 @@ class LinuxWorkspaceAdapter {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Linux, WorkspaceContract, LinuxWorkspaceAdapter);
 
-TEST(ApplicationLookUp, findsTheDesktopEntry) {
-  const struct {
-    const char* application;
-    bool isFound;
-  } rows[] = {
-      {"org.example.Plain", true},
-      {"org.example.Activatable", true},
-      {"org.example.BusOnly", true},
-      {"org.example.NoDisplay", true},
-      {"org.example.Hidden", false},
-      {"org.example.TryExecMissing", false},
-      {"org.example.CommandMissing", false},
-      {"org.example.TooLong", false},
-      {"org.example.Absent", false},
-      {"org.example.Plain.desktop", false},
-      {"", false},
-  };
-  for (const auto& row : rows) {
-    const Environment environment;
-    SessionBus bus(environment, 60s);
-    const PosixFileReader fileReader;
-    LinuxWorkspace workspace(bus, environment, fileReader);
-    const std::string file = dataHome() + "/applications/" + row.application + ".desktop";
-    EXPECT_EQ(workspace.applicationLocation(row.application),
-              row.isFound ? std::optional<Text>(file) : std::nullopt)
-        << row.application;
-  }
-}
-
 /// A desktop where a launcher has passed both tokens to this program.
 class LinuxWorkspaceTest : public testing::Test {
  protected:
-  using Variables = Environment::Variables;
-
   static Variables tokensAnd(const std::string& busAddress) {
     return {{"DBUS_SESSION_BUS_ADDRESS", busAddress},
             {"XDG_ACTIVATION_TOKEN", "wayland-token"},
@@ -109,10 +111,10 @@ class LinuxWorkspaceTest : public testing::Test {
   }
 
   /// Opens an application and finishes the pending activation.
-  static void open(const std::string& application, const Variables& variables,
-                   OpenConfiguration configuration = activating,
-                   std::chrono::milliseconds limit = 60s) {
-    const Environment environment(variables);
+  void open(const std::string& application, const Variables& variables,
+            OpenConfiguration configuration = activating,
+            std::chrono::milliseconds limit = 60s) const {
+    const Environment environment = desktop.environmentWith(variables);
     SessionBus bus(environment, limit);
     const PosixFileReader fileReader;
     LinuxWorkspace workspace(bus, environment, fileReader);
@@ -126,8 +128,8 @@ class LinuxWorkspaceTest : public testing::Test {
 
   /// Expects that the next started application has this name, and has the three variables only as
   /// given.
-  static void expectStarted(const std::string& application, const Variables& variables) {
-    const LaunchedApplication started(*launches);
+  void expectStarted(const std::string& application, const Variables& variables) const {
+    const LaunchedApplication started(desktop.launches);
     EXPECT_EQ(started.value("argument"), application);
     for (const char* name :
          {"DBUS_SESSION_BUS_ADDRESS", "XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
@@ -138,6 +140,7 @@ class LinuxWorkspaceTest : public testing::Test {
     }
   }
 
+  const Desktop desktop;
   PrivateBus daemon;
 };
 
@@ -155,7 +158,7 @@ TEST_F(LinuxWorkspaceTest, activatesARunningApplicationWithBothTokens) {
   EXPECT_EQ(received.front().member, "Activate");
   EXPECT_EQ(received.front().arguments, tokens);
   // The running application was not started again.
-  EXPECT_EQ(nextStarted(), "org.example.Plain");
+  EXPECT_EQ(desktop.nextStarted(), "org.example.Plain");
 }
 
 TEST_F(LinuxWorkspaceTest, activatesWithoutMissingTokens) {
@@ -185,16 +188,22 @@ TEST_F(LinuxWorkspaceTest, runsTheCommandOfAnApplicationThatIsNotActivatable) {
 
 TEST_F(LinuxWorkspaceTest, detachesTheCommandFromThisProgram) {
   open("org.example.Plain", {});
-  const LaunchedApplication started(*launches);
+  const LaunchedApplication started(desktop.launches);
   EXPECT_EQ(started.values("stream"), std::vector<std::string>(3, "/dev/null"));
   EXPECT_EQ(started.value("session"), started.value("process"));
-  // GIO ignores SIGPIPE, but its children must not.
+  // This program ignores SIGPIPE, but its children must not.
   EXPECT_EQ(started.value("ignoresBrokenPipes"), "no");
 }
 
-TEST_F(LinuxWorkspaceTest, givesTheCommandOnlyTheTokensOfThisProgram) {
-  open("org.example.Plain", {});
-  expectStarted("org.example.Plain", {});
+TEST_F(LinuxWorkspaceTest, runsTheCommandWithItsArgumentsInItsDirectory) {
+  const ScratchDirectory directory;
+  desktop.install("org.example.Argument",
+                  "Exec=" + applicationCommand(desktop.launches, R"(%U "a \\"b\\" \\$c %%")") +
+                      "\nPath=" + directory.path() + "\n");
+  open("org.example.Argument", {});
+  const LaunchedApplication started(desktop.launches);
+  EXPECT_EQ(started.values("argument"), std::vector<std::string>{R"(a "b" $c %)"});
+  EXPECT_EQ(started.value("directory"), std::filesystem::canonical(directory.path()));
 }
 
 TEST_F(LinuxWorkspaceTest, neitherActivatesNorPassesTokensUnlessAsked) {
@@ -204,73 +213,55 @@ TEST_F(LinuxWorkspaceTest, neitherActivatesNorPassesTokensUnlessAsked) {
   expectStarted("org.example.Activatable", {{"DBUS_SESSION_BUS_ADDRESS", daemon.address()}});
 }
 
+TEST_F(LinuxWorkspaceTest, opensTheEntryThatItFound) {
+  const std::string file = desktop.install("org.example.Changing", desktop.command("found"));
+  const Environment environment = desktop.environmentWith({});
+  SessionBus bus(environment);
+  const PosixFileReader fileReader;
+  LinuxWorkspace workspace(bus, environment, fileReader);
+  ASSERT_EQ(workspace.applicationLocation("org.example.Changing"), Text(file));
+  std::filesystem::remove(file);
+  require(::mkfifo(file.c_str(), 0600) == 0, file);
+  workspace.openApplication(file, activating);
+  EXPECT_EQ(desktop.nextStarted(), "found");
+}
+
 TEST_F(LinuxWorkspaceTest, waitsWhileTheBusStartsTheApplication) {
   daemon.addService("org.example.BusOnly",
-                    applicationCommand(*launches, "", "org.example.BusOnly"));
+                    applicationCommand(desktop.launches, "", "org.example.BusOnly"));
   open("org.example.BusOnly", tokensAnd(daemon.address()));
-  EXPECT_EQ(LaunchedApplication(*launches).values("call"),
+  EXPECT_EQ(LaunchedApplication(desktop.launches).values("call"),
             std::vector{"/org/example/BusOnly org.freedesktop.Application.Activate" +
                         std::string(tokens)});
 }
 
+TEST_F(LinuxWorkspaceTest, letsTheBusStartAnApplicationWhoseCommandCannotBeRun) {
+  const ScratchDirectory directory;
+  const std::string program = directory.write("program", "#!/does/not/exist\n");
+  std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+  desktop.install("org.example.Broken", "DBusActivatable=true\nExec=" + program + "\n");
+  daemon.addService("org.example.Broken",
+                    applicationCommand(desktop.launches, "service", "org.example.Broken"));
+  open("org.example.Broken", tokensAnd(daemon.address()));
+  EXPECT_EQ(desktop.nextStarted(), "service");
+}
+
 TEST_F(LinuxWorkspaceTest, returnsWhenTheBusCannotStartTheApplication) {
-  const BrokenBus deaf(BusFault::letsNobodyIn);
+  const BrokenBus deaf(BusStage::connected);
   for (const std::string& address : {std::string(), daemon.address(), deaf.address()}) {
     open("org.example.BusOnly", tokensAnd(address), activating, 200ms);
   }
   open("org.example.Plain", {});
-  EXPECT_EQ(nextStarted(), "org.example.Plain");
+  EXPECT_EQ(desktop.nextStarted(), "org.example.Plain");
 }
 
 TEST_F(LinuxWorkspaceTest, startsTheApplicationWhileTheBusHangs) {
-  for (const BusFault fault : {BusFault::letsNobodyIn, BusFault::answersNothing}) {
-    const BrokenBus bus(fault);
+  for (const BusStage stage : {BusStage::connected, BusStage::greeting}) {
+    const BrokenBus bus(stage);
     open("org.example.Activatable", tokensAnd(bus.address()), activating, 200ms);
     expectStarted("org.example.Activatable", tokensAnd(bus.address()));
   }
 }
 
-/// Creates a desktop in `home`.
-void makeDesktop(const ScratchDirectory& home) {
-  launches = std::make_unique<Listener>(home.path("launches"));
-  const auto install = [&home](const std::string& application, const std::string& lines) {
-    home.write("applications/" + application + ".desktop",
-               "[Desktop Entry]\nType=Application\nName=Example\n" + lines);
-  };
-  const auto command = [](const std::string& application) {
-    return "Exec=" + applicationCommand(*launches, application) + "\n";
-  };
-  install("org.example.Plain", command("org.example.Plain"));
-  install("org.example.Activatable", "DBusActivatable=true\n" + command("org.example.Activatable"));
-  install("org.example.with-dash", "DBusActivatable=true\n" + command("org.example.with-dash"));
-  install("org.example.BusOnly", "DBusActivatable=true\n");
-  install("org.example.NoDisplay", "NoDisplay=true\n" + command("org.example.NoDisplay"));
-  install("org.example.Hidden", "Hidden=true\n" + command("org.example.Hidden"));
-  install("org.example.TryExecMissing",
-          "TryExec=/does/not/exist\n" + command("org.example.TryExecMissing"));
-  install("org.example.CommandMissing", "Exec=/does/not/exist\n");
-  install("org.example.TooLong",
-          command("org.example.TooLong") + "#" + std::string(1024 * 1024, 'x') + "\n");
-}
-
-int runTests() {
-  const ScratchDirectory home;
-  makeDesktop(home);
-  setenv("XDG_DATA_HOME", home.path().c_str(), 1);
-  setenv("XDG_DATA_DIRS", home.path("none").c_str(), 1);
-  detachSessionBusFromLibraries();
-  return RUN_ALL_TESTS();
-}
-
 }  // namespace
 }  // namespace velmora
-
-int main(int count, char** words) {
-  try {
-    testing::InitGoogleTest(&count, words);
-    return velmora::runTests();
-  } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    return EXIT_FAILURE;
-  }
-}

@@ -1,69 +1,66 @@
 #include "platform/linux/Environment.h"
 #include "platform/linux/SessionBusAddress.h"
-#include "tests/support/Buses.h"
-#include "tests/support/ScratchDirectory.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <optional>
 #include <string>
+#include <vector>
 
 namespace velmora {
 namespace {
 
-TEST(SessionBusAddress, excludesAddressesThatStartABus) {
+using std::string_literals::operator""s;
+
+using Sockets = std::vector<std::string>;
+
+TEST(SessionBusAddress, namesLocalSockets) {
   const struct {
     std::string variable;
-    std::optional<std::string> address;
+    Sockets sockets;
   } rows[] = {
-      {"unix:path=/a", "unix:path=/a"},
-      {"unix:path=/a;tcp:host=b,port=1", "unix:path=/a;tcp:host=b,port=1"},
-      {"autolaunch:", std::nullopt},
-      {"autolaunch:scope=x", std::nullopt},
-      {"disabled:", std::nullopt},
-      {"unix:path=/a;autolaunch:", "unix:path=/a"},
-      {"autolaunch:;unix:path=/a", "unix:path=/a"},
-      {";;", std::nullopt},
+      {"unix:path=/a", {"/a"}},
+      {"unix:path=/a,guid=0123", {"/a"}},
+      {"unix:guid=0123,path=/a", {"/a"}},
+      {"unix:path=/a%2cb%3Bc%20d%25", {"/a,b;c d%"}},
+      {"unix:path=/a b=c", {"/a b=c"}},
+      {"unix:abstract=/a", {"\0/a"s}},
+      {"unix:path=/a;unix:abstract=b;unix:path=/c", {"/a", "\0b"s, "/c"}},
+      {"tcp:host=b,port=1;unix:path=/a;nonce-tcp:host=b,port=1,noncefile=/c", {"/a"}},
+      {"autolaunch:;unix:path=/a;disabled:", {"/a"}},
+      {"autolaunch:scope=x", {}},
+      {";unix:path=/a;;", {"/a"}},
+      {";;", {}},
+      {"unix:", {}},
+      {"unix:path", {}},
+      {"unix:path=", {}},
+      {"unix:path=/a%", {}},
+      {"unix:path=/a%2", {}},
+      {"unix:path=/a%2x", {}},
+      {"unix:dir=/a", {}},
+      {"Unix:path=/a", {}},
+      {"/a", {}},
   };
   for (const auto& row : rows) {
     const Environment environment({{"DBUS_SESSION_BUS_ADDRESS", row.variable}});
-    EXPECT_EQ(sessionBusAddress(environment), row.address) << row.variable;
+    EXPECT_EQ(sessionBusSockets(environment), row.sockets) << row.variable;
   }
-  EXPECT_EQ(sessionBusAddress(Environment()), std::nullopt);
 }
 
-/// The address when only XDG_RUNTIME_DIR is set.
-std::optional<std::string> addressIn(const std::string& runtimeDirectory) {
-  return sessionBusAddress(Environment({{"XDG_RUNTIME_DIR", runtimeDirectory}}));
-}
-
-TEST(SessionBusAddress, isTheSocketInTheRuntimeDirectory) {
-  const BrokenBus bus(BusFault::letsNobodyIn);
-  EXPECT_EQ(addressIn(bus.directory()), bus.address());
-  const auto address = [&bus](const std::string& variable) {
-    return sessionBusAddress(Environment(
-        {{"DBUS_SESSION_BUS_ADDRESS", variable}, {"XDG_RUNTIME_DIR", bus.directory()}}));
+TEST(SessionBusAddress, isInTheRuntimeDirectoryWithoutTheVariable) {
+  const struct {
+    Environment::Variables variables;
+    Sockets sockets;
+  } rows[] = {
+      {{}, {}},
+      {{{"XDG_RUNTIME_DIR", "/run/a,b;c"}}, {"/run/a,b;c/bus"}},
+      {{{"XDG_RUNTIME_DIR", "relative"}}, {}},
+      {{{"XDG_RUNTIME_DIR", "/run"}, {"DBUS_SESSION_BUS_ADDRESS", ""}}, {"/run/bus"}},
+      {{{"XDG_RUNTIME_DIR", "/run"}, {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/a"}}, {"/a"}},
+      {{{"XDG_RUNTIME_DIR", "/run"}, {"DBUS_SESSION_BUS_ADDRESS", "disabled:"}}, {}},
   };
-  EXPECT_EQ(address("unix:path=/a"), "unix:path=/a");
-  EXPECT_EQ(address("disabled:"), std::nullopt);
-  EXPECT_EQ(address(""), bus.address());
-}
-
-TEST(SessionBusAddress, escapesTheRuntimeDirectory) {
-  const BrokenBus bus(BusFault::letsNobodyIn);
-  const ScratchDirectory directory;
-  const std::string runtimeDirectory = directory.path("a,b;c");
-  std::filesystem::create_directory_symlink(bus.directory(), runtimeDirectory);
-  EXPECT_EQ(addressIn(runtimeDirectory), "unix:path=" + directory.path("a%2Cb%3Bc/bus"));
-}
-
-TEST(SessionBusAddress, isAbsentWithoutASocketInTheRuntimeDirectory) {
-  const ScratchDirectory directory;
-  EXPECT_EQ(addressIn(directory.path()), std::nullopt);
-  directory.write("bus", "");
-  EXPECT_EQ(addressIn(directory.path()), std::nullopt);
-  EXPECT_EQ(addressIn("relative"), std::nullopt);
+  for (const auto& row : rows) {
+    EXPECT_EQ(sessionBusSockets(Environment(row.variables)), row.sockets);
+  }
 }
 
 }  // namespace

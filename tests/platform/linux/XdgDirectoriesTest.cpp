@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -53,6 +54,31 @@ TEST(XdgDirectories, areTheVariablesOrTheirDefaults) {
     const auto lookup = [&row] { return row.passwordHome; };
     EXPECT_EQ(xdgDataHome(environment, lookup), row.dataHome);
     EXPECT_EQ(xdgConfigHome(environment, lookup), row.configHome);
+  }
+}
+
+TEST(XdgDirectories, ofDataAreTheUsersAndTheAbsoluteSharedOnes) {
+  using Directories = std::vector<std::string>;
+  const std::optional<std::string> home = "/p";
+  const struct {
+    Environment::Variables variables;
+    std::optional<std::string> passwordHome;
+    Directories directories;
+  } rows[] = {
+      {{}, home, {"/p/.local/share", "/usr/local/share", "/usr/share"}},
+      {{{"XDG_DATA_DIRS", ""}}, home, {"/p/.local/share", "/usr/local/share", "/usr/share"}},
+      {{{"XDG_DATA_HOME", "/d"}, {"XDG_DATA_DIRS", "/a:/b/"}}, home, {"/d", "/a", "/b/"}},
+      {{{"XDG_DATA_HOME", "."}, {"HOME", "."}, {"XDG_DATA_DIRS", "/a"}},
+       home,
+       {"/p/.local/share", "/a"}},
+      {{{"XDG_DATA_HOME", "/d"}, {"XDG_DATA_DIRS", ":/a::b:./b:/c:"}}, home, {"/d", "/a", "/c"}},
+      {{{"XDG_DATA_HOME", "/d"}, {"XDG_DATA_DIRS", "share"}}, home, {"/d"}},
+      {{{"XDG_DATA_HOME", "/d"}, {"XDG_DATA_DIRS", ":"}}, home, {"/d"}},
+      {{{"XDG_DATA_DIRS", "/a"}}, std::nullopt, {"/a"}},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(xdgDataDirectories(Environment(row.variables), [&row] { return row.passwordHome; }),
+              row.directories);
   }
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 /// In kilobytes; twice the memory of this test, which counts as the program's. A bus sends as much
 /// in a few milliseconds.
-constexpr long maxPeakMemory = 64L * 1024;
+[[maybe_unused]] constexpr long maxPeakMemory = 64L * 1024;
 
 class BrokenBusTest : public ProcessTest {
  protected:

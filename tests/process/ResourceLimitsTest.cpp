@@ -24,7 +24,7 @@ class ResourceLimitsTest : public ProcessTest {
     std::filesystem::permissions(home.runtimeDirectory() / "bus", std::filesystem::perms(0777));
     // GLib needs forty times the memory of these lines.
     std::string lines;
-    while (lines.size() < 500'000) {
+    while (lines.size() < 250'000) {
       lines += "a=\n";
     }
     installApplication("DBusActivatable=true\nExec=/bin/true\n" + lines);

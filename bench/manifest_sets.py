@@ -69,8 +69,8 @@ def sets_of(shape, file_count, entries, *styles):
 
 
 SETS = {manifests.name: manifests for manifests in [
-    *sets_of("10k", 1, 10_000, "compact", "pretty-sorted", "compact-shuffled"),
-    *sets_of("100k", 1, 100_000, "compact", "pretty-sorted"),
+    *sets_of("10k", 1, 10_000, "compact", "pretty-sorted", "compact-shuffled", "compact-unknown"),
+    *sets_of("100k", 1, 100_000, "compact", "pretty-sorted", "compact-unknown"),
     *sets_of("1000x100", 1000, 100, "compact", "pretty-sorted"),
     *sets_of("1M", 1, 1_000_000, "compact"),
     ManifestSet("home-1000x100", 1000, 100, "compact", in_home=True),

@@ -124,6 +124,14 @@ def exit_status(command, environment):
     return os.waitstatus_to_exitcode(status)
 
 
+def peak_memory_of_process(command, environment):
+    """The peak of resident memory in bytes, and the exit status."""
+    process = os.posix_spawn(command[0], command, environment, file_actions=[
+        (os.POSIX_SPAWN_OPEN, 1, "/dev/null", os.O_WRONLY, 0)])
+    _, status, usage = os.wait4(process, 0)
+    return usage.ru_maxrss * 1024, os.waitstatus_to_exitcode(status)
+
+
 def milliseconds(command, environment):
     """The time from the start of the process to its end."""
     start = time.perf_counter_ns()

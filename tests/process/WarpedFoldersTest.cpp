@@ -60,6 +60,13 @@ TEST_F(WarpedFoldersTest, areCheckedWithoutChanges) {
   expectChecks(0, 1);
 }
 
+TEST_F(WarpedFoldersTest, areFoundWhateverTheEnvironmentTellsTheJSONLibrary) {
+  for (const char* name : {"fallback", "x", ""}) {
+    command.environment["SIMDJSON_FORCE_IMPLEMENTATION"] = name;
+    expectChecks(1, 0);
+  }
+}
+
 TEST_F(WarpedFoldersTest, areFoundWhenSignalsInterruptTheReading) {
   // The leak checker does not work in a traced process.
   command.environment["ASAN_OPTIONS"] += ":detect_leaks=0";

@@ -1,8 +1,7 @@
 // A chunk has to end between two tokens. The search for such a place takes two steps:
 //
 // 1. Backwards from the length that is wanted, for two patterns that occur between tokens only: a
-//    line break, and the beginning of the next object in a list of records. Most documents have one
-//    nearby.
+//    line break, and the beginning of the next object in a list. Most documents have one nearby.
 // 2. If there is none, the chunk ends after the last blank or punctuation. This byte may be part of
 //    a string, which then has no end in the chunk. The chunk ends before that string instead: at
 //    the last quote that is not escaped.
@@ -48,22 +47,24 @@ bool mayBeginToken(std::string_view text) {
 
 /// The last offset in the end of `text` that is between two tokens for sure; 0 when none is found.
 ///
-/// A string contains no line break, which must be escaped. It contains no `},{"` with a letter
-/// after it either: the quote would end the string, and no letter follows the end of a string. If
-/// the text is not JSON, the offset may be inside of a string, which then has no end in the chunk.
+/// A string contains no line break, which must be escaped. It contains no `{"` with a letter after
+/// it either: the quote would end the string, and no letter follows the end of a string. If the
+/// text is not JSON, the offset may be inside of a string, which then has no end in the chunk.
 std::size_t lastSurePlace(std::string_view text) {
-  constexpr std::string_view nextObject = "},{\"";
+  constexpr std::string_view object = "{\"";
   /// Most records are shorter.
   constexpr std::size_t searchedLength = 4096;
   const std::size_t last = text.size() - std::min(text.size(), searchedLength);
-  for (std::size_t end = text.size(); end > last + nextObject.size(); --end) {
+  for (std::size_t end = text.size(); end > last + object.size(); --end) {
     if (text[end - 1] == '\n') {
       return end;
     }
-    const std::size_t begin = end - 1 - nextObject.size();
-    if (text[begin] == '}' && isLetter(text[end - 1]) &&
-        text.substr(begin, nextObject.size()) == nextObject) {
-      return begin + std::string_view("},").size();
+    const std::size_t begin = end - 1 - object.size();
+    if (text[begin] == '{' && text[begin + 1] == '"' && isLetter(text[end - 1])) {
+      const std::size_t comma = text.substr(0, begin).find_last_not_of(' ');
+      if (comma != std::string_view::npos && text[comma] == ',') {
+        return begin;
+      }
     }
   }
   return 0;

@@ -7,7 +7,7 @@
 //   offset    0         10        20        30        40
 //             |         |         |         |         |
 //   document  {"version":4,"entries":[{"size":1},{"size":2}]}
-//   chunk 1   {"version":4,"entries":[{"size":1},              0 to 35, ends after the last `},`
+//   chunk 1   {"version":4,"entries":[{"size":1},              0 to 35, ends before the last `{`
 //   chunk 2                                      {"size":2}]}  35 to 47, the last one
 //
 //   chunk 1: tokens begin at 0 1 10 11 12 13 22 23 24 25 31 32 33 34, then four sentinels 35

@@ -123,6 +123,31 @@ TEST(JSONReaderTest, closedLevelsDoNotCount) {
   EXPECT_EQ(rewrittenDocument(document), document);
 }
 
+TEST(JSONReaderTest, refusesADocumentThatTakesTooMuchMemory) {
+  constexpr std::size_t maxMemory = 100'000;
+  struct {
+    const char* name;
+    std::string document;
+    bool isRead;
+  } const rows[] = {
+      {"longText", '"' + std::string(90'000, 'x') + '"', true},
+      {"longNumber", std::string(90'000, '1'), true},
+      {"tooLongText", '"' + std::string(maxMemory, 'x') + '"', false},
+      {"shortAndDense", "[" + repeated("[],", 900) + "1]", true},
+      {"longAndDense", "[" + repeated("[],", 10'000) + "1]", false},
+      {"numbers", "[" + repeated("1,", 20'000) + "1]", false},
+  };
+  for (const auto& row : rows) {
+    JSONReader reader(maxMemory);
+    std::string document = row.document;
+    const std::string fault = faultOf([&] { static_cast<void>(reader.read(document)); });
+    EXPECT_EQ(fault, row.isRead ? "none" : "dataCorrupted: The document takes too much memory.")
+        << row.name;
+    document = row.document;
+    EXPECT_EQ(faultOf([&] { static_cast<void>(JSONReader().read(document)); }), "none");
+  }
+}
+
 TEST(JSONReaderTest, readsWithoutRecursion) {
   EXPECT_EQ(faultOfDocument(std::string(1'000'000, '[')),
             "dataCorrupted @512: Arrays and objects lie too deeply in each other.");

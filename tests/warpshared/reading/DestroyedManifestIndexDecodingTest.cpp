@@ -1,5 +1,6 @@
 #include "platform/PlatformError.h"
 #include "tests/fakes/RecordedWarps.h"
+#include "tests/fakes/WarpRecords.h"
 #include "tests/warpshared/SharedWarpDocuments.h"
 #include "warpshared/reading/DestroyedManifestIndexDecoding.h"
 #include "warpshared/writing/ManifestEncoding.h"
@@ -69,6 +70,20 @@ std::string verdictOn(const JSONTree& document) {
     EXPECT_EQ(error.code(), fileReadCorruptFileErrorCode);
     return "corruptFile";
   }
+}
+
+TEST(DestroyedManifestRecords, areRefusedWhenTheyTakeTooMuchMemory) {
+  FakePlatform fake;
+  std::string values = "[[]";
+  while (values.size() < 6'000'000) {
+    values += ",[]";
+  }
+  const std::string index = indexJSON({});
+  fake.fileSystem.files[indexPath] = "{\"more\":" + values + "]," + index.substr(1);
+  EXPECT_THROW(static_cast<void>(load(fake)), DecodingError);
+  fake.fileSystem.files[indexPath] =
+      "{\"more\":\"" + std::string(6'000'000, 'x') + "\"," + index.substr(1);
+  EXPECT_TRUE(load(fake).empty());
 }
 
 TEST(DestroyedManifestRecords, areCheckedByTheRules) {

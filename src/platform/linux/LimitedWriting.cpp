@@ -2,13 +2,12 @@
 // that, but it belongs to the open file, which the parent process and its other children share. So
 // each kind of file is written in another way:
 //
-// - A socket takes MSG_DONTWAIT for a single call.
-// - A pipe or a terminal is opened once more through /proc, with O_NONBLOCK for this open file
-// only.
-//   If that is refused, as for a terminal of another user, the shared one is used. poll() comes
-//   before each write, and a writable pipe takes PIPE_BUF bytes at once.
-// - Any other file, such as a regular one, has no reader to wait for. It is not opened once more,
-//   because the new open file would begin at its first byte.
+// 1. A socket takes MSG_DONTWAIT for a single call.
+// 2. A pipe or a terminal is opened once more through /proc, and O_NONBLOCK is set for this open
+//    file only. If that is refused, as for a terminal of another user, the shared one is used. In
+//    this case poll() comes before each write, and a writable pipe takes PIPE_BUF bytes at once.
+// 3. Any other file, such as a regular one, has no reader to wait for. It is not opened once more,
+//    because the new open file would begin at its first byte.
 #include "platform/linux/LimitedWriting.h"
 
 #include "platform/posix/FileDescriptor.h"

@@ -160,10 +160,11 @@ class ManifestDecoder::Readers {
   bool stream(const internal::StreamingManifestReader::OpenDocument& open, Product& product) {
     std::optional<VelmoraWarpSharedManifest> manifest =
         streamingReader_.read(open, visitorOf(product));
-    if (manifest.has_value()) {
-      product.finish(*std::move(manifest));
+    if (!manifest.has_value()) {
+      return false;
     }
-    return manifest.has_value();
+    product.finish(*std::move(manifest));
+    return true;
   }
 
   template <class Product>

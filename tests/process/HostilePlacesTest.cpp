@@ -110,14 +110,14 @@ class HostilePlacesTest : public ProcessTest {
     if (exists) {
       filesystem::rename(place, kept);
     }
-    for (std::size_t number = firstKind; number < kinds.size(); number += kindStep) {
+    for (std::size_t number = firstKind_; number < kinds.size(); number += kindStep) {
       const HostileKind& kind = kinds[number];
       SCOPED_TRACE(place.lexically_relative(home.path()).string() + ": " + kind.name);
       kind.make(place);
       tryPrograms();
       removeAll(place);
     }
-    firstKind = (firstKind + 1) % kindStep;
+    firstKind_ = (firstKind_ + 1) % kindStep;
     if (exists) {
       filesystem::rename(kept, place);
     }
@@ -203,7 +203,7 @@ class HostilePlacesTest : public ProcessTest {
   /// A program with sanitizers starts slowly. So each place gets some of the kinds only.
   static constexpr std::size_t kindStep = 4;
 #endif
-  std::size_t firstKind = 0;
+  std::size_t firstKind_ = 0;
 };
 
 TEST_F(HostilePlacesTest, selectionAndMarkers) {

@@ -27,7 +27,9 @@ std::string priorityAndTime() {
   std::array<char, 32> text{};
   // "%b" is English, because no program here sets a locale.
   const std::size_t length = std::strftime(text.data(), text.size(), "%b %e %T ", &parts);
-  return "<" + std::to_string(LOG_USER | LOG_ERR) + ">" + std::string(text.data(), length);
+  std::string result("<");
+  result.append(std::to_string(LOG_USER | LOG_ERR)).append(">").append(text.data(), length);
+  return result;
 }
 
 void sendDatagram(const std::string& path, std::string_view bytes) {

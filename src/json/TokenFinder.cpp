@@ -36,6 +36,14 @@ TokenFault faultOf(simdjson::error_code error) {
 
 }  // namespace
 
+bool mayBeginWith(char punctuation, std::string_view text) {
+  if (text.starts_with(byteOrderMark)) {
+    text.remove_prefix(byteOrderMark.size());
+  }
+  const auto* const first = std::ranges::find_if_not(text, isJSONBlank);
+  return first == text.end() || *first == punctuation;
+}
+
 /// The stage of the library's parser that finds tokens.
 class TokenFinder::StageOne {
  public:

@@ -10,6 +10,17 @@
 
 namespace velmora::internal {
 
+/// May stand before a document, and means nothing.
+inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+[[nodiscard]] constexpr bool isJSONBlank(char byte) {
+  return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t';
+}
+
+/// Whether a document whose beginning is `text` may have the token `punctuation` first. True if the
+/// beginning has only blanks.
+[[nodiscard]] bool mayBeginWith(char punctuation, std::string_view text);
+
 /// The reason why there are no tokens.
 enum class TokenFault {
   none,
@@ -44,13 +55,9 @@ struct FoundTokens {
 /// The offset of the end of a token, which is followed by blanks only up to the token at
 /// `nextToken`.
 [[nodiscard]] inline std::uint32_t endOfJSONToken(const char* bytes, std::uint32_t nextToken) {
-  const auto isBlank = [](char byte) {
-    // The first comparison mostly decides: outside of strings no other byte of JSON is that small.
-    return static_cast<unsigned char>(byte) <= ' ' &&
-           (byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t');
-  };
   std::uint32_t end = nextToken;
-  while (isBlank(bytes[end - 1])) {
+  // The first comparison mostly decides: outside of strings no other byte of JSON is that small.
+  while (static_cast<unsigned char>(bytes[end - 1]) <= ' ' && isJSONBlank(bytes[end - 1])) {
     --end;
   }
   return end;

@@ -1,5 +1,6 @@
 #include "resolution/WarpIDSearch.h"
 
+#include "json/TokenFinder.h"
 #include "platform/FileReader.h"
 #include "warpshared/reading/ManifestDecoding.h"
 
@@ -30,13 +31,6 @@ char* pageIn(char* place) {
 bool isPlain(char character) {
   return ('0' <= character && character <= '9') || ('A' <= character && character <= 'Z') ||
          ('a' <= character && character <= 'z') || character == '-';
-}
-
-/// Whether `text` may be the beginning of a document that is an object.
-bool mayBeginObject(std::string_view text) {
-  constexpr std::string_view blanksAndByteOrderMark = " \t\r\n\xEF\xBB\xBF";
-  const std::size_t first = text.find_first_not_of(blanksAndByteOrderMark);
-  return first == std::string_view::npos || text[first] == '{';
 }
 
 bool isSearchable(const Text& warpID) {
@@ -75,7 +69,7 @@ bool WarpIDSearch::mayBeManifest(const Text& path, const FileReader& files) {
   bool isFirst = true;
   while (const std::size_t count = file->read(chunk, chunkLength)) {
     const std::string_view searched(chunk - kept, kept + count);
-    if (std::exchange(isFirst, false) && !mayBeginObject(searched)) {
+    if (std::exchange(isFirst, false) && !internal::mayBeginWith('{', searched)) {
       return false;
     }
     if (isFoundIn(searched)) {

@@ -39,19 +39,6 @@ std::optional<std::string_view> afterLocalAuthority(std::string_view hierarchica
   return rest.substr(authorityEnd);
 }
 
-/// The byte of the escape ("%" and two digits) at the beginning of `text`; none when malformed.
-std::optional<char> escapedByte(std::string_view text) {
-  if (text.size() < 3) {
-    return std::nullopt;
-  }
-  const std::optional<unsigned> high = internal::hexDigitValue(text[1]);
-  const std::optional<unsigned> low = internal::hexDigitValue(text[2]);
-  if (!high || !low) {
-    return std::nullopt;
-  }
-  return static_cast<char>(*high * 16 + *low);
-}
-
 /// None for a malformed escape, and for an escaped "/", which cannot be part of a name.
 std::optional<std::string> percentDecodedPath(std::string_view path) {
   std::string decoded;
@@ -61,7 +48,7 @@ std::optional<std::string> percentDecodedPath(std::string_view path) {
       decoded += path[position];
       continue;
     }
-    const std::optional<char> byte = escapedByte(path.substr(position));
+    const std::optional<char> byte = internal::percentDecodedByte(path.substr(position));
     if (!byte || *byte == '/') {
       return std::nullopt;
     }

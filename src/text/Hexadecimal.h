@@ -27,6 +27,20 @@ inline constexpr std::string_view upperCaseHexDigits = "0123456789ABCDEF";
   return std::nullopt;
 }
 
+/// The byte of a percent-encoding, "%" and two digits, at the beginning of `text` (RFC 3986,
+/// section 2.1); none when it is malformed.
+[[nodiscard]] constexpr std::optional<char> percentDecodedByte(std::string_view text) {
+  if (text.size() < 3) {
+    return std::nullopt;
+  }
+  const std::optional<unsigned> high = hexDigitValue(text[1]);
+  const std::optional<unsigned> low = hexDigitValue(text[2]);
+  if (!high || !low) {
+    return std::nullopt;
+  }
+  return static_cast<char>(*high * 16 + *low);
+}
+
 /// Appends the two digits of `byte`. `digits` is one of the two constants above.
 inline void appendHexByte(std::string& text, std::uint8_t byte, std::string_view digits) {
   text += digits[byte >> 4U];

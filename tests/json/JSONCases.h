@@ -3,6 +3,7 @@
 #pragma once
 
 #include "json/TokenFinder.h"
+#include "tests/support/Repeated.h"
 
 #include <cstddef>
 #include <string>
@@ -11,14 +12,6 @@
 namespace velmora::internal {
 
 using std::string_literals::operator""s;
-
-inline std::string repeated(std::string_view text, std::size_t count) {
-  std::string result;
-  for (; count > 0; --count) {
-    result += text;
-  }
-  return result;
-}
 
 struct ReadCase {
   const char* name;

@@ -5,6 +5,7 @@
 #include "tests/fakes/WarpRecords.h"
 #include "tests/process/ProcessTest.h"
 #include "tests/support/HostileFiles.h"
+#include "tests/support/Repeated.h"
 #include "warpshared/writing/ManifestEncoding.h"
 
 #include <functional>
@@ -30,14 +31,6 @@ void makeWithMode(const std::string& path, bool isDirectory, int mode) {
     write(path, "{}");
   }
   filesystem::permissions(path, filesystem::perms(mode));
-}
-
-std::string repeated(std::string_view text, std::size_t count) {
-  std::string result;
-  while (count-- > 0) {
-    result += text;
-  }
-  return result;
 }
 
 const std::vector<HostileKind> kinds = {

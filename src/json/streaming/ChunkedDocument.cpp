@@ -1,15 +1,9 @@
-// A chunk has to end between two tokens. The search for such a place takes two steps:
-//
-// 1. Backwards from the length that is wanted, for two patterns that occur between tokens only: a
-//    line break, and the beginning of the next object in a list. Most documents have one nearby.
-// 2. If there is none, the chunk ends after the last blank or punctuation. This byte may be part of
-//    a string, which then has no end in the chunk. The chunk ends before that string instead: at
-//    the last quote that is not escaped.
-//
-// If the whole chunk would be part of one token, it grows to twice its length. Bytes of the
-// document that follow the chunk stay in memory, and begin the next one.
+// Bytes of the document that follow the chunk stay in memory, and begin the next one. ChunkEnd.h
+// finds the end of a chunk. If the whole chunk would be part of one token, it grows to twice its
+// length.
 #include "json/streaming/ChunkedDocument.h"
 
+#include "json/streaming/ChunkEnd.h"
 #include "text/UTF8.h"
 
 #include <algorithm>
@@ -19,112 +13,6 @@
 #include <utility>
 
 namespace velmora::internal {
-
-namespace {
-
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
-bool isLetter(char byte) { return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z'); }
-
-bool isBlank(char byte) { return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t'; }
-
-bool endsToken(char byte) {
-  return isBlank(byte) || std::string_view(",:{}[]").find(byte) != std::string_view::npos;
-}
-
-/// Whether a number can have this byte.
-bool isInNumbers(char byte) {
-  return (byte >= '0' && byte <= '9') ||
-         std::string_view("+-.eE").find(byte) != std::string_view::npos;
-}
-
-/// Whether a token can begin with `text`, which has no end of a token outside of strings. Only
-/// strings and numbers are long.
-bool mayBeginToken(std::string_view text) {
-  constexpr std::size_t shortLength = 4096;
-  return text.size() < shortLength || text.front() == '"' || std::ranges::all_of(text, isInNumbers);
-}
-
-/// The last offset in the end of `text` that is between two tokens for sure; 0 when none is found.
-///
-/// A string contains no line break, which must be escaped. It contains no `{"` with a letter after
-/// it either: the quote would end the string, and no letter follows the end of a string. If the
-/// text is not JSON, the offset may be inside of a string, which then has no end in the chunk.
-std::size_t lastSurePlace(std::string_view text) {
-  constexpr std::string_view object = "{\"";
-  /// Most records are shorter.
-  constexpr std::size_t searchedLength = 4096;
-  const std::size_t last = text.size() - std::min(text.size(), searchedLength);
-  for (std::size_t end = text.size(); end > last + object.size(); --end) {
-    if (text[end - 1] == '\n') {
-      return end;
-    }
-    const std::size_t begin = end - 1 - object.size();
-    if (text[begin] == '{' && text[begin + 1] == '"' && isLetter(text[end - 1])) {
-      const std::size_t comma = text.substr(0, begin).find_last_not_of(' ');
-      if (comma != std::string_view::npos && text[comma] == ',') {
-        return begin;
-      }
-    }
-  }
-  return 0;
-}
-
-/// The last offset in `text` that is between two tokens or in a string; 0 when there is none.
-std::size_t lastPlace(std::string_view text) {
-  if (const std::size_t place = lastSurePlace(text); place != 0) {
-    return place;
-  }
-  std::size_t end = text.size();
-  while (end > 0 && !endsToken(text[end - 1])) {
-    --end;
-  }
-  return end;
-}
-
-/// The offset of the string that does not end in `text`.
-std::size_t lastOpeningQuote(std::string_view text) {
-  std::size_t quote = text.rfind('"');
-  while (quote != std::string_view::npos && quote > 0) {
-    const std::size_t before = text.find_last_not_of('\\', quote - 1);
-    const std::size_t backslashes = quote - (before == std::string_view::npos ? 0 : before + 1);
-    if (backslashes % 2 == 0) {
-      return quote;
-    }
-    quote = text.rfind('"', quote - 1);
-  }
-  return 0;
-}
-
-/// The length of the escape at the beginning of `text`, with its partner if it is half of a pair.
-std::size_t escapeLength(std::string_view text) {
-  constexpr std::size_t unitLength = std::string_view("\\u0000").size();
-  if (!text.starts_with("\\u")) {
-    return std::string_view("\\n").size();
-  }
-  const std::string_view half = text.substr(0, unitLength);
-  const bool isHighSurrogate = half.size() == unitLength && (half[2] == 'd' || half[2] == 'D') &&
-                               std::string_view("89abAB").find(half[3]) != std::string_view::npos;
-  return isHighSurrogate ? 2 * unitLength : unitLength;
-}
-
-/// The last offset in `text` that is not inside of an escape. `text` begins in a string.
-std::size_t lastPlaceOutsideOfEscapes(std::string_view text) {
-  std::size_t place = 0;
-  while (true) {
-    const std::size_t escape = text.find('\\', place);
-    if (escape == std::string_view::npos) {
-      return text.size();
-    }
-    const std::size_t end = escape + escapeLength(text.substr(escape));
-    if (end > text.size()) {
-      return escape;
-    }
-    place = end;
-  }
-}
-
-}  // namespace
 
 ChunkedDocument::ChunkedDocument(std::string& document, ChunkBuffer& memory,
                                  std::size_t chunkLength)
@@ -143,8 +31,7 @@ ChunkedDocument::ChunkedDocument(ReadSome readSome, ChunkBuffer& memory, std::si
 
 bool ChunkedDocument::mayBeginWith(char punctuation) {
   begin();
-  const char* const first = std::find_if_not(begin_, end_, isBlank);
-  return first == end_ || *first == punctuation;
+  return internal::mayBeginWith(punctuation, {begin_, available()});
 }
 
 bool ChunkedDocument::advance(std::size_t unreadLength, std::size_t maxLength) {
@@ -153,8 +40,8 @@ bool ChunkedDocument::advance(std::size_t unreadLength, std::size_t maxLength) {
   return findChunk(maxLength, /*cutsStrings=*/false);
 }
 
-bool ChunkedDocument::advanceThroughString(std::size_t unreadLength, std::size_t maxLength) {
-  leave(unreadLength);
+bool ChunkedDocument::advanceThroughString(std::size_t maxLength) {
+  leave(0);
   becomeStream();
   return findChunk(maxLength, /*cutsStrings=*/true);
 }
@@ -193,9 +80,10 @@ void ChunkedDocument::leave(std::size_t unreadLength) {
 void ChunkedDocument::dropBlanksAtTheEnd(std::size_t unreadLength) {
   constexpr std::size_t manyBlanks = 4096;
   const char* const end = begin_ + unreadLength;
-  const char* const blanks = std::find_if_not(std::reverse_iterator(end),
-                                              std::reverse_iterator<const char*>(begin_), isBlank)
-                                 .base();
+  const char* const blanks =
+      std::find_if_not(std::reverse_iterator(end), std::reverse_iterator<const char*>(begin_),
+                       isJSONBlank)
+          .base();
   const auto count = static_cast<std::size_t>(end - blanks);
   if (count > manyBlanks && count > unreadLength / 2) {
     std::memmove(begin_ + count - 1, begin_, unreadLength - count);
@@ -213,9 +101,9 @@ bool ChunkedDocument::findChunk(std::size_t maxLength, bool cutsStrings) {
     if (isLast_) {
       return findTokens(available()) == TokenFault::none;
     }
-    TokenFault fault = findTokens(lastPlace({begin_, wantedLength_}));
+    TokenFault fault = findTokens(lastChunkEnd({begin_, wantedLength_}));
     if (fault == TokenFault::unclosedString) {
-      fault = findTokens(lastOpeningQuote(text()));
+      fault = findTokens(unclosedStringOffset(text()));
     }
     if (fault != TokenFault::none || !mayTokenFollow()) {
       return false;
@@ -282,7 +170,7 @@ std::size_t ChunkedDocument::cutString() {
     return 0;
   }
   // One byte of the window is replaced by the closing quote.
-  std::size_t place = lastPlaceOutsideOfEscapes({begin_ + 1, wantedLength_ - 2}) + 1;
+  std::size_t place = lastOffsetOutsideOfEscapes({begin_ + 1, wantedLength_ - 2}) + 1;
   // Not inside of a character, which has at most three bytes after the first.
   for (int count = 0; count < 3 && isContinuation(begin_[place]); ++count) {
     --place;

@@ -17,8 +17,8 @@ namespace velmora::internal {
 /// The usual length of a chunk, in bytes. A chunk is longer where no shorter one can end.
 inline constexpr std::size_t documentChunkLength = std::size_t{256} << 10;
 
-/// The most memory of a chunk of a stream, in bytes, in which each token counts as eight. Together
-/// with what a reader makes of the chunk, this is less than 60 MiB.
+/// The most memory of a chunk of a stream, in bytes, in which each token counts as eight. A program
+/// has 64 MiB for this, for what its reader makes of the chunk, and for itself.
 inline constexpr std::size_t maxChunkMemory = std::size_t{32} << 20;
 
 /// The memory of a chunk, which is reused for the next document.
@@ -62,11 +62,10 @@ class ChunkedDocument {
   /// more than maxChunkMemory; std::bad_alloc; and what `readSome` throws.
   [[nodiscard]] bool advance(std::size_t unreadLength, std::size_t maxLength = anyLength);
 
-  /// As advance. If the chunk begins with a string that does not fit into it, the chunk holds the
-  /// beginning of the string, closed by a quote, and the next chunk opens the rest with a quote:
-  /// endsInString() is true then.
-  [[nodiscard]] bool advanceThroughString(std::size_t unreadLength,
-                                          std::size_t maxLength = anyLength);
+  /// As advance(0). If the chunk begins with a string that does not fit into it, the chunk holds
+  /// the beginning of the string, closed by a quote, and the next chunk opens the rest with a
+  /// quote: endsInString() is true then.
+  [[nodiscard]] bool advanceThroughString(std::size_t maxLength = anyLength);
 
   /// Makes the next chunk begin with `text` instead of the part of the document before the last
   /// `unreadLength` bytes of the current chunk. To be followed by advance(0), whose chunk is longer

@@ -27,8 +27,6 @@ namespace {
   throw DecodingError(DecodingErrorKind::dataCorrupted, description, byteOffset);
 }
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
 /// Refuses a document that has a control character in a string, or a string without an end.
 [[noreturn]] void refuseBrokenString(std::string_view document) {
   bool isInString = false;

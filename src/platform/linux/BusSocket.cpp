@@ -7,18 +7,10 @@
 #include <sys/un.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
 #include <utility>
 
 namespace velmora {
-
-namespace {
-
-using std::chrono::milliseconds;
-using std::chrono::steady_clock;
-
-}  // namespace
 
 BusSocket::BusSocket(FileDescriptor socket, Deadline deadline)
     : socket_(std::move(socket)), deadline_(deadline) {}
@@ -43,7 +35,7 @@ std::optional<BusSocket> BusSocket::connect(const std::string& name, Deadline de
 
 bool BusSocket::send(std::string_view bytes) {
   while (!bytes.empty()) {
-    if (!await(POLLOUT)) {
+    if (!awaitEvents(socket_.get(), POLLOUT, deadline_)) {
       return false;
     }
     const ssize_t count = retryingInterrupted(
@@ -57,29 +49,12 @@ bool BusSocket::send(std::string_view bytes) {
 }
 
 std::size_t BusSocket::receive(char* room, std::size_t size) {
-  if (!await(POLLIN)) {
+  if (!awaitEvents(socket_.get(), POLLIN, deadline_)) {
     return 0;
   }
   const ssize_t count =
       retryingInterrupted([&] { return ::recv(socket_.get(), room, size, /*flags=*/0); });
   return static_cast<std::size_t>(std::max<ssize_t>(count, 0));
-}
-
-bool BusSocket::await(short events) const {
-  while (true) {
-    const auto left = std::chrono::ceil<milliseconds>(deadline_ - steady_clock::now());
-    if (left <= milliseconds::zero()) {
-      return false;
-    }
-    pollfd event = {socket_.get(), events, 0};
-    const int count = ::poll(&event, 1, static_cast<int>(left.count()));
-    if (count > 0) {
-      return true;
-    }
-    if (count < 0 && errno != EINTR) {
-      return false;
-    }
-  }
 }
 
 }  // namespace velmora

@@ -30,9 +30,6 @@ class BusSocket {
  private:
   BusSocket(FileDescriptor socket, Deadline deadline);
 
-  /// Waits for one of the `events` of poll(2). Returns false after the deadline.
-  [[nodiscard]] bool await(short events) const;
-
   FileDescriptor socket_;
   Deadline deadline_;
 };

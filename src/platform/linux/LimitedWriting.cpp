@@ -41,19 +41,6 @@ FileDescriptor openOnceMore(int descriptor) {
       [&] { return ::open(path, O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); }));
 }
 
-/// Waits until a write would not wait. Returns false at the deadline.
-bool awaitRoom(int descriptor, Clock::time_point deadline) {
-  pollfd event{.fd = descriptor, .events = POLLOUT, .revents = 0};
-  for (auto now = Clock::now(); now < deadline; now = Clock::now()) {
-    const auto rest = std::chrono::ceil<std::chrono::milliseconds>(deadline - now);
-    const int count = ::poll(&event, 1, static_cast<int>(rest.count()));
-    if (count > 0 || (count < 0 && errno != EINTR)) {
-      return count > 0;
-    }
-  }
-  return false;
-}
-
 }  // namespace
 
 void writeWithin(std::chrono::milliseconds limit, int descriptor, std::string_view bytes) noexcept {
@@ -67,7 +54,7 @@ void writeWithin(std::chrono::milliseconds limit, int descriptor, std::string_vi
                                    ? openOnceMore(descriptor)
                                    : FileDescriptor::adopt(-1);
   const int file = again.isOpen() ? again.get() : descriptor;
-  while (!bytes.empty() && awaitRoom(file, deadline)) {
+  while (!bytes.empty() && awaitEvents(file, POLLOUT, deadline)) {
     const std::size_t length = std::min<std::size_t>(bytes.size(), PIPE_BUF);
     const ssize_t count =
         isSocket ? ::send(file, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL)

@@ -1,8 +1,8 @@
 #include "platform/linux/LinuxPreferredLanguages.h"
 
 #include "platform/linux/Environment.h"
+#include "platform/linux/SeparatedList.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -55,13 +55,12 @@ std::vector<Text> LinuxPreferredLanguages::preferredLanguages() const {
     appendTag(tags, locale);
   }
   while (!list.empty()) {
-    const std::string_view entry = list.substr(0, list.find(':'));
+    const std::string_view entry = takePart(list, ':');
     // "C" and "POSIX" mean the program's own language, so the list ends here.
     if (entry == "C" || entry == "POSIX") {
       break;
     }
     appendTag(tags, entry);
-    list.remove_prefix(std::min(entry.size() + 1, list.size()));
   }
   return tags;
 }

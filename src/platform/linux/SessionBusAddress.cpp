@@ -3,24 +3,15 @@
 #include "platform/linux/SessionBusAddress.h"
 
 #include "platform/linux/Environment.h"
+#include "platform/linux/SeparatedList.h"
 #include "text/Hexadecimal.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <utility>
 
 namespace velmora {
 namespace {
-
-/// Removes and returns the part of `text` before `separator`, which is removed, too. Without a
-/// separator, the part is the whole text.
-std::string_view takePart(std::string_view& text, char separator) {
-  const std::string_view part = text.substr(0, text.find(separator));
-  text.remove_prefix(std::min(part.size() + 1, text.size()));
-  return part;
-}
 
 /// None when a "%" has no two digits.
 std::optional<std::string> unescaped(std::string_view value) {
@@ -31,16 +22,12 @@ std::optional<std::string> unescaped(std::string_view value) {
       value.remove_prefix(1);
       continue;
     }
-    if (value.size() < 3) {
+    const std::optional<char> byte = internal::percentDecodedByte(value);
+    if (!byte) {
       return std::nullopt;
     }
-    const auto high = internal::hexDigitValue(value[1]);
-    const auto low = internal::hexDigitValue(value[2]);
-    if (!high || !low) {
-      return std::nullopt;
-    }
-    result += static_cast<char>(*high * 16 + *low);
-    value.remove_prefix(3);
+    result += *byte;
+    value.remove_prefix(std::string_view("%00").size());
   }
   return result;
 }

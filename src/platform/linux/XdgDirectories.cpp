@@ -1,8 +1,8 @@
 #include "platform/linux/XdgDirectories.h"
 
 #include "platform/linux/Environment.h"
+#include "platform/linux/SeparatedList.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -47,9 +47,7 @@ std::vector<std::string> xdgDataDirectories(const Environment& environment,
     shared = "/usr/local/share:/usr/share";
   }
   while (!shared.empty()) {
-    const std::string_view directory = shared.substr(0, shared.find(':'));
-    shared.remove_prefix(std::min(directory.size() + 1, shared.size()));
-    if (directory.starts_with('/')) {
+    if (const std::string_view directory = takePart(shared, ':'); directory.starts_with('/')) {
       directories.emplace_back(directory);
     }
   }

@@ -66,6 +66,15 @@ FileDescriptor openDirectory(const std::string& path) noexcept {
   }));
 }
 
+DirectoryStream streamOf(FileDescriptor directory) noexcept {
+  DirectoryStream stream(::fdopendir(directory.get()));
+  if (stream) {
+    // closedir() closes the descriptor from now on.
+    static_cast<void>(directory.release());
+  }
+  return stream;
+}
+
 void synchronizeDirectory(const std::string& path) noexcept {
   if (const FileDescriptor directory = openDirectory(path); directory.isOpen()) {
     ::fsync(directory.get());

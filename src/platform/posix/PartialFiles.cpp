@@ -2,15 +2,14 @@
 
 #include "platform/posix/Directories.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <ctime>
-#include <memory>
 #include <string_view>
+#include <utility>
 
 namespace velmora {
 
@@ -22,10 +21,6 @@ constexpr std::time_t secondsUntilAbandoned = 24 * 60 * 60;
 
 /// "H" stands for a hexadecimal digit in upper case.
 constexpr std::string_view abandonableName = ".HHHHHHHH-HHHH-HHHH-HHHH-HHHHHHHHHHHH.json.partial";
-
-struct DirectoryCloser {
-  void operator()(DIR* directory) const { ::closedir(directory); }
-};
 
 bool isAbandonable(std::string_view name) {
   return std::ranges::equal(name, abandonableName, [](char character, char pattern) {
@@ -48,13 +43,10 @@ std::string partialFileName(const std::string& name) { return "." + name + ".par
 void removeAbandonedPartialFiles(const std::string& directory) noexcept {
   FileDescriptor descriptor = openDirectory(directory);
   const int number = descriptor.get();
-  const std::unique_ptr<DIR, DirectoryCloser> entries(descriptor.isOpen() ? ::fdopendir(number)
-                                                                          : nullptr);
+  const DirectoryStream entries = streamOf(std::move(descriptor));
   if (!entries) {
     return;
   }
-  // closedir() closes the descriptor from now on.
-  static_cast<void>(descriptor.release());
   for (int count = 0; count < maxExaminedCount; ++count) {
     const dirent* const entry = ::readdir(entries.get());
     if (entry == nullptr) {

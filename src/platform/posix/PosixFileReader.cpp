@@ -4,11 +4,11 @@
 // length that fstat reports is only a claim: the bytes that arrive are counted against the limit.
 #include "platform/posix/PosixFileReader.h"
 
+#include "platform/posix/Directories.h"
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/ReadAll.h"
 #include "platform/posix/SystemCalls.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -79,22 +79,6 @@ class PosixFileContent final : public FileContent {
   std::size_t allowedLength_;
 };
 
-struct DirectoryCloser {
-  void operator()(DIR* directory) const { ::closedir(directory); }
-};
-
-using Directory = std::unique_ptr<DIR, DirectoryCloser>;
-
-Directory readingDirectory(FileDescriptor file) {
-  Directory directory(::fdopendir(file.get()));
-  if (!directory) {
-    throw posixError(errno);
-  }
-  // closedir() closes the descriptor from now on.
-  static_cast<void>(file.release());
-  return directory;
-}
-
 /// The name of the next entry, also "." and ".."; none at the end.
 std::optional<std::string> nextName(DIR& directory) {
   // readdir() returns null at the end and on failure; only a failure sets errno.
@@ -137,7 +121,10 @@ std::unique_ptr<FileContent> PosixFileReader::open(std::string_view path,
 
 std::vector<std::string> PosixFileReader::entryNames(std::string_view path,
                                                      std::size_t maxCount) const {
-  const Directory directory = readingDirectory(openToRead(systemPath(path), O_DIRECTORY));
+  const DirectoryStream directory = streamOf(openToRead(systemPath(path), O_DIRECTORY));
+  if (!directory) {
+    throw posixError(errno);
+  }
   // A set, because a directory that changes during the reading may report a name twice.
   std::set<std::string> names;
   while (std::optional<std::string> name = nextName(*directory)) {

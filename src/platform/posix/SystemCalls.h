@@ -1,9 +1,12 @@
-// Helpers for POSIX file calls: a path that ends in NUL, and repetition after signals.
+// Helpers for POSIX file calls: a path that ends in NUL, repetition after signals, limited waits.
 #pragma once
 
 #include "platform/PlatformError.h"
 
+#include <poll.h>
+
 #include <cerrno>
+#include <chrono>
 #include <concepts>
 #include <string>
 #include <string_view>
@@ -18,6 +21,23 @@ auto retryingInterrupted(Call systemCall) {
     result = systemCall();
   }
   return result;
+}
+
+/// Waits until `descriptor` has one of the `events` of poll(2). False after the deadline, and when
+/// the waiting fails.
+[[nodiscard]] inline bool awaitEvents(int descriptor, short events,
+                                      std::chrono::steady_clock::time_point deadline) {
+  using std::chrono::milliseconds;
+  pollfd file{.fd = descriptor, .events = events, .revents = 0};
+  int count = -1;
+  do {
+    const auto rest = std::chrono::ceil<milliseconds>(deadline - std::chrono::steady_clock::now());
+    if (rest <= milliseconds::zero()) {
+      return false;
+    }
+    count = ::poll(&file, 1, static_cast<int>(rest.count()));
+  } while (count == 0 || (count < 0 && errno == EINTR));
+  return count > 0;
 }
 
 /// `path` as a string for a system call. Throws the error of a missing file (ENOENT) for a path

@@ -195,7 +195,7 @@ class StreamingParse {
     unit.erase(unit.rfind(':') + 1);
     unit += '0';
     while (!document_.isLast()) {
-      if (!document_.advanceThroughString(0, maxChunkLength())) {
+      if (!document_.advanceThroughString(maxChunkLength())) {
         return false;
       }
       state_.texts.clear();

@@ -314,7 +314,7 @@ TEST(ChunkedDocumentTest, knowsWhatTheDocumentMayBeginWith) {
 std::optional<std::string> contentOfPieces(ChunkedDocument& chunks, std::size_t& pieceCount) {
   std::string content;
   do {
-    if (!chunks.advanceThroughString(0)) {
+    if (!chunks.advanceThroughString()) {
       return std::nullopt;
     }
     const std::string_view piece = chunks.text();
